@@ -1,0 +1,41 @@
+#include "about/KS7AboutBoxWindow.h"
+
+#include "about/KSHandTextField.h"
+#include "about/Version.h"
+#include "cameras/PrefsBundle.h"
+#include "platform/Workspace.h"
+#include "ui_about.h"
+
+#include <QUrl>
+
+namespace {
+
+const auto WebsiteHost = QStringLiteral(KS7_WEBSITE_HOST);
+const auto IconName = QStringLiteral("ks7");
+constexpr int IconSize = 64;
+
+} // namespace
+
+KS7AboutBoxWindow::KS7AboutBoxWindow(QWidget *parent)
+    : QDialog(parent)
+{
+    Ui::AboutBox ui;
+    ui.setupUi(this);
+    version = ui.version;
+    website = ui.website;
+    mIcon = ui.icon;
+}
+
+void KS7AboutBoxWindow::awakeFromNib(const platform::Bundle &bundle,
+                                     std::shared_ptr<platform::Workspace> workspace)
+{
+    version->setText(tr("v%1").arg(paneVersion(bundle)));
+    website->setTextWithLink(WebsiteHost, static_cast<int>(WebsiteHost.size()));
+    website->setAlignment(Qt::AlignCenter);
+    website->setAction([workspace = std::move(workspace)] {
+        workspace->openURL(QUrl(QStringLiteral("http://") + WebsiteHost));
+    });
+    const QIcon icon = imageNamedFromOurBundle(bundle, IconName);
+    mIcon->setPixmap(icon.pixmap(IconSize, IconSize));
+    mIcon->setHidden(icon.isNull());
+}

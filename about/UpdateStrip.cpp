@@ -1,0 +1,95 @@
+#include "about/UpdateStrip.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+
+using platform::UpdateOffer;
+
+UpdateStrip::UpdateStrip(UpdateOffer &offer, QWidget *parent)
+    : QFrame(parent)
+    , mOffer(offer)
+    , mMessage(new QLabel(this))
+    , mProgress(new QProgressBar(this))
+    , mLayout(new QHBoxLayout(this))
+{
+    setObjectName(QStringLiteral("updateStrip"));
+    setFrameShape(QFrame::StyledPanel);
+    mMessage->setObjectName(QStringLiteral("updateMessage"));
+    // The reason of a failure is somebody else's text.
+    mMessage->setTextFormat(Qt::PlainText);
+    mMessage->setWordWrap(true);
+    mProgress->setObjectName(QStringLiteral("updateProgress"));
+    mProgress->setAccessibleName(tr("Update progress"));
+    mLayout->addWidget(mMessage, 1);
+    mLayout->addWidget(mProgress);
+    mInstall = addButton(QStringLiteral("updateInstall"), tr("Install"), &UpdateOffer::installChosen);
+    mLater = addButton(QStringLiteral("updateLater"), tr("Later"), &UpdateOffer::laterChosen);
+    mSkip = addButton(QStringLiteral("updateSkip"), tr("Skip This Version"), &UpdateOffer::skipChosen);
+    mDismiss = addButton(QStringLiteral("updateDismiss"), tr("OK"), &UpdateOffer::laterChosen);
+    connect(&offer, &UpdateOffer::changed, this, &UpdateStrip::follow);
+    follow();
+}
+
+QPushButton *UpdateStrip::addButton(const QString &name, const QString &text, void (UpdateOffer::*answer)())
+{
+    auto *button = new QPushButton(text, this);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    mLayout->addWidget(button);
+    connect(button, &QPushButton::clicked, &mOffer, answer);
+    return button;
+}
+
+void UpdateStrip::follow()
+{
+    const Stage stage = mOffer.stage();
+    mMessage->setText(message());
+    mInstall->setVisible(stage == Stage::Offered);
+    mLater->setVisible(stage == Stage::Offered);
+    mSkip->setVisible(stage == Stage::Offered);
+    mDismiss->setVisible(stage == Stage::Installed || stage == Stage::Failed);
+    mProgress->setVisible(stage == Stage::Installing);
+    showProgress(mOffer.percentage());
+    setVisible(stage != Stage::None);
+    say(stage);
+}
+
+void UpdateStrip::say(Stage stage)
+{
+    setAccessibleName(message());
+    // Progress is not news: only a new stage is told to a screen reader.
+    if (stage != mShown && stage != Stage::None) {
+        QAccessibleEvent news(this, QAccessible::Alert);
+        QAccessible::updateAccessibility(&news);
+    }
+    mShown = stage;
+}
+
+void UpdateStrip::showProgress(int percentage)
+{
+    // An empty range is the bar's way of saying that something goes on.
+    const bool known = percentage != UpdateOffer::UnknownPercentage;
+    mProgress->setRange(0, known ? 100 : 0);
+    mProgress->setValue(known ? percentage : -1);
+}
+
+QString UpdateStrip::message() const
+{
+    switch (mOffer.stage()) {
+    case Stage::None:
+        return {};
+    case Stage::Offered:
+        return tr("Version %1 of the KS-7 settings is available.").arg(mOffer.version());
+    case Stage::Installing:
+        return tr("Installing version %1…").arg(mOffer.version());
+    case Stage::Installed:
+        return tr("Version %1 is installed. Restart this application to use it.").arg(mOffer.version());
+    case Stage::Failed:
+        break;
+    }
+    const QString failed = tr("Version %1 could not be installed.").arg(mOffer.version());
+    return mOffer.reason().isEmpty() ? failed : failed + QLatin1Char(' ') + mOffer.reason();
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/SoftwareUpdate.h"
+
+#include <QFrame>
+
+class QHBoxLayout;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+/// The strip at the top of the pane that offers an update and follows its installation; hidden while there is
+/// nothing to say.
+class UpdateStrip final : public QFrame {
+    Q_OBJECT
+public:
+    /// `offer` may go before the strip does: the strip then stays as it is.
+    explicit UpdateStrip(platform::UpdateOffer &offer, QWidget *parent = nullptr);
+
+private:
+    using Stage = platform::UpdateOffer::Stage;
+
+    QPushButton *addButton(const QString &name, const QString &text, void (platform::UpdateOffer::*answer)());
+    void follow();
+    void say(Stage stage);
+    void showProgress(int percentage);
+    [[nodiscard]] QString message() const;
+
+    platform::UpdateOffer &mOffer;
+    QLabel *mMessage;
+    QProgressBar *mProgress;
+    QHBoxLayout *mLayout;
+    QPushButton *mInstall;
+    QPushButton *mLater;
+    QPushButton *mSkip;
+    QPushButton *mDismiss;
+    Stage mShown = Stage::None;
+};

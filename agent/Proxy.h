@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+
+/// A reference to a remote object that may be nil. Calls on nil go to the interface's base class, which
+/// does nothing and answers nil, 0 or false, so that no caller has to ask first.
+template <class Interface>
+class Proxy {
+public:
+    Proxy() = default;
+    Proxy(std::shared_ptr<Interface> object) // NOLINT(google-explicit-constructor): a proxy is its object
+        : mObject(std::move(object))
+    {
+    }
+
+    explicit operator bool() const { return mObject != nullptr; }
+    void reset() { mObject.reset(); }
+
+    /// Keeps the object alive for the whole call: the call may end in the link being closed.
+    std::shared_ptr<Interface> operator->() const
+    {
+        return mObject ? mObject : std::make_shared<Interface>();
+    }
+
+private:
+    std::shared_ptr<Interface> mObject;
+};

@@ -1,0 +1,17 @@
+// The least that a Qt program with a list in a window is.
+#include <QApplication>
+#include <QStandardItemModel>
+#include <QTableView>
+
+int main(int argc, char **argv)
+{
+    const QApplication application(argc, argv);
+    QStandardItemModel model;
+    for (const auto &name : {"Kitchen", "Desk", "Porch"})
+        model.appendRow(new QStandardItem(QString::fromLatin1(name)));
+    QTableView table;
+    table.setModel(&model);
+    table.resize(900, 600);
+    table.show();
+    return QApplication::exec();
+}

@@ -1,0 +1,171 @@
+#include "cameras/CamCell.h"
+
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "cameras/PrefsBundle.h"
+#include "platform/QtCompat.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int NameFontSize = 12;
+constexpr int StatusFontSize = 10;
+constexpr QSize DotSize{8, 8};
+constexpr QColor DarkGray{85, 85, 85};
+// More than any screen is wide, little enough to be measured in no time.
+constexpr int LongestLine = 1000;
+
+/// Marks that reorder the text around them, and so could make a name pose as another text.
+bool turnsDirection(QChar character)
+{
+    const auto code = character.unicode();
+    return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069) || code == 0x200E
+        || code == 0x200F || code == 0x061C;
+}
+
+bool breaksLine(QChar character)
+{
+    const auto category = character.category();
+    return category == QChar::Other_Control || category == QChar::Separator_Line
+        || category == QChar::Separator_Paragraph;
+}
+
+QFont fontOfPixelSize(const QWidget *view, int size)
+{
+    QFont font = view->font();
+    font.setPixelSize(size);
+    return font;
+}
+
+} // namespace
+
+struct CamCell::Dots {
+    QIcon green;
+    QIcon red;
+    QIcon orange;
+    QIcon gray;
+};
+
+CamCell::Dots *CamCell::mDots = nullptr;
+
+CamCellLayout camCellLayout(const QRect &frame, const QSize &dotSize)
+{
+    const QPoint origin = frame.topLeft();
+    CamCellLayout layout;
+    layout.name = QRect(origin + QPoint(3, 3), QSize(std::max(0, frame.width() - 10), 20));
+    layout.status = origin + QPoint(13, 19);
+    layout.dot = QRect(origin + QPoint(3, 30 - dotSize.height()), dotSize);
+    return layout;
+}
+
+QString oneLine(const QString &text)
+{
+    // Lines are shortened in the middle, so the middle is what a monstrous name can spare.
+    const QString source = text.size() <= LongestLine
+        ? text
+        : text.left(LongestLine / 2) + QChar(0x2026) + text.right(LongestLine / 2);
+    QString line;
+    for (const QChar character : source) {
+        if (!turnsDirection(character))
+            line.append(breaksLine(character) ? QChar(QLatin1Char(' ')) : character);
+    }
+    return line;
+}
+
+CamCell *CamCell::initTextCell(const QString &, std::shared_ptr<const platform::Bundle> bundle)
+{
+    mBundle = std::move(bundle);
+    cacheImages(*mBundle);
+    return this;
+}
+
+void CamCell::cacheImages(const platform::Bundle &bundle)
+{
+    if (mDots && !mDots->green.isNull())
+        return;
+    if (!mDots)
+        mDots = new Dots;
+    mDots->green = imageNamedFromOurBundle(bundle, QStringLiteral("greendot"));
+    mDots->red = imageNamedFromOurBundle(bundle, QStringLiteral("reddot"));
+    mDots->orange = imageNamedFromOurBundle(bundle, QStringLiteral("orangedot"));
+    mDots->gray = imageNamedFromOurBundle(bundle, QStringLiteral("graydot"));
+}
+
+std::unique_ptr<CamCell> CamCell::copy() const
+{
+    auto cell = std::make_unique<CamCell>();
+    cell->initTextCell(QStringLiteral("foo"), mBundle);
+    return cell;
+}
+
+std::int32_t CamCell::status() const
+{
+    return mDevice ? mDevice->status() : kKS7CamNotFound;
+}
+
+void CamCell::drawWithFrame(QPainter *painter, const QRect &frame, KS7AnimatingStatusTableView *inView) const
+{
+    const auto layout = camCellLayout(frame, DotSize);
+    painter->save();
+    drawName(painter, layout, inView);
+    drawStatus(painter, layout, inView);
+    drawDot(painter, layout, inView);
+    painter->restore();
+    if (status() == kKS7CamPairing || status() == kKS7CamStarting)
+        inView->startAnimatingStatus();
+}
+
+namespace {
+
+QColor textColor(bool highlighted, bool enabled, const QColor &plain, const QWidget *view)
+{
+    if (highlighted)
+        return Qt::white;
+    return enabled ? plain : view->palette().color(QPalette::Disabled, QPalette::Text);
+}
+
+} // namespace
+
+void CamCell::drawName(QPainter *painter, const CamCellLayout &layout, const QWidget *view) const
+{
+    painter->setFont(fontOfPixelSize(view, NameFontSize));
+    painter->setPen(textColor(mHighlighted, mEnabled, Qt::black, view));
+    const auto name = mDevice ? oneLine(mDevice->friendlyName()) : QString();
+    const auto shown = painter->fontMetrics().elidedText(name, Qt::ElideMiddle, layout.name.width());
+    painter->drawText(layout.name, Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignTop | Qt::TextSingleLine,
+                      shown);
+}
+
+void CamCell::drawStatus(QPainter *painter, const CamCellLayout &layout, const QWidget *view) const
+{
+    painter->setFont(fontOfPixelSize(view, StatusFontSize));
+    painter->setPen(textColor(mHighlighted, mEnabled, DarkGray, view));
+    const auto text = mDevice ? mDevice->statusString() : QString();
+    painter->drawText(layout.status + QPoint(0, painter->fontMetrics().ascent()), text);
+}
+
+void CamCell::drawDot(QPainter *painter, const CamCellLayout &layout, KS7AnimatingStatusTableView *view) const
+{
+    if (!mDots)
+        return;
+    const auto dot = [this, view]() -> const QIcon & {
+        switch (status()) {
+        case kKS7CamStreaming:
+            return mDots->green;
+        case kKS7CamNotFound:
+            return mDots->red;
+        case kKS7CamPairing:
+        case kKS7CamStarting:
+            return view->cycle() == 0 ? mDots->orange : mDots->gray;
+        default:
+            return mDots->gray;
+        }
+    };
+    // The image is asked for in the device's own pixels, so that it is sharp at every scale.
+    const qreal scale = painter->device()->devicePixelRatioF();
+    const QPixmap image = platform::pixmapOf(dot(), layout.dot.size(), scale);
+    painter->setRenderHint(QPainter::SmoothPixmapTransform, image.size() != layout.dot.size() * scale);
+    painter->drawPixmap(layout.dot, image);
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "cameras/KS7Cam.h"
+
+#include <QRect>
+#include <QString>
+
+#include <memory>
+
+class QPainter;
+class QWidget;
+
+namespace platform {
+class Bundle;
+}
+
+class KS7AnimatingStatusTableView;
+
+/// Where the parts of a row are, in the table's coordinates.
+struct CamCellLayout {
+    QRect name;
+    /// Top left of the status text.
+    QPoint status;
+    QRect dot;
+};
+
+CamCellLayout camCellLayout(const QRect &frame, const QSize &dotSize);
+
+/// The text fit for one line of a list: no line breaks, control characters or marks that turn the direction
+/// of what follows, and no longer than any line can show.
+QString oneLine(const QString &text);
+
+/// Draws one row of the camera table: name, status and a coloured dot. One cell serves all rows, one after
+/// the other.
+class CamCell {
+public:
+    /// The text is ignored; loads the dots from the bundle when they are not there yet.
+    CamCell *initTextCell(const QString &text, std::shared_ptr<const platform::Bundle> bundle);
+    /// A new cell that holds no record.
+    [[nodiscard]] std::unique_ptr<CamCell> copy() const;
+    void setObjectValue(std::shared_ptr<KS7Cam> record) { mDevice = std::move(record); }
+    [[nodiscard]] const std::shared_ptr<KS7Cam> &objectValue() const { return mDevice; }
+    void setEnabled(bool enabled) { mEnabled = enabled; }
+    void setHighlighted(bool highlighted) { mHighlighted = highlighted; }
+    /// Draws the row and, for a camera on its way, has the table animate.
+    void drawWithFrame(QPainter *painter, const QRect &frame, KS7AnimatingStatusTableView *inView) const;
+
+private:
+    static void cacheImages(const platform::Bundle &bundle);
+    void drawName(QPainter *painter, const CamCellLayout &layout, const QWidget *view) const;
+    void drawStatus(QPainter *painter, const CamCellLayout &layout, const QWidget *view) const;
+    void drawDot(QPainter *painter, const CamCellLayout &layout, KS7AnimatingStatusTableView *view) const;
+    [[nodiscard]] std::int32_t status() const;
+
+    std::shared_ptr<KS7Cam> mDevice;
+    std::shared_ptr<const platform::Bundle> mBundle;
+    bool mEnabled = true;
+    bool mHighlighted = false;
+
+    struct Dots;
+    /// Never released: an image must not outlive the application object, nor be missing while it lives.
+    static Dots *mDots;
+};

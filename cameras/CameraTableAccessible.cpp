@@ -1,0 +1,221 @@
+#include "cameras/CameraTableAccessible.h"
+
+#include "cameras/KS7AnimatingStatusTableView.h"
+
+#include <QAccessibleWidget>
+#include <QHash>
+#include <QPointer>
+#include <QWindow>
+
+namespace {
+
+using Table = KS7AnimatingStatusTableView;
+
+/// One row, as its single cell.
+class RowAccessible final : public QAccessibleInterface,
+                            public QAccessibleTableCellInterface,
+                            public QAccessibleActionInterface {
+public:
+    RowAccessible(Table *table, int row)
+        : mTable(table)
+        , mRow(row)
+    {
+    }
+
+    // The row as an object.
+    [[nodiscard]] bool isValid() const override { return mTable && mRow < mTable->numberOfRows(); }
+    [[nodiscard]] QObject *object() const override { return nullptr; }
+    [[nodiscard]] QWindow *window() const override
+    {
+        return mTable ? mTable->window()->windowHandle() : nullptr;
+    }
+    [[nodiscard]] QAccessibleInterface *parent() const override
+    {
+        return QAccessible::queryAccessibleInterface(mTable);
+    }
+    [[nodiscard]] QAccessibleInterface *child(int) const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface *childAt(int, int) const override { return nullptr; }
+    [[nodiscard]] int childCount() const override { return 0; }
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface *) const override { return -1; }
+    [[nodiscard]] QAccessible::Role role() const override { return QAccessible::Cell; }
+    [[nodiscard]] QString text(QAccessible::Text kind) const override
+    {
+        return kind == QAccessible::Name && isValid() ? mTable->textOfRow(mRow) : QString();
+    }
+    void setText(QAccessible::Text, const QString &) override { }
+    [[nodiscard]] QRect rect() const override
+    {
+        const auto inViewport = rectInViewport();
+        return {mTable ? mTable->viewport()->mapToGlobal(inViewport.topLeft()) : QPoint(), inViewport.size()};
+    }
+    [[nodiscard]] QAccessible::State state() const override
+    {
+        QAccessible::State state;
+        state.invalid = !isValid();
+        if (state.invalid)
+            return state;
+        state.disabled = !mTable->isEnabled();
+        state.selectable = true;
+        state.focusable = true;
+        state.selected = isSelected();
+        state.focused = isSelected() && mTable->hasFocus();
+        state.invisible = !mTable->isVisible();
+        state.offscreen = !mTable->viewport()->rect().intersects(rectInViewport());
+        return state;
+    }
+
+    // The row as a cell.
+    [[nodiscard]] bool isSelected() const override { return mTable && mTable->selectedRow() == mRow; }
+    [[nodiscard]] QList<QAccessibleInterface *> columnHeaderCells() const override { return {}; }
+    [[nodiscard]] QList<QAccessibleInterface *> rowHeaderCells() const override { return {}; }
+    [[nodiscard]] int columnIndex() const override { return 0; }
+    [[nodiscard]] int rowIndex() const override { return mRow; }
+    [[nodiscard]] int columnExtent() const override { return 1; }
+    [[nodiscard]] int rowExtent() const override { return 1; }
+    [[nodiscard]] QAccessibleInterface *table() const override { return parent(); }
+
+    // The row as something to press.
+    [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
+    void doAction(const QString &name) override
+    {
+        if (isValid() && name == pressAction())
+            mTable->clickRow(mRow);
+    }
+    [[nodiscard]] QStringList keyBindingsForAction(const QString &) const override { return {}; }
+
+protected:
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::TableCellInterface)
+            return static_cast<QAccessibleTableCellInterface *>(this);
+        if (type == QAccessible::ActionInterface)
+            return static_cast<QAccessibleActionInterface *>(this);
+        return nullptr;
+    }
+
+private:
+    [[nodiscard]] QRect rectInViewport() const
+    {
+        return isValid() ? mTable->visualRect(mTable->model()->index(mRow, 0)) : QRect();
+    }
+
+    QPointer<Table> mTable;
+    int mRow;
+};
+
+/// The table, whose children are its rows and nothing else: its headers are hidden for everybody.
+class TableAccessible final : public QAccessibleWidget, public QAccessibleTableInterface {
+public:
+    explicit TableAccessible(Table *table)
+        : QAccessibleWidget(table, QAccessible::Table)
+    {
+    }
+    ~TableAccessible() override { forgetRowsFrom(0); }
+
+    // The table as the parent of its rows.
+    [[nodiscard]] int childCount() const override { return rowCount(); }
+    [[nodiscard]] QAccessibleInterface *child(int row) const override { return cellAt(row, 0); }
+    [[nodiscard]] QAccessibleInterface *childAt(int x, int y) const override
+    {
+        const auto point = table()->viewport()->mapFromGlobal(QPoint(x, y));
+        return table()->viewport()->rect().contains(point) ? child(table()->rowAt(point.y())) : nullptr;
+    }
+    [[nodiscard]] QAccessibleInterface *focusChild() const override
+    {
+        return table()->hasFocus() ? child(table()->selectedRow()) : nullptr;
+    }
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface *child) const override
+    {
+        auto *cell = const_cast<QAccessibleInterface *>(child)->tableCellInterface();
+        return cell ? cell->rowIndex() : -1;
+    }
+
+    // The table as a table.
+    [[nodiscard]] QAccessibleInterface *caption() const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface *summary() const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface *cellAt(int row, int column) const override
+    {
+        if (row < 0 || row >= rowCount() || column != 0)
+            return nullptr;
+        const auto known = mRows.constFind(row);
+        if (known != mRows.constEnd())
+            return QAccessible::accessibleInterface(*known);
+        auto *cell = new RowAccessible(table(), row);
+        mRows.insert(row, QAccessible::registerAccessibleInterface(cell));
+        return cell;
+    }
+    [[nodiscard]] QString columnDescription(int) const override { return {}; }
+    [[nodiscard]] QString rowDescription(int) const override { return {}; }
+    [[nodiscard]] int columnCount() const override { return 1; }
+    [[nodiscard]] int rowCount() const override { return table()->numberOfRows(); }
+
+    // Its selection. Rows are selected by a click, and never let go of.
+    [[nodiscard]] int selectedCellCount() const override { return selectedRowCount(); }
+    [[nodiscard]] QList<QAccessibleInterface *> selectedCells() const override
+    {
+        auto *cell = child(table()->selectedRow());
+        return cell ? QList<QAccessibleInterface *>{cell} : QList<QAccessibleInterface *>();
+    }
+    [[nodiscard]] int selectedColumnCount() const override { return 0; }
+    [[nodiscard]] int selectedRowCount() const override { return table()->selectedRow() >= 0 ? 1 : 0; }
+    [[nodiscard]] QList<int> selectedColumns() const override { return {}; }
+    [[nodiscard]] QList<int> selectedRows() const override
+    {
+        return selectedRowCount() > 0 ? QList<int>{table()->selectedRow()} : QList<int>();
+    }
+    [[nodiscard]] bool isColumnSelected(int) const override { return false; }
+    [[nodiscard]] bool isRowSelected(int row) const override
+    {
+        return row >= 0 && row == table()->selectedRow();
+    }
+    bool selectRow(int row) override
+    {
+        table()->clickRow(row);
+        return isRowSelected(row);
+    }
+    bool selectColumn(int) override { return false; }
+    bool unselectRow(int) override { return false; }
+    bool unselectColumn(int) override { return false; }
+    void modelChange(QAccessibleTableModelChangeEvent *) override { forgetRowsFrom(rowCount()); }
+
+protected:
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::TableInterface)
+            return static_cast<QAccessibleTableInterface *>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+
+private:
+    [[nodiscard]] Table *table() const { return static_cast<Table *>(object()); }
+
+    void forgetRowsFrom(int first)
+    {
+        for (auto row = mRows.begin(); row != mRows.end();) {
+            if (row.key() < first) {
+                ++row;
+                continue;
+            }
+            QAccessible::deleteAccessibleInterface(*row);
+            row = mRows.erase(row);
+        }
+    }
+
+    mutable QHash<int, QAccessible::Id> mRows;
+};
+
+QAccessibleInterface *makeInterface(const QString &className, QObject *object)
+{
+    if (className != QLatin1String(Table::staticMetaObject.className()))
+        return nullptr;
+    auto *table = qobject_cast<Table *>(object);
+    return table ? new TableAccessible(table) : nullptr;
+}
+
+} // namespace
+
+void installCameraTableAccessibility()
+{
+    // Installing the same factory again changes nothing.
+    QAccessible::installFactory(makeInterface);
+}

@@ -1,0 +1,79 @@
+#include "cameras/CameraTableModel.h"
+
+#include "cameras/CamCell.h"
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "pane/KS7SettingsWindowController.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Qt takes a tool tip for rich text when it looks like it; escaped and marked as rich, it is what it says.
+QString plainToolTip(const QString &text)
+{
+    return QStringLiteral("<qt>") + text.toHtmlEscaped() + QStringLiteral("</qt>");
+}
+
+} // namespace
+
+CameraTableModel::CameraTableModel(KS7AnimatingStatusTableView *table)
+    : QAbstractTableModel(table)
+    , mTable(table)
+{
+}
+
+void CameraTableModel::reload()
+{
+    auto *controller = mTable->settingsController;
+    setRowCount(controller ? std::max(0, controller->numberOfRowsInTableView(mTable)) : 0);
+    if (mRows > 0)
+        Q_EMIT dataChanged(index(0, 0), index(mRows - 1, 0));
+}
+
+void CameraTableModel::setRowCount(int rows)
+{
+    if (rows > mRows) {
+        beginInsertRows({}, mRows, rows - 1);
+        mRows = rows;
+        endInsertRows();
+    } else if (rows < mRows) {
+        beginRemoveRows({}, rows, mRows - 1);
+        mRows = rows;
+        endRemoveRows();
+    }
+}
+
+int CameraTableModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : mRows;
+}
+
+int CameraTableModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : 1;
+}
+
+QVariant CameraTableModel::data(const QModelIndex &index, int role) const
+{
+    auto *controller = mTable->settingsController;
+    if (!index.isValid() || !controller)
+        return {};
+    if (role == RecordRole)
+        return controller->tableViewObjectValue(mTable, KS7AnimatingStatusTableView::CameraColumn,
+                                                index.row());
+    if (role == Qt::AccessibleTextRole)
+        return textOfRow(index.row());
+    if (role == Qt::ToolTipRole)
+        return plainToolTip(textOfRow(index.row()));
+    return {};
+}
+
+QString CameraTableModel::textOfRow(int row) const
+{
+    const auto camera = data(index(row, 0), RecordRole).value<std::shared_ptr<KS7Cam>>();
+    if (!camera)
+        return tr("Unknown camera");
+    const auto name = oneLine(camera->friendlyName());
+    const auto status = camera->statusString();
+    return status.isEmpty() ? name : tr("%1, %2", "camera name, status").arg(name, status);
+}

@@ -1,0 +1,19 @@
+#include "cameras/PrefsBundle.h"
+
+#include "platform/Bundle.h"
+
+QIcon imageNamedFromOurBundle(const platform::Bundle &bundle, const QString &name)
+{
+    for (const auto &type : {QStringLiteral("png"), QStringLiteral("tif"), QStringLiteral("tiff")}) {
+        const auto path = bundle.pathForResource(name, type);
+        if (path.isEmpty())
+            continue;
+        QIcon image(path);
+        // Its sharper sibling, which Qt looks for only while the application itself is scaled.
+        const auto sharper = bundle.pathForResource(name + QStringLiteral("@2x"), type);
+        if (!sharper.isEmpty())
+            image.addFile(sharper);
+        return image;
+    }
+    return {};
+}

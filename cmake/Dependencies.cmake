@@ -1,0 +1,24 @@
+# What the pane stands on; docs/ARCHITECTURE.md gives the reason for each.
+find_package(Qt${KS7_QT_VERSION} REQUIRED COMPONENTS Core Gui Widgets DBus Svg LinguistTools)
+if(KS7_BUILD_TESTS)
+  find_package(Qt${KS7_QT_VERSION} REQUIRED COMPONENTS Test)
+endif()
+
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
+pkg_check_modules(PIPEWIRE REQUIRED IMPORTED_TARGET libpipewire-0.3)
+pkg_check_modules(GSTREAMER REQUIRED IMPORTED_TARGET gstreamer-1.0 gstreamer-app-1.0 gstreamer-video-1.0)
+
+# The System Settings module is built where KDE Frameworks of the same Qt generation are to be had.
+find_package(KF${KS7_QT_VERSION}KCMUtils QUIET)
+find_package(KF${KS7_QT_VERSION}CoreAddons QUIET)
+
+# System Settings looks for modules among Qt's own plug-ins: there when this is installed beside Qt, else in the same
+# place below the other prefix.
+get_target_property(qmake Qt${KS7_QT_VERSION}::qmake IMPORTED_LOCATION)
+foreach(variable QT_INSTALL_PREFIX QT_INSTALL_PLUGINS)
+  execute_process(COMMAND ${qmake} -query ${variable} OUTPUT_VARIABLE ${variable} OUTPUT_STRIP_TRAILING_WHITESPACE
+                  COMMAND_ERROR_IS_FATAL ANY)
+endforeach()
+file(RELATIVE_PATH qt_plugins ${QT_INSTALL_PREFIX} ${QT_INSTALL_PLUGINS})
+set(KS7_QT_PLUGIN_DIR ${qt_plugins} CACHE STRING "Where Qt's plug-ins are installed, below the prefix")

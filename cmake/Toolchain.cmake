@@ -1,0 +1,44 @@
+# Language, warnings, sanitizers and where the outputs go.
+include(GNUInstallDirs)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTOUIC ON)
+set(CMAKE_AUTORCC ON)
+# Interface files and the list of resources stand in resources/, apart from the code that uses them.
+set(CMAKE_AUTOUIC_SEARCH_PATHS ${CMAKE_SOURCE_DIR}/resources)
+
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+
+find_program(CCACHE ccache)
+if(CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+# Ours only: generated code (moc, uic, D-Bus) is compiled with them too and is clean.
+add_compile_options(-Wall -Wextra -Wpedantic -Werror)
+if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+  # The macros in PipeWire's headers are statement expressions and leave out what is variadic.
+  add_compile_options(-Wno-gnu-statement-expression -Wno-gnu-zero-variadic-macro-arguments)
+endif()
+add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
+                        QT_USE_QSTRINGBUILDER)
+
+if(NOT CMAKE_CXX_COMPILER_ID MATCHES Clang)
+  # A plug-in that lacks a symbol is found by the linker, not by the person who opens it.
+  add_link_options(-Wl,--no-undefined)
+endif()
+
+if(KS7_SANITIZE)
+  add_compile_options(-fsanitize=${KS7_SANITIZE} -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${KS7_SANITIZE})
+  if(KS7_SANITIZE MATCHES undefined)
+    add_compile_options(-fno-sanitize-recover=undefined)
+  endif()
+endif()

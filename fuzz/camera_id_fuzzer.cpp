@@ -1,0 +1,41 @@
+#include "cameras/KS7Cam.h"
+#include "platform/Hardware.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+class Device final : public platform::BluetoothDevice {
+public:
+    explicit Device(QString address)
+        : mAddress(std::move(address))
+    {
+    }
+    [[nodiscard]] QString getAddressString() const override { return mAddress; }
+
+private:
+    QString mAddress;
+};
+
+void require(bool condition)
+{
+    if (!condition)
+        std::abort();
+}
+
+} // namespace
+
+/// Whatever address a device tells, its camera ID is at most its last four characters, without a hyphen.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    QString address = QString::fromUtf8(reinterpret_cast<const char *>(data), static_cast<int>(size));
+    const Device device(address);
+    const QString cameraID = KS7Cam::cameraIDStringForDevice(&device);
+    require(!cameraID.contains(QLatin1Char('-')));
+    const QString digits = address.remove(QLatin1Char('-'));
+    require(cameraID == digits.right(4).toUpper());
+    require(KS7Cam::defaultFriendlyNameForDevice(&device).endsWith(cameraID));
+    return 0;
+}

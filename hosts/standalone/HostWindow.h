@@ -1,0 +1,30 @@
+#pragma once
+
+#include "pane/PaneOnScreen.h"
+
+#include <QWidget>
+
+class QPushButton;
+class QStackedWidget;
+class QToolButton;
+
+/// The host's one window: the pane, or the overview of all panes, which here is this one's icon.
+class HostWindow : public QWidget {
+    Q_OBJECT
+public:
+    explicit HostWindow(platform::PreferencePane *pane);
+
+    void showPane();
+    void showOverview();
+
+private:
+    void buildBar();
+    void buildOverview();
+
+    QPushButton *mShowAll;
+    QStackedWidget *mPages;
+    QWidget *mPanePage;
+    QWidget *mOverview;
+    QToolButton *mPaneIcon;
+    PaneOnScreen mOnScreen;
+};

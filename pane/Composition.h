@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+class KSPreferencesPanePref;
+
+/// The process's one pane on the real desktop, created on the first call and never destroyed.
+KSPreferencesPanePref *sharedPane();
+
+/// What the pane would find on the real desktop, as plain text for a bug report; makes no pane and needs no
+/// display.
+QString diagnosis();

@@ -1,0 +1,215 @@
+#include "pane/Diagnosis.h"
+
+#include "about/Version.h"
+#include "agent/RemoteNames.h"
+#include "agent/RemoteProtocols.h"
+#include "cameras/KS7Cam.h"
+#include "logging/KS7OrvexLogger.h"
+#include "platform/Bundle.h"
+#include "platform/BusSurvey.h"
+#include "platform/Capture.h"
+#include "platform/Connection.h"
+#include "platform/NotificationCenter.h"
+#include "platform/PackageKitUpdater.h"
+#include "platform/UserDefaults.h"
+#include "platform/WholeFile.h"
+#include "preview/KS7PreviewController.h"
+#include "settings/KS7Domain.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFileInfo>
+#include <QSysInfo>
+
+#include <cstring>
+
+using platform::BusSurvey;
+
+namespace {
+
+const QString NotThere = QStringLiteral(" (not there)");
+
+QString orNone(const QString &text)
+{
+    return text.isEmpty() ? QStringLiteral("none") : text;
+}
+
+QString inWords(BusSurvey::Presence presence)
+{
+    switch (presence) {
+    case BusSurvey::Presence::NoBus:
+        return QStringLiteral("unknown, no answer from the bus");
+    case BusSurvey::Presence::Absent:
+        return QStringLiteral("not there");
+    case BusSurvey::Presence::Startable:
+        return QStringLiteral("not running, started on demand");
+    case BusSurvey::Presence::Running:
+        return QStringLiteral("running");
+    }
+    return {};
+}
+
+/// Since when the owner of a bus name runs, for the end of a line.
+QString sinceWhen(BusSurvey &survey, const QString &busName)
+{
+    const auto process = survey.processOf(busName);
+    if (!process)
+        return {};
+    const QDateTime start = platform::processStart(*process);
+    const QString since = start.isValid() ? start.toString(Qt::ISODate) : QStringLiteral("an unknown time");
+    return QStringLiteral(" since %1, process %2").arg(since).arg(*process);
+}
+
+/// Names come from the agent: a line break in one must not look like a finding.
+QString onOneLine(const QString &text)
+{
+    return text.simplified();
+}
+
+QString describeCamera(const QVariantMap &record)
+{
+    const auto camera = KS7Cam::camWithName(record.value(RecordKeys::FriendlyName).toString(),
+                                            record.value(RecordKeys::CameraIDString).toString(),
+                                            record.value(RecordKeys::Status).toInt());
+    return onOneLine(QStringLiteral("%1 (%2): status %3 %4")
+                         .arg(camera->friendlyName(), camera->cameraIDString())
+                         .arg(camera->status())
+                         .arg(camera->statusString()));
+}
+
+QString pipeWireSocket()
+{
+    QString folder = qEnvironmentVariable("PIPEWIRE_RUNTIME_DIR");
+    if (folder.isEmpty())
+        folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    const QString name = qEnvironmentVariable("PIPEWIRE_REMOTE", QStringLiteral("pipewire-0"));
+    return QDir(folder).absoluteFilePath(name);
+}
+
+QString modeOf(const QFileInfo &file)
+{
+    // Qt's permission bits are hexadecimal digits where the system's are octal ones.
+    const int bits = static_cast<int>(file.permissions());
+    return QStringLiteral("0%1%2%3").arg((bits >> 8) & 7).arg((bits >> 4) & 7).arg(bits & 7);
+}
+
+} // namespace
+
+Diagnosis::Diagnosis(platform::Services services, std::shared_ptr<RemoteProtocols> protocols)
+    : mServices(std::move(services))
+    , mProtocols(std::move(protocols))
+{
+}
+
+QString Diagnosis::report()
+{
+    mLines.clear();
+    describeProgram();
+    describeAgent();
+    describeCameras();
+    describePicture();
+    describeSystemServices();
+    describePreferences();
+    describeLogs();
+    return mLines.join(QLatin1Char('\n')) + QLatin1Char('\n');
+}
+
+void Diagnosis::add(const QString &subject, const QString &finding)
+{
+    mLines.append(subject + QStringLiteral(": ") + finding);
+}
+
+void Diagnosis::describeProgram()
+{
+    add(QStringLiteral("KS-7 preferences"), paneVersion(*mServices.bundle));
+    add(QStringLiteral("Pane"), orNone(platform::ownCodeFile()));
+    add(QStringLiteral("System"),
+        QStringLiteral("%1, %2 %3, %4, Qt %5")
+            .arg(QSysInfo::prettyProductName(), QSysInfo::kernelType(), QSysInfo::kernelVersion(),
+                 QSysInfo::currentCpuArchitecture(), QString::fromLatin1(qVersion())));
+}
+
+void Diagnosis::describeAgent()
+{
+    describeConnection(RemoteNames::AgentServer);
+    describeConnection(RemoteNames::AgentServerUSB);
+    add(QStringLiteral("KS7_AGENT"), orNone(qEnvironmentVariable("KS7_AGENT")));
+}
+
+void Diagnosis::describeConnection(const QString &registeredName)
+{
+    BusSurvey survey(QDBusConnection::SessionBus);
+    const QString busName = platform::bus::busName(registeredName);
+    const auto presence = survey.presenceOf(busName);
+    const bool runs = presence == BusSurvey::Presence::Running;
+    add(busName, inWords(presence) + (runs ? sinceWhen(survey, busName) : QString()));
+}
+
+void Diagnosis::describeCameras()
+{
+    const QString subject = QStringLiteral("Cameras");
+    const auto connection = mServices.connections->connectionWithRegisteredName(RemoteNames::AgentServer);
+    if (!connection)
+        return add(subject, QStringLiteral("unknown, no agent"));
+    const CameraDictionary cameras = mProtocols->deviceController(connection->rootProxy())->cameraDict();
+    if (!connection->isValid())
+        return add(subject, QStringLiteral("unknown, the agent does not answer"));
+    add(subject, QString::number(cameras.size()));
+    for (const QVariantMap &record : cameras)
+        mLines.append(QStringLiteral("  ") + describeCamera(record));
+    connection->invalidate();
+}
+
+void Diagnosis::describePicture()
+{
+    const QString socket = pipeWireSocket();
+    const bool runs = QFileInfo::exists(socket);
+    add(QStringLiteral("PipeWire"), socket + (runs ? QString() : NotThere));
+    // Without the socket nobody would answer the question for devices.
+    const auto devices = runs && mServices.capture ? mServices.capture->videoInputDevices()
+                                                   : std::vector<std::shared_ptr<platform::CaptureDevice>>();
+    QString camera;
+    for (const auto &device : devices) {
+        if (KS7PreviewController::isCamera(device->uniqueID()))
+            camera = device->uniqueID();
+    }
+    add(QStringLiteral("Video sources"), QString::number(devices.size()));
+    add(QStringLiteral("KS-7 node"), orNone(camera));
+}
+
+void Diagnosis::describeSystemServices()
+{
+    BusSurvey survey(QDBusConnection::SystemBus);
+    add(QStringLiteral("BlueZ"), inWords(survey.presenceOf(platform::bus::BlueZ)));
+    add(QStringLiteral("logind"), inWords(survey.presenceOf(platform::bus::Logind)));
+    add(QStringLiteral("PackageKit"), inWords(survey.presenceOf(platform::bus::PackageKit)));
+}
+
+void Diagnosis::describePreferences()
+{
+    const QFileInfo file(platform::fileOfDomain(KS7Domain::Name));
+    const auto contents = platform::WholeFile::read(file.filePath());
+    const QString subject = QStringLiteral("Preferences");
+    if (contents.error != 0)
+        return add(subject,
+                   file.filePath() + QStringLiteral(", ")
+                       + QString::fromLocal8Bit(std::strerror(contents.error)));
+    const auto dictionary = platform::PropertyListDictionary::fromXml(contents.bytes);
+    const QString state =
+        dictionary ? QStringLiteral("a property list") : QStringLiteral("not a property list");
+    add(subject, QStringLiteral("%1, mode %2, %3").arg(file.filePath(), modeOf(file), state));
+    // The names alone: values are nobody's business.
+    if (dictionary)
+        add(QStringLiteral("Settings"), orNone(onOneLine(dictionary->keys().join(QStringLiteral(", ")))));
+}
+
+void Diagnosis::describeLogs()
+{
+    const QString folder = KS7OrvexLogger::logFolder();
+    QDirIterator files(folder, QDir::Files, QDirIterator::Subdirectories);
+    int count = 0;
+    for (; files.hasNext(); files.next())
+        ++count;
+    const QString finding = QFileInfo::exists(folder) ? QStringLiteral(", files: %1").arg(count) : NotThere;
+    add(QStringLiteral("Log folder"), folder + finding);
+}

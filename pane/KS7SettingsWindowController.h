@@ -1,0 +1,209 @@
+#pragma once
+
+#include "agent/KS7DeviceControllerProxy.h"
+#include "agent/Proxy.h"
+#include "agent/TernUSBCommandControllerProxy.h"
+#include "pane/Outlets.h"
+#include "platform/NotificationCenter.h"
+#include "platform/Services.h"
+
+#include <QHash>
+#include <QObject>
+#include <QStringList>
+
+#include <cstdint>
+#include <memory>
+
+namespace platform {
+class Connection;
+class RootProxy;
+class Timer;
+struct AlertSheet;
+}
+
+class KS7Cam;
+class KS7OrvexLogger;
+class RemoteProtocols;
+
+/// All logic of the pane. Declared here once, in chapters; each chapter is defined in its subsystem's folder.
+/// Created by the pane's interface and alive for the rest of the process. Main thread only; reports failures
+/// as codes and sheets, never as exceptions.
+class KS7SettingsWindowController : public QObject {
+    Q_OBJECT
+public:
+    using Notification = platform::Notification;
+
+    // Outlets --------------------------------------------------------------------------------------------
+
+    Outlets outlets;
+
+    // Link: finding, keeping and losing the agent (agent/) -----------------------------------------------
+
+    /// Connects to the agent if not connected; launches it once and waits up to 21 tenths of a second.
+    void setupConnections();
+    void closeConnections();
+    void connectionDidDie(const Notification &notification);
+    void agentStarted(const Notification &notification);
+    void ks7NoBluetooth(const Notification &notification);
+    void ks7FoundBluetooth(const Notification &notification);
+    void displayAgentError();
+    void agentErrorDidEnd(QWidget *sheet, int returnCode, void *contextInfo);
+    void displayBluetoothError();
+    void bluetoothErrorDidEnd(QWidget *sheet, int returnCode, void *contextInfo);
+
+    // List: snapshot, table, selection, discovery (cameras/) ---------------------------------------------
+
+    void setupCameraStatus();
+    /// The one refresh: reads the agent's list again and settles every control by it.
+    void cameraStatusChanged();
+    void copyCamerasLocal();
+    [[nodiscard]] const QHash<QString, std::shared_ptr<KS7Cam>> &cameras() const { return mLocalCameraList; }
+    void reloadTable();
+    int numberOfRowsInTableView(const QObject *table);
+    /// A std::shared_ptr<KS7Cam>, an empty string for a column that is not the cameras', or nothing.
+    QVariant tableViewObjectValue(const QObject *table, const QString &column, int row);
+    void tableViewSelectionDidChange(const Notification &notification);
+    /// The selected row's address, else the clicked row's, else a null string.
+    QString selectedCamAddress();
+    std::shared_ptr<KS7Cam> selectedCam();
+    void pickPreferredCamera();
+    void setActiveCamera(QObject *sender);
+    void clickedTableRow(QObject *sender);
+    void doubleClickCamera(QObject *sender);
+    void discover(QObject *sender);
+    void addCameras(QObject *sender);
+    void removeCamera(QObject *sender);
+    void startedDiscovering(const Notification &notification);
+    void stoppedDiscovering(const Notification &notification);
+    void cameraListChanged(const Notification &notification);
+    void cameraSelectionChanged(const Notification &notification);
+    void pairingInitiated(const Notification &notification);
+    void streamingInitiated(const Notification &notification);
+    void streamingEnded(const Notification &notification);
+    void receivedData(const Notification &notification);
+    void doReceivedData(void *ignored);
+
+    // Settings (settings/) -------------------------------------------------------------------------------
+
+    /// The stored video size, 1 when there is none.
+    static int sizeIndexFromKS7Prefs(platform::UserDefaults &defaults);
+    /// Megahertz; 0 when the clock cannot be read.
+    static int getCPUMhz(platform::ProcessorClock &clock);
+    static bool forceQVGA(platform::ProcessorClock &clock);
+    static bool shouldDebugLog(platform::UserDefaults &defaults);
+    bool isKS7On();
+    void setupStatusMenuCheckbox();
+    void setupEnableKS7Checkbox();
+    void setupOptimizePopup();
+    void setupDebugButton();
+    void enableKS7Checkbox(QObject *sender);
+    void statusMenuCheckbox(QObject *sender);
+    void optimizeForChanged(QObject *sender);
+    void debugLogCheckbox(QObject *sender);
+    void ks7OnOffChanged(const Notification &notification);
+
+    // Maintenance: properties, passkey, firmware (maintenance/) ------------------------------------------
+
+    void showCameraProperties(QObject *sender);
+    void setupProperties();
+    void propertiesOkay(QObject *sender);
+    void propertiesCancel(QObject *sender);
+    void ignoreCamera(QObject *sender);
+    /// Every sheet of the pane ends here.
+    void sheetDidEnd(QWidget *sheet, int returnCode, void *contextInfo);
+
+    void changePIN(QObject *sender);
+    void actuallyChangePIN();
+    void controlTextDidChange(const Notification &notification);
+    void pinOkay(QObject *sender);
+    void doPinOkay(void *ignored);
+    void pinCancel(QObject *sender);
+    void pinError(int code);
+    void passKeySet(const Notification &notification);
+    void USBDeviceConnected(const Notification &notification);
+    void USBDeviceDisconnected(const Notification &notification);
+    void enableUSBOptions();
+
+    void installFirmware(QObject *sender);
+    void firmwareContinue(QObject *sender);
+    void firmwareCancel(QObject *sender);
+    void firmwareError(int code);
+    void firmwareUpdateProgress(const Notification &notification);
+    void firmwareUpdateEnded(const Notification &notification);
+
+    // Preview (preview/) ---------------------------------------------------------------------------------
+
+    void startVideo(QObject *sender);
+    void stopPreviewing();
+    void setLevels(platform::Timer *timer);
+    void qtError(std::int32_t code);
+    void quickTimeErrored(const Notification &notification);
+
+    // Lifecycle: start-up, show and hide, power, session (pane/), version line (about/) ------------------
+
+    KS7SettingsWindowController(platform::Services services, std::shared_ptr<RemoteProtocols> protocols);
+    ~KS7SettingsWindowController() override;
+    KS7SettingsWindowController *init();
+    void awakeFromNib();
+    void prefPaneWillShow();
+    void prefPaneDidHide();
+    void setupUI();
+    void setupCopyright();
+    void makeItKey(void *ignored);
+    void installSleepNotification();
+    void systemWillSleep();
+    void systemWokeFromSleep();
+    /// Answers the power message that brought `messageArgument`.
+    void allowPowerChange(void *messageArgument);
+    void goingToSleep(const Notification &notification);
+    void userSessionDidResignActive(const Notification &notification);
+    void userSessionDidBecomeActive(const Notification &notification);
+
+    // Read by those who watch the pane: tests, the diagnosis of the stand-alone host.
+    [[nodiscard]] bool isConnected() const { return bool(mSharedDeviceController); }
+    [[nodiscard]] bool isStreaming() const { return mStreaming; }
+    [[nodiscard]] bool isSwitchedOut() const { return mSwitchedOut; }
+    [[nodiscard]] bool isBluetoothOff() const { return mBluetoothOff; }
+    [[nodiscard]] std::int32_t firmwareStep() const { return mFirmwareStep; }
+    [[nodiscard]] std::int32_t indexOfPreferred() const { return mIndexOfPreferred; }
+    [[nodiscard]] bool hasLevelsTimer() const { return mLevelsTimer != nullptr; }
+
+private:
+    using Handler = void (KS7SettingsWindowController::*)(const Notification &);
+    void observe(platform::NotificationCenter &center, const QString &name, Handler handler);
+    void registerDistributedObservers();
+    void registerLocalObservers();
+    /// The agent's root object, null after the last attempt.
+    std::shared_ptr<platform::RootProxy> reachAgent();
+    void beginSheet(platform::Sheet *sheet);
+    void beginAlert(const platform::AlertSheet &alert);
+    void startFirmwareUpdate();
+    /// Runs the loop until the update is over; false when there is nothing left to come back to.
+    bool waitForFirmwareUpdate();
+    void firmwareUpdateIsOver();
+
+    KS7OrvexLogger *mLogger = nullptr;
+    Proxy<KS7DeviceControllerProxy> mSharedDeviceController;
+    Proxy<TernUSBCommandControllerProxy> mSharedUSBController;
+    QStringList mLocalSortedNames;
+    QHash<QString, std::shared_ptr<KS7Cam>> mLocalCameraList;
+    std::int32_t mIndexOfPreferred = -1;
+    bool mStreaming = false;
+    std::unique_ptr<platform::Timer> mLevelsTimer;
+    std::shared_ptr<platform::Connection> mAgentConnection;
+    std::shared_ptr<platform::Connection> mAgentConnectionUSB;
+    std::int32_t mFirmwareStep = 0;
+    bool mSwitchedOut = false;
+    bool mBluetoothOff = false;
+
+    platform::Services mServices;
+    std::shared_ptr<RemoteProtocols> mProtocols;
+};
+
+/// The handle that power messages are answered with.
+extern std::uint32_t root_port;
+/// The argument of the last will-sleep message, kept until it is acknowledged.
+extern void *gMessageArgument;
+
+/// Hands power messages to the controller, which is the refcon.
+void MySleepCallBack(void *refcon, std::uint32_t service, std::uint32_t messageType, void *messageArgument);

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/PreferencePane.h"
+
+#include <memory>
+
+class KS7SettingsWindowController;
+class PaneNib;
+
+namespace platform {
+struct Services;
+}
+class RemoteProtocols;
+
+/// The principal class: the one pane of the process. Forwards showing and hiding to the controller.
+class KSPreferencesPanePref : public platform::PreferencePane {
+public:
+    /// The pane, null before one is initialised.
+    static KSPreferencesPanePref *shared();
+
+    KSPreferencesPanePref();
+    ~KSPreferencesPanePref() override;
+
+    /// Records the pane as the shared one and does nothing else.
+    KSPreferencesPanePref *init();
+    /// Records the pane as the shared one and loads its interface.
+    KSPreferencesPanePref *initWithBundle(const platform::Services &services,
+                                          std::shared_ptr<RemoteProtocols> protocols);
+    void awakeFromNib() { }
+    /// The window that shows the pane, null while none does.
+    [[nodiscard]] QWidget *mainWindow() const;
+    void willSelect() override;
+    void didUnselect() override;
+
+    KS7SettingsWindowController *mSettingsWindowController = nullptr;
+
+private:
+    std::unique_ptr<PaneNib> mNib;
+};

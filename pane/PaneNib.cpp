@@ -1,0 +1,300 @@
+#include "pane/PaneNib.h"
+
+#include "about/KS7AboutBoxWindow.h"
+#include "about/UpdateStrip.h"
+#include "agent/RemoteProtocols.h"
+#include "cameras/ChooseCameraMenu.h"
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "pane/KS7SettingsWindowController.h"
+#include "pane/PaneTranslator.h"
+#include "platform/Bundle.h"
+#include "platform/Indicators.h"
+#include "platform/Sheets.h"
+#include "preview/KS7PreviewController.h"
+#include "preview/KS7QTCaptureView.h"
+#include "ui_firmware.h"
+#include "ui_pane.h"
+#include "ui_passkey.h"
+#include "ui_properties.h"
+
+#include <QEvent>
+#include <QIcon>
+#include <QLayout>
+#include <QMenu>
+#include <QTranslator>
+
+#include <algorithm>
+
+using Controller = KS7SettingsWindowController;
+
+namespace {
+
+/// Gives the focus to what a person will use first whenever its sheet comes up, with its text selected, and
+/// again when it can be used again.
+class FirstResponder final : public QObject {
+public:
+    FirstResponder(QWidget *widget, QWidget *sheet)
+        : QObject(widget)
+        , mWidget(widget)
+        , mSheet(sheet)
+    {
+        sheet->installEventFilter(this);
+        widget->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const bool comesUp = watched == mSheet && event->type() == QEvent::Show;
+        const bool isBack =
+            watched == mWidget && event->type() == QEvent::EnabledChange && mWidget->isEnabled();
+        if (comesUp || isBack)
+            mWidget->setFocus(Qt::OtherFocusReason);
+        if (auto *field = comesUp ? qobject_cast<QLineEdit *>(mWidget) : nullptr)
+            field->selectAll();
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QWidget *mWidget;
+    QWidget *mSheet;
+};
+
+void keepPlaceWhenHidden(QWidget *widget)
+{
+    auto policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
+/// Wide enough for the longest of the sheet's texts, so that none of them changes its size.
+void setWidthInCharacters(QWidget *sheet, int characters)
+{
+    sheet->setMinimumWidth(sheet->fontMetrics().averageCharWidth() * characters);
+}
+
+constexpr int FirmwareSheetWidth = 80;
+
+/// As wide as high, whatever the theme makes of buttons with a text.
+void makeSquare(QAbstractButton *button, int side)
+{
+    button->setFixedSize(side, side);
+}
+
+} // namespace
+
+PaneNib::PaneNib(const platform::Services &services, std::shared_ptr<RemoteProtocols> protocols)
+    : mServices(services)
+    , mTranslator(makePaneTranslator(*services.bundle))
+    , mPreviewController(std::make_unique<KS7PreviewController>(services.capture, services.runLoop))
+    , mController(std::make_unique<Controller>(services, std::move(protocols)))
+{
+    mController->init();
+    loadMainView();
+    loadSheets();
+    fillPulldownMenu();
+    connectListActions();
+    connectSettingsActions();
+    connectMaintenanceActions();
+}
+
+PaneNib::~PaneNib()
+{
+    // The host has taken the view into a window of its own, or nobody has.
+    if (mMainView && !mMainView->parent())
+        delete mMainView;
+}
+
+void PaneNib::loadMainView()
+{
+    mMainView = new QWidget;
+    // Made first, so that Tab comes to it first: it stands at the top, in the place of a menu bar.
+    auto *updateStrip = new UpdateStrip(mServices.updates->offer(), mMainView);
+    Ui::PaneView ui;
+    ui.setupUi(mMainView);
+    mMainView->layout()->setMenuBar(updateStrip);
+    auto &outlets = mController->outlets;
+    outlets.statusMenuCheckbox = ui.statusMenuCheckbox;
+    outlets.debugLog = ui.debugLog;
+    outlets.enableKS7Checkbox = ui.enableKS7Checkbox;
+    outlets.searchingIndicator = ui.searchingIndicator;
+    outlets.pulldownMenu = ui.pulldownMenu;
+    outlets.cameraListTable = ui.cameraListTable;
+    outlets.discoveringMessage = ui.discoveringMessage;
+    outlets.addButton = ui.addButton;
+    outlets.removeButton = ui.removeButton;
+    outlets.startButton = ui.startButton;
+    outlets.levelIndicator_l = ui.levelIndicator_l;
+    outlets.levelIndicator_r = ui.levelIndicator_r;
+    outlets.copyright = ui.copyright;
+    outlets.optimizeForPopUp = ui.optimizeForPopUp;
+    outlets.optimizeForPopUpLabel = ui.optimizeForPopUpLabel;
+    dressListButtons();
+    outlets.previewView = mPreviewController.get();
+    mPreviewController->qtView = ui.qtView;
+    ui.cameraListTable->settingsController = mController.get();
+}
+
+void PaneNib::dressListButtons()
+{
+    const auto &outlets = mController->outlets;
+    // Without such an icon in the theme the sign stays.
+    outlets.pulldownMenu->setIcon(QIcon::fromTheme(QStringLiteral("configure"),
+                                                   QIcon::fromTheme(QStringLiteral("preferences-system"))));
+    const int side =
+        std::max(outlets.addButton->sizeHint().height(), outlets.pulldownMenu->sizeHint().height());
+    makeSquare(outlets.addButton, side);
+    makeSquare(outlets.removeButton, side);
+    outlets.pulldownMenu->setFixedHeight(side);
+}
+
+void PaneNib::loadSheets()
+{
+    loadPropertiesSheet();
+    loadPasskeySheet();
+    loadFirmwareSheet();
+}
+
+void PaneNib::loadPropertiesSheet()
+{
+    auto &outlets = mController->outlets;
+    outlets.propertiesSheet = new platform::Sheet(mMainView);
+    Ui::PropertiesSheet properties;
+    properties.setupUi(outlets.propertiesSheet);
+    outlets.cameraNameText = properties.cameraNameText;
+    outlets.cameraIDText = properties.cameraIDText;
+    outlets.ignoreCheckbox = properties.ignoreCheckbox;
+    new FirstResponder(outlets.cameraNameText, outlets.propertiesSheet);
+}
+
+void PaneNib::loadPasskeySheet()
+{
+    auto &outlets = mController->outlets;
+    outlets.pinSheet = new platform::Sheet(mMainView);
+    Ui::PasskeySheet passkey;
+    passkey.setupUi(outlets.pinSheet);
+    outlets.newPINText = passkey.newPINText;
+    outlets.pinOkayButton = passkey.pinOkayButton;
+    new FirstResponder(outlets.newPINText, outlets.pinSheet);
+}
+
+void PaneNib::loadFirmwareSheet()
+{
+    auto &outlets = mController->outlets;
+    outlets.firmwareSheet = new platform::Sheet(mMainView);
+    Ui::FirmwareSheet firmware;
+    firmware.setupUi(outlets.firmwareSheet);
+    outlets.firmwareCheckingIndicator = firmware.firmwareCheckingIndicator;
+    outlets.firmwareStatusText = firmware.firmwareStatusText;
+    outlets.firmwareMainText = firmware.firmwareMainText;
+    outlets.firmwareCancelButton = firmware.firmwareCancelButton;
+    outlets.firmwareContinueButton = firmware.firmwareContinueButton;
+    keepPlaceWhenHidden(outlets.firmwareCheckingIndicator);
+    keepPlaceWhenHidden(outlets.firmwareCancelButton);
+    setWidthInCharacters(outlets.firmwareSheet, FirmwareSheetWidth);
+    new FirstResponder(outlets.firmwareContinueButton, outlets.firmwareSheet);
+}
+
+void PaneNib::fillPulldownMenu()
+{
+    auto *controller = mController.get();
+    auto *menu = new QMenu(controller->outlets.pulldownMenu);
+    const auto add = [&](const QString &title, void (Controller::*action)(QObject *), int tag = 0) {
+        QAction *item = menu->addAction(title);
+        item->setData(tag);
+        QObject::connect(item, &QAction::triggered, controller,
+                         [controller, action, item] { (controller->*action)(item); });
+    };
+    menu->addMenu(new ChooseCameraMenu(controller->outlets.cameraListTable, menu));
+    add(KS7SettingsWindowController::tr("Use This Camera"), &Controller::setActiveCamera);
+    add(KS7SettingsWindowController::tr("Properties…"), &Controller::showCameraProperties);
+    add(KS7SettingsWindowController::tr("Change Passkey…"), &Controller::changePIN, ChangePasskeyTag);
+    add(KS7SettingsWindowController::tr("Update Firmware…"), &Controller::installFirmware, UpdateFirmwareTag);
+    menu->addSeparator();
+    QObject::connect(menu->addAction(KS7SettingsWindowController::tr("About KS-7…")), &QAction::triggered,
+                     controller, [this] { showAboutBox(); });
+    controller->outlets.pulldownMenu->setMenu(menu);
+}
+
+namespace {
+
+/// Sends the action of a control to the controller, with the control as its sender.
+template <class Control, class Signal>
+void connectAction(Control *control, Signal signal, Controller *controller,
+                   void (Controller::*action)(QObject *))
+{
+    QObject::connect(control, signal, controller,
+                     [controller, action, control] { (controller->*action)(control); });
+}
+
+} // namespace
+
+void PaneNib::connectListActions()
+{
+    auto *controller = mController.get();
+    const auto &outlets = controller->outlets;
+    connectAction(outlets.addButton, &QPushButton::clicked, controller, &Controller::addCameras);
+    connectAction(outlets.removeButton, &QPushButton::clicked, controller, &Controller::removeCamera);
+    connectAction(outlets.startButton, &QPushButton::clicked, controller, &Controller::startVideo);
+}
+
+void PaneNib::connectSettingsActions()
+{
+    auto *controller = mController.get();
+    const auto &outlets = controller->outlets;
+    connectAction(outlets.enableKS7Checkbox, &QCheckBox::clicked, controller, &Controller::enableKS7Checkbox);
+    connectAction(outlets.statusMenuCheckbox, &QCheckBox::clicked, controller,
+                  &Controller::statusMenuCheckbox);
+    connectAction(outlets.debugLog, &QCheckBox::clicked, controller, &Controller::debugLogCheckbox);
+    connectAction(outlets.optimizeForPopUp, QOverload<int>::of(&QComboBox::activated), controller,
+                  &Controller::optimizeForChanged);
+}
+
+void PaneNib::connectMaintenanceActions()
+{
+    auto *controller = mController.get();
+    const auto &outlets = controller->outlets;
+    const auto button = [](QWidget *sheet, const char *name) {
+        return sheet->findChild<QPushButton *>(QLatin1String(name));
+    };
+    connectAction(button(outlets.propertiesSheet, "propertiesOkayButton"), &QPushButton::clicked, controller,
+                  &Controller::propertiesOkay);
+    connectAction(button(outlets.propertiesSheet, "propertiesCancelButton"), &QPushButton::clicked,
+                  controller, &Controller::propertiesCancel);
+    connectAction(outlets.ignoreCheckbox, &QCheckBox::clicked, controller, &Controller::ignoreCamera);
+    outlets.propertiesSheet->setCancelAction([controller] { controller->propertiesCancel(nullptr); });
+
+    connectAction(outlets.pinOkayButton, &QPushButton::clicked, controller, &Controller::pinOkay);
+    connectAction(button(outlets.pinSheet, "pinCancelButton"), &QPushButton::clicked, controller,
+                  &Controller::pinCancel);
+    QObject::connect(outlets.newPINText, &QLineEdit::textChanged, controller,
+                     [controller] { controller->controlTextDidChange({}); });
+    outlets.pinSheet->setCancelAction([controller] { controller->pinCancel(nullptr); });
+
+    connectAction(outlets.firmwareContinueButton, &QPushButton::clicked, controller,
+                  &Controller::firmwareContinue);
+    connectAction(outlets.firmwareCancelButton, &QPushButton::clicked, controller,
+                  &Controller::firmwareCancel);
+    outlets.firmwareSheet->setCancelAction([controller] {
+        if (!controller->outlets.firmwareCancelButton->isHidden())
+            controller->firmwareCancel(nullptr);
+    });
+}
+
+void PaneNib::showAboutBox()
+{
+    if (!mAboutBox) {
+        mAboutBox = new KS7AboutBoxWindow(mMainView);
+        mAboutBox->awakeFromNib(*mServices.bundle, mServices.workspace);
+    }
+    mAboutBox->show();
+    mAboutBox->raise();
+    mAboutBox->activateWindow();
+}
+
+void PaneNib::awake()
+{
+    mPreviewController->qtView->awakeFromNib();
+    mPreviewController->awakeFromNib();
+    mController->outlets.cameraListTable->awakeFromNib(mServices.runLoop);
+    mController->awakeFromNib();
+}

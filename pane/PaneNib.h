@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/Services.h"
+
+#include <QPointer>
+
+#include <memory>
+
+class KS7AboutBoxWindow;
+class KS7PreviewController;
+class KS7SettingsWindowController;
+class QTranslator;
+class QWidget;
+class RemoteProtocols;
+
+/// The pane's interface files, loaded: makes the view, the sheets and the objects behind them, connects
+/// outlets and actions, and wakes each object.
+class PaneNib {
+public:
+    PaneNib(const platform::Services &services, std::shared_ptr<RemoteProtocols> protocols);
+    ~PaneNib();
+
+    [[nodiscard]] QWidget *mainView() const { return mMainView; }
+    [[nodiscard]] KS7SettingsWindowController *settingsWindowController() const { return mController.get(); }
+    /// Wakes every object, the controller last.
+    void awake();
+
+private:
+    void loadMainView();
+    void dressListButtons();
+    void loadSheets();
+    void loadPropertiesSheet();
+    void loadPasskeySheet();
+    void loadFirmwareSheet();
+    void fillPulldownMenu();
+    void connectListActions();
+    void connectSettingsActions();
+    void connectMaintenanceActions();
+    void showAboutBox();
+
+    platform::Services mServices;
+    std::unique_ptr<QTranslator> mTranslator;
+    QWidget *mMainView = nullptr;
+    /// Belongs to the main view, wherever a host has put that.
+    QPointer<KS7AboutBoxWindow> mAboutBox;
+    std::unique_ptr<KS7PreviewController> mPreviewController;
+    std::unique_ptr<KS7SettingsWindowController> mController;
+};

@@ -1,0 +1,33 @@
+#include "pane/PaneTranslator.h"
+
+#include "platform/Bundle.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QTranslator>
+
+namespace {
+
+/// The compiled translation that fits the language best, "de_AT" before "de"; empty when there is none.
+QString translationFile(const platform::Bundle &bundle, const QLocale &locale)
+{
+    const QString language = locale.name();
+    for (const QString &name : {language, language.section(QLatin1Char('_'), 0, 0)}) {
+        QString path = bundle.pathForResource(QStringLiteral("ks7_") + name, QStringLiteral("qm"));
+        if (!path.isEmpty())
+            return path;
+    }
+    return {};
+}
+
+} // namespace
+
+std::unique_ptr<QTranslator> makePaneTranslator(const platform::Bundle &bundle)
+{
+    auto translator = std::make_unique<QTranslator>();
+    const QString file = translationFile(bundle, QLocale());
+    if (file.isEmpty() || !translator->load(file))
+        return nullptr;
+    QCoreApplication::installTranslator(translator.get());
+    return translator;
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+#include <QVariantMap>
+
+#include <memory>
+
+namespace platform {
+
+/// The files and the information dictionary that the pane brings along, apart from the host's own.
+class Bundle {
+public:
+    virtual ~Bundle() = default;
+
+    /// Path of the resource `name`.`type`; empty when the bundle has none.
+    [[nodiscard]] virtual QString pathForResource(const QString &name, const QString &type) const = 0;
+    /// The information dictionary; empty when there is none.
+    [[nodiscard]] virtual QVariantMap infoDictionary() const = 0;
+};
+
+/// The bundle compiled into the pane.
+std::shared_ptr<Bundle> makePaneBundle();
+
+} // namespace platform

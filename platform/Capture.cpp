@@ -1,0 +1,104 @@
+#include "platform/Capture.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+namespace platform {
+namespace {
+
+constexpr QSize UsualPicture{640, 480};
+
+class NullSession final : public CaptureSession {
+public:
+    bool addInput(const std::shared_ptr<CaptureDeviceInput> &, std::optional<CaptureError> &) override
+    {
+        return false;
+    }
+    void startRunning() override { mRunning = true; }
+    void stopRunning() override { mRunning = false; }
+    [[nodiscard]] bool isRunning() const override { return mRunning; }
+    void setFrameHandler(FrameHandler) override { }
+
+private:
+    bool mRunning = false;
+};
+
+class NullCapture final : public Capture {
+public:
+    std::vector<std::shared_ptr<CaptureDevice>> videoInputDevices() override { return {}; }
+    std::shared_ptr<CaptureSession> makeSession() override { return std::make_shared<NullSession>(); }
+};
+
+} // namespace
+
+CaptureView::CaptureView(QWidget *parent)
+    : QWidget(parent)
+{
+    // Every pixel is painted, so nothing has to be drawn beneath each picture.
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+CaptureView::~CaptureView()
+{
+    if (mSession)
+        mSession->setFrameHandler({});
+}
+
+void CaptureView::setCaptureSession(const std::shared_ptr<CaptureSession> &session)
+{
+    if (mSession)
+        mSession->setFrameHandler({});
+    mSession = session;
+    showFrame({});
+    if (mSession)
+        mSession->setFrameHandler([this](const QImage &frame) { showFrame(frame); });
+}
+
+void CaptureView::showFrame(const QImage &frame)
+{
+    mFrame = frame;
+    if (isVisible())
+        update();
+}
+
+QSize CaptureView::sizeHint() const
+{
+    return UsualPicture;
+}
+
+QRectF CaptureView::pictureRect() const
+{
+    // Whole pixels of the screen, so that a picture of the right size is copied and not scaled.
+    const qreal ratio = devicePixelRatioF();
+    const QSize pixels = (QSizeF(size()) * ratio).toSize();
+    const QSize picture = mFrame.size().scaled(pixels, Qt::KeepAspectRatio);
+    const QPoint corner((pixels.width() - picture.width()) / 2, (pixels.height() - picture.height()) / 2);
+    return {QPointF(corner) / ratio, QSizeF(picture) / ratio};
+}
+
+void CaptureView::drawRect(const QRect &rect)
+{
+    QPainter painter(this);
+    painter.setClipRect(rect);
+    const QRectF picture = mFrame.isNull() ? QRectF() : pictureRect();
+    // The border reaches under the picture's outermost pixels, which it may cover only in part.
+    const QRegion border = QRegion(rect) - QRegion(picture.toAlignedRect().adjusted(1, 1, -1, -1));
+    for (const QRect &strip : border)
+        painter.fillRect(strip, Qt::black);
+    if (picture.isEmpty())
+        return;
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(picture, mFrame);
+}
+
+void CaptureView::paintEvent(QPaintEvent *event)
+{
+    drawRect(event->rect());
+}
+
+std::shared_ptr<Capture> makeNullCapture()
+{
+    return std::make_shared<NullCapture>();
+}
+
+} // namespace platform

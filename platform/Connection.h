@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+namespace platform {
+
+/// Posted on the local centre, once, when a connection has died; the object is the Connection.
+inline const QString NSConnectionDidDieNotification = QStringLiteral("NSConnectionDidDieNotification");
+
+/// The remote end of a connection before its interface is fixed.
+class RootProxy {
+public:
+    virtual ~RootProxy() = default;
+};
+
+/// A link to the one owner that held a registered name when it was opened.
+/// It dies when that owner lets go of the name, lets a call time out, the bus goes, or on invalidate().
+class Connection {
+public:
+    virtual ~Connection() = default;
+
+    /// The remote root object, null once the connection is dead.
+    virtual std::shared_ptr<RootProxy> rootProxy() = 0;
+    /// Ends the connection; a live one reports its death before this returns.
+    virtual void invalidate() = 0;
+    [[nodiscard]] virtual bool isValid() const = 0;
+};
+
+/// Looks remote objects up by their registered names.
+class ConnectionRegistry {
+public:
+    virtual ~ConnectionRegistry() = default;
+
+    /// A connection to `name` on the local host; null when nobody has registered the name.
+    virtual std::shared_ptr<Connection> connectionWithRegisteredName(const QString &name) = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,207 @@
+#include "platform/Indicators.h"
+
+#include <QAccessibleWidget>
+#include <QPainter>
+#include <QTimerEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace platform {
+namespace {
+
+// A fraction of a progress bar's integer range fine enough for any width on screen.
+constexpr int Steps = 10000;
+constexpr int SpinnerSpokes = 12;
+constexpr int SpinnerInterval = 80;
+
+// The meter's segments, and where they begin to warn, as parts of the range.
+constexpr int SegmentWidth = 5;
+constexpr int SegmentGap = 2;
+constexpr double LoudFrom = 0.75;
+constexpr double TooLoudFrom = 0.9;
+
+double boundedFraction(double value)
+{
+    return std::isnan(value) ? 0.0 : std::clamp(value, 0.0, 1.0);
+}
+
+/// A value from 0 to 1, read by assistive programs and changed by nobody.
+class FractionAccessible final : public QAccessibleWidget, public QAccessibleValueInterface {
+public:
+    FractionAccessible(QWidget *widget, double (*fraction)(const QObject *))
+        : QAccessibleWidget(widget, QAccessible::ProgressBar)
+        , mFraction(fraction)
+    {
+    }
+
+    [[nodiscard]] QVariant currentValue() const override { return mFraction(object()); }
+    void setCurrentValue(const QVariant &) override { }
+    [[nodiscard]] QVariant minimumValue() const override { return 0.0; }
+    [[nodiscard]] QVariant maximumValue() const override { return 1.0; }
+    [[nodiscard]] QVariant minimumStepSize() const override { return 0.0; }
+    [[nodiscard]] QAccessible::State state() const override
+    {
+        auto state = QAccessibleWidget::state();
+        state.readOnly = true;
+        return state;
+    }
+
+protected:
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::ValueInterface)
+            return static_cast<QAccessibleValueInterface *>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+
+private:
+    double (*mFraction)(const QObject *);
+};
+
+double fractionOfLevel(const QObject *indicator)
+{
+    return static_cast<const LevelIndicator *>(indicator)->fraction();
+}
+
+double fractionOfProgress(const QObject *indicator)
+{
+    return boundedFraction(static_cast<const ProgressIndicator *>(indicator)->doubleValue());
+}
+
+QAccessibleInterface *makeInterface(const QString &className, QObject *object)
+{
+    if (className == QLatin1String(LevelIndicator::staticMetaObject.className()))
+        return new FractionAccessible(static_cast<QWidget *>(object), fractionOfLevel);
+    if (className == QLatin1String(ProgressIndicator::staticMetaObject.className()))
+        return new FractionAccessible(static_cast<QWidget *>(object), fractionOfProgress);
+    if (className == QLatin1String(SpinnerIndicator::staticMetaObject.className()))
+        return new QAccessibleWidget(static_cast<QWidget *>(object), QAccessible::Animation);
+    return nullptr;
+}
+
+QColor segmentColor(double place)
+{
+    if (place >= TooLoudFrom)
+        return {218, 54, 51};
+    return place >= LoudFrom ? QColor(224, 157, 0) : QColor(46, 160, 67);
+}
+
+/// Seen on any ground, yet not taken for a lit one.
+QColor unlitColor(const QPalette &palette)
+{
+    QColor color = palette.color(QPalette::WindowText);
+    color.setAlphaF(0.18F);
+    return color;
+}
+
+} // namespace
+
+LevelIndicator::LevelIndicator(QWidget *parent)
+    : QWidget(parent)
+{
+    QAccessible::installFactory(makeInterface);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void LevelIndicator::setDoubleValue(double value)
+{
+    mValue = value;
+    update();
+}
+
+double LevelIndicator::fraction() const
+{
+    return boundedFraction(mValue);
+}
+
+QSize LevelIndicator::sizeHint() const
+{
+    return {120, 12};
+}
+
+void LevelIndicator::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const int step = SegmentWidth + SegmentGap;
+    const int count = std::max(1, (width() + SegmentGap) / step);
+    const auto lit = std::lround(fraction() * count);
+    const QColor unlit = unlitColor(palette());
+    for (int segment = 0; segment < count; ++segment) {
+        // The meter grows with the direction of reading.
+        const int place =
+            layoutDirection() == Qt::RightToLeft ? width() - segment * step - SegmentWidth : segment * step;
+        painter.fillRect(place, 0, SegmentWidth, height(),
+                         segment < lit ? segmentColor(double(segment) / count) : unlit);
+    }
+}
+
+ProgressIndicator::ProgressIndicator(QWidget *parent)
+    : QProgressBar(parent)
+{
+    QAccessible::installFactory(makeInterface);
+    setRange(0, Steps);
+    setValue(0);
+}
+
+void ProgressIndicator::setDoubleValue(double value)
+{
+    mValue = value;
+    setValue(static_cast<int>(std::lround(boundedFraction(value) * Steps)));
+}
+
+SpinnerIndicator::SpinnerIndicator(QWidget *parent)
+    : QWidget(parent)
+{
+    QAccessible::installFactory(makeInterface);
+    QSizePolicy policy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    policy.setRetainSizeWhenHidden(true);
+    setSizePolicy(policy);
+    setVisible(false);
+}
+
+void SpinnerIndicator::startAnimation()
+{
+    if (mTimerId == 0)
+        mTimerId = startTimer(SpinnerInterval);
+    setVisible(true);
+}
+
+void SpinnerIndicator::stopAnimation()
+{
+    if (mTimerId != 0)
+        killTimer(mTimerId);
+    mTimerId = 0;
+    setVisible(false);
+}
+
+QSize SpinnerIndicator::sizeHint() const
+{
+    return {16, 16};
+}
+
+void SpinnerIndicator::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(rect().center() + QPointF(0.5, 0.5));
+    const double radius = std::min(width(), height()) / 2.0;
+    QColor color = palette().color(QPalette::WindowText);
+    for (int spoke = 0; spoke < SpinnerSpokes; ++spoke) {
+        color.setAlphaF(static_cast<float>((spoke + SpinnerSpokes - mStep) % SpinnerSpokes + 1)
+                        / SpinnerSpokes);
+        painter.setPen(QPen(color, radius / 5.0, Qt::SolidLine, Qt::RoundCap));
+        painter.drawLine(QPointF(0.0, -radius * 0.5), QPointF(0.0, -radius * 0.85));
+        painter.rotate(360.0 / SpinnerSpokes);
+    }
+}
+
+void SpinnerIndicator::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != mTimerId)
+        return;
+    mStep = (mStep + 1) % SpinnerSpokes;
+    update();
+}
+
+} // namespace platform

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QProgressBar>
+#include <QWidget>
+
+#include <memory>
+
+namespace platform {
+
+class RunLoop;
+class Timer;
+
+/// A bar for a value from 0 to 1. The value itself is unbounded; what is drawn and what a screen
+/// reader is told stays within the range.
+class LevelIndicator : public QWidget {
+    Q_OBJECT
+public:
+    explicit LevelIndicator(QWidget *parent = nullptr);
+
+    [[nodiscard]] double doubleValue() const { return mValue; }
+    void setDoubleValue(double value);
+    /// The part of the range that is filled, 0 to 1.
+    [[nodiscard]] double fraction() const;
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    double mValue = 0.0;
+};
+
+/// A determinate progress bar with the range 0 to 1, and the state of its animation.
+class ProgressIndicator : public QProgressBar {
+    Q_OBJECT
+public:
+    explicit ProgressIndicator(QWidget *parent = nullptr);
+
+    [[nodiscard]] double doubleValue() const { return mValue; }
+    void setDoubleValue(double value);
+    void startAnimation() { mAnimating = true; }
+    void stopAnimation() { mAnimating = false; }
+    [[nodiscard]] bool isAnimating() const { return mAnimating; }
+
+private:
+    double mValue = 0.0;
+    bool mAnimating = false;
+};
+
+/// A small wheel that turns while something goes on whose end nobody knows. Hidden while it stands still; its
+/// place is kept.
+class SpinnerIndicator : public QWidget {
+    Q_OBJECT
+public:
+    explicit SpinnerIndicator(QWidget *parent = nullptr);
+
+    void startAnimation();
+    void stopAnimation();
+    [[nodiscard]] bool isAnimating() const { return mTimerId != 0; }
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    int mTimerId = 0;
+    int mStep = 0;
+};
+
+} // namespace platform

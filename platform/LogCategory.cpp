@@ -1,0 +1,3 @@
+#include "platform/LogCategory.h"
+
+Q_LOGGING_CATEGORY(KS7_PLATFORM, "ks7.platform")

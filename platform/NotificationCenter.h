@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QString>
+#include <QVariantMap>
+
+#include <functional>
+#include <vector>
+
+namespace platform {
+
+/// What an observer is handed: the name, who it is about (by identity, may be null) and the payload.
+struct Notification {
+    QString name;
+    const void *object = nullptr;
+    QVariantMap userInfo;
+};
+
+using NotificationHandler = std::function<void(const Notification &)>;
+
+/// A place to post to and to observe. Main thread only; handlers of one name run in the order of
+/// registration.
+class NotificationCenter {
+public:
+    virtual ~NotificationCenter() = default;
+
+    /// Calls `handler` for every later post of `name`. `observer` names the registration for removal.
+    virtual void addObserver(const void *observer, const QString &name, NotificationHandler handler) = 0;
+    virtual void removeObserver(const void *observer, const QString &name) = 0;
+    virtual void postNotificationName(const QString &name, const void *object = nullptr,
+                                      const QVariantMap &userInfo = {}) = 0;
+};
+
+/// The centre inside the process: a post has reached every observer when it returns.
+class LocalNotificationCenter final : public NotificationCenter {
+public:
+    void addObserver(const void *observer, const QString &name, NotificationHandler handler) override;
+    void removeObserver(const void *observer, const QString &name) override;
+    void postNotificationName(const QString &name, const void *object = nullptr,
+                              const QVariantMap &userInfo = {}) override;
+    [[nodiscard]] bool hasObservers(const QString &name) const;
+
+private:
+    struct Registration {
+        const void *observer;
+        QString name;
+        NotificationHandler handler;
+    };
+    std::vector<Registration> mRegistrations;
+};
+
+/// An integer of a user info: numbers are cut to 32 bits, a missing key or another type reads as 0.
+int intValue(const QVariantMap &userInfo, const QString &key);
+
+} // namespace platform

@@ -1,0 +1,196 @@
+#include "platform/PipeWireCapture.h"
+
+#include "platform/LogCategory.h"
+#include "platform/NotificationCenter.h"
+#include "platform/PictureStream.h"
+#include "platform/PipeWireNodes.h"
+#include "platform/RunLoop.h"
+#include "platform/SerialWorker.h"
+
+#include <algorithm>
+#include <cerrno>
+
+using namespace std::chrono_literals;
+
+namespace platform {
+namespace {
+
+/// A look-up takes some milliseconds; PipeWire that needs longer does not answer at all.
+constexpr auto LookUpPatience = 3s;
+/// A camera without a new picture for so long is looked up again.
+constexpr auto StallInterval = 1s;
+
+/// Main thread's handle on what all objects of the capture system share.
+struct Context {
+    std::shared_ptr<NotificationCenter> localCenter;
+    std::shared_ptr<RunLoop> runLoop;
+    /// Apart from each other, because the start of a picture may wait long for its camera.
+    std::shared_ptr<SerialWorker> lookUps;
+    std::shared_ptr<SerialWorker> streams;
+};
+
+bool contains(const std::vector<PipeWireNode> &nodes, const QString &name)
+{
+    return std::any_of(nodes.begin(), nodes.end(),
+                       [&name](const PipeWireNode &node) { return node.name == name; });
+}
+
+std::optional<std::vector<PipeWireNode>> lookUpInTime()
+{
+    auto nodes = lookUpPipeWireNodes(LookUpPatience);
+    if (!nodes)
+        qCWarning(KS7_PLATFORM, "PipeWire does not answer");
+    return nodes;
+}
+
+class PipeWireDevice final : public CaptureDevice {
+public:
+    PipeWireDevice(PipeWireNode node, Context context)
+        : mNode(std::move(node))
+        , mContext(std::move(context))
+    {
+    }
+    [[nodiscard]] QString uniqueID() const override { return mNode.name; }
+    [[nodiscard]] QString localizedDisplayName() const override { return mNode.description; }
+    bool open(std::optional<CaptureError> &error) override
+    {
+        const auto nodes = lookUpInTime();
+        mOpen = nodes && contains(*nodes, mNode.name);
+        if (!mOpen)
+            error = CaptureError{nodes ? -ENODEV : -ETIMEDOUT};
+        return mOpen;
+    }
+    void close() override { mOpen = false; }
+    [[nodiscard]] bool isOpen() const override { return mOpen; }
+
+private:
+    const PipeWireNode mNode;
+    const Context mContext;
+    bool mOpen = false;
+};
+
+/// Shows the picture of one device at most.
+class PipeWireSession final : public CaptureSession {
+public:
+    explicit PipeWireSession(Context context)
+        : mContext(std::move(context))
+    {
+    }
+    ~PipeWireSession() override { stopRunning(); }
+    bool addInput(const std::shared_ptr<CaptureDeviceInput> &input,
+                  std::optional<CaptureError> &error) override;
+    void startRunning() override;
+    void stopRunning() override;
+    [[nodiscard]] bool isRunning() const override { return mRunning; }
+    void setFrameHandler(FrameHandler handler) override { mFrameHandler = std::move(handler); }
+
+private:
+    void show(const QImage &picture);
+    void reportFailure(int code);
+    void lookWhetherStalled();
+
+    const Context mContext;
+    std::shared_ptr<CaptureDevice> mDevice;
+    std::shared_ptr<PictureStream> mStream;
+    std::unique_ptr<Timer> mStallTimer;
+    FrameHandler mFrameHandler;
+    bool mRunning = false;
+};
+
+bool PipeWireSession::addInput(const std::shared_ptr<CaptureDeviceInput> &input,
+                               std::optional<CaptureError> &error)
+{
+    const auto device = input ? std::dynamic_pointer_cast<PipeWireDevice>(input->device()) : nullptr;
+    if (mDevice)
+        error = CaptureError{-EBUSY};
+    else if (!device || !device->isOpen())
+        error = CaptureError{-EINVAL};
+    else
+        mDevice = device;
+    return !error && mDevice == device;
+}
+
+void PipeWireSession::startRunning()
+{
+    if (mRunning)
+        return;
+    mRunning = true;
+    if (!mDevice)
+        return;
+    mStream = std::make_shared<PictureStream>(
+        mDevice->uniqueID(), mContext.runLoop, [this](const QImage &picture) { show(picture); },
+        [this](int code) { reportFailure(code); });
+    mContext.streams->post([stream = mStream] { stream->start(); });
+    mStallTimer = mContext.runLoop->scheduledTimer(StallInterval, [this] { lookWhetherStalled(); });
+}
+
+void PipeWireSession::stopRunning()
+{
+    mRunning = false;
+    mStallTimer.reset();
+    if (!mStream)
+        return;
+    mStream->close();
+    mContext.streams->post([stream = std::move(mStream)] { stream->stop(); });
+    mStream.reset();
+    show({});
+}
+
+void PipeWireSession::show(const QImage &picture)
+{
+    if (mFrameHandler)
+        mFrameHandler(picture);
+}
+
+void PipeWireSession::reportFailure(int code)
+{
+    mContext.localCenter->postNotificationName(QuickTimeErrorNotification, this,
+                                               {{QuickTimeErrorCodeKey, code}});
+}
+
+void PipeWireSession::lookWhetherStalled()
+{
+    // A node that goes takes its pictures with it and says nothing; one that is slow is still there.
+    if (mStream->takeArrived() || !mStream->beginLookUp())
+        return;
+    mContext.lookUps->post([stream = mStream] {
+        const auto nodes = lookUpPipeWireNodes(LookUpPatience);
+        if (nodes && !contains(*nodes, stream->nodeName()))
+            stream->fail(-ENODEV);
+        stream->endLookUp();
+    });
+}
+
+class PipeWireCapture final : public Capture {
+public:
+    explicit PipeWireCapture(Context context)
+        : mContext(std::move(context))
+    {
+    }
+    std::vector<std::shared_ptr<CaptureDevice>> videoInputDevices() override
+    {
+        std::vector<std::shared_ptr<CaptureDevice>> devices;
+        for (const auto &node : lookUpInTime().value_or(std::vector<PipeWireNode>()))
+            devices.push_back(std::make_shared<PipeWireDevice>(node, mContext));
+        return devices;
+    }
+    std::shared_ptr<CaptureSession> makeSession() override
+    {
+        return std::make_shared<PipeWireSession>(mContext);
+    }
+
+private:
+    const Context mContext;
+};
+
+} // namespace
+
+std::shared_ptr<Capture> makePipeWireCapture(std::shared_ptr<NotificationCenter> localCenter,
+                                             std::shared_ptr<RunLoop> runLoop)
+{
+    return std::make_shared<PipeWireCapture>(Context{std::move(localCenter), std::move(runLoop),
+                                                     std::make_shared<SerialWorker>(),
+                                                     std::make_shared<SerialWorker>()});
+}
+
+} // namespace platform

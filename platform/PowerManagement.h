@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace platform {
+
+/// The power messages, with the numbers that the callback compares.
+enum PowerMessage : std::uint32_t {
+    kIOMessageCanSystemSleep = 0xE0000270,
+    kIOMessageSystemWillSleep = 0xE0000280,
+    kIOMessageSystemHasPoweredOn = 0xE0000300,
+};
+
+/// The sleep and wake messages of the machine, delivered on the main run loop.
+class PowerManagement {
+public:
+    using Callback = void (*)(void *refcon, std::uint32_t service, std::uint32_t messageType,
+                              void *messageArgument);
+    virtual ~PowerManagement() = default;
+
+    /// Registers for the life of the process. Returns the handle to answer with, 0 when there is no
+    /// power management: no message comes then.
+    virtual std::uint32_t registerForSystemPower(void *refcon, Callback callback) = 0;
+    /// Answers the message that brought `messageArgument`: the machine may sleep.
+    virtual void allowPowerChange(std::uint32_t rootPort, void *messageArgument) = 0;
+};
+
+/// A machine that never sleeps.
+std::shared_ptr<PowerManagement> makeNullPowerManagement();
+
+} // namespace platform

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QtPlugin>
+
+#include <memory>
+
+class QWidget;
+
+namespace platform {
+
+class Bundle;
+
+/// What a settings host loads: one view, told when it comes on screen and when it goes.
+/// A pane is never destroyed; its view may be taken out of one window and put into another.
+class PreferencePane {
+public:
+    virtual ~PreferencePane() = default;
+
+    [[nodiscard]] QWidget *mainView() const { return mMainView; }
+    virtual void willSelect() { }
+    virtual void didUnselect() { }
+
+protected:
+    void setMainView(QWidget *view) { mMainView = view; }
+
+private:
+    QWidget *mMainView = nullptr;
+};
+
+/// The entry of a pane that is built as a plug-in.
+class PreferencePaneFactory {
+public:
+    virtual ~PreferencePaneFactory() = default;
+
+    /// The process's one pane, created on the first call; the plug-in keeps it.
+    virtual PreferencePane *pane() = 0;
+};
+
+} // namespace platform
+
+#define KS7_PREFERENCE_PANE_IID "com.orvex.PreferencePaneFactory/1"
+Q_DECLARE_INTERFACE(platform::PreferencePaneFactory, KS7_PREFERENCE_PANE_IID)

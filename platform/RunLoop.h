@@ -1,0 +1,39 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace platform {
+
+/// A scheduled repeating call; destroying it invalidates it.
+class Timer {
+public:
+    virtual ~Timer() = default;
+};
+
+/// The host's main run loop, on which everything of the pane runs. Delays run on the monotonic clock.
+class RunLoop {
+public:
+    using Work = std::function<void()>;
+    virtual ~RunLoop() = default;
+
+    /// Runs `work` once after `delay`; `target` names the call for cancelPreviousPerformRequests().
+    virtual void performAfterDelay(const void *target, std::chrono::milliseconds delay, Work work) = 0;
+    /// Runs `work` on the main thread after what is being delivered now; callable from any thread.
+    virtual void performOnMainThread(Work work) = 0;
+    /// Forgets every delayed call of `target` that has not run yet.
+    virtual void cancelPreviousPerformRequests(const void *target) = 0;
+    /// Calls `tick` every `interval` until the timer is destroyed.
+    [[nodiscard]] virtual std::unique_ptr<Timer> scheduledTimer(std::chrono::milliseconds interval,
+                                                                Work tick) = 0;
+    /// Runs the loop, nested, for `slice`, asleep while nothing happens.
+    /// False when the application was told to quit: the caller must return to its own caller.
+    virtual bool runFor(std::chrono::milliseconds slice) = 0;
+    /// Blocks the thread without turning the loop.
+    virtual void pause(std::chrono::microseconds duration) = 0;
+};
+
+std::shared_ptr<RunLoop> makeQtRunLoop();
+
+} // namespace platform

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+#include <QUrl>
+
+#include <memory>
+
+namespace platform {
+
+/// Posted on the workspace's centre when the user's session gets or loses the screen.
+inline const QString NSWorkspaceSessionDidBecomeActiveNotification =
+    QStringLiteral("NSWorkspaceSessionDidBecomeActiveNotification");
+inline const QString NSWorkspaceSessionDidResignActiveNotification =
+    QStringLiteral("NSWorkspaceSessionDidResignActiveNotification");
+
+/// Hands files and addresses to the user's other programs. Each answers whether somebody took it.
+class Workspace {
+public:
+    virtual ~Workspace() = default;
+
+    virtual bool openURL(const QUrl &url) = 0;
+    virtual bool openFile(const QString &path) = 0;
+    /// Shows the file, selected, in the file manager.
+    virtual bool selectFile(const QString &path) = 0;
+};
+
+/// The user's default programs. Starts them and waits for none.
+std::shared_ptr<Workspace> makeWorkspace();
+
+} // namespace platform

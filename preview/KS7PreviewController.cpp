@@ -1,0 +1,117 @@
+#include "preview/KS7PreviewController.h"
+
+#include "platform/Capture.h"
+#include "platform/RunLoop.h"
+#include "preview/KS7QTCaptureView.h"
+
+#include <algorithm>
+#include <vector>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// The camera gets this long to fill the picture before the view is shown.
+constexpr auto RevealDelay = 750ms;
+
+/// The names under which the system knows the camera's picture, whatever it displays them as.
+const QString LegacyCameraID =
+    QStringLiteral("com.apple.QTKit.legacydevice-KS-7 Wireless Webcam-vdig-usbv-Orvx");
+const QString CameraID = QStringLiteral("KS-7 Wireless Webcam");
+
+std::int16_t resultCode(const std::optional<platform::CaptureError> &error, std::int16_t withoutError)
+{
+    return error ? static_cast<std::int16_t>(error->code) : withoutError;
+}
+
+std::shared_ptr<platform::CaptureDevice> findCamera(platform::Capture &capture)
+{
+    const auto devices = capture.videoInputDevices();
+    const auto camera = std::find_if(devices.begin(), devices.end(), [](const auto &device) {
+        return KS7PreviewController::isCamera(device->uniqueID());
+    });
+    return camera == devices.end() ? nullptr : *camera;
+}
+
+} // namespace
+
+KS7PreviewController::KS7PreviewController(std::shared_ptr<platform::Capture> capture,
+                                           std::shared_ptr<platform::RunLoop> runLoop)
+    : mCapture(std::move(capture))
+    , mRunLoop(std::move(runLoop))
+{
+}
+
+KS7PreviewController::~KS7PreviewController() = default;
+
+bool KS7PreviewController::isCamera(const QString &uniqueID)
+{
+    return uniqueID == LegacyCameraID || uniqueID == CameraID;
+}
+
+void KS7PreviewController::awakeFromNib()
+{
+    mCaptureSession.reset();
+    mCaptureVideoDeviceInput.reset();
+}
+
+std::int16_t KS7PreviewController::doSeqGrab()
+{
+    if (!mCaptureSession) {
+        if (const std::int16_t code = setUpSession(); code != Running)
+            return code;
+    }
+    mCaptureSession->startRunning();
+    mRunLoop->performAfterDelay(this, RevealDelay, [this] { swapViewIn(); });
+    return Running;
+}
+
+std::int16_t KS7PreviewController::setUpSession()
+{
+    // The session stays when a later step fails: the next start then runs it without a camera.
+    mCaptureSession = mCapture->makeSession();
+    const auto camera = findCamera(*mCapture);
+    if (!camera)
+        return NoCamera;
+    std::optional<platform::CaptureError> error;
+    if (!camera->open(error))
+        return resultCode(error, CannotOpen);
+    mCaptureVideoDeviceInput = std::make_shared<platform::CaptureDeviceInput>(camera);
+    if (!mCaptureSession->addInput(mCaptureVideoDeviceInput, error)) {
+        endGrab();
+        return resultCode(error, CannotAdd);
+    }
+    qtView->setCaptureSession(mCaptureSession);
+    qtView->setDelegate(this);
+    return Running;
+}
+
+void KS7PreviewController::swapViewIn(void *)
+{
+    qtView->setVisible(true);
+}
+
+void KS7PreviewController::endGrab()
+{
+    mRunLoop->cancelPreviousPerformRequests(this);
+    if (mCaptureSession)
+        mCaptureSession->stopRunning();
+    qtView->setVisible(false);
+}
+
+void KS7PreviewController::display()
+{
+    qtView->repaint();
+}
+
+void KS7PreviewController::stopSession()
+{
+    if (!mCaptureSession)
+        return;
+    if (mCaptureSession->isRunning())
+        mCaptureSession->stopRunning();
+    if (mCaptureVideoDeviceInput && mCaptureVideoDeviceInput->device()->isOpen())
+        mCaptureVideoDeviceInput->device()->close();
+    mCaptureSession.reset();
+    mCaptureVideoDeviceInput.reset();
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+namespace platform {
+class UserDefaults;
+}
+
+/// Access to the agent's preferences domain, which holds every setting that the pane shows.
+namespace KS7Domain {
+
+inline const QString Name = QStringLiteral("com.orvex.KS7Agent");
+
+/// The value, as it was last read; an invalid variant when domain or key is absent.
+QVariant domainObjectForKey(platform::UserDefaults &defaults, const QString &key);
+/// Rewrites the whole domain with one value changed, until the next synchronize() in memory only. A domain
+/// that does not exist is not created: the value is dropped.
+void domainSetObject(platform::UserDefaults &defaults, const QVariant &value, const QString &forKey);
+/// Any number that is not zero is on; `absent` when the domain has no such key.
+bool boolForKey(platform::UserDefaults &defaults, const QString &key, bool absent);
+
+} // namespace KS7Domain
+
+namespace PreferenceKeys {
+
+inline const QString KS7On = QStringLiteral("KS7On");
+inline const QString ShowStatusMenu = QStringLiteral("ShowStatusMenu");
+inline const QString VideoSize2 = QStringLiteral("VideoSize2");
+inline const QString LogToFile = QStringLiteral("LogToFile");
+inline const QString FriendlyNames = QStringLiteral("FriendlyNames");
+inline const QString IgnoredCams = QStringLiteral("IgnoredCams");
+
+} // namespace PreferenceKeys

@@ -1,0 +1,123 @@
+#include "simulator/Options.h"
+
+#include <QCommandLineParser>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace simulator {
+
+namespace {
+
+const char *const Description =
+    R"(A stand-in for the KS-7 camera agent. It serves the agent's two objects on the session bus, posts what
+the agent posts, hears what the settings pane posts, and keeps the agent's preferences file.
+
+The demo: two cameras are known. "Kitchen" pairs, starts and streams within some seconds; "Desk" is out of
+reach and stays "Not Found". Then "Workshop" is plugged in by USB and needs a firmware update. A search takes
+four seconds and finds one camera more. A camera that is made the preferred one pairs, starts and streams; one
+at the cable stays "Not Streaming", as passkey and firmware need it.
+
+What fails in the demo: the passkey 0000 is refused at once (code -104), the passkey 9999 later (-105). The
+first firmware update succeeds; some seconds later the camera restarts and wants another one, which fails
+half-way (-107); and so on in turn. Other codes: -101 no camera at the cable, -102 an update is running,
+-103 not a passkey, -106 no update needed, -108 unplugged during the update.
+
+While its camera streams, a moving picture with the camera's name is offered as a PipeWire node of class
+Video/Source. Without PipeWire there is everything but the picture.
+
+Tests script it through the interface com.orvex.KS7AgentSimulator at /com/orvex/KS7AgentSimulator.)";
+
+[[noreturn]] void complain(const QString &text)
+{
+    std::fprintf(stderr, "ks7-agent-simulator: %s\n", qUtf8Printable(text));
+    std::exit(EXIT_FAILURE);
+}
+
+int numberFrom(const QString &text, int least, int most, const QString &option)
+{
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    if (!isNumber || number < least || number > most)
+        complain(QStringLiteral("%1 takes numbers from %2 to %3, not \"%4\"")
+                     .arg(option, QString::number(least), QString::number(most), text));
+    return number;
+}
+
+Scenario scenarioFrom(const QString &name)
+{
+    if (name == QStringLiteral("demo"))
+        return Scenario::Demo;
+    if (name == QStringLiteral("empty"))
+        return Scenario::Empty;
+    if (name != QStringLiteral("scripted"))
+        complain(QStringLiteral("no such scenario: ") + name);
+    return Scenario::Scripted;
+}
+
+void readSize(const QString &text, PictureSettings &settings)
+{
+    const QStringList sides = text.split(QLatin1Char('x'));
+    if (sides.size() != 2)
+        complain(QStringLiteral("--size takes WIDTHxHEIGHT, not \"%1\"").arg(text));
+    settings.width = numberFrom(sides.at(0), 16, 4096, QStringLiteral("--size"));
+    settings.height = numberFrom(sides.at(1), 16, 4096, QStringLiteral("--size"));
+}
+
+PictureSettings pictureFrom(const QCommandLineParser &parser)
+{
+    PictureSettings settings;
+    settings.nodeName = parser.value(QStringLiteral("node-name"));
+    settings.nodeDescription = parser.value(QStringLiteral("node-description"));
+    readSize(parser.value(QStringLiteral("size")), settings);
+    settings.framerate =
+        numberFrom(parser.value(QStringLiteral("framerate")), 1, 240, QStringLiteral("--framerate"));
+    return settings;
+}
+
+void declare(QCommandLineParser &parser)
+{
+    const PictureSettings picture;
+    const auto size = QStringLiteral("%1x%2").arg(picture.width).arg(picture.height);
+    parser.setApplicationDescription(QString::fromUtf8(Description));
+    parser.addHelpOption();
+    parser.addOptions({
+        {QStringLiteral("scenario"),
+         QStringLiteral(
+             "demo (the default), empty (no cameras yet), or scripted (no cameras, and none appears, "
+             "connects or fails but by the script)."),
+         QStringLiteral("name"), QStringLiteral("demo")},
+        {QStringLiteral("quick"), QStringLiteral("Everything goes twenty times as fast.")},
+        {QStringLiteral("no-preferences"),
+         QStringLiteral("Does not fill in the preferences file at the start.")},
+        {QStringLiteral("no-picture"), QStringLiteral("Offers no picture.")},
+        {QStringLiteral("picture-only"),
+         QStringLiteral("Only offers a picture, until it is told to end; is no agent.")},
+        {QStringLiteral("node-name"), QStringLiteral("The picture's node.name."), QStringLiteral("name"),
+         picture.nodeName},
+        {QStringLiteral("node-description"), QStringLiteral("The picture's node.description."),
+         QStringLiteral("text"), picture.nodeDescription},
+        {QStringLiteral("size"), QStringLiteral("The picture's size."), QStringLiteral("WxH"), size},
+        {QStringLiteral("framerate"), QStringLiteral("Pictures a second."), QStringLiteral("number"),
+         QString::number(picture.framerate)},
+    });
+}
+
+} // namespace
+
+Options Options::parse(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    declare(parser);
+    parser.process(arguments);
+    Options options;
+    options.scenario = scenarioFrom(parser.value(QStringLiteral("scenario")));
+    options.quick = parser.isSet(QStringLiteral("quick"));
+    options.picture = !parser.isSet(QStringLiteral("no-picture"));
+    options.pictureOnly = parser.isSet(QStringLiteral("picture-only"));
+    options.fillsPreferences = !parser.isSet(QStringLiteral("no-preferences"));
+    options.pictureSettings = pictureFrom(parser);
+    return options;
+}
+
+} // namespace simulator

@@ -1,0 +1,66 @@
+#include "simulator/PassKeyChange.h"
+
+#include "agent/NotificationNames.h"
+#include "simulator/Notifier.h"
+
+#include <QTimer>
+
+#include <algorithm>
+
+namespace simulator {
+
+namespace {
+
+constexpr int LongestPassKey = 16;
+
+bool isWellFormed(const QString &passKey)
+{
+    return !passKey.isEmpty() && passKey.size() <= LongestPassKey
+        && std::all_of(passKey.begin(), passKey.end(), [](QChar each) { return each.isDigit(); });
+}
+
+} // namespace
+
+PassKeyChange::PassKeyChange(const Behaviour &behaviour, const WantedErrors &errors, Notifier &notifier,
+                             const Timing &timing)
+    : mBehaviour(behaviour)
+    , mErrors(errors)
+    , mNotifier(notifier)
+    , mTiming(timing)
+{
+}
+
+int PassKeyChange::start(const QString &passKey)
+{
+    const int code = refusal(passKey);
+    if (code == 0 && mBehaviour.passKey)
+        QTimer::singleShot(mTiming.passKey, this, [this, passKey] { report(passKey); });
+    return code;
+}
+
+int PassKeyChange::refusal(const QString &passKey) const
+{
+    if (const int wanted = mErrors.value(QStringLiteral("setPassKey")))
+        return wanted;
+    if (!isWellFormed(passKey))
+        return ErrorCode::BadPassKey;
+    return mBehaviour.mishaps && passKey == QStringLiteral("0000") ? ErrorCode::PassKeyRefused : 0;
+}
+
+int PassKeyChange::lateError(const QString &passKey) const
+{
+    if (const int wanted = mErrors.value(NotificationNames::PassKeySet))
+        return wanted;
+    return mBehaviour.mishaps && passKey == QStringLiteral("9999") ? ErrorCode::PassKeyLost : 0;
+}
+
+void PassKeyChange::report(const QString &passKey)
+{
+    const int code = lateError(passKey);
+    QVariantMap userInfo{{UserInfoKeys::Result, code}};
+    if (code == 0)
+        userInfo.insert(UserInfoKeys::PassKey, passKey);
+    mNotifier.post(NotificationNames::PassKeySet, userInfo);
+}
+
+} // namespace simulator

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+namespace simulator {
+
+/// How the picture is offered to the desktop.
+struct PictureSettings {
+    QString nodeName = QStringLiteral("KS-7 Wireless Webcam");
+    QString nodeDescription = QStringLiteral("KS-7 Wireless Webcam");
+    int width = 640;
+    int height = 480;
+    int framerate = 30;
+};
+
+} // namespace simulator

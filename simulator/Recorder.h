@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QStringList>
+#include <QVariantList>
+
+#include <deque>
+
+namespace simulator {
+
+/// Remembers what the agent was asked and told, in order. Keeps the newest when there is too much of it.
+class Recorder {
+public:
+    /// Remembered as `name("text", 1, true)`.
+    void recordCall(const QString &operation, const QVariantList &arguments);
+    /// Remembered as `name` or, with user info, as `name {"Value":1}`.
+    void recordPost(const QString &name, const QVariantMap &userInfo);
+    void clear() { mEvents.clear(); }
+
+    [[nodiscard]] QStringList calls() const;
+    [[nodiscard]] QStringList posts() const;
+    /// Calls and posts as they came.
+    [[nodiscard]] QStringList events() const;
+
+private:
+    enum class Kind { Call, Post };
+    struct Event {
+        Kind kind;
+        QString text;
+    };
+    void record(Kind kind, const QString &text);
+    [[nodiscard]] QStringList texts(Kind kind) const;
+
+    std::deque<Event> mEvents;
+};
+
+} // namespace simulator

@@ -1,0 +1,48 @@
+#include "simulator/AgentService.h"
+#include "simulator/ExitSignals.h"
+#include "simulator/Options.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+int complain(const QString &text)
+{
+    std::fprintf(stderr, "ks7-agent-simulator: %s\n", qUtf8Printable(text));
+    return EXIT_FAILURE;
+}
+
+int runAgent(const simulator::Options &options)
+{
+    const auto bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return complain(QStringLiteral("there is no session bus"));
+    simulator::AgentService agent(options, bus);
+    if (const auto why = agent.start())
+        return complain(*why);
+    return QCoreApplication::exec();
+}
+
+int runPicture(const simulator::Options &options)
+{
+    simulator::Picture picture(options.pictureSettings);
+    QObject::connect(&picture, &simulator::Picture::failed, qApp,
+                     [] { QCoreApplication::exit(EXIT_FAILURE); });
+    if (!picture.start(options.pictureSettings.nodeDescription))
+        return EXIT_FAILURE;
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    const simulator::ExitSignals exitSignals;
+    QCoreApplication::setApplicationName(QStringLiteral("ks7-agent-simulator"));
+    const auto options = simulator::Options::parse(QCoreApplication::arguments());
+    return options.pictureOnly ? runPicture(options) : runAgent(options);
+}

@@ -1,0 +1,136 @@
+#!/usr/bin/python3
+"""A package service for the system bus that answers as its one argument, a JSON object, says:
+
+  owners    {file: package id}      what SearchFiles finds
+  updates   [[info, package id]]    what GetUpdates finds
+  install   "done", "refused", "not-authorized", "cancelled", "failed" or "vanish"
+  query     "failed" lets every question fail
+
+Prints a line for each call, and "ready" when it can be called.
+"""
+
+import json
+import sys
+
+import dbus
+import dbus.mainloop.glib
+import dbus.service
+from gi.repository import GLib
+
+NAME = "org.freedesktop.PackageKit"
+TRANSACTION = NAME + ".Transaction"
+SUCCESS, FAILED, CANCELLED = 1, 2, 3
+INSTALLED = 1
+NO_NETWORK, NOT_AUTHORIZED = 2, 48
+
+
+class RefusedByPolicy(dbus.DBusException):
+    _dbus_error_name = TRANSACTION + ".RefusedByPolicy"
+
+
+def tell(*words):
+    print(*words, flush=True)
+
+
+class Transaction(dbus.service.Object):
+    def __init__(self, bus, path, behaviour):
+        super().__init__(bus, path)
+        self.behaviour = behaviour
+
+    def end(self, answers=(), code=SUCCESS):
+        def send():
+            for info, package in answers:
+                self.Package(info, package, "")
+            self.Finished(code, 1)
+        GLib.idle_add(send)
+
+    def fail(self, error, details):
+        def send():
+            self.ErrorCode(error, details)
+            self.Finished(FAILED, 1)
+        GLib.idle_add(send)
+
+    @dbus.service.method(TRANSACTION, in_signature="as")
+    def SetHints(self, hints):
+        tell("SetHints", *sorted(hint for hint in hints if not hint.startswith("locale=")))
+
+    @dbus.service.method(TRANSACTION, in_signature="tas")
+    def SearchFiles(self, filters, values):
+        tell("SearchFiles", int(filters), *values)
+        if self.behaviour.get("query") == "failed":
+            return self.fail(NO_NETWORK, "no network")
+        owners = self.behaviour.get("owners", {})
+        return self.end([(INSTALLED, owners[value]) for value in values if value in owners])
+
+    @dbus.service.method(TRANSACTION, in_signature="t")
+    def GetUpdates(self, filters):
+        tell("GetUpdates", int(filters))
+        return self.end(self.behaviour.get("updates", []))
+
+    @dbus.service.method(TRANSACTION, in_signature="tas")
+    def UpdatePackages(self, flags, packages):
+        tell("UpdatePackages", int(flags), *packages)
+        getattr(self, "install_" + self.behaviour.get("install", "done").replace("-", "_"))()
+
+    def install_done(self):
+        GLib.idle_add(lambda: self.PropertiesChanged(TRANSACTION, {"Percentage": dbus.UInt32(40)}, []))
+        self.end()
+
+    def install_refused(self):
+        raise RefusedByPolicy("refused")
+
+    def install_not_authorized(self):
+        self.fail(NOT_AUTHORIZED, "not authorized")
+
+    def install_cancelled(self):
+        self.end(code=CANCELLED)
+
+    def install_failed(self):
+        self.fail(NO_NETWORK, "There is no <b>network</b>.")
+
+    def install_vanish(self):
+        GLib.idle_add(sys.exit)
+
+    @dbus.service.signal(TRANSACTION, signature="uss")
+    def Package(self, info, package, summary):
+        pass
+
+    @dbus.service.signal(TRANSACTION, signature="us")
+    def ErrorCode(self, code, details):
+        pass
+
+    @dbus.service.signal(TRANSACTION, signature="uu")
+    def Finished(self, code, runtime):
+        pass
+
+    @dbus.service.signal(dbus.PROPERTIES_IFACE, signature="sa{sv}as")
+    def PropertiesChanged(self, interface, changed, invalidated):
+        pass
+
+
+class Service(dbus.service.Object):
+    def __init__(self, bus, behaviour):
+        super().__init__(bus, "/org/freedesktop/PackageKit")
+        self.bus = bus
+        self.behaviour = behaviour
+        self.transactions = []
+
+    @dbus.service.method(NAME, out_signature="o")
+    def CreateTransaction(self):
+        path = f"/{len(self.transactions) + 1}_stand_in"
+        self.transactions.append(Transaction(self.bus, path, self.behaviour))
+        return dbus.ObjectPath(path)
+
+
+def main():
+    dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
+    bus = dbus.SystemBus()
+    service = Service(bus, json.loads(sys.argv[1]))
+    name = dbus.service.BusName(NAME, bus, do_not_queue=True)
+    tell("ready")
+    GLib.MainLoop().run()
+    del service, name
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,176 @@
+#include "about/KSUpdater.h"
+#include "tests/support/PaneFixture.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+using platform::UpdateOffer;
+
+/// The pane's window while the updater has something to say.
+class UpdateStripTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void everyShowingStartsTheUpdater();
+    void theUpdaterIsTheFrameworksForTheBundle();
+    void nothingIsShownWithoutAnOffer();
+    void theOfferStandsAboveThePane();
+    void theOfferTakesRoomFromThePane();
+    void answersReachTheUpdater();
+    void progressIsShownWhileInstalling();
+    void theResultIsShownPlainly();
+    void theReasonOfAFailureIsPlainText();
+    void theKeyboardComesToTheOfferFirst();
+    void theOfferNeverTakesTheFocus();
+
+private:
+    template <class Widget = QPushButton>
+    Widget *strip(const char *name);
+    [[nodiscard]] QString message() { return strip<QLabel>("updateMessage")->text(); }
+    UpdateOffer &offer() { return mPane->updates->offer(); }
+
+    std::unique_ptr<PaneFixture> mPane;
+};
+
+void UpdateStripTest::init()
+{
+    mPane = std::make_unique<PaneFixture>();
+    mPane->show();
+    QVERIFY(QTest::qWaitForWindowExposed(&mPane->window));
+}
+
+void UpdateStripTest::cleanup()
+{
+    mPane.reset();
+}
+
+template <class Widget>
+Widget *UpdateStripTest::strip(const char *name)
+{
+    return mPane->window.findChild<Widget *>(QLatin1String(name));
+}
+
+void UpdateStripTest::everyShowingStartsTheUpdater()
+{
+    mPane->takeJournal();
+    mPane->hide();
+    mPane->show();
+    QCOMPARE(mPane->takeJournal(QStringLiteral("updater ")), QStringList(QStringLiteral("started")));
+}
+
+void UpdateStripTest::theUpdaterIsTheFrameworksForTheBundle()
+{
+    mPane->takeJournal();
+    KSUpdater::sharedUpdater(*mPane->updates, mPane->bundle)->applicationDidFinishLaunching();
+    KSUpdater::init(*mPane->updates, mPane->bundle)->applicationDidFinishLaunching();
+    QCOMPARE(mPane->takeJournal(QStringLiteral("updater ")).size(), 2);
+}
+
+void UpdateStripTest::nothingIsShownWithoutAnOffer()
+{
+    QVERIFY(strip<QFrame>("updateStrip")->isHidden());
+}
+
+void UpdateStripTest::theOfferStandsAboveThePane()
+{
+    offer().offer(QStringLiteral("2.0-1"));
+    QTRY_VERIFY(strip<QFrame>("updateStrip")->height() > 0);
+    QVERIFY(strip<QFrame>("updateStrip")->isVisible());
+    QCOMPARE(message(), QStringLiteral("Version 2.0-1 of the KS-7 settings is available."));
+    QCOMPARE(strip("updateInstall")->text(), QStringLiteral("Install"));
+    QCOMPARE(strip("updateLater")->text(), QStringLiteral("Later"));
+    QCOMPARE(strip("updateSkip")->text(), QStringLiteral("Skip This Version"));
+    QVERIFY(strip("updateInstall")->isVisible());
+    QVERIFY(strip<QProgressBar>("updateProgress")->isHidden());
+}
+
+void UpdateStripTest::theOfferTakesRoomFromThePane()
+{
+    auto *checkbox = mPane->window.findChild<QWidget *>(QStringLiteral("enableKS7Checkbox"));
+    auto *frame = strip<QFrame>("updateStrip");
+    const auto top = [&] { return checkbox->mapTo(&mPane->window, QPoint()).y(); };
+    const int before = top();
+    offer().offer(QStringLiteral("2.0"));
+    QTRY_VERIFY(top() >= frame->mapTo(&mPane->window, frame->rect().bottomLeft()).y());
+    Q_EMIT offer().laterChosen();
+    offer().withdraw();
+    QTRY_COMPARE(top(), before);
+}
+
+void UpdateStripTest::answersReachTheUpdater()
+{
+    QSignalSpy install(&offer(), &UpdateOffer::installChosen);
+    QSignalSpy later(&offer(), &UpdateOffer::laterChosen);
+    QSignalSpy skip(&offer(), &UpdateOffer::skipChosen);
+    offer().offer(QStringLiteral("2.0"));
+    QTest::mouseClick(strip("updateInstall"), Qt::LeftButton);
+    QTest::mouseClick(strip("updateLater"), Qt::LeftButton);
+    QTest::mouseClick(strip("updateSkip"), Qt::LeftButton);
+    QCOMPARE(install.size(), 1);
+    QCOMPARE(later.size(), 1);
+    QCOMPARE(skip.size(), 1);
+}
+
+void UpdateStripTest::progressIsShownWhileInstalling()
+{
+    offer().offer(QStringLiteral("2.0"));
+    offer().progress(UpdateOffer::UnknownPercentage);
+    auto *bar = strip<QProgressBar>("updateProgress");
+    QVERIFY(bar->isVisible());
+    QCOMPARE(bar->maximum(), 0);
+    offer().progress(40);
+    QCOMPARE(bar->maximum(), 100);
+    QCOMPARE(bar->value(), 40);
+    offer().progress(101);
+    QCOMPARE(bar->maximum(), 0);
+    QVERIFY(!strip("updateInstall")->isVisible());
+    QCOMPARE(message(), QStringLiteral("Installing version 2.0…"));
+}
+
+void UpdateStripTest::theResultIsShownPlainly()
+{
+    offer().offer(QStringLiteral("2.0"));
+    offer().progress(99);
+    offer().succeed();
+    QCOMPARE(message(), QStringLiteral("Version 2.0 is installed. Restart this application to use it."));
+    QVERIFY(strip("updateDismiss")->isVisible());
+    QSignalSpy later(&offer(), &UpdateOffer::laterChosen);
+    QTest::mouseClick(strip("updateDismiss"), Qt::LeftButton);
+    QCOMPARE(later.size(), 1);
+}
+
+void UpdateStripTest::theReasonOfAFailureIsPlainText()
+{
+    offer().offer(QStringLiteral("2.0"));
+    offer().fail(QStringLiteral("No <b>network</b>"));
+    QCOMPARE(message(), QStringLiteral("Version 2.0 could not be installed. No <b>network</b>"));
+    QCOMPARE(strip<QLabel>("updateMessage")->textFormat(), Qt::PlainText);
+    offer().fail({});
+    QCOMPARE(message(), QStringLiteral("Version 2.0 could not be installed."));
+}
+
+void UpdateStripTest::theKeyboardComesToTheOfferFirst()
+{
+    offer().offer(QStringLiteral("2.0"));
+    strip("updateSkip")->setFocus();
+    QTRY_VERIFY(strip("updateSkip")->hasFocus());
+    QTest::keyClick(strip("updateSkip"), Qt::Key_Tab);
+    QVERIFY(mPane->window.focusWidget());
+    QCOMPARE(mPane->window.focusWidget()->objectName(), QStringLiteral("enableKS7Checkbox"));
+}
+
+void UpdateStripTest::theOfferNeverTakesTheFocus()
+{
+    QWidget *before = mPane->window.focusWidget();
+    offer().offer(QStringLiteral("2.0"));
+    QCOMPARE(mPane->window.focusWidget(), before);
+}
+
+QTEST_MAIN(UpdateStripTest)
+#include "update_strip_test.moc"

@@ -1,0 +1,398 @@
+#include "platform/PackageKitUpdater.h"
+#include "platform/UpdateMemory.h"
+
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <csignal>
+
+using platform::UpdateOffer;
+using Stage = UpdateOffer::Stage;
+
+namespace {
+
+const QString OwnFile = QStringLiteral("/usr/lib/plugins/ks7/ks7pane.so");
+const QString OwnPackage = QStringLiteral("ks7-preferences;1.0-1;amd64;installed");
+const QString NewerPackage = QStringLiteral("ks7-preferences;1.1-1;amd64;debian");
+constexpr int Normal = 5;
+constexpr int Blocked = 9;
+
+QJsonArray update(int info, const QString &package)
+{
+    return {info, package};
+}
+
+} // namespace
+
+/// The updater against a package service that says what each story needs.
+class UpdaterTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void offersTheNewerPackageOfItsOwnFile();
+    void asksInTheBackground();
+    void offersNothingWhenItsFileBelongsToNoPackage();
+    void offersNothingWhenUpToDate();
+    void ignoresOtherPackages();
+    void ignoresAnUpdateThatIsHeldBack();
+    void ignoresAnUpdateOfAnotherArchitecture();
+    void asksOnceADay();
+    void asksAgainTheNextDay();
+    void asksAgainWhenTheClockWentBack();
+    void remembersAcrossProcessesThatItAsked();
+    void laterTakesTheOfferAway();
+    void skippedVersionIsNotOfferedAgain();
+    void versionAfterTheSkippedOneIsOffered();
+    void installsThePackageAndShowsProgress();
+    void letsTheServiceAskForAPassword();
+    void offersAgainWhenThePersonRefuses_data();
+    void offersAgainWhenThePersonRefuses();
+    void tellsWhyAnInstallationFailed();
+    void tellsThatTheServiceVanished();
+    void keepsQuietWhenTheQuestionFails();
+    void keepsQuietWithoutAService();
+    void keepsTheRunLoopTurningWhileTheServiceIsSilent();
+    void theSharedUpdaterIsOne();
+    void findsTheFileItWasLoadedFrom();
+
+private:
+    void startPackageKit();
+    void startUpdater();
+    void showPane();
+    void showPaneTheNextDay();
+    void offerUpdate();
+    QStringList calls();
+    bool asked(const QString &method);
+    UpdateOffer &offer() { return mFramework->offer(); }
+
+    std::unique_ptr<QTemporaryDir> mFolder;
+    std::unique_ptr<QProcess> mPackageKit;
+    std::shared_ptr<platform::SoftwareUpdateFramework> mFramework;
+    QJsonObject mBehaviour;
+    QStringList mCalls;
+    QDateTime mNow;
+};
+
+void UpdaterTest::init()
+{
+    mFolder = std::make_unique<QTemporaryDir>();
+    mNow = QDateTime(QDate(2026, 3, 1), QTime(12, 0), Qt::UTC);
+    mCalls.clear();
+    mBehaviour = {{QStringLiteral("owners"), QJsonObject{{OwnFile, OwnPackage}}},
+                  {QStringLiteral("updates"), QJsonArray{update(Normal, NewerPackage)}}};
+    startUpdater();
+}
+
+void UpdaterTest::cleanup()
+{
+    mFramework.reset();
+    if (mPackageKit) {
+        mPackageKit->kill();
+        QTRY_COMPARE_WITH_TIMEOUT(mPackageKit->state(), QProcess::NotRunning, 30000);
+    }
+    mPackageKit.reset();
+}
+
+void UpdaterTest::startUpdater()
+{
+    mFramework = platform::makePackageKitFramework(
+        {OwnFile, mFolder->filePath(QStringLiteral("state/updates")), [this] { return mNow; }});
+}
+
+void UpdaterTest::startPackageKit()
+{
+    mPackageKit = std::make_unique<QProcess>();
+    mPackageKit->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    const QByteArray behaviour = QJsonDocument(mBehaviour).toJson(QJsonDocument::Compact);
+    mPackageKit->start(QStringLiteral(PACKAGEKIT_STAND_IN), {QString::fromUtf8(behaviour)});
+    QTRY_VERIFY_WITH_TIMEOUT(calls().contains(QStringLiteral("ready")), 30000);
+    mCalls.clear();
+}
+
+QStringList UpdaterTest::calls()
+{
+    while (mPackageKit->canReadLine())
+        mCalls.append(QString::fromUtf8(mPackageKit->readLine()).trimmed());
+    return mCalls;
+}
+
+bool UpdaterTest::asked(const QString &method)
+{
+    const QStringList all = calls();
+    return std::any_of(all.begin(), all.end(), [&](const QString &line) { return line.startsWith(method); });
+}
+
+void UpdaterTest::showPane()
+{
+    mFramework->updaterForBundle(nullptr)->applicationDidFinishLaunching();
+}
+
+void UpdaterTest::showPaneTheNextDay()
+{
+    mNow = mNow.addDays(1);
+    showPane();
+}
+
+void UpdaterTest::offerUpdate()
+{
+    startPackageKit();
+    showPane();
+    QTRY_COMPARE(offer().stage(), Stage::Offered);
+}
+
+void UpdaterTest::offersTheNewerPackageOfItsOwnFile()
+{
+    offerUpdate();
+    QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
+    QVERIFY(calls().contains(QStringLiteral("SearchFiles 4 ") + OwnFile));
+}
+
+void UpdaterTest::asksInTheBackground()
+{
+    offerUpdate();
+    const QString hints = QStringLiteral("SetHints background=true interactive=false");
+    QCOMPARE(calls(),
+             QStringList(
+                 {hints, QStringLiteral("SearchFiles 4 ") + OwnFile, hints, QStringLiteral("GetUpdates 2")}));
+}
+
+void UpdaterTest::offersNothingWhenItsFileBelongsToNoPackage()
+{
+    mBehaviour[QStringLiteral("owners")] = QJsonObject();
+    startPackageKit();
+    showPane();
+    QTRY_VERIFY(asked(QStringLiteral("SearchFiles")));
+    // The next day's question is answered after the first one: nothing came of that.
+    showPaneTheNextDay();
+    QTRY_COMPARE(calls().filter(QStringLiteral("SearchFiles")).size(), 2);
+    QVERIFY(!asked(QStringLiteral("GetUpdates")));
+    QCOMPARE(offer().stage(), Stage::None);
+}
+
+void UpdaterTest::offersNothingWhenUpToDate()
+{
+    mBehaviour[QStringLiteral("updates")] = QJsonArray();
+    startPackageKit();
+    showPane();
+    QTRY_VERIFY(asked(QStringLiteral("GetUpdates")));
+    QTRY_VERIFY((showPaneTheNextDay(), calls().filter(QStringLiteral("GetUpdates")).size() > 1));
+    QCOMPARE(offer().stage(), Stage::None);
+}
+
+void UpdaterTest::ignoresOtherPackages()
+{
+    const QString other = QStringLiteral("ks7-agent-simulator;9.0-1;amd64;debian");
+    mBehaviour[QStringLiteral("updates")] = QJsonArray{update(Normal, other), update(Normal, NewerPackage)};
+    offerUpdate();
+    QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
+}
+
+void UpdaterTest::ignoresAnUpdateThatIsHeldBack()
+{
+    // The service may say how urgent an update is in the upper half of the same number.
+    constexpr int UrgentAndBlocked = (Normal << 16) | Blocked;
+    const QString held = QStringLiteral("ks7-preferences;2.0-1;amd64;debian");
+    const QString heldToo = QStringLiteral("ks7-preferences;3.0-1;amd64;debian");
+    mBehaviour[QStringLiteral("updates")] =
+        QJsonArray{update(Blocked, held), update(UrgentAndBlocked, heldToo), update(Normal, NewerPackage)};
+    offerUpdate();
+    QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
+}
+
+void UpdaterTest::ignoresAnUpdateOfAnotherArchitecture()
+{
+    const QString foreign = QStringLiteral("ks7-preferences;2.0-1;arm64;debian");
+    mBehaviour[QStringLiteral("updates")] = QJsonArray{update(Normal, foreign), update(Normal, NewerPackage)};
+    offerUpdate();
+    QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
+}
+
+void UpdaterTest::asksOnceADay()
+{
+    offerUpdate();
+    Q_EMIT offer().laterChosen();
+    mNow = mNow.addSecs(23 * 60 * 60);
+    showPane();
+    // A question of the day after ends the wait for one that must not come.
+    mNow = mNow.addSecs(2 * 60 * 60);
+    showPane();
+    QTRY_COMPARE(offer().stage(), Stage::Offered);
+    QCOMPARE(calls().filter(QStringLiteral("SearchFiles")).size(), 2);
+}
+
+void UpdaterTest::asksAgainTheNextDay()
+{
+    offerUpdate();
+    Q_EMIT offer().laterChosen();
+    showPaneTheNextDay();
+    QTRY_COMPARE(offer().stage(), Stage::Offered);
+}
+
+void UpdaterTest::asksAgainWhenTheClockWentBack()
+{
+    offerUpdate();
+    Q_EMIT offer().laterChosen();
+    mNow = mNow.addYears(-1);
+    showPane();
+    QTRY_COMPARE(offer().stage(), Stage::Offered);
+}
+
+void UpdaterTest::remembersAcrossProcessesThatItAsked()
+{
+    offerUpdate();
+    startUpdater();
+    const platform::UpdateMemory memory(mFolder->filePath(QStringLiteral("state/updates")));
+    QVERIFY(memory.askedWithinADay(mNow.addSecs(60)));
+    QVERIFY(!memory.askedWithinADay(mNow.addDays(1)));
+    showPaneTheNextDay();
+    QTRY_COMPARE(offer().stage(), Stage::Offered);
+    QCOMPARE(calls().filter(QStringLiteral("SearchFiles")).size(), 2);
+}
+
+void UpdaterTest::laterTakesTheOfferAway()
+{
+    offerUpdate();
+    Q_EMIT offer().laterChosen();
+    QCOMPARE(offer().stage(), Stage::None);
+    QVERIFY(!asked(QStringLiteral("UpdatePackages")));
+}
+
+void UpdaterTest::skippedVersionIsNotOfferedAgain()
+{
+    offerUpdate();
+    Q_EMIT offer().skipChosen();
+    QCOMPARE(offer().stage(), Stage::None);
+    startUpdater();
+    QTRY_VERIFY((showPaneTheNextDay(), calls().filter(QStringLiteral("GetUpdates")).size() > 2));
+    QCOMPARE(offer().stage(), Stage::None);
+}
+
+void UpdaterTest::versionAfterTheSkippedOneIsOffered()
+{
+    platform::UpdateMemory(mFolder->filePath(QStringLiteral("state/updates")))
+        .skip(QStringLiteral("1.0.9-1"));
+    startUpdater();
+    offerUpdate();
+    QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
+}
+
+void UpdaterTest::installsThePackageAndShowsProgress()
+{
+    offerUpdate();
+    std::vector<int> percentages;
+    connect(&offer(), &UpdateOffer::changed, this, [&] { percentages.push_back(offer().percentage()); });
+    Q_EMIT offer().installChosen();
+    QCOMPARE(offer().stage(), Stage::Installing);
+    QTRY_COMPARE(offer().stage(), Stage::Installed);
+    const int unknown = UpdateOffer::UnknownPercentage;
+    QCOMPARE(percentages, (std::vector<int>{unknown, 40, unknown}));
+    QVERIFY(calls().contains(QStringLiteral("UpdatePackages 2 ") + NewerPackage));
+    QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
+}
+
+void UpdaterTest::letsTheServiceAskForAPassword()
+{
+    offerUpdate();
+    Q_EMIT offer().installChosen();
+    QTRY_COMPARE(offer().stage(), Stage::Installed);
+    QVERIFY(calls().contains(QStringLiteral("SetHints background=false interactive=true")));
+}
+
+void UpdaterTest::offersAgainWhenThePersonRefuses_data()
+{
+    QTest::addColumn<QString>("install");
+    for (const char *way : {"refused", "not-authorized", "cancelled"})
+        QTest::newRow(way) << QString::fromLatin1(way);
+}
+
+void UpdaterTest::offersAgainWhenThePersonRefuses()
+{
+    QFETCH(QString, install);
+    mBehaviour[QStringLiteral("install")] = install;
+    offerUpdate();
+    Q_EMIT offer().installChosen();
+    QTRY_COMPARE(offer().stage(), Stage::Offered);
+    QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
+    QVERIFY(asked(QStringLiteral("UpdatePackages")));
+}
+
+void UpdaterTest::tellsWhyAnInstallationFailed()
+{
+    mBehaviour[QStringLiteral("install")] = QStringLiteral("failed");
+    offerUpdate();
+    Q_EMIT offer().installChosen();
+    QTRY_COMPARE(offer().stage(), Stage::Failed);
+    QCOMPARE(offer().reason(), QStringLiteral("There is no <b>network</b>."));
+    Q_EMIT offer().laterChosen();
+    QCOMPARE(offer().stage(), Stage::None);
+}
+
+void UpdaterTest::tellsThatTheServiceVanished()
+{
+    mBehaviour[QStringLiteral("install")] = QStringLiteral("vanish");
+    offerUpdate();
+    Q_EMIT offer().installChosen();
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Failed, 30000);
+}
+
+void UpdaterTest::keepsQuietWhenTheQuestionFails()
+{
+    mBehaviour[QStringLiteral("query")] = QStringLiteral("failed");
+    startPackageKit();
+    QTest::ignoreMessage(QtInfoMsg, "No answer about updates: no network");
+    showPane();
+    QTRY_VERIFY(asked(QStringLiteral("SearchFiles")));
+    QTest::ignoreMessage(QtInfoMsg, "No answer about updates: no network");
+    QTRY_VERIFY((showPaneTheNextDay(), calls().filter(QStringLiteral("SearchFiles")).size() > 1));
+    QCOMPARE(offer().stage(), Stage::None);
+    QVERIFY(!asked(QStringLiteral("GetUpdates")));
+}
+
+void UpdaterTest::keepsQuietWithoutAService()
+{
+    QTest::ignoreMessage(QtInfoMsg, QRegularExpression(QStringLiteral("^No answer about updates: .")));
+    showPane();
+    // The service comes the next day and is then found: the failure has left nothing behind.
+    startPackageKit();
+    showPaneTheNextDay();
+    QTRY_COMPARE(offer().stage(), Stage::Offered);
+}
+
+void UpdaterTest::keepsTheRunLoopTurningWhileTheServiceIsSilent()
+{
+    startPackageKit();
+    const auto process = static_cast<pid_t>(mPackageKit->processId());
+    QCOMPARE(::kill(process, SIGSTOP), 0);
+    showPane();
+    bool turned = false;
+    QTimer::singleShot(0, this, [&] { turned = true; });
+    QTRY_VERIFY(turned);
+    QCOMPARE(offer().stage(), Stage::None);
+    QCOMPARE(::kill(process, SIGCONT), 0);
+    // A blocking call would have given up on the silent service and lost this answer.
+    QTRY_COMPARE(offer().stage(), Stage::Offered);
+}
+
+void UpdaterTest::theSharedUpdaterIsOne()
+{
+    QCOMPARE(mFramework->updaterForBundle(nullptr), mFramework->updaterForBundle(nullptr));
+    QVERIFY(mFramework->initForBundle(nullptr) != mFramework->updaterForBundle(nullptr));
+}
+
+void UpdaterTest::findsTheFileItWasLoadedFrom()
+{
+    QCOMPARE(platform::ownCodeFile(), QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath());
+}
+
+QTEST_GUILESS_MAIN(UpdaterTest)
+#include "updater_test.moc"

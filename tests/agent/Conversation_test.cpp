@@ -1,0 +1,218 @@
+#include "agent/NotificationNames.h"
+#include "agent/RemoteNames.h"
+#include "agent/WireTypes.h"
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "platform/DBusConnection.h"
+#include "platform/DistributedNotificationCenter.h"
+#include "platform/SessionBus.h"
+#include "tests/support/PaneFixture.h"
+#include "tests/support/RecordingAgent.h"
+
+#include <QTest>
+
+namespace {
+
+const QString Kitchen = QStringLiteral("00-11-22-33-44-55");
+const QString Desk = QStringLiteral("66-77-88-99-AA-BB");
+
+/// The value of a post that the pane never makes, to know when all before it has arrived.
+constexpr int FullStop = 77;
+
+QVariantMap entry(int status, const QString &name)
+{
+    return dictionaryFromRecord(CameraRecord{status, QStringLiteral("4455"), name});
+}
+
+} // namespace
+
+/// The pane on a real bus as an agent outside sees it: call by call and post by post, in order, with no
+/// others.
+class ConversationTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<RecordingAgent> mAgent;
+    std::unique_ptr<PaneFixture> mPane;
+    std::shared_ptr<platform::SessionBus> mBus;
+
+    PaneFixture &pane() { return *mPane; }
+    RecordingAgent &agent() { return *mAgent; }
+    void putOnTheBus(platform::Services &services)
+    {
+        services.distributedCenter = std::make_shared<platform::DistributedNotificationCenter>(mBus);
+        services.connections =
+            std::make_shared<platform::DBusConnectionRegistry>(mBus, services.runLoop, services.localCenter);
+    }
+    void agentKnowsTwoCamerasAndPrefersTheDesks()
+    {
+        agent().answer(QStringLiteral("cameraDict"),
+                       {QVariant::fromValue(CameraDictionary{{Kitchen, entry(0, QStringLiteral("Kitchen"))},
+                                                             {Desk, entry(1, QStringLiteral("Desk"))}})});
+        agent().answer(QStringLiteral("sortedDeviceList"), {QStringList{Kitchen, Desk}});
+        agent().answer(QStringLiteral("indexOfPreferredKS7Cam"), {1ULL});
+        agent().answer(QStringLiteral("getPreferredKS7Cam"), {entry(1, QStringLiteral("Desk"))});
+    }
+    /// One refresh while `address` is in the selected row.
+    static QStringList refresh(const QString &address = {})
+    {
+        return QStringList{QStringLiteral("cameraDict"), QStringLiteral("sortedDeviceList"),
+                           QStringLiteral("indexOfPreferredKS7Cam"), QStringLiteral("indexOfPreferredKS7Cam")}
+        + usbQuestion(address) + usbQuestion(address) + QStringList{QStringLiteral("getPreferredKS7Cam")};
+    }
+    static QStringList usbQuestion(const QString &address)
+    {
+        const QString question = QStringLiteral("connectedCamHasBTAddress ") + address;
+        return {question.trimmed()};
+    }
+    static QString posted(const QString &name) { return QStringLiteral("post ") + name; }
+    /// What the agent has heard, once it has heard everything that was said until now.
+    QStringList heard()
+    {
+        pane().runLoop->turn();
+        platform::DistributedNotificationCenter(mBus).postNotificationName(
+            NotificationNames::ToggleDebugLog, nullptr, {{UserInfoKeys::Value, FullStop}});
+        const auto stop =
+            QStringLiteral("%1 Value=%2").arg(posted(NotificationNames::ToggleDebugLog)).arg(FullStop);
+        if (!QTest::qWaitFor([&] { return agent().journal().contains(stop); }))
+            return {QStringLiteral("the agent hears nothing")};
+        auto lines = agent().takeJournal();
+        lines.removeAll(stop);
+        return lines;
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        mAgent = std::make_unique<RecordingAgent>();
+        mAgent->publishBoth();
+        mBus = std::make_shared<platform::SessionBus>();
+        mPane = std::make_unique<PaneFixture>();
+        mPane->protocols = makeDBusProtocols();
+        mPane->refit = [this](platform::Services &services) { putOnTheBus(services); };
+    }
+    void cleanup()
+    {
+        mPane.reset();
+        mBus.reset();
+        mAgent.reset();
+    }
+
+    void startingUpAsksForOneRefresh()
+    {
+        pane().load();
+        QCOMPARE(agent().takeJournal(), QStringList());
+        QCOMPARE(heard(), refresh());
+        QVERIFY(pane().controller().isConnected());
+    }
+
+    void showingWithoutAPreferredCameraEndsInASearch()
+    {
+        pane().load();
+        heard();
+        pane().show();
+        QCOMPARE(heard(),
+                 QStringList({posted(NotificationNames::SystemPrefsShowing), QStringLiteral("flush")})
+                     + refresh()
+                     + QStringList({QStringLiteral("getPreferredKS7Cam"),
+                                    posted(NotificationNames::StartDiscovering)}));
+    }
+
+    void showingWithAPreferredCameraDoesNotSearch()
+    {
+        agentKnowsTwoCamerasAndPrefersTheDesks();
+        pane().load();
+        heard();
+        pane().show();
+        QCOMPARE(heard(),
+                 QStringList({posted(NotificationNames::SystemPrefsShowing), QStringLiteral("flush")})
+                     + refresh(Desk) + QStringList({QStringLiteral("getPreferredKS7Cam")}));
+    }
+
+    void showingTwiceConnectsOnceAndAsksTwice()
+    {
+        pane().show();
+        heard();
+        pane().pane->willSelect();
+        const auto calls = heard();
+        QCOMPARE(calls.count(posted(NotificationNames::SystemPrefsShowing)), 1);
+        QCOMPARE(calls.count(QStringLiteral("flush")), 1);
+        QCOMPARE(calls.count(QStringLiteral("cameraDict")), 1);
+    }
+
+    void fiveListChangesAreFiveRefreshes()
+    {
+        agentKnowsTwoCamerasAndPrefersTheDesks();
+        pane().show();
+        heard();
+        int changes = 0;
+        platform::DistributedNotificationCenter counter(mBus);
+        counter.addObserver(this, NotificationNames::CameraListChanged,
+                            [&](const platform::Notification &) { ++changes; });
+        for (int i = 0; i < 5; ++i)
+            agent().post(NotificationNames::CameraListChanged);
+        QTRY_COMPARE(changes, 5);
+        QStringList expected;
+        for (int i = 0; i < 5; ++i)
+            expected += refresh(Desk);
+        QCOMPARE(heard(), expected);
+    }
+
+    void hidingSaysNothing()
+    {
+        pane().show();
+        heard();
+        pane().hide();
+        QCOMPARE(heard().filter(QStringLiteral("camera")), QStringList());
+        QVERIFY(!pane().controller().isConnected());
+    }
+
+    void aHiddenPaneStillHears()
+    {
+        pane().show();
+        pane().hide();
+        heard();
+        agent().post(NotificationNames::AgentStarted);
+        QTRY_VERIFY(pane().controller().isConnected());
+        QCOMPARE(heard(), refresh());
+    }
+
+    void anAgentThatHangsCostsTheRefreshOneCall()
+    {
+        agentKnowsTwoCamerasAndPrefersTheDesks();
+        pane().show();
+        heard();
+        agent().hangIn(QStringLiteral("sortedDeviceList"));
+        pane().controller().cameraStatusChanged();
+        pane().runLoop->turn();
+        QVERIFY(!pane().controller().isConnected());
+        QCOMPARE(agent().takeJournal(),
+                 (QStringList{QStringLiteral("cameraDict"), QStringLiteral("sortedDeviceList")}));
+    }
+
+    void anAgentThatDiesInAnyCallOfTheShowingLeavesTheNoAgentState_data()
+    {
+        QTest::addColumn<QString>("method");
+        for (const char *method : {"flush", "cameraDict", "sortedDeviceList", "indexOfPreferredKS7Cam",
+                                   "connectedCamHasBTAddress", "getPreferredKS7Cam"})
+            QTest::newRow(method) << QString(QLatin1String(method));
+    }
+    void anAgentThatDiesInAnyCallOfTheShowingLeavesTheNoAgentState()
+    {
+        QFETCH(QString, method);
+        agentKnowsTwoCamerasAndPrefersTheDesks();
+        agent().dieIn(method);
+        pane().show();
+        const auto turned = [this] {
+            pane().runLoop->turn();
+            return !pane().controller().isConnected();
+        };
+        QTRY_VERIFY(turned());
+        const auto deaths = pane().localCenter->postCount(platform::NSConnectionDidDieNotification);
+        QVERIFY2(deaths >= 1, "the death was told");
+        QCOMPARE(pane().controller().numberOfRowsInTableView(pane().outlets().cameraListTable), 0);
+    }
+};
+
+QTEST_MAIN(ConversationTest)
+
+#include "Conversation_test.moc"

@@ -1,0 +1,353 @@
+#include "cameras/CamCell.h"
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "cameras/PrefsBundle.h"
+#include "tests/support/Doubles.h"
+
+#include <QPainter>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+const QColor DarkGray(85, 85, 85);
+
+enum class Dot { Green, Red, Orange, Gray, Unknown };
+
+/// Tells the four dots apart by the colour in their middle.
+Dot dotOfColor(const QColor &color)
+{
+    if (color.saturation() < 40)
+        return color.value() > 245 ? Dot::Unknown : Dot::Gray;
+    if (color.hue() > 80 && color.hue() < 160)
+        return Dot::Green;
+    return color.hue() > 20 && color.hue() < 60 ? Dot::Orange : Dot::Red;
+}
+
+} // namespace
+
+/// The rows of the camera table, pixel by pixel.
+class CamCellTest : public QObject {
+    Q_OBJECT
+
+    std::shared_ptr<FakeBundle> mBundle = std::make_shared<FakeBundle>();
+    std::shared_ptr<FakeRunLoop> mRunLoop = std::make_shared<FakeRunLoop>(nullptr);
+    std::unique_ptr<KS7AnimatingStatusTableView> mTable;
+    CamCell mCell;
+    qreal mScale = 1;
+    QColor mGround;
+
+    static constexpr QRect Frame{20, 10, 200, 36};
+
+    void showCamera(const QString &name, int status)
+    {
+        mCell.setObjectValue(KS7Cam::camWithName(name, QString(), status));
+    }
+
+    QImage drawn(const QRect &frame = Frame)
+    {
+        const QRect canvas = frame.adjusted(0, 0, 60, 20);
+        QImage image(QSize(canvas.right() + 1, canvas.bottom() + 1) * mScale,
+                     QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(mScale);
+        image.fill(mGround);
+        QPainter painter(&image);
+        mCell.drawWithFrame(&painter, frame, mTable.get());
+        return image;
+    }
+
+    /// What is not ground any more, in logical coordinates, within the part looked at.
+    QRectF inkWithin(const QImage &image, const QRect &part) const
+    {
+        QRect ink;
+        const QRect pixels(part.topLeft() * mScale, part.size() * mScale);
+        for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
+            for (int x = pixels.left(); x <= pixels.right(); ++x) {
+                if (image.valid(x, y) && image.pixelColor(x, y) != mGround)
+                    ink |= QRect(x, y, 1, 1);
+            }
+        }
+        return {QPointF(ink.topLeft()) / mScale, QSizeF(ink.size()) / mScale};
+    }
+
+    QRectF inkOf(const QImage &image) const { return inkWithin(image, QRect({0, 0}, image.size() / mScale)); }
+
+    QColor at(const QImage &image, const QPoint &point) const { return image.pixelColor(point * mScale); }
+
+    Dot dotOf(const QImage &image) const { return dotOfColor(at(image, Frame.topLeft() + QPoint(7, 26))); }
+
+    /// The colour furthest from the ground: that of the text, where the text is thickest.
+    QColor inkColorWithin(const QImage &image, const QRect &part) const
+    {
+        QColor ink = mGround;
+        int furthest = 0;
+        for (int y = part.top() * int(mScale); y <= part.bottom() * int(mScale); ++y) {
+            for (int x = part.left() * int(mScale); x <= part.right() * int(mScale); ++x) {
+                const auto color = image.pixelColor(x, y);
+                const int distance = std::abs(qGray(color.rgb()) - qGray(mGround.rgb()));
+                if (distance > furthest) {
+                    furthest = distance;
+                    ink = color;
+                }
+            }
+        }
+        return ink;
+    }
+
+    /// Neighbours of a colour: text may be thinner than a pixel everywhere.
+    static bool isAbout(const QColor &color, const QColor &expected)
+    {
+        return std::abs(qGray(color.rgb()) - qGray(expected.rgb())) <= 24;
+    }
+
+    static QRect nameArea() { return {Frame.left() + 3, Frame.top() + 3, Frame.width() - 10, 15}; }
+    static QRect statusArea() { return {Frame.left() + 13, Frame.top() + 19, 100, 13}; }
+
+    static void scales()
+    {
+        QTest::addColumn<qreal>("scale");
+        QTest::newRow("scale 1") << qreal(1);
+        QTest::newRow("scale 2") << qreal(2);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        mScale = 1;
+        mGround = QColor(250, 250, 250);
+        mTable = std::make_unique<KS7AnimatingStatusTableView>();
+        mTable->awakeFromNib(mRunLoop);
+        mCell = CamCell();
+        mCell.initTextCell(QStringLiteral("foobar"), mBundle);
+    }
+
+    void theRectanglesOfARowAreFixed()
+    {
+        const auto layout = camCellLayout(QRect(20, 10, 200, 36), QSize(8, 8));
+        QCOMPARE(layout.name, QRect(23, 13, 190, 20));
+        QCOMPARE(layout.status, QPoint(33, 29));
+        QCOMPARE(layout.dot, QRect(23, 32, 8, 8));
+    }
+
+    void theHeightOfTheFrameIsNotUsed()
+    {
+        const auto low = camCellLayout(QRect(0, 0, 100, 1), QSize(8, 8));
+        const auto high = camCellLayout(QRect(0, 0, 100, 500), QSize(8, 8));
+        QCOMPARE(low.dot, high.dot);
+        QCOMPARE(low.name, high.name);
+    }
+
+    void aRowTooNarrowForANameHasAnEmptyNameRectangle()
+    {
+        QCOMPARE(camCellLayout(QRect(0, 0, 5, 36), QSize(8, 8)).name.width(), 0);
+        showCamera(QStringLiteral("Kitchen"), 4);
+        drawn(QRect(0, 0, 5, 36));
+    }
+
+    void thePartsOfARowAreWhereTheyBelong_data() { scales(); }
+    void thePartsOfARowAreWhereTheyBelong()
+    {
+        QFETCH(qreal, scale);
+        mScale = scale;
+        showCamera(QStringLiteral("Kitchen"), 4);
+        const auto image = drawn();
+        // The dot's lower edge is at y + 30, its left one at x + 3; it is 8 wide at most.
+        const auto dot = inkWithin(image, QRect(Frame.left(), Frame.top() + 20, 12, 16));
+        QVERIFY2(dot.left() >= 23.0 && dot.left() < 24.0, qPrintable(QString::number(dot.left())));
+        QVERIFY(dot.bottom() <= 40.0 && dot.bottom() > 39.0);
+        QVERIFY(dot.width() <= 8.0 && dot.height() <= 8.0);
+        const auto status = inkWithin(image, QRect(Frame.left() + 12, Frame.top() + 19, 180, 17));
+        QVERIFY(status.left() >= 33.0 && status.left() < 35.0);
+        QVERIFY(status.top() >= 29.0 && status.bottom() <= 29.0 + 14.0);
+        const auto name = inkWithin(image, QRect(Frame.left(), Frame.top(), 230, 19));
+        QVERIFY(name.left() >= 23.0 && name.left() < 25.0);
+        QVERIFY(name.top() >= 13.0);
+    }
+
+    void theDotTellsTheStatus_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("dot");
+        QTest::newRow("not found") << 0 << int(Dot::Red);
+        QTest::newRow("not streaming") << 1 << int(Dot::Gray);
+        QTest::newRow("pairing") << 2 << int(Dot::Orange);
+        QTest::newRow("starting") << 3 << int(Dot::Orange);
+        QTest::newRow("streaming") << 4 << int(Dot::Green);
+        QTest::newRow("error") << 5 << int(Dot::Gray);
+        QTest::newRow("unheard of") << 17 << int(Dot::Gray);
+        QTest::newRow("negative") << -1 << int(Dot::Gray);
+    }
+    void theDotTellsTheStatus()
+    {
+        QFETCH(int, status);
+        QFETCH(int, dot);
+        for (const qreal scale : {1.0, 2.0}) {
+            mScale = scale;
+            showCamera(QStringLiteral("Kitchen"), status);
+            QCOMPARE(int(dotOf(drawn())), dot);
+        }
+    }
+
+    void aRowWithoutARecordIsARedDotAlone_data() { scales(); }
+    void aRowWithoutARecordIsARedDotAlone()
+    {
+        QFETCH(qreal, scale);
+        mScale = scale;
+        mCell.setObjectValue(nullptr);
+        const auto image = drawn();
+        QCOMPARE(int(dotOf(image)), int(Dot::Red));
+        QVERIFY(QRectF(23, 32, 8, 8).contains(inkOf(image)));
+        QVERIFY(!mTable->isAnimatingStatus());
+    }
+
+    void theDotIsSharpAtScaleTwo()
+    {
+        mScale = 2;
+        showCamera(QString(), 4);
+        const auto image = drawn();
+        const QImage expected(mBundle->pathForResource(QStringLiteral("greendot@2x"), QStringLiteral("png")));
+        QCOMPARE(expected.size(), QSize(16, 16));
+        QCOMPARE(image.pixelColor(46 + 8, 64 + 8), expected.pixelColor(8, 8));
+        QCOMPARE(image.pixelColor(46 + 5, 64 + 11), expected.pixelColor(5, 11));
+    }
+
+    void anEnabledRowIsBlackAndDarkGray_data() { scales(); }
+    void anEnabledRowIsBlackAndDarkGray()
+    {
+        QFETCH(qreal, scale);
+        mScale = scale;
+        showCamera(QStringLiteral("HHHIII"), 1);
+        const auto image = drawn();
+        QVERIFY(isAbout(inkColorWithin(image, nameArea()), Qt::black));
+        QVERIFY(isAbout(inkColorWithin(image, statusArea()), DarkGray));
+    }
+
+    void aHighlightedRowIsWhiteWhateverElseHolds()
+    {
+        mGround = Qt::black;
+        for (const bool enabled : {true, false}) {
+            mCell.setEnabled(enabled);
+            mCell.setHighlighted(true);
+            showCamera(QStringLiteral("HHHIII"), 1);
+            const auto image = drawn();
+            QVERIFY(isAbout(inkColorWithin(image, nameArea()), Qt::white));
+            QVERIFY(isAbout(inkColorWithin(image, statusArea()), Qt::white));
+        }
+    }
+
+    void aDisabledRowHasTheDisabledTextColour()
+    {
+        const auto disabled = mTable->palette().color(QPalette::Disabled, QPalette::Text);
+        mScale = 2;
+        mCell.setEnabled(false);
+        showCamera(QStringLiteral("HHHIII"), 1);
+        const auto image = drawn();
+        QVERIFY(isAbout(inkColorWithin(image, nameArea()), disabled));
+        QVERIFY(isAbout(inkColorWithin(image, statusArea()), disabled));
+    }
+
+    void aLongNameIsShortenedInTheMiddle_data() { scales(); }
+    void aLongNameIsShortenedInTheMiddle()
+    {
+        QFETCH(qreal, scale);
+        mScale = scale;
+        showCamera(QString(10000, QLatin1Char('i')), 1);
+        const auto ink = inkWithin(drawn(), QRect(0, 0, 280, 29));
+        QVERIFY(ink.left() >= 23.0);
+        QVERIFY(ink.right() <= 23.0 + 190.0);
+        QVERIFY(ink.width() > 150.0);
+    }
+
+    void namesThatDifferAtTheirEndsLookDifferent()
+    {
+        const QString middle(80, QLatin1Char('m'));
+        showCamera(QStringLiteral("A") + middle + QStringLiteral("1"), 1);
+        const auto first = drawn();
+        showCamera(QStringLiteral("A") + middle + QStringLiteral("2"), 1);
+        QVERIFY(drawn() != first);
+        showCamera(QStringLiteral("B") + middle + QStringLiteral("1"), 1);
+        QVERIFY(drawn() != first);
+    }
+
+    void aNameStaysOnItsLine()
+    {
+        showCamera(QStringLiteral("Kit\nchen\tleft\u2028right"), 1);
+        const auto odd = drawn();
+        showCamera(QStringLiteral("Kit chen left right"), 1);
+        QCOMPARE(odd, drawn());
+    }
+
+    void aNameCannotTurnItsDirection()
+    {
+        QCOMPARE(oneLine(QStringLiteral("Kit\u202Enehc\u2066x\u200F")), QStringLiteral("Kitnehcx"));
+        QCOMPARE(oneLine(QStringLiteral("a\r\nb")), QStringLiteral("a  b"));
+        QCOMPARE(oneLine(QString()), QString());
+        QCOMPARE(oneLine(QStringLiteral("<b>&amp;</b>")), QStringLiteral("<b>&amp;</b>"));
+        QVERIFY(oneLine(QString(10000, QLatin1Char('x'))).size() < 1100);
+    }
+
+    void startingAndPairingRowsHaveTheTableAnimate_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<bool>("animates");
+        for (int status = -1; status <= 6; ++status)
+            QTest::addRow("status %d", status) << status << (status == 2 || status == 3);
+    }
+    void startingAndPairingRowsHaveTheTableAnimate()
+    {
+        QFETCH(int, status);
+        QFETCH(bool, animates);
+        showCamera(QStringLiteral("Kitchen"), status);
+        drawn();
+        QCOMPARE(mTable->isAnimatingStatus(), animates);
+        QCOMPARE(mRunLoop->timerCount(), std::size_t(animates ? 1 : 0));
+    }
+
+    void aCopyHoldsNoRecordAndDrawsLikeOneWithout()
+    {
+        showCamera(QStringLiteral("Kitchen"), 4);
+        const auto copy = mCell.copy();
+        QCOMPARE(copy->objectValue(), std::shared_ptr<KS7Cam>());
+        QVERIFY(mCell.objectValue() != nullptr);
+        mCell = *copy;
+        QCOMPARE(int(dotOf(drawn())), int(Dot::Red));
+    }
+
+    void theFourDotsComeWithThePaneAndFitLeftOfTheStatus()
+    {
+        for (const auto *name : {"greendot", "reddot", "orangedot", "graydot"}) {
+            const auto icon = imageNamedFromOurBundle(*mBundle, QLatin1String(name));
+            QVERIFY(!icon.isNull());
+            QVERIFY(icon.actualSize(QSize(8, 8)).width() <= 10);
+        }
+        QVERIFY(imageNamedFromOurBundle(*mBundle, QStringLiteral("bluedot")).isNull());
+    }
+
+    void anImageIsTakenAsPngThenTifThenTiff()
+    {
+        QTemporaryDir folder;
+        FakeBundle bundle;
+        bundle.folder = folder.path();
+        const auto put = [&](const char *type, Qt::GlobalColor color) {
+            QImage image(4, 4, QImage::Format_RGB32);
+            image.fill(color);
+            // The kind of file is told by its content, whatever its name says.
+            QVERIFY(image.save(folder.filePath(QStringLiteral("dot.") + QLatin1String(type)), "PNG"));
+        };
+        const auto found = [&] {
+            const auto icon = imageNamedFromOurBundle(bundle, QStringLiteral("dot"));
+            return icon.isNull() ? QColor() : icon.pixmap(4).toImage().pixelColor(1, 1);
+        };
+        QVERIFY(!found().isValid());
+        put("tiff", Qt::red);
+        QCOMPARE(found(), QColor(Qt::red));
+        put("tif", Qt::green);
+        QCOMPARE(found(), QColor(Qt::green));
+        put("png", Qt::blue);
+        QCOMPARE(found(), QColor(Qt::blue));
+    }
+};
+
+QTEST_MAIN(CamCellTest)
+#include "CamCell_test.moc"

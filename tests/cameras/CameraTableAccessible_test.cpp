@@ -1,0 +1,195 @@
+#include "agent/NotificationNames.h"
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "tests/support/PaneFixture.h"
+
+#include <QAccessible>
+#include <QProcess>
+#include <QTest>
+
+namespace Names = NotificationNames;
+
+namespace {
+
+/// What assistive programs are told: "name changed 1".
+QStringList told;
+
+void hear(QAccessibleEvent *event)
+{
+    if (!qobject_cast<KS7AnimatingStatusTableView *>(event->object()) || event->child() < 0)
+        return;
+    if (event->type() == QAccessible::NameChanged)
+        told.append(QStringLiteral("name %1").arg(event->child()));
+    if (event->type() == QAccessible::Selection)
+        told.append(QStringLiteral("selection %1").arg(event->child()));
+}
+
+} // namespace
+
+/// The camera table as a screen reader meets it.
+class CameraTableAccessibleTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<PaneFixture> mFixture;
+    QProcess mAccessibilityBus;
+
+    /// A program asks the bus of assistive programs for its address once each time that the bus appears, and
+    /// may do so before there is one.
+    bool meetAssistivePrograms()
+    {
+        for (int attempt = 0; attempt < 10 && !QAccessible::isActive(); ++attempt) {
+            stopAccessibilityBus();
+            mAccessibilityBus.start(QStringLiteral("/usr/libexec/at-spi-bus-launcher"),
+                                    {QStringLiteral("--launch-immediately")});
+            if (!mAccessibilityBus.waitForStarted())
+                return false;
+            if (QTest::qWaitFor([] { return QAccessible::isActive(); }, 3000))
+                return true;
+        }
+        return QAccessible::isActive();
+    }
+
+    void stopAccessibilityBus()
+    {
+        if (mAccessibilityBus.state() == QProcess::NotRunning)
+            return;
+        mAccessibilityBus.terminate();
+        mAccessibilityBus.waitForFinished();
+    }
+
+    FakeAgent &agent() { return mFixture->agent; }
+    KS7AnimatingStatusTableView &table() { return *mFixture->outlets().cameraListTable; }
+    QAccessibleInterface *accessible() { return QAccessible::queryAccessibleInterface(&table()); }
+
+    void showThreeCameras()
+    {
+        agent().addCamera(QStringLiteral("a"), QStringLiteral("Kitchen"), 4);
+        agent().addCamera(QStringLiteral("b"), QStringLiteral("Desk"), 1);
+        agent().addCamera(QStringLiteral("c"), QStringLiteral("Attic"), 0);
+        agent().prefer(QStringLiteral("a"));
+        mFixture->show();
+        mFixture->runLoop->turn();
+        mFixture->takeJournal();
+        told.clear();
+    }
+
+    void statusBecomes(const QString &address, const QString &name, int status)
+    {
+        agent().addCamera(address, name, status);
+        mFixture->agentPosts(Names::CameraListChanged);
+    }
+
+public:
+    /// Before the application is there; has to be public to be found.
+    static void initMain()
+    {
+        qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+        qputenv("QT_ACCESSIBILITY", "1");
+        qunsetenv("NO_AT_BRIDGE");
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(meetAssistivePrograms());
+        QAccessible::installUpdateHandler(hear);
+    }
+    void cleanupTestCase() { stopAccessibilityBus(); }
+    void init() { mFixture = std::make_unique<PaneFixture>(); }
+    void cleanup() { mFixture.reset(); }
+
+    void theTableIsNamedAndItsChildrenAreTheRows()
+    {
+        showThreeCameras();
+        QCOMPARE(accessible()->role(), QAccessible::Table);
+        QCOMPARE(accessible()->text(QAccessible::Name), QStringLiteral("Cameras"));
+        QCOMPARE(accessible()->childCount(), 3);
+        const QStringList expected{QStringLiteral("Kitchen, Streaming"),
+                                   QStringLiteral("Desk, Not Streaming"), QStringLiteral("Attic, Not Found")};
+        for (int row = 0; row < 3; ++row) {
+            auto *child = accessible()->child(row);
+            QCOMPARE(child->text(QAccessible::Name), expected.at(row));
+            QCOMPARE(child->role(), QAccessible::Cell);
+            QCOMPARE(accessible()->indexOfChild(child), row);
+            QCOMPARE(child->parent(), accessible());
+            QCOMPARE(accessible()->childAt(child->rect().center().x(), child->rect().center().y()), child);
+        }
+        QCOMPARE(accessible()->child(3), nullptr);
+        QCOMPARE(accessible()->child(-1), nullptr);
+    }
+
+    void theSelectionIsExposed()
+    {
+        showThreeCameras();
+        auto *asTable = accessible()->tableInterface();
+        QCOMPARE(asTable->rowCount(), 3);
+        QCOMPARE(asTable->columnCount(), 1);
+        QCOMPARE(asTable->selectedRows(), QList<int>{0});
+        QVERIFY(accessible()->child(0)->state().selected);
+        QVERIFY(!accessible()->child(1)->state().selected);
+        QVERIFY(!asTable->unselectRow(0));
+        QCOMPARE(table().selectedRow(), 0);
+    }
+
+    void pressingARowDoesWhatAClickDoes()
+    {
+        showThreeCameras();
+        agent().indexOfPreferred = 1;
+        auto *actions = accessible()->child(1)->actionInterface();
+        QCOMPARE(actions->actionNames(), QStringList{QAccessibleActionInterface::pressAction()});
+        actions->doAction(QAccessibleActionInterface::pressAction());
+        QVERIFY(mFixture->takeRemoteCalls().contains(QStringLiteral("setPreferredDeviceAddress b")));
+        QCOMPARE(table().selectedRow(), 1);
+    }
+
+    void selectingARowDoesWhatAClickDoes()
+    {
+        showThreeCameras();
+        agent().indexOfPreferred = 2;
+        QVERIFY(accessible()->tableInterface()->selectRow(2));
+        QVERIFY(mFixture->takeRemoteCalls().contains(QStringLiteral("setPreferredDeviceAddress c")));
+        QVERIFY(!accessible()->tableInterface()->selectRow(7));
+    }
+
+    void aDisabledTableIsPressedInVain()
+    {
+        showThreeCameras();
+        table().setEnabled(false);
+        auto *row = accessible()->child(1);
+        QVERIFY(row->state().disabled);
+        row->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QVERIFY(mFixture->takeRemoteCalls().isEmpty());
+    }
+
+    void aNewStatusOfTheSelectedCameraIsToldOnce()
+    {
+        showThreeCameras();
+        statusBecomes(QStringLiteral("a"), QStringLiteral("Kitchen"), 5);
+        QCOMPARE(told, QStringList{QStringLiteral("name 0")});
+        mFixture->agentPosts(Names::CameraListChanged);
+        QCOMPARE(told.size(), 1);
+        statusBecomes(QStringLiteral("b"), QStringLiteral("Desk"), 3);
+        QCOMPARE(told.size(), 1);
+    }
+
+    void anotherSelectionIsTold()
+    {
+        showThreeCameras();
+        agent().prefer(QStringLiteral("b"));
+        mFixture->agentPosts(Names::PreferredCameraChanged);
+        QCOMPARE(told, QStringList{QStringLiteral("selection 1")});
+    }
+
+    void aRowThatIsGoneIsGone()
+    {
+        showThreeCameras();
+        QVERIFY(accessible()->child(2)->isValid());
+        agent().cameraDict.remove(QStringLiteral("c"));
+        agent().sorted.removeLast();
+        mFixture->agentPosts(Names::CameraListChanged);
+        QCOMPARE(accessible()->childCount(), 2);
+        QCOMPARE(accessible()->child(2), nullptr);
+    }
+};
+
+QTEST_MAIN(CameraTableAccessibleTest)
+#include "CameraTableAccessible_test.moc"

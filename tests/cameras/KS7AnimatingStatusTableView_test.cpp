@@ -1,0 +1,394 @@
+#include "agent/NotificationNames.h"
+#include "cameras/CameraTableModel.h"
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "tests/support/PaneFixture.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QStyledItemDelegate>
+#include <QTest>
+
+using namespace std::chrono_literals;
+namespace Names = NotificationNames;
+
+/// The camera table under a person's hand: clicks, keys, animation, what a screen reader is told.
+class TableTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<PaneFixture> mFixture;
+    QStringList mActions;
+
+    FakeAgent &agent() { return mFixture->agent; }
+    KS7SettingsWindowController &controller() { return mFixture->controller(); }
+    KS7AnimatingStatusTableView &table() { return *mFixture->outlets().cameraListTable; }
+
+    static QString address(int row) { return QStringLiteral("address %1").arg(row, 5, 10, QLatin1Char('0')); }
+
+    void showCameras(int count, int status = 1)
+    {
+        for (int row = 0; row < count; ++row)
+            agent().addCamera(address(row), QStringLiteral("Camera %1").arg(row), status);
+        mFixture->show();
+        mFixture->runLoop->turn();
+        QVERIFY(QTest::qWaitForWindowExposed(&mFixture->window));
+        mFixture->takeJournal();
+    }
+
+    /// Notes actions instead of sending them to the controller.
+    void recordActions()
+    {
+        mActions.clear();
+        const auto recorder = [this](const QString &name) {
+            return [this, name](QObject *sender) {
+                QCOMPARE(sender, static_cast<QObject *>(&table()));
+                mActions.append(QStringLiteral("%1 %2 %3")
+                                    .arg(name)
+                                    .arg(table().clickedRow())
+                                    .arg(table().selectedRow()));
+            };
+        };
+        table().setAction(recorder(QStringLiteral("click")));
+        table().setDoubleAction(recorder(QStringLiteral("double")));
+    }
+
+    QPoint spotInRow(int row) { return table().visualRect(table().model()->index(row, 0)).center(); }
+    void press(int row) { QTest::mousePress(table().viewport(), Qt::LeftButton, {}, spotInRow(row)); }
+    void release(int row) { QTest::mouseRelease(table().viewport(), Qt::LeftButton, {}, spotInRow(row)); }
+    void clickRow(int row)
+    {
+        press(row);
+        release(row);
+    }
+
+    void statusBecomes(int row, int status)
+    {
+        agent().addCamera(address(row), QStringLiteral("Camera %1").arg(row), status);
+        mFixture->agentPosts(Names::CameraListChanged);
+    }
+
+private Q_SLOTS:
+    void init() { mFixture = std::make_unique<PaneFixture>(); }
+    void cleanup() { mFixture.reset(); }
+
+    // Clicks
+
+    void aClickSelectsTheRowAndSendsTheAction()
+    {
+        showCameras(3);
+        recordActions();
+        clickRow(1);
+        QCOMPARE(mActions, QStringList{QStringLiteral("click 1 1")});
+        QCOMPARE(table().clickedRow(), -1);
+    }
+
+    void aClickOnTheSelectedRowSendsTheActionAgain()
+    {
+        showCameras(3);
+        recordActions();
+        clickRow(1);
+        clickRow(1);
+        QCOMPARE(mActions.size(), 2);
+        QCOMPARE(table().selectedRow(), 1);
+    }
+
+    void pressingOneRowAndReleasingOnAnotherIsNoClick()
+    {
+        showCameras(3);
+        recordActions();
+        press(0);
+        QTest::mouseMove(table().viewport(), spotInRow(2));
+        release(2);
+        QVERIFY(mActions.isEmpty());
+        QCOMPARE(table().selectedRow(), -1);
+        release(2);
+        QVERIFY(mActions.isEmpty());
+    }
+
+    void aClickIsItsRowsWhateverTheAgentSaysMeanwhile()
+    {
+        showCameras(3);
+        recordActions();
+        press(2);
+        agent().prefer(address(0));
+        mFixture->agentPosts(Names::PreferredCameraChanged);
+        release(2);
+        QCOMPARE(mActions, QStringList{QStringLiteral("click 2 2")});
+    }
+
+    void emptySpaceTakesNoClick()
+    {
+        showCameras(1);
+        table().selectRow(0);
+        recordActions();
+        const QPoint below(20, table().viewport()->height() - 4);
+        QCOMPARE(table().rowAt(below.y()), -1);
+        QTest::mouseClick(table().viewport(), Qt::LeftButton, {}, below);
+        QTest::mouseDClick(table().viewport(), Qt::LeftButton, {}, below);
+        QVERIFY(mActions.isEmpty());
+        QCOMPARE(table().selectedRow(), 0);
+    }
+
+    void onlyTheLeftButtonClicks()
+    {
+        showCameras(3);
+        recordActions();
+        QTest::mouseClick(table().viewport(), Qt::RightButton, {}, spotInRow(1));
+        QTest::mouseClick(table().viewport(), Qt::MiddleButton, {}, spotInRow(1));
+        QVERIFY(mActions.isEmpty());
+        QCOMPARE(table().selectedRow(), -1);
+    }
+
+    void aDoubleClickIsOneClickAndOneDoubleAction()
+    {
+        showCameras(3);
+        recordActions();
+        clickRow(1);
+        QMouseEvent second(QEvent::MouseButtonDblClick, spotInRow(1),
+                           table().viewport()->mapToGlobal(spotInRow(1)), Qt::LeftButton, Qt::LeftButton,
+                           Qt::NoModifier);
+        QCoreApplication::sendEvent(table().viewport(), &second);
+        release(1);
+        QCOMPARE(mActions, QStringList({QStringLiteral("click 1 1"), QStringLiteral("double 1 1")}));
+    }
+
+    void modifiersNeitherDeselectNorExtend()
+    {
+        showCameras(3);
+        recordActions();
+        clickRow(1);
+        QTest::mouseClick(table().viewport(), Qt::LeftButton, Qt::ControlModifier, spotInRow(1));
+        QCOMPARE(table().selectedRow(), 1);
+        QTest::mouseClick(table().viewport(), Qt::LeftButton, Qt::ShiftModifier, spotInRow(2));
+        QCOMPARE(table().selectionModel()->selectedRows().size(), 1);
+        QCOMPARE(table().selectedRow(), 2);
+    }
+
+    void aDisabledTableTakesNoClicks()
+    {
+        showCameras(3);
+        recordActions();
+        table().setEnabled(false);
+        clickRow(1);
+        table().clickRow(1);
+        QVERIFY(mActions.isEmpty());
+        QCOMPARE(table().selectedRow(), -1);
+    }
+
+    void clicksByOtherMeansAreCheckedToo()
+    {
+        showCameras(3);
+        recordActions();
+        table().clickRow(-1);
+        table().clickRow(3);
+        QVERIFY(mActions.isEmpty());
+        table().clickRow(2);
+        QCOMPARE(mActions, QStringList{QStringLiteral("click 2 2")});
+    }
+
+    // Keys
+
+    void everyKeyIsSwallowed_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::newRow("down") << int(Qt::Key_Down);
+        QTest::newRow("up") << int(Qt::Key_Up);
+        QTest::newRow("home") << int(Qt::Key_Home);
+        QTest::newRow("page down") << int(Qt::Key_PageDown);
+        QTest::newRow("letter") << int(Qt::Key_C);
+        QTest::newRow("space") << int(Qt::Key_Space);
+        QTest::newRow("return") << int(Qt::Key_Return);
+        QTest::newRow("escape") << int(Qt::Key_Escape);
+        QTest::newRow("delete") << int(Qt::Key_Delete);
+    }
+    void everyKeyIsSwallowed()
+    {
+        QFETCH(int, key);
+        showCameras(60);
+        table().selectRow(1);
+        recordActions();
+        table().setFocus();
+        const int scrolled = table().verticalScrollBar()->value();
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(&table(), &event);
+        QVERIFY(event.isAccepted());
+        QCOMPARE(table().selectedRow(), 1);
+        QCOMPARE(table().verticalScrollBar()->value(), scrolled);
+        QVERIFY(mActions.isEmpty());
+        QVERIFY(mFixture->takeRemoteCalls().isEmpty());
+    }
+
+    void tabLeavesTheTableBothWays()
+    {
+        showCameras(3);
+        mFixture->window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window));
+        for (const auto key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+            table().setFocus();
+            QTRY_VERIFY(table().hasFocus());
+            QTest::keyClick(&table(), key);
+            QVERIFY(!table().hasFocus());
+            QVERIFY(mFixture->window.focusWidget() != nullptr);
+        }
+    }
+
+    // Rows
+
+    void rowsAreCountedOnceForEachReload()
+    {
+        showCameras(3);
+        agent().cameraDict.remove(address(2));
+        agent().sorted.removeLast();
+        controller().copyCamerasLocal();
+        QCOMPARE(table().numberOfRows(), 3);
+        table().display();
+        table().reloadData();
+        QCOMPARE(table().numberOfRows(), 2);
+    }
+
+    void reloadingKeepsTheSelectionAndThePlace()
+    {
+        showCameras(200);
+        table().selectRow(150);
+        table().verticalScrollBar()->setValue(700);
+        QSignalSpy selection(table().selectionModel(), &QItemSelectionModel::selectionChanged);
+        recordActions();
+        table().reloadData();
+        QCOMPARE(table().selectedRow(), 150);
+        QCOMPARE(table().verticalScrollBar()->value(), 700);
+        QVERIFY(selection.isEmpty());
+        QVERIFY(mActions.isEmpty());
+    }
+
+    void selectingARowThatDoesNotExistChangesNothing()
+    {
+        showCameras(3);
+        table().selectRow(1);
+        for (const int row : {-1, 3, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
+            table().selectRow(row);
+            QCOMPARE(table().selectedRow(), 1);
+        }
+    }
+
+    void theOneColumnFillsTheTable()
+    {
+        showCameras(3);
+        QCOMPARE(table().model()->columnCount(), 1);
+        QCOMPARE(table().columnWidth(0), table().viewport()->width());
+        QVERIFY(table().horizontalHeader()->isHidden());
+        QVERIFY(table().verticalHeader()->isHidden());
+        QVERIFY(table().rowHeight(0) >= 34 && table().rowHeight(0) <= 36);
+        QVERIFY(!table().showGrid());
+    }
+
+    void blackTextStaysOnALightGroundInADarkTheme()
+    {
+        const QPalette before = QApplication::palette();
+        QPalette dark(QColor(40, 40, 40));
+        QApplication::setPalette(dark);
+        showCameras(1);
+        const auto image = table().viewport()->grab().toImage();
+        QApplication::setPalette(before);
+        QVERIFY(image.pixelColor(image.width() - 5, image.height() - 5).value() > 240);
+        QVERIFY(image.pixelColor(image.width() - 5, 5).value() > 240);
+    }
+
+    void paintingAsksForTheRowsInSightOnly()
+    {
+        showCameras(5000);
+        int asked = 0;
+        class Counter final : public QStyledItemDelegate {
+        public:
+            explicit Counter(int *count)
+                : mCount(count)
+            {
+            }
+            void paint(QPainter *, const QStyleOptionViewItem &, const QModelIndex &) const override
+            {
+                ++*mCount;
+            }
+
+        private:
+            int *mCount;
+        } counter(&asked);
+        auto *own = table().itemDelegate();
+        table().setItemDelegate(&counter);
+        table().display();
+        table().setItemDelegate(own);
+        QVERIFY(asked > 0);
+        QVERIFY(asked <= table().viewport()->height() / table().rowHeight(0) + 2);
+    }
+
+    // Animation
+
+    void aStartingCameraBlinksUntilItHasStarted()
+    {
+        showCameras(2);
+        QVERIFY(!table().isAnimatingStatus());
+        statusBecomes(0, 3);
+        QVERIFY(table().isAnimatingStatus());
+        QCOMPARE(table().cycle(), 0);
+        for (const int phase : {1, 0, 1, 0}) {
+            mFixture->runLoop->advance(499ms);
+            QCOMPARE(table().cycle(), 1 - phase);
+            mFixture->runLoop->advance(1ms);
+            QCOMPARE(table().cycle(), phase);
+            QVERIFY(table().isAnimatingStatus());
+        }
+        statusBecomes(0, 4);
+        QVERIFY(table().isAnimatingStatus());
+        mFixture->runLoop->advance(500ms);
+        QVERIFY(!table().isAnimatingStatus());
+    }
+
+    void aPairingCameraAloneBlinksOnceAndStopsOnGray()
+    {
+        showCameras(1);
+        statusBecomes(0, 2);
+        QVERIFY(table().isAnimatingStatus());
+        mFixture->runLoop->advance(500ms);
+        QVERIFY(!table().isAnimatingStatus());
+        QCOMPARE(table().cycle(), 1);
+        table().display();
+        QVERIFY(table().isAnimatingStatus());
+        QCOMPARE(table().cycle(), 0);
+    }
+
+    void aStartingCameraOutOfSightKeepsTheOthersBlinking()
+    {
+        showCameras(200);
+        statusBecomes(199, 3);
+        QVERIFY(!table().isAnimatingStatus());
+        table().startAnimatingStatus();
+        mFixture->runLoop->advance(1000ms);
+        QVERIFY(table().isAnimatingStatus());
+    }
+
+    void startsAreNotCounted()
+    {
+        showCameras(1);
+        table().startAnimatingStatus();
+        table().startAnimatingStatus();
+        QCOMPARE(mFixture->runLoop->timerCount(), std::size_t(1));
+        table().stopAnimatingStatus();
+        QVERIFY(!table().isAnimatingStatus());
+        QCOMPARE(mFixture->runLoop->timerCount(), std::size_t(0));
+        table().stopAnimatingStatus();
+    }
+
+    void startingAgainBeginsWithOrange()
+    {
+        showCameras(1);
+        table().startAnimatingStatus();
+        table().cycle(nullptr);
+        QCOMPARE(table().cycle(), 1);
+        QVERIFY(!table().isAnimatingStatus());
+        table().startAnimatingStatus();
+        QCOMPARE(table().cycle(), 0);
+    }
+};
+
+QTEST_MAIN(TableTest)
+#include "KS7AnimatingStatusTableView_test.moc"

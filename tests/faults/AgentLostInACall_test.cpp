@@ -1,0 +1,285 @@
+#include "agent/NotificationNames.h"
+#include "agent/RemoteNames.h"
+#include "agent/WireTypes.h"
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "platform/DBusConnection.h"
+#include "platform/DistributedNotificationCenter.h"
+#include "platform/PowerManagement.h"
+#include "platform/SessionBus.h"
+#include "tests/support/PaneFixture.h"
+#include "tests/support/RecordingAgent.h"
+
+#include <QCoreApplication>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include <algorithm>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString Kitchen = QStringLiteral("00-11-22-33-44-55");
+const QString Desk = QStringLiteral("66-77-88-99-AA-BB");
+
+QVariantMap entry(int status, const QString &name)
+{
+    return dictionaryFromRecord(CameraRecord{status, QStringLiteral("4455"), name});
+}
+
+} // namespace
+
+/// An agent that is lost in the midst of one remote call, whichever it is and whatever a person was about:
+/// the call costs one time-out when the agent hangs and nothing when it dies, no other call is made, the pane
+/// is left without an agent, hears of the death once, and takes up the next agent.
+class AgentLostInACallTest : public QObject {
+    Q_OBJECT
+
+private:
+    using Deed = void (AgentLostInACallTest::*)();
+
+    std::unique_ptr<RecordingAgent> mAgent;
+    std::unique_ptr<PaneFixture> mPane;
+    std::shared_ptr<platform::SessionBus> mBus;
+
+    PaneFixture &pane() { return *mPane; }
+    RecordingAgent &agent() { return *mAgent; }
+    KS7SettingsWindowController &controller() { return pane().controller(); }
+    int deaths() { return pane().localCenter->postCount(platform::NSConnectionDidDieNotification); }
+    int rows() { return controller().numberOfRowsInTableView(pane().outlets().cameraListTable); }
+
+    void startAgent()
+    {
+        mAgent.reset();
+        mAgent = std::make_unique<RecordingAgent>();
+        agent().answer(QStringLiteral("cameraDict"),
+                       {QVariant::fromValue(CameraDictionary{{Kitchen, entry(0, QStringLiteral("Kitchen"))},
+                                                             {Desk, entry(1, QStringLiteral("Desk"))}})});
+        agent().answer(QStringLiteral("sortedDeviceList"), {QStringList{Kitchen, Desk}});
+        agent().answer(QStringLiteral("indexOfPreferredKS7Cam"), {1ULL});
+        agent().answer(QStringLiteral("getPreferredKS7Cam"), {entry(1, QStringLiteral("Desk"))});
+        agent().answer(QStringLiteral("connectedCamHasBTAddress"), {true});
+        agent().publishBoth();
+    }
+    void putOnTheBus(platform::Services &services)
+    {
+        services.distributedCenter = std::make_shared<platform::DistributedNotificationCenter>(mBus);
+        services.connections =
+            std::make_shared<platform::DBusConnectionRegistry>(mBus, services.runLoop, services.localCenter);
+    }
+    /// Turns both loops: what the bus brings and what the pane has put off.
+    void turn()
+    {
+        QCoreApplication::processEvents();
+        pane().runLoop->turn();
+    }
+    template <class Condition>
+    bool turnUntil(Condition condition)
+    {
+        return QTest::qWaitFor([&] {
+            turn();
+            return condition();
+        });
+    }
+
+    // What a person, the agent or the machine does.
+
+    void showAgain() { pane().pane->willSelect(); }
+    void refresh()
+    {
+        controller().cameraStatusChanged();
+        turn();
+    }
+    void pollMeters()
+    {
+        pane().outlets().startButton->click();
+        pane().runLoop->advance(100ms);
+    }
+    void chooseCamera() { controller().setActiveCamera(nullptr); }
+    void removeCamera() { controller().removeCamera(nullptr); }
+    void rename()
+    {
+        controller().showCameraProperties(nullptr);
+        pane().outlets().cameraNameText->setText(QStringLiteral("Door"));
+        controller().propertiesOkay(nullptr);
+    }
+    void changePasskey()
+    {
+        controller().changePIN(nullptr);
+        pane().outlets().newPINText->setText(QStringLiteral("1234"));
+        controller().pinOkay(nullptr);
+        pane().runLoop->advance(500ms);
+    }
+    void hearOfNewPasskey()
+    {
+        controller().passKeySet({NotificationNames::PassKeySet,
+                                 nullptr,
+                                 {{UserInfoKeys::Result, 0}, {UserInfoKeys::PassKey, QStringLiteral("1")}}});
+    }
+    void plugIn() { controller().enableUSBOptions(); }
+    /// The wait for an update goes on for as long as its host does: the host ends it here.
+    void updateFirmware()
+    {
+        controller().installFirmware(nullptr);
+        controller().firmwareContinue(nullptr);
+        pane().runLoop->onSlice = [this] {
+            turn();
+            pane().runLoop->quitting = !controller().isConnected();
+        };
+        controller().firmwareContinue(nullptr);
+        pane().runLoop->onSlice = nullptr;
+        pane().runLoop->quitting = false;
+    }
+    void fallAsleep()
+    {
+        pane().power->send(platform::kIOMessageSystemWillSleep, this);
+        turn();
+    }
+
+    static const QHash<QString, Deed> &deeds()
+    {
+        static const QHash<QString, Deed> all{
+            {QStringLiteral("showing the pane again"), &AgentLostInACallTest::showAgain},
+            {QStringLiteral("a refresh"), &AgentLostInACallTest::refresh},
+            {QStringLiteral("the meters' timer"), &AgentLostInACallTest::pollMeters},
+            {QStringLiteral("choosing a camera"), &AgentLostInACallTest::chooseCamera},
+            {QStringLiteral("removing a camera"), &AgentLostInACallTest::removeCamera},
+            {QStringLiteral("a new name"), &AgentLostInACallTest::rename},
+            {QStringLiteral("a new passkey"), &AgentLostInACallTest::changePasskey},
+            {QStringLiteral("word of a new passkey"), &AgentLostInACallTest::hearOfNewPasskey},
+            {QStringLiteral("a camera at the cable"), &AgentLostInACallTest::plugIn},
+            {QStringLiteral("a firmware update"), &AgentLostInACallTest::updateFirmware},
+            {QStringLiteral("going to sleep"), &AgentLostInACallTest::fallAsleep},
+        };
+        return all;
+    }
+    /// Every remote call that the pane makes, with what it is made for.
+    static void everyCall()
+    {
+        QTest::addColumn<QString>("deed");
+        QTest::addColumn<QString>("call");
+        const auto calls = [](const char *deed, std::initializer_list<const char *> methods) {
+            for (const char *method : methods)
+                QTest::addRow("%s: %s", deed, method)
+                    << QString::fromLatin1(deed) << QString::fromLatin1(method);
+        };
+        calls("showing the pane again", {"flush"});
+        calls("a refresh",
+              {"cameraDict", "sortedDeviceList", "indexOfPreferredKS7Cam", "connectedCamHasBTAddress",
+               "getPreferredKS7Cam"});
+        calls("the meters' timer", {"getAudioLevel_l"});
+        calls("choosing a camera", {"setPreferredDeviceAddress"});
+        calls("removing a camera", {"removeCameraAtIndex", "checkRemoveCurrentCam"});
+        calls("a new name", {"validateName", "setName"});
+        calls("a new passkey", {"connectedCamHasBTAddress", "setPassKey"});
+        calls("word of a new passkey", {"removeCameraAtIndex"});
+        calls("a camera at the cable", {"connectedCamNeedsFirmwareUpdate"});
+        calls("a firmware update", {"startUpdate"});
+        calls("going to sleep", {"cameraDict", "getPreferredKS7Cam"});
+    }
+    void paneIsLeftWithoutAgent()
+    {
+        QVERIFY(turnUntil([this] { return !controller().isConnected(); }));
+        QVERIFY(turnUntil([this] { return deaths() > 0; }));
+        QCOMPARE(rows(), 0);
+        QVERIFY(!controller().isStreaming());
+        QVERIFY(!controller().hasLevelsTimer());
+        QVERIFY(!pane().sheets->isUp(pane().outlets().pinSheet));
+        QVERIFY(!pane().sheets->isUp(pane().outlets().firmwareSheet));
+    }
+    /// The call was the last of all, and made once.
+    void heardLastAndOnce(const QString &call)
+    {
+        const auto isCall = [&](const QString &line) { return line.section(QLatin1Char(' '), 0, 0) == call; };
+        auto lines = agent().journal();
+        lines.erase(
+            std::remove_if(lines.begin(), lines.end(),
+                           [](const QString &line) { return line.startsWith(QLatin1String("post ")); }),
+            lines.end());
+        QVERIFY2(!lines.isEmpty() && isCall(lines.last()), qPrintable(lines.join(QLatin1Char('\n'))));
+        QCOMPARE(std::count_if(lines.cbegin(), lines.cend(), isCall), 1);
+    }
+    void nextAgentIsTakenUp()
+    {
+        const int before = deaths();
+        startAgent();
+        agent().post(NotificationNames::AgentStarted);
+        QVERIFY(turnUntil([this] { return controller().isConnected() && rows() == 2; }));
+        QCOMPARE(deaths(), before);
+    }
+    void doTheDeed(const QString &deed)
+    {
+        agent().takeJournal();
+        (this->*deeds().value(deed))();
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        startAgent();
+        mBus = std::make_shared<platform::SessionBus>();
+        mPane = std::make_unique<PaneFixture>();
+        pane().protocols = makeDBusProtocols();
+        pane().refit = [this](platform::Services &services) { putOnTheBus(services); };
+        pane().capture->addDevice(QStringLiteral("KS-7 Wireless Webcam"));
+        pane().defaults->agentWrites(QStringLiteral("KS7On"), true);
+        pane().show();
+        turn();
+        QCOMPARE(rows(), 2);
+    }
+    void cleanup()
+    {
+        mPane.reset();
+        mBus.reset();
+        mAgent.reset();
+    }
+
+    void anAgentThatHangsCostsOneCall_data() { everyCall(); }
+    void anAgentThatHangsCostsOneCall()
+    {
+        QFETCH(QString, deed);
+        QFETCH(QString, call);
+        agent().hangIn(call);
+        doTheDeed(deed);
+        paneIsLeftWithoutAgent();
+        heardLastAndOnce(call);
+        QCOMPARE(deaths(), 1);
+        nextAgentIsTakenUp();
+    }
+
+    void anAgentThatDiesInACallIsReportedOnce_data() { everyCall(); }
+    void anAgentThatDiesInACallIsReportedOnce()
+    {
+        QFETCH(QString, deed);
+        QFETCH(QString, call);
+        agent().dieIn(call);
+        doTheDeed(deed);
+        paneIsLeftWithoutAgent();
+        heardLastAndOnce(call);
+        QCOMPARE(deaths(), 1);
+        nextAgentIsTakenUp();
+    }
+
+    void theMachineSleepsThoughTheAgentHangs()
+    {
+        agent().hang();
+        fallAsleep();
+        QCOMPARE(pane().power->allowed, std::vector<void *>{this});
+        paneIsLeftWithoutAgent();
+    }
+
+    void anAgentThatHangsBetweenTwoTicksOfTheMetersCostsOneCall()
+    {
+        pollMeters();
+        agent().hang();
+        agent().takeJournal();
+        pane().runLoop->advance(1s);
+        QCOMPARE(agent().journal(), QStringList{QStringLiteral("getAudioLevel_l")});
+        paneIsLeftWithoutAgent();
+    }
+};
+
+QTEST_MAIN(AgentLostInACallTest)
+
+#include "AgentLostInACall_test.moc"

@@ -1,0 +1,138 @@
+#include "agent/NotificationNames.h"
+#include "agent/RemoteNames.h"
+#include "agent/WireTypes.h"
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "platform/DBusConnection.h"
+#include "platform/DistributedNotificationCenter.h"
+#include "platform/SessionBus.h"
+#include "tests/support/PaneFixture.h"
+#include "tests/support/PrivateBus.h"
+#include "tests/support/RecordingAgent.h"
+
+#include <QCoreApplication>
+#include <QPushButton>
+#include <QTest>
+
+namespace {
+
+const QString Kitchen = QStringLiteral("00-11-22-33-44-55");
+
+} // namespace
+
+/// A session bus that goes away under the shown pane, or stands still: the pane is left without an agent, its
+/// controls go on, and what comes back is taken up.
+class BusLostTest : public QObject {
+    Q_OBJECT
+
+private:
+    PrivateBus mDaemon;
+    std::unique_ptr<RecordingAgent> mAgent;
+    std::unique_ptr<PaneFixture> mPane;
+
+    PaneFixture &pane() { return *mPane; }
+    KS7SettingsWindowController &controller() { return pane().controller(); }
+    int rows() { return controller().numberOfRowsInTableView(pane().outlets().cameraListTable); }
+    int deaths() { return pane().localCenter->postCount(platform::NSConnectionDidDieNotification); }
+
+    void startAgent()
+    {
+        mAgent.reset();
+        mAgent = std::make_unique<RecordingAgent>();
+        mAgent->answer(QStringLiteral("cameraDict"),
+                       {QVariant::fromValue(CameraDictionary{{Kitchen, {{RecordKeys::Status, 1}}}})});
+        mAgent->answer(QStringLiteral("sortedDeviceList"), {QStringList{Kitchen}});
+        mAgent->publishBoth();
+    }
+    static void putOnTheBus(platform::Services &services)
+    {
+        const auto bus = std::make_shared<platform::SessionBus>();
+        services.distributedCenter = std::make_shared<platform::DistributedNotificationCenter>(bus);
+        services.connections =
+            std::make_shared<platform::DBusConnectionRegistry>(bus, services.runLoop, services.localCenter);
+    }
+    template <class Condition>
+    bool turnUntil(Condition condition)
+    {
+        return QTest::qWaitFor(
+            [&] {
+                QCoreApplication::processEvents();
+                pane().runLoop->turn();
+                return condition();
+            },
+            30000);
+    }
+    void paneHasNoAgent()
+    {
+        QVERIFY(turnUntil([this] { return !controller().isConnected() && deaths() == 1; }));
+        QCOMPARE(rows(), 0);
+    }
+    /// A person's hand on what needs no agent, and on what would need one.
+    void everyControlAnswers()
+    {
+        auto &outlets = pane().outlets();
+        outlets.addButton->click();
+        outlets.startButton->click();
+        controller().cameraStatusChanged();
+        controller().enableUSBOptions();
+        pane().runLoop->turn();
+        QVERIFY(!controller().isConnected());
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        startAgent();
+        mPane = std::make_unique<PaneFixture>();
+        pane().defaults->agentWrites(QStringLiteral("KS7On"), true);
+        pane().protocols = makeDBusProtocols();
+        pane().refit = putOnTheBus;
+        pane().show();
+        QVERIFY(turnUntil([this] { return rows() == 1; }));
+    }
+    void cleanup()
+    {
+        mPane.reset();
+        mAgent.reset();
+    }
+
+    void aKilledBusLeavesThePaneWithoutAnAgent()
+    {
+        mDaemon.kill();
+        paneHasNoAgent();
+        everyControlAnswers();
+        mDaemon.start();
+    }
+
+    void aBusThatIsThereAgainIsTakenUpWhenThePaneIsShown()
+    {
+        mDaemon.kill();
+        paneHasNoAgent();
+        mDaemon.start();
+        startAgent();
+        pane().hide();
+        pane().show();
+        QVERIFY(turnUntil([this] { return controller().isConnected() && rows() == 1; }));
+        mAgent->post(NotificationNames::CameraListChanged);
+        mAgent->takeJournal();
+        QVERIFY(turnUntil([this] { return mAgent->journal().contains(QStringLiteral("cameraDict")); }));
+    }
+
+    void aBusThatStandsStillCostsOneCall()
+    {
+        mDaemon.stop();
+        controller().cameraStatusChanged();
+        paneHasNoAgent();
+        everyControlAnswers();
+        mDaemon.resume();
+        // What was written to the bus meanwhile arrives now, and is the one call.
+        QVERIFY(turnUntil([this] { return mAgent->journal().count(QStringLiteral("cameraDict")) > 0; }));
+        QCOMPARE(deaths(), 1);
+        mAgent->takeJournal();
+        mAgent->post(NotificationNames::AgentStarted);
+        QVERIFY(turnUntil([this] { return controller().isConnected() && rows() == 1; }));
+    }
+};
+
+QTEST_MAIN(BusLostTest)
+
+#include "BusLost_test.moc"

@@ -1,0 +1,150 @@
+#!/usr/bin/python3
+"""An agent that cannot be had, and one that stands still, as a person at the pane's window meets them."""
+
+import os
+import pathlib
+import signal
+import tempfile
+import unittest
+
+from fault_pane import FaultCase, stand_in, wait_until
+
+
+class NoAgent(FaultCase):
+    """One launch each time the pane looks for its agent, the sheet, and a host that goes on."""
+
+    def setUp(self):
+        super().setUp()
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+        self.launches = self.folder / "launches"
+        self.addCleanup(self.end_what_was_launched)
+
+    def program(self, last_line, mode=0o755):
+        """A program that notes that it was started, by its process number."""
+        path = self.folder / "agent"
+        path.write_text(f"#!/bin/sh\necho $$ >> '{self.launches}'\n{last_line}\n")
+        path.chmod(mode)
+        return path
+
+    def launched(self):
+        return self.launches.read_text().split() if self.launches.exists() else []
+
+    def end_what_was_launched(self):
+        for pid in self.launched():
+            try:
+                os.kill(int(pid), signal.SIGKILL)
+            except ProcessLookupError:
+                pass
+
+    def dismiss_the_sheets(self, pane):
+        """The loading and the showing have each looked for the agent."""
+        def overview():
+            if pane.find("KS-7", role="push button"):
+                return True
+            button = pane.find("OK", role="push button")
+            if button:
+                pane.press_if_there(button)
+            return False
+        wait_until(overview, "the overview", pane.dump)
+
+    def meet(self, agent, launches):
+        pane = self.open_pane(agent=agent)
+        pane.wait_for("The KS-7 Preferences cannot be loaded at this time. Please try re-installing your KS-7 software.")
+        self.assertEqual(len(self.launched()), launches)
+        self.dismiss_the_sheets(pane)
+        self.start_agent().add_cameras()
+        pane.press(pane.wait_for("KS-7", role="push button"))
+        self.wait_for_cameras(pane)
+        self.assertEqual(len(self.launched()), launches)
+        self.assertEqual(self.close(pane), 0)
+
+    def test_a_program_that_is_missing(self):
+        self.meet("/nonexistent", 0)
+
+    def test_a_program_that_may_not_be_run(self):
+        self.meet(self.program("exit 0", mode=0o644), 0)
+
+    def test_a_program_that_ends_at_once(self):
+        self.meet(self.program("exit 1"), 2)
+
+    def test_a_program_that_hangs(self):
+        self.meet(self.program("exec sleep 1000"), 2)
+
+
+class StoppedAgent(FaultCase):
+    """The agent hears of one call when it goes on, and the pane has given it up."""
+
+    def setUp(self):
+        super().setUp()
+        self.agent = self.start_agent().add_cameras()
+        self.pane = self.open_pane()
+        self.wait_for_cameras(self.pane)
+        self.agent.script.clearRecord()
+
+    def expect_the_pane_to_go_on(self):
+        self.wait_for_no_agent(self.pane)
+        self.post("KS7CameraListChanged")
+        self.pane.press("Show All")
+        self.pane.press(self.pane.wait_for("KS-7", role="push button"))
+        self.wait_for_cameras(self.pane)
+        self.assertFalse(self.pane.ended())
+
+    def test_before_a_refresh(self):
+        self.agent.stop()
+        self.post("KS7CameraListChanged")
+        self.wait_for_no_agent(self.pane)
+        for _ in range(5):
+            self.post("KS7CameraListChanged")
+        self.agent.resume()
+        self.agent.wait_for_call("cameraDict")
+        self.assertEqual(self.agent.calls(), ["cameraDict()"])
+        self.expect_the_pane_to_go_on()
+
+    def test_before_the_pane_is_shown(self):
+        self.pane.press("Show All")
+        icon = self.pane.wait_for("KS-7", role="push button")
+        self.agent.stop()
+        self.pane.press(icon)
+        self.wait_for_no_agent(self.pane)
+        self.agent.resume()
+        self.agent.wait_for_call("flush")
+        self.assertEqual(self.agent.calls(), ["flush()"])
+        self.expect_the_pane_to_go_on()
+
+    def test_while_a_camera_is_chosen(self):
+        self.agent.stop()
+        self.pane.click("Desk, Not Streaming")
+        self.wait_for_no_agent(self.pane)
+        self.agent.resume()
+        wait_until(self.agent.calls, "a call")
+        self.assertEqual(len(self.agent.calls()), 1, self.agent.calls())
+        self.expect_the_pane_to_go_on()
+
+    def test_killed_while_stopped(self):
+        self.agent.stop()
+        self.agent.kill()
+        self.wait_for_no_agent(self.pane)
+        self.start_agent().add_cameras()
+        self.wait_for_cameras(self.pane)
+
+
+class DyingAgent(FaultCase):
+    def test_in_the_midst_of_any_call(self):
+        self.start_agent().add_cameras()
+        pane = self.open_pane()
+        for call in ("cameraDict", "sortedDeviceList", "indexOfPreferredKS7Cam", "connectedCamHasBTAddress",
+                     "getPreferredKS7Cam"):
+            with self.subTest(call):
+                self.wait_for_cameras(pane)
+                stand_in.Agent().dieDuring(call)
+                self.post("KS7CameraListChanged")
+                self.wait_for_no_agent(pane)
+                self.start_agent().add_cameras()
+        self.wait_for_cameras(pane)
+        self.assertEqual(self.close(pane), 0)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

@@ -1,0 +1,76 @@
+#!/usr/bin/python3
+"""The wall clock is put an hour back or forward while the pane waits for something: it waits no longer for it."""
+
+import os
+import pathlib
+import subprocess
+import tempfile
+import unittest
+
+from fault_pane import FaultCase, HOST, KITCHEN, NOWHERE, wait_until
+
+LIBRARY = "/usr/lib/x86_64-linux-gnu/faketime/libfaketime.so.1"
+
+
+class Clock(FaultCase):
+    def setUp(self):
+        super().setUp()
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.clock = pathlib.Path(folder.name) / "clock"
+        self.put("+0")
+        self.agent = self.start_agent().add_cameras()
+        self.agent.script.setPreferred(KITCHEN)
+        self.agent.script.clearRecord()
+        self.pane = self.start_pane_under_the_clock()
+        self.agent.wait_for_call("getPreferredKS7Cam", 2)
+
+    def put(self, offset):
+        """Replaced whole: the pane may read it at any time."""
+        new = self.clock.with_suffix(".new")
+        new.write_text(offset + "\n")
+        new.replace(self.clock)
+
+    def start_pane_under_the_clock(self):
+        runtime = os.environ.get("KS7_SANITIZER_RUNTIME")
+        env = dict(os.environ, KS7_AGENT=NOWHERE, FAKETIME_TIMESTAMP_FILE=str(self.clock), FAKETIME_NO_CACHE="1",
+                   FAKETIME_DONT_FAKE_MONOTONIC="1", LD_PRELOAD=":".join(filter(None, (runtime, LIBRARY))))
+        process = subprocess.Popen([HOST], env=env, stdin=subprocess.DEVNULL)
+        self.addCleanup(self.end_process, process)
+        return process
+
+    def expect_a_refresh(self):
+        asked = len(self.agent.calls("cameraDict"))
+        self.post("KS7CameraListChanged")
+        self.agent.wait_for_call("cameraDict", asked + 1)
+
+    def expect_one_time_out(self, offset):
+        """A call that is not answered comes to its end all the same: only then the pane asks again."""
+        self.agent.script.clearRecord()
+        self.agent.script.hangDuring("cameraDict", 0.0)
+        self.post("KS7CameraListChanged")
+        self.agent.wait_for_call("cameraDict")
+        self.put(offset)
+        wait_until(self.agent_is_asked_again, "the end of the call")
+        self.assertEqual(self.agent.calls("sortedDeviceList"), [])
+        self.agent.script.resume()
+        self.agent.wait_for_call("sortedDeviceList")
+        self.assertIsNone(self.pane.poll())
+
+    def agent_is_asked_again(self):
+        self.post("KS7AgentStarted")
+        return len(self.agent.calls("cameraDict")) == 2
+
+    def test_an_hour_back(self):
+        self.put("-3600")
+        self.expect_a_refresh()
+        self.expect_one_time_out("-7200")
+
+    def test_an_hour_forward(self):
+        self.put("+3600")
+        self.expect_a_refresh()
+        self.expect_one_time_out("+7200")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

@@ -1,0 +1,119 @@
+#!/usr/bin/python3
+"""A person who closes the window whatever the pane is about: the program ends, and ends well."""
+
+import unittest
+
+import dbus
+from fault_pane import KITCHEN, FaultCase, accessible
+
+class Quitting(FaultCase):
+    def show_pane(self):
+        self.agent = self.start_agent().add_cameras()
+        self.pane = self.open_pane()
+        self.wait_for_cameras(self.pane)
+
+    def expect_a_good_end(self):
+        self.assertEqual(self.close(self.pane), 0)
+
+    def plug_in(self):
+        """The kitchen's camera is chosen and at the cable, with old firmware."""
+        self.pane.click("Kitchen, Not Streaming")
+        self.agent.wait_for_call("setPreferredDeviceAddress")
+        self.agent.script.setBehaviour("firmware", False)
+        self.agent.script.setBehaviour("passKey", False)
+        self.agent.script.plugUSB(KITCHEN, True)
+        self.agent.wait_for_call("connectedCamNeedsFirmwareUpdate")
+
+    def start_update(self):
+        self.show_pane()
+        self.plug_in()
+        self.choose(self.pane, "Update Firmware…")
+        self.pane.press(self.pane.wait_for("Continue", role="push button"))
+        self.pane.wait_for("Click Continue to start the update.")
+        self.pane.press("Continue")
+        self.agent.wait_for_call("startUpdate")
+        self.pane.wait_for("Now updating firmware.")
+
+    def test_while_the_pane_waits_for_its_agent(self):
+        self.show_pane()
+        self.pane.press("Show All")
+        icon = self.pane.wait_for("KS-7", role="push button")
+        self.agent.kill()
+        self.pane.press(icon)
+        self.expect_a_good_end()
+
+    def test_while_the_agent_hangs_in_a_refresh(self):
+        self.show_pane()
+        self.agent.stop()
+        self.post("KS7CameraListChanged")
+        self.expect_a_good_end()
+
+    def test_while_the_agent_dies(self):
+        self.show_pane()
+        self.agent.kill()
+        self.expect_a_good_end()
+
+    def test_with_an_error_in_front(self):
+        self.show_pane()
+        self.agent.script.bluetooth(False)
+        self.pane.wait_for("OK", role="push button")
+        self.expect_a_good_end()
+
+    def test_with_the_properties_open(self):
+        self.show_pane()
+        self.pane.click("Kitchen, Not Streaming")
+        self.agent.wait_for_call("setPreferredDeviceAddress")
+        self.choose(self.pane, "Properties…")
+        self.pane.wait_for("Ignore this camera")
+        self.expect_a_good_end()
+
+    def test_with_the_passkey_open(self):
+        self.show_pane()
+        self.plug_in()
+        self.choose(self.pane, "Change Passkey…")
+        self.pane.wait_for("New passkey:")
+        self.expect_a_good_end()
+
+    def test_in_the_moment_after_a_new_passkey(self):
+        self.show_pane()
+        self.plug_in()
+        self.choose(self.pane, "Change Passkey…")
+        self.pane.wait_for("New passkey:")
+        accessible.type_text("1234")
+        okay = self.pane.wait_for("OK", role="push button")
+        self.pane.wait_state(okay, "enabled")
+        self.pane.press(okay)
+        self.expect_a_good_end()
+
+    def test_before_an_update(self):
+        self.show_pane()
+        self.plug_in()
+        self.choose(self.pane, "Update Firmware…")
+        self.pane.wait_for("Click Continue to proceed.")
+        self.expect_a_good_end()
+
+    def test_during_an_update(self):
+        """Its sheet stays until the update is over, as the camera must be left alone; then all can be closed."""
+        self.start_update()
+        accessible.key("alt+F4")
+        self.assertTrue(self.pane.find("Now updating firmware."))
+        self.post("KS7FirmwareUpdateEnded", {"Result": dbus.Int32(0)})
+        self.pane.wait_for("Firmware update complete.")
+        self.pane.press("Continue")
+        self.expect_a_good_end()
+
+    def test_during_an_update_whose_agent_has_died(self):
+        self.start_update()
+        self.agent.kill()
+        self.wait_for_no_agent(self.pane)
+        self.expect_a_good_end()
+
+    def test_with_the_about_box_open(self):
+        self.show_pane()
+        self.choose(self.pane, "About KS-7…")
+        self.pane.wait_for("About KS-7")
+        self.expect_a_good_end()
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

@@ -1,0 +1,104 @@
+#include "hosts/standalone/HostWindow.h"
+#include "hosts/standalone/PrefPanesManager.h"
+#include "tests/hosts/RecordingPane.h"
+
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+
+#include <memory>
+
+class HostWindowTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void opensOnThePane();
+    void showAllGoesToTheOverviewAndItsIconBack();
+    void thePaneFindsItsWayToTheOverview();
+    void closingTheWindowHidesThePane();
+    void isNoNarrowerThanWhatItShows();
+
+private:
+    [[nodiscard]] QAbstractButton *button(const char *name) const
+    {
+        return mWindow->findChild<QAbstractButton *>(QLatin1String(name));
+    }
+    void click(const char *name) { QTest::mouseClick(button(name), Qt::LeftButton); }
+
+    std::unique_ptr<RecordingPane> mPane;
+    std::unique_ptr<HostWindow> mWindow;
+    std::unique_ptr<PrefPanesManager> mManager;
+};
+
+void HostWindowTest::init()
+{
+    mPane = std::make_unique<RecordingPane>();
+    mWindow = std::make_unique<HostWindow>(mPane.get());
+    mManager = std::make_unique<PrefPanesManager>([this] { mWindow->showOverview(); });
+    mWindow->show();
+    QTRY_COMPARE(mPane->told, QStringList{QStringLiteral("willSelect")});
+    mPane->told.clear();
+}
+
+void HostWindowTest::cleanup()
+{
+    mManager.reset();
+    mWindow.reset();
+    mPane.reset();
+}
+
+void HostWindowTest::opensOnThePane()
+{
+    QVERIFY(mPane->view.isVisible());
+    QVERIFY(!button("paneIcon")->isVisible());
+    QCOMPARE(mWindow->windowTitle(), QStringLiteral("KS-7"));
+    QVERIFY(button("showAllButton")->isEnabled());
+}
+
+void HostWindowTest::showAllGoesToTheOverviewAndItsIconBack()
+{
+    click("showAllButton");
+    QCOMPARE(mPane->told, QStringList{QStringLiteral("didUnselect")});
+    QVERIFY(!mPane->view.isVisible());
+    QCOMPARE(button("paneIcon")->text(), QStringLiteral("KS-7"));
+    QVERIFY(!button("paneIcon")->icon().isNull());
+    QVERIFY(!button("showAllButton")->isEnabled());
+
+    mPane->told.clear();
+    click("paneIcon");
+    QTRY_COMPARE(mPane->told, QStringList{QStringLiteral("willSelect")});
+    QVERIFY(mPane->view.isVisible());
+}
+
+void HostWindowTest::thePaneFindsItsWayToTheOverview()
+{
+    QObject *found = qApp->findChild<QObject *>(QStringLiteral("NSPrefPanesManager"));
+    QVERIFY(found);
+    QObject *manager = nullptr;
+    QVERIFY(QMetaObject::invokeMethod(found, "prefPanesManager", Q_RETURN_ARG(QObject *, manager)));
+    QVERIFY(manager);
+    QVERIFY(QMetaObject::invokeMethod(manager, "showAll", Q_ARG(QObject *, nullptr)));
+    QVERIFY(button("paneIcon")->isVisible());
+    QCOMPARE(mPane->told, QStringList{QStringLiteral("didUnselect")});
+}
+
+void HostWindowTest::closingTheWindowHidesThePane()
+{
+    QVERIFY(mWindow->close());
+    QCOMPARE(mPane->told, QStringList{QStringLiteral("didUnselect")});
+}
+
+void HostWindowTest::isNoNarrowerThanWhatItShows()
+{
+    mPane->view.setMinimumSize(700, 300);
+    QTRY_VERIFY(mWindow->width() >= 700);
+    mWindow->resize(10, 10);
+    QVERIFY(mWindow->width() >= 700);
+    QVERIFY(mWindow->height() >= 300);
+}
+
+QTEST_MAIN(HostWindowTest)
+
+#include "HostWindow_test.moc"

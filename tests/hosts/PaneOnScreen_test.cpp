@@ -1,0 +1,153 @@
+#include "pane/PaneOnScreen.h"
+#include "tests/hosts/RecordingPane.h"
+
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+const QStringList Shown{QStringLiteral("willSelect")};
+const QStringList ShownAndHidden{QStringLiteral("willSelect"), QStringLiteral("didUnselect")};
+
+/// What System Settings makes each time the module is chosen.
+class Module : public QWidget {
+public:
+    explicit Module(RecordingPane &pane)
+        : mOnScreen(&pane, this)
+    {
+    }
+
+private:
+    PaneOnScreen mOnScreen;
+};
+
+} // namespace
+
+class PaneOnScreenTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void thePaneIsToldOnceThatItIsShown();
+    void thePaneIsToldOnceThatItIsHidden();
+    void aShowingThatIsTakenBackAtOnceIsNoShowing();
+    void showingTellsNothingWhileTheWindowIsNot();
+    void anIconifiedWindowStillShowsThePane();
+    void theViewOutlivesTheModule();
+    void aLaterModuleKeepsTheView();
+    void modulesComeAndGoTenTimes();
+    void quittingWhileShownHidesThePane();
+
+private:
+    void openModule();
+    void settle() { QCoreApplication::processEvents(); }
+
+    std::unique_ptr<RecordingPane> mPane;
+    std::unique_ptr<Module> mModule;
+};
+
+void PaneOnScreenTest::init()
+{
+    mModule.reset();
+    mPane = std::make_unique<RecordingPane>();
+    mModule = std::make_unique<Module>(*mPane);
+}
+
+void PaneOnScreenTest::openModule()
+{
+    mModule->show();
+    QVERIFY(QTest::qWaitForWindowExposed(mModule.get()));
+    QTRY_COMPARE(mPane->told, Shown);
+}
+
+void PaneOnScreenTest::thePaneIsToldOnceThatItIsShown()
+{
+    openModule();
+    mModule->show();
+    settle();
+    QCOMPARE(mPane->told, Shown);
+    QVERIFY(mPane->view.isVisible());
+}
+
+void PaneOnScreenTest::thePaneIsToldOnceThatItIsHidden()
+{
+    openModule();
+    mModule->hide();
+    mModule->hide();
+    QCOMPARE(mPane->told, ShownAndHidden);
+    mModule.reset();
+    QCOMPARE(mPane->told, ShownAndHidden);
+}
+
+void PaneOnScreenTest::aShowingThatIsTakenBackAtOnceIsNoShowing()
+{
+    mModule->show();
+    mModule->hide();
+    settle();
+    QCOMPARE(mPane->told, QStringList());
+}
+
+void PaneOnScreenTest::showingTellsNothingWhileTheWindowIsNot()
+{
+    QWidget window;
+    mModule->setParent(&window);
+    mModule->show();
+    settle();
+    QCOMPARE(mPane->told, QStringList());
+    window.show();
+    QTRY_COMPARE(mPane->told, Shown);
+    mModule.reset();
+}
+
+void PaneOnScreenTest::anIconifiedWindowStillShowsThePane()
+{
+    openModule();
+    mModule->showMinimized();
+    QTRY_VERIFY(!mModule->windowHandle()->isExposed());
+    mModule->showNormal();
+    QVERIFY(QTest::qWaitForWindowExposed(mModule.get()));
+    settle();
+    QCOMPARE(mPane->told, Shown);
+}
+
+void PaneOnScreenTest::theViewOutlivesTheModule()
+{
+    openModule();
+    mModule.reset();
+    QCOMPARE(mPane->told, ShownAndHidden);
+    QVERIFY(!mPane->view.parentWidget());
+    QCOMPARE(mPane->view.text(), QStringLiteral("the pane"));
+}
+
+void PaneOnScreenTest::aLaterModuleKeepsTheView()
+{
+    Module later(*mPane);
+    mModule.reset();
+    QCOMPARE(mPane->view.parentWidget(), &later);
+}
+
+void PaneOnScreenTest::modulesComeAndGoTenTimes()
+{
+    for (int time = 0; time < 10; ++time) {
+        openModule();
+        mModule.reset();
+        QCOMPARE(mPane->told, ShownAndHidden);
+        mPane->told.clear();
+        mModule = std::make_unique<Module>(*mPane);
+    }
+}
+
+void PaneOnScreenTest::quittingWhileShownHidesThePane()
+{
+    openModule();
+    QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+    QCoreApplication::exec();
+    QCOMPARE(mPane->told, ShownAndHidden);
+    mModule.reset();
+    QCOMPARE(mPane->told, ShownAndHidden);
+}
+
+QTEST_MAIN(PaneOnScreenTest)
+
+#include "PaneOnScreen_test.moc"

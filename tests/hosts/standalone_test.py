@@ -1,0 +1,111 @@
+#!/usr/bin/python3
+"""ks7-preferences with the real plug-in and the stand-in agent."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+BUILD = pathlib.Path(os.environ["KS7_BUILD"])
+PROGRAM = BUILD / "bin" / "ks7-preferences"
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
+
+import accessible  # noqa: E402
+import stand_in  # noqa: E402
+
+SHOWING = "KS7SystemPrefsShowing"
+
+
+def without_display(*arguments):
+    env = {name: value for name, value in os.environ.items() if name not in ("DISPLAY", "QT_QPA_PLATFORM")}
+    return subprocess.run([PROGRAM, *arguments], env=env, capture_output=True, text=True, stdin=subprocess.DEVNULL)
+
+
+class StandaloneTest(unittest.TestCase):
+    def setUp(self):
+        self.agent = stand_in.Agent()
+
+    def tearDown(self):
+        self.agent.quit_if_up()
+
+    def open_host(self, program=PROGRAM, agent=BUILD / "bin" / "ks7-agent-simulator", **options):
+        return accessible.launch([program], env={"KS7_AGENT": str(agent)}, **options)
+
+    def wait_for_cameras(self, host):
+        return accessible.wait_until(lambda: host.names("table cell"), "a camera", details=host.dump)
+
+    def title(self, host):
+        return accessible.xdotool("getwindowname", host.x_windows()[0])
+
+    def showings(self):
+        return sum(post.startswith(SHOWING) for post in self.agent.recordedPosts())
+
+    def close(self, host):
+        accessible.key("alt+F4")
+        return host.wait_ended()
+
+    def test_show_all_and_back(self):
+        with self.open_host() as host:
+            self.wait_for_cameras(host)
+            self.assertEqual(self.title(host), "KS-7")
+            before = self.showings()
+            host.press("Show All")
+            icon = host.wait_for("KS-7", role="push button")
+            host.wait_gone("Add Camera")
+            self.assertEqual(self.showings(), before)
+            host.press(icon)
+            self.wait_for_cameras(host)
+            self.assertEqual(self.showings(), before + 1)
+
+    def test_iconified_it_stays_connected(self):
+        with self.open_host() as host:
+            self.wait_for_cameras(host)
+            before = self.showings()
+            window = host.x_windows()[0]
+            accessible.xdotool("windowminimize", "--sync", window)
+            accessible.xdotool("windowmap", "--sync", window)
+            self.wait_for_cameras(host)
+            self.assertEqual(self.showings(), before)
+
+    def test_closing_it_while_shown_ends_the_program_well(self):
+        with self.open_host() as host:
+            self.wait_for_cameras(host)
+            self.assertEqual(self.close(host), 0)
+
+    def test_without_an_agent_it_goes_back_to_the_overview(self):
+        with self.open_host(agent="/nonexistent") as host:
+            host.wait_for("OK", role="push button")
+            # One sheet for the loading, one for the showing.
+            accessible.wait_until(lambda: self.overview_or_sheet(host), "the overview", details=host.dump)
+
+    def overview_or_sheet(self, host):
+        if host.find("KS-7", role="push button"):
+            return True
+        again = host.find("OK", role="push button")
+        if again:
+            host.press_if_there(again)
+        return False
+
+    def test_a_plugin_that_is_missing_is_said_in_a_window_and_in_words(self):
+        with tempfile.TemporaryDirectory() as folder:
+            moved = pathlib.Path(folder) / "bin" / "ks7-preferences"
+            moved.parent.mkdir()
+            shutil.copy2(PROGRAM, moved)
+            with self.open_host(moved, stderr=subprocess.PIPE, text=True) as host:
+                host.wait_for("The KS-7 pane cannot be loaded.")
+                host.press(host.wait_for("OK", role="push button"))
+                self.assertEqual(host.wait_ended(), 1)
+                self.assertIn("The KS-7 pane cannot be loaded.", host.process.stderr.read())
+                host.process.stderr.close()
+
+    def test_says_its_version_and_its_options_without_a_display(self):
+        version = without_display("--version")
+        self.assertEqual((version.returncode, version.stdout), (0, "ks7-preferences 1.0\n"))
+        self.assertIn("--version", without_display("--help").stdout)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

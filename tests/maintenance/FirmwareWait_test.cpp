@@ -1,0 +1,86 @@
+#include "agent/NotificationNames.h"
+#include "platform/Indicators.h"
+#include "platform/RunLoop.h"
+#include "platform/Sheets.h"
+#include "tests/support/PaneFixture.h"
+
+#include <QLabel>
+#include <QProcess>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+namespace {
+
+constexpr int Generous = 60000;
+
+} // namespace
+
+/// The wait for an update on a real loop: it hears the agent, and it ends with its host.
+class FirmwareWaitTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void theWaitHearsProgressAndEnd();
+    void aHostToldToEndEnds_data();
+    void aHostToldToEndEnds();
+};
+
+void FirmwareWaitTest::theWaitHearsProgressAndEnd()
+{
+    PaneFixture fixture;
+    fixture.refit = [](platform::Services &services) {
+        services.runLoop = platform::makeQtRunLoop();
+        services.sheets = platform::makeQtSheetPresenter();
+    };
+    fixture.show();
+    fixture.controller().installFirmware(nullptr);
+    fixture.outlets().firmwareContinueButton->click();
+    QList<double> seen;
+    int value = 0;
+    QTimer agent;
+    QObject::connect(&agent, &QTimer::timeout, &agent, [&] {
+        fixture.agentPosts(NotificationNames::FirmwareUpdateProgress,
+                           {{UserInfoKeys::Value, ++value}, {UserInfoKeys::Total, 4}});
+        seen.append(fixture.outlets().firmwareCheckingIndicator->doubleValue());
+        if (value == 4) {
+            agent.stop();
+            fixture.agentPosts(NotificationNames::FirmwareUpdateEnded, {{UserInfoKeys::Result, 0}});
+        }
+    });
+    agent.start(15);
+    fixture.outlets().firmwareContinueButton->click();
+    QCOMPARE(seen, QList<double>({0.25, 0.5, 0.75, 1.0}));
+    QCOMPARE(fixture.outlets().firmwareMainText->text(), QStringLiteral("Firmware update complete."));
+    fixture.outlets().firmwareContinueButton->click();
+    QVERIFY(!fixture.outlets().firmwareSheet->isVisible());
+}
+
+void FirmwareWaitTest::aHostToldToEndEnds_data()
+{
+    QTest::addColumn<QString>("word");
+    QTest::addColumn<int>("code");
+    for (const auto *word : {"quit", "close", "quit-event", "switch-away-and-quit", "agent-dies-and-quit"})
+        QTest::addRow("%s", word) << QString::fromLatin1(word) << 0;
+    // The code of the time that is up must not be mistaken for the host's.
+    QTest::newRow("exit") << QStringLiteral("exit") << 3;
+}
+
+void FirmwareWaitTest::aHostToldToEndEnds()
+{
+    QFETCH(QString, word);
+    QFETCH(int, code);
+    QProcess host;
+    host.start(QStringLiteral(FIRMWARE_HOST), {word});
+    const bool ended = host.waitForFinished(Generous);
+    if (!ended) {
+        host.kill();
+        host.waitForFinished();
+    }
+    QVERIFY(ended);
+    QCOMPARE(host.readAllStandardOutput().trimmed(), QByteArray("waited"));
+    QCOMPARE(host.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(host.exitCode(), code);
+}
+
+QTEST_MAIN(FirmwareWaitTest)
+#include "FirmwareWait_test.moc"

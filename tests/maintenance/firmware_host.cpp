@@ -1,0 +1,60 @@
+#include "agent/NotificationNames.h"
+#include "platform/RunLoop.h"
+#include "tests/support/PaneFixture.h"
+
+#include <QApplication>
+#include <QPushButton>
+#include <QTimer>
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+constexpr int ForcedCode = 3;
+
+/// What the host is told in the midst of an update.
+void tell(const char *word, PaneFixture &fixture)
+{
+    if (std::strcmp(word, "quit") == 0)
+        QCoreApplication::quit();
+    else if (std::strcmp(word, "exit") == 0)
+        QCoreApplication::exit(ForcedCode);
+    else if (std::strcmp(word, "close") == 0)
+        fixture.window.close();
+    else if (std::strcmp(word, "quit-event") == 0)
+        QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit));
+    else if (std::strcmp(word, "switch-away-and-quit") == 0) {
+        fixture.hide();
+        QCoreApplication::quit();
+    } else if (std::strcmp(word, "agent-dies-and-quit") == 0) {
+        fixture.connections->killAgent();
+        QCoreApplication::quit();
+    }
+}
+
+} // namespace
+
+/// A host that is told to end while the pane waits for a firmware update that never ends; says "waited" when
+/// the wait had begun. The exit code is that of its loop.
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    PaneFixture fixture;
+    fixture.refit = [](platform::Services &services) {
+        services.runLoop = platform::makeQtRunLoop();
+        services.sheets = platform::makeQtSheetPresenter();
+    };
+    fixture.show();
+    QTimer::singleShot(0, [&] {
+        fixture.controller().installFirmware(nullptr);
+        fixture.outlets().firmwareContinueButton->click();
+        // Some slices into the wait.
+        QTimer::singleShot(50, [&] {
+            std::puts(fixture.controller().firmwareStep() == 1 ? "waited" : "did not wait");
+            tell(argc > 1 ? argv[1] : "", fixture);
+        });
+        fixture.outlets().firmwareContinueButton->click();
+    });
+    return application.exec();
+}

@@ -1,0 +1,324 @@
+#include "agent/NotificationNames.h"
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "pane/AdaptiveColumns.h"
+#include "pane/PictureFrame.h"
+#include "platform/Indicators.h"
+#include "preview/KS7PreviewController.h"
+#include "preview/KS7QTCaptureView.h"
+#include "tests/support/PaneFixture.h"
+
+#include <QAccessible>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+
+#include <limits>
+
+namespace Names = NotificationNames;
+
+/// The pane's main view: where things stand, what they are called, how the keyboard gets around.
+class MainViewTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<PaneFixture> mFixture;
+
+    Outlets &outlets() { return mFixture->outlets(); }
+    QWidget *view() { return mFixture->pane->mainView(); }
+    KS7AnimatingStatusTableView &table() { return *outlets().cameraListTable; }
+
+    template <class Widget>
+    Widget *named(const char *name)
+    {
+        auto *widget = view()->findChild<Widget *>(QLatin1String(name));
+        return widget ? widget : (qFatal("no %s", name), nullptr);
+    }
+
+    void showPane(int width = 900, int height = 600)
+    {
+        mFixture->window.resize(width, height);
+        mFixture->show();
+        mFixture->runLoop->turn();
+        QVERIFY(QTest::qWaitForWindowExposed(&mFixture->window));
+        mFixture->takeJournal();
+    }
+
+    void resizeTo(int width, int height)
+    {
+        mFixture->window.resize(width, height);
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        QCoreApplication::processEvents();
+    }
+
+    void addTwoCameras()
+    {
+        mFixture->agent.addCamera(QStringLiteral("a"), QStringLiteral("Kitchen"), 1);
+        mFixture->agent.addCamera(QStringLiteral("b"), QStringLiteral("Cut & Paste"), 0);
+    }
+
+    /// The submenu, opened.
+    QMenu *chooseCamera()
+    {
+        for (auto *item : outlets().pulldownMenu->menu()->actions()) {
+            if (item->text() != QStringLiteral("Choose Camera"))
+                continue;
+            Q_EMIT item->menu()->aboutToShow();
+            return item->menu();
+        }
+        return nullptr;
+    }
+
+    static QRect onScreen(const QWidget *widget) { return {widget->mapToGlobal(QPoint()), widget->size()}; }
+
+private Q_SLOTS:
+    void init() { mFixture = std::make_unique<PaneFixture>(); }
+    void cleanup() { mFixture.reset(); }
+
+    void thePictureStandsBesideTheListAndUnderItInANarrowWindow()
+    {
+        showPane();
+        auto *columns = named<AdaptiveColumns>("columns");
+        auto *picture = named<PictureFrame>("pictureFrame");
+        QVERIFY(!columns->isStacked());
+        QVERIFY(onScreen(picture).left() > onScreen(&table()).right());
+        resizeTo(680, 700);
+        QVERIFY(columns->isStacked());
+        QVERIFY(onScreen(picture).top() > onScreen(&table()).bottom());
+        resizeTo(900, 600);
+        QVERIFY(!columns->isStacked());
+    }
+
+    void theListNeverShrinksToNothing()
+    {
+        showPane();
+        for (const auto &size : {QSize(300, 300), QSize(720, 400), QSize(1600, 300)}) {
+            resizeTo(size.width(), size.height());
+            QVERIFY(table().height() >= 2 * table().verticalHeader()->defaultSectionSize());
+            QVERIFY(table().width() >= 150);
+        }
+    }
+
+    void noTextIsClippedInAnyWindow()
+    {
+        showPane();
+        for (const int width : {300, 480, 690, 720, 1000}) {
+            resizeTo(width, 700);
+            for (const QWidget *control : std::initializer_list<QWidget *>{
+                     outlets().enableKS7Checkbox, outlets().statusMenuCheckbox, outlets().startButton,
+                     outlets().optimizeForPopUp, outlets().optimizeForPopUpLabel,
+                     named<QLabel>("copyright")}) {
+                QVERIFY2(control->width() >= control->minimumSizeHint().width(),
+                         qPrintable(control->objectName()));
+                QVERIFY2(control->height() >= control->minimumSizeHint().height(),
+                         qPrintable(control->objectName()));
+            }
+        }
+    }
+
+    void thePictureIsBlackFourToThreeAndKeepsItsPlace()
+    {
+        showPane();
+        auto *frame = named<PictureFrame>("pictureFrame");
+        const auto place = frame->geometry();
+        const auto picture = frame->pictureRect();
+        QVERIFY(std::abs(picture.width() * 3 - picture.height() * 4) <= 4);
+        QCOMPARE(frame->grab().toImage().pixelColor(picture.center()), QColor(Qt::black));
+        auto *preview = outlets().previewView->qtView;
+        QVERIFY(preview->isHidden());
+        preview->show();
+        QCoreApplication::processEvents();
+        QCOMPARE(frame->geometry(), place);
+        QCOMPARE(preview->geometry(), picture);
+    }
+
+    void theEntriesOfChooseCameraAreTheListedOnes()
+    {
+        addTwoCameras();
+        mFixture->agent.prefer(QStringLiteral("a"));
+        showPane();
+        const auto entries = chooseCamera()->actions();
+        QCOMPARE(entries.size(), 2);
+        QCOMPARE(entries.at(0)->text(), QStringLiteral("Kitchen, Not Streaming"));
+        QCOMPARE(entries.at(1)->text(), QStringLiteral("Cut && Paste, Not Found"));
+        QVERIFY(entries.at(0)->isChecked());
+        QVERIFY(!entries.at(1)->isChecked());
+    }
+
+    void choosingACameraDoesWhatAClickDoes()
+    {
+        addTwoCameras();
+        showPane();
+        chooseCamera()->actions().at(1)->trigger();
+        QCOMPARE(table().selectedRow(), 1);
+        QVERIFY(mFixture->takeRemoteCalls().contains(QStringLiteral("setPreferredDeviceAddress b")));
+    }
+
+    void chooseCameraIsRebuiltEachTime()
+    {
+        addTwoCameras();
+        showPane();
+        QCOMPARE(chooseCamera()->actions().size(), 2);
+        mFixture->agent.addCamera(QStringLiteral("c"), QStringLiteral("Attic"), 4);
+        mFixture->agentPosts(Names::CameraListChanged);
+        QCOMPARE(chooseCamera()->actions().size(), 3);
+        mFixture->agent.cameraDict.clear();
+        mFixture->agentPosts(Names::CameraListChanged);
+        QCOMPARE(chooseCamera()->actions().size(), 1);
+        QVERIFY(!chooseCamera()->actions().first()->isEnabled());
+    }
+
+    void anEntryWhoseRowIsAnotherCamerasByNowChoosesNobody()
+    {
+        addTwoCameras();
+        showPane();
+        auto *entry = chooseCamera()->actions().at(1);
+        mFixture->agent.addCamera(QStringLiteral("c"), QStringLiteral("Attic"), 4);
+        mFixture->agent.sorted = QStringList{QStringLiteral("a"), QStringLiteral("c"), QStringLiteral("b")};
+        mFixture->agentPosts(Names::CameraListChanged);
+        mFixture->takeJournal();
+        entry->trigger();
+        QVERIFY(mFixture->takeRemoteCalls().isEmpty());
+    }
+
+    void switchedOffNoCameraCanBeChosen()
+    {
+        addTwoCameras();
+        mFixture->defaults->agentWrites(QStringLiteral("KS7On"), false);
+        showPane();
+        for (auto *entry : chooseCamera()->actions())
+            QVERIFY(!entry->isEnabled());
+    }
+
+    void everyControlIsNamedForAScreenReader_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<QString>("name");
+        const std::initializer_list<std::pair<const char *, const char *>> names{
+            {"cameraListTable", "Cameras"},
+            {"addButton", "Add Camera"},
+            {"removeButton", "Remove Camera"},
+            {"pulldownMenu", "Camera Actions"},
+            {"searchingIndicator", "Searching"},
+            {"levelIndicator_l", "Left audio level"},
+            {"levelIndicator_r", "Right audio level"},
+            {"enableKS7Checkbox", "Enable KS-7"},
+            {"statusMenuCheckbox", "Show status menu"},
+            {"debugLog", "Debug logging"},
+            {"startButton", "Start Preview"}};
+        for (const auto &[control, name] : names)
+            QTest::newRow(control) << QString::fromLatin1(control) << QString::fromLatin1(name);
+    }
+    void everyControlIsNamedForAScreenReader()
+    {
+        QFETCH(QString, control);
+        QFETCH(QString, name);
+        showPane();
+        auto *accessible = QAccessible::queryAccessibleInterface(view()->findChild<QWidget *>(control));
+        QVERIFY(accessible != nullptr);
+        QCOMPARE(accessible->text(QAccessible::Name), name);
+    }
+
+    void thePopUpIsNamedByItsLabel()
+    {
+        showPane();
+        // A pop-up's own name is its choice on this desktop; what it is for, its label says.
+        auto *popUp = QAccessible::queryAccessibleInterface(outlets().optimizeForPopUp);
+        const auto labels = popUp->relations(QAccessible::Label);
+        QCOMPARE(labels.size(), 1);
+        QCOMPARE(labels.first().first->object(), static_cast<QObject *>(outlets().optimizeForPopUpLabel));
+        QCOMPARE(outlets().optimizeForPopUp->accessibleName(), QStringLiteral("Optimize for"));
+    }
+
+    void aMeterTellsItsValueWithinNoughtAndOne_data()
+    {
+        QTest::addColumn<double>("value");
+        QTest::addColumn<double>("told");
+        QTest::newRow("nought") << 0.0 << 0.0;
+        QTest::newRow("some") << 0.4 << 0.4;
+        QTest::newRow("too much") << 7.0 << 1.0;
+        QTest::newRow("below") << -1.0 << 0.0;
+        QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << 0.0;
+    }
+    void aMeterTellsItsValueWithinNoughtAndOne()
+    {
+        QFETCH(double, value);
+        QFETCH(double, told);
+        showPane();
+        outlets().levelIndicator_l->setDoubleValue(value);
+        outlets().firmwareCheckingIndicator->setDoubleValue(value);
+        for (QWidget *indicator : std::initializer_list<QWidget *>{outlets().levelIndicator_l,
+                                                                   outlets().firmwareCheckingIndicator}) {
+            auto *asValue = QAccessible::queryAccessibleInterface(indicator)->valueInterface();
+            QVERIFY(asValue != nullptr);
+            QCOMPARE(asValue->minimumValue().toDouble(), 0.0);
+            QCOMPARE(asValue->maximumValue().toDouble(), 1.0);
+            QCOMPARE(asValue->currentValue().toDouble(), told);
+            asValue->setCurrentValue(0.9);
+            QCOMPARE(asValue->currentValue().toDouble(), told);
+        }
+        QVERIFY(!outlets().levelIndicator_l->grab().isNull());
+    }
+
+    void aLouderMeterIsLitFurther()
+    {
+        showPane();
+        auto *meter = outlets().levelIndicator_l;
+        const auto litPixels = [meter] {
+            const auto image = meter->grab().toImage();
+            int lit = 0;
+            for (int x = 0; x < image.width(); ++x)
+                lit += image.pixelColor(x, image.height() / 2).saturation() > 100 ? 1 : 0;
+            return lit;
+        };
+        meter->setDoubleValue(0.0);
+        QCOMPARE(litPixels(), 0);
+        meter->setDoubleValue(0.5);
+        const int half = litPixels();
+        QVERIFY(half > 0);
+        meter->setDoubleValue(1.0);
+        QVERIFY(litPixels() > half);
+    }
+
+    void theSpinnerIsThereWhileItTurns()
+    {
+        showPane();
+        auto *spinner = outlets().searchingIndicator;
+        const auto buttons = outlets().pulldownMenu->geometry();
+        QVERIFY(!spinner->isVisible());
+        mFixture->agentPosts(Names::StartedDiscovering);
+        QVERIFY(spinner->isVisible());
+        QVERIFY(outlets().discoveringMessage->isVisible());
+        mFixture->agentPosts(Names::StoppedDiscovering);
+        QVERIFY(!spinner->isVisible());
+        QCOMPARE(outlets().pulldownMenu->geometry(), buttons);
+    }
+
+    void tabGoesThroughThePaneInReadingOrderAndAround()
+    {
+        addTwoCameras();
+        mFixture->agent.prefer(QStringLiteral("a"));
+        showPane();
+        mFixture->window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window));
+        outlets().enableKS7Checkbox->setFocus();
+        QList<QWidget *> visited;
+        for (int step = 0; step < 20 && !visited.contains(mFixture->window.focusWidget()); ++step) {
+            visited.append(mFixture->window.focusWidget());
+            QTest::keyClick(visited.last(), Qt::Key_Tab);
+        }
+        const QList<QWidget *> expected{
+            outlets().enableKS7Checkbox, outlets().optimizeForPopUp,  &table(),
+            outlets().addButton,         outlets().removeButton,      outlets().pulldownMenu,
+            outlets().startButton,       outlets().statusMenuCheckbox};
+        QCOMPARE(visited.mid(0, expected.size()), expected);
+        QCOMPARE(mFixture->window.focusWidget(), static_cast<QWidget *>(outlets().enableKS7Checkbox));
+    }
+};
+
+QTEST_MAIN(MainViewTest)
+#include "MainView_test.moc"

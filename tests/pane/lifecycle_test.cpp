@@ -1,0 +1,230 @@
+#include "agent/NotificationNames.h"
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "platform/Connection.h"
+#include "platform/Indicators.h"
+#include "tests/support/PaneFixture.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+using namespace std::chrono_literals;
+namespace Names = NotificationNames;
+
+/// Start-up, showing and hiding, as the services see them.
+class LifecycleTest : public QObject {
+    Q_OBJECT
+
+    /// The distributed notifications of the pane, in order.
+    static QStringList posts(const PaneFixture &fixture)
+    {
+        QStringList names;
+        for (const auto &post : fixture.distributedCenter->posts)
+            names.append(post.name);
+        return names;
+    }
+
+private Q_SLOTS:
+    void aPaneNobodyInitialisedIsNotShared()
+    {
+        QCOMPARE(KSPreferencesPanePref::shared(), nullptr);
+        KSPreferencesPanePref pane;
+        QCOMPARE(KSPreferencesPanePref::shared(), nullptr);
+        QCOMPARE(pane.init(), &pane);
+        QCOMPARE(KSPreferencesPanePref::shared(), &pane);
+        QCOMPARE(pane.mSettingsWindowController, nullptr);
+        pane.willSelect();
+        pane.didUnselect();
+    }
+
+    void mainWindowIsTheOneThatShowsThePane()
+    {
+        PaneFixture fixture;
+        fixture.load();
+        QCOMPARE(KSPreferencesPanePref::shared(), fixture.pane.get());
+        fixture.show();
+        QCOMPARE(fixture.pane->mainWindow(), &fixture.window);
+    }
+
+    void aFreshControllerIsDisconnectedAndPrefersNobody()
+    {
+        PaneFixture fixture;
+        fixture.agent.running = false;
+        fixture.load();
+        QVERIFY(!fixture.controller().isConnected());
+        QVERIFY(!fixture.controller().isSwitchedOut());
+        QVERIFY(!fixture.controller().isBluetoothOff());
+        QVERIFY(!fixture.controller().hasLevelsTimer());
+    }
+
+    void startUpObservesTheEighteenInTheirOrder()
+    {
+        PaneFixture fixture;
+        fixture.load();
+        const QStringList expected{
+            QStringLiteral("KS7StreamingStarted"),    QStringLiteral("KS7CameraListChanged"),
+            QStringLiteral("KS7StoppedDiscovering"),  QStringLiteral("KS7StartedDiscovering"),
+            QStringLiteral("KS7PassKeySet"),          QStringLiteral("KS7StreamingInitiated"),
+            QStringLiteral("KS7PairingInitiated"),    QStringLiteral("KS7StreamingEnded"),
+            QStringLiteral("KS7USBDeviceConnected"),  QStringLiteral("KS7USBDeviceDisconnected"),
+            QStringLiteral("KS7AgentStarted"),        QStringLiteral("KS7PreferredCameraChanged"),
+            QStringLiteral("KS7FirmwareUpdateEnded"), QStringLiteral("KS7FirmwareUpdateProgress"),
+            QStringLiteral("KS7OnOffChanged"),        QStringLiteral("KS7NoBluetooth"),
+            QStringLiteral("KS7FoundBluetooth"),      QStringLiteral("KS7ChangedOptimizedPreference")};
+        QCOMPARE(fixture.distributedCenter->registrations, expected);
+        const QStringList local{QStringLiteral("NSConnectionDidDieNotification"),
+                                QStringLiteral("QuickTimeError"), QStringLiteral("GoingToSleep")};
+        QCOMPARE(fixture.localCenter->registrations, local);
+        QVERIFY(fixture.workspaceCenter->registrations.isEmpty());
+    }
+
+    void loadingConnectsBeforeAnythingIsObserved()
+    {
+        PaneFixture fixture;
+        QStringList observedWhileConnecting{QStringLiteral("never connected")};
+        fixture.agent.running = false;
+        fixture.agent.appearsAtAttempt = 2;
+        fixture.load();
+        const auto journal = fixture.takeJournal();
+        QVERIFY(fixture.controller().isConnected());
+        QVERIFY(journal.indexOf(QStringLiteral("connect KS7AgentServer")) >= 0);
+        QCOMPARE(fixture.launcher->launches, 1);
+        QCOMPARE(fixture.power->registrations, 1);
+    }
+
+    void bothMetersStartAtNought()
+    {
+        PaneFixture fixture;
+        fixture.load();
+        QCOMPARE(fixture.outlets().levelIndicator_l->doubleValue(), 0.0);
+        QCOMPARE(fixture.outlets().levelIndicator_r->doubleValue(), 0.0);
+    }
+
+    void showingWithoutAPreferredCameraAsksForDiscovery()
+    {
+        PaneFixture fixture;
+        fixture.show();
+        QCOMPARE(
+            posts(fixture),
+            QStringList({QStringLiteral("KS7SystemPrefsShowing"), QStringLiteral("KS7StartDiscovering")}));
+        QVERIFY(fixture.distributedCenter->posts.front().userInfo.isEmpty());
+    }
+
+    void showingWithAPreferredCameraDoesNotSearch()
+    {
+        PaneFixture fixture;
+        fixture.agent.addCamera(QStringLiteral("a"), QStringLiteral("Kitchen"), 4);
+        fixture.agent.prefer(QStringLiteral("a"));
+        fixture.show();
+        QCOMPARE(posts(fixture), QStringList{QStringLiteral("KS7SystemPrefsShowing")});
+    }
+
+    void showingWithoutAnAgentAsksForDiscovery()
+    {
+        PaneFixture fixture;
+        fixture.agent.running = false;
+        fixture.show();
+        QCOMPARE(fixture.distributedCenter->postCount(Names::StartDiscovering), 1);
+    }
+
+    void showingTwiceConnectsOnceButDoesTheRestAgain()
+    {
+        PaneFixture fixture;
+        fixture.show();
+        fixture.takeJournal();
+        fixture.pane->willSelect();
+        const auto journal = fixture.takeJournal();
+        QVERIFY(!journal.contains(QStringLiteral("connect KS7AgentServer")));
+        QCOMPARE(journal.count(QStringLiteral("post KS7SystemPrefsShowing")), 1);
+        QCOMPARE(journal.count(QStringLiteral("remote flush")), 1);
+        QCOMPARE(journal.count(QStringLiteral("remote cameraDict")), 1);
+        QCOMPARE(journal.count(QStringLiteral("updater started")), 1);
+    }
+
+    void showingGoesThroughItsStepsInOrder()
+    {
+        PaneFixture fixture;
+        fixture.load();
+        fixture.runLoop->turn();
+        fixture.hide();
+        fixture.takeJournal();
+        fixture.show();
+        const auto journal = fixture.takeJournal();
+        const QStringList milestones{QStringLiteral("post KS7SystemPrefsShowing"),
+                                     QStringLiteral("connect KS7AgentServer"),
+                                     QStringLiteral("connect KS7AgentServerUSB"),
+                                     QStringLiteral("remote flush"),
+                                     QStringLiteral("remote cameraDict"),
+                                     QStringLiteral("post KS7StartDiscovering"),
+                                     QStringLiteral("updater started")};
+        QStringList seen;
+        for (const auto &line : journal) {
+            if (milestones.contains(line) && !seen.contains(line))
+                seen.append(line);
+        }
+        QCOMPARE(seen, milestones);
+    }
+
+    void theSpinnerTurnsOnShowingOnlyBesideItsMessage()
+    {
+        PaneFixture fixture;
+        fixture.load();
+        fixture.outlets().discoveringMessage->hide();
+        fixture.show();
+        QVERIFY(!fixture.outlets().searchingIndicator->isAnimating());
+        fixture.hide();
+        fixture.outlets().discoveringMessage->show();
+        fixture.show();
+        QVERIFY(fixture.outlets().searchingIndicator->isAnimating());
+    }
+
+    void theTableGetsTheKeyboardATenthOfASecondAfterShowing()
+    {
+        PaneFixture fixture;
+        fixture.show();
+        QVERIFY(QTest::qWaitForWindowActive(&fixture.window));
+        fixture.outlets().addButton->setFocus();
+        fixture.runLoop->advance(99ms);
+        QCOMPARE(fixture.window.focusWidget(), static_cast<QWidget *>(fixture.outlets().addButton));
+        fixture.runLoop->advance(1ms);
+        QCOMPARE(fixture.window.focusWidget(), static_cast<QWidget *>(fixture.outlets().cameraListTable));
+    }
+
+    void hidingDisconnectsAndStopsWatchingTheSession()
+    {
+        PaneFixture fixture;
+        fixture.show();
+        QCOMPARE(fixture.workspaceCenter->registrations.size(), 2);
+        fixture.hide();
+        QVERIFY(!fixture.controller().isConnected());
+        QVERIFY(fixture.workspaceCenter->registrations.isEmpty());
+        fixture.takeJournal();
+        fixture.show();
+        QVERIFY(fixture.controller().isConnected());
+        QVERIFY(fixture.takeJournal().contains(QStringLiteral("connect KS7AgentServer")));
+    }
+
+    void notificationsAreStillHandledWhileHidden()
+    {
+        PaneFixture fixture;
+        fixture.show();
+        fixture.hide();
+        fixture.agentPosts(Names::StartedDiscovering);
+        QVERIFY(fixture.outlets().searchingIndicator->isAnimating());
+        fixture.agentPosts(Names::AgentStarted);
+        QVERIFY(fixture.controller().isConnected());
+    }
+
+    void thePanesOwnPreferencePostComesBackToIt()
+    {
+        PaneFixture fixture;
+        fixture.defaults->agentWrites(QStringLiteral("VideoSize2"), 0);
+        fixture.show();
+        fixture.takeJournal();
+        fixture.controller().optimizeForChanged(nullptr);
+        QCOMPARE(fixture.distributedCenter->postCount(Names::ChangedOptimizedPreference), 1);
+    }
+};
+
+QTEST_MAIN(LifecycleTest)
+#include "lifecycle_test.moc"

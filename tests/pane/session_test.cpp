@@ -1,0 +1,136 @@
+#include "platform/Workspace.h"
+#include "tests/support/PaneFixture.h"
+
+#include <QPushButton>
+#include <QTest>
+
+/// What the pane does when another user takes the screen and gives it back.
+class SessionTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<PaneFixture> mPane;
+    std::shared_ptr<FakeDevice> mCamera;
+
+    void showPaneWithPreview()
+    {
+        mCamera = mPane->capture->addDevice(QStringLiteral("KS-7 Wireless Webcam"));
+        mPane->agent.addCamera(QStringLiteral("00-11-22-33-44-55"), QStringLiteral("Kitchen"), 4);
+        mPane->agent.prefer(QStringLiteral("00-11-22-33-44-55"));
+        mPane->defaults->agentWrites(QStringLiteral("KS7On"), true);
+        mPane->show();
+        mPane->outlets().startButton->click();
+        mPane->takeJournal();
+    }
+    void switchAway()
+    {
+        mPane->workspaceCenter->deliver(platform::NSWorkspaceSessionDidResignActiveNotification);
+    }
+    void comeBack()
+    {
+        mPane->workspaceCenter->deliver(platform::NSWorkspaceSessionDidBecomeActiveNotification);
+    }
+    [[nodiscard]] KS7SettingsWindowController &controller() const { return mPane->controller(); }
+
+private Q_SLOTS:
+    void init() { mPane = std::make_unique<PaneFixture>(); }
+    void cleanup()
+    {
+        mPane.reset();
+        mCamera.reset();
+    }
+
+    void switchingAwayLetsGoOfTheAgentAndTheCamera()
+    {
+        showPaneWithPreview();
+        switchAway();
+        QVERIFY(controller().isSwitchedOut());
+        QVERIFY(!controller().isConnected());
+        QVERIFY(!controller().isStreaming());
+        QVERIFY(!controller().hasLevelsTimer());
+        QVERIFY(!mPane->capture->sessions.back()->isRunning());
+        QVERIFY(!mCamera->isOpen());
+        const auto journal = mPane->takeJournal();
+        QVERIFY(journal.indexOf(QStringLiteral("stop session"))
+                < journal.indexOf(QStringLiteral("close device")));
+    }
+
+    void comingBackFindsTheAgentAgain()
+    {
+        showPaneWithPreview();
+        switchAway();
+        mPane->takeJournal();
+        comeBack();
+        QVERIFY(!controller().isSwitchedOut());
+        QVERIFY(controller().isConnected());
+        QVERIFY(!controller().isStreaming());
+        QCOMPARE(mPane->takeJournal(QStringLiteral("connect ")).count(QStringLiteral("KS7AgentServer")), 1);
+    }
+
+    void aPreviewAfterComingBackOpensTheCameraAnew()
+    {
+        showPaneWithPreview();
+        switchAway();
+        comeBack();
+        controller().startVideo(nullptr);
+        QCOMPARE(mPane->capture->sessions.size(), std::size_t(2));
+        QVERIFY(mPane->capture->sessions.back()->isRunning());
+        QVERIFY(mCamera->isOpen());
+    }
+
+    void comingBackWithTheLinkUpOnlyClearsTheFlag()
+    {
+        showPaneWithPreview();
+        switchAway();
+        controller().setupConnections();
+        mPane->takeJournal();
+        comeBack();
+        QVERIFY(!controller().isSwitchedOut());
+        QVERIFY(mPane->takeJournal(QStringLiteral("connect ")).isEmpty());
+    }
+
+    void activationWithoutResignDoesNothing()
+    {
+        showPaneWithPreview();
+        controller().closeConnections();
+        mPane->takeJournal();
+        comeBack();
+        QVERIFY(!controller().isSwitchedOut());
+        QVERIFY(!controller().isConnected());
+        QVERIFY(mPane->takeJournal().isEmpty());
+    }
+
+    void anAgentThatWentAwayIsLaunchedOnReturn()
+    {
+        showPaneWithPreview();
+        switchAway();
+        mPane->agent.running = false;
+        comeBack();
+        QCOMPARE(mPane->launcher->launches, 1);
+        QVERIFY(!controller().isConnected());
+        QVERIFY(!controller().isSwitchedOut());
+    }
+
+    void aHiddenPaneHearsNothing()
+    {
+        showPaneWithPreview();
+        mPane->hide();
+        switchAway();
+        QVERIFY(!controller().isSwitchedOut());
+        comeBack();
+        QVERIFY(!controller().isConnected());
+    }
+
+    void showingClearsTheFlag()
+    {
+        showPaneWithPreview();
+        switchAway();
+        mPane->hide();
+        QVERIFY(controller().isSwitchedOut());
+        mPane->show();
+        QVERIFY(!controller().isSwitchedOut());
+    }
+};
+
+QTEST_MAIN(SessionTest)
+#include "session_test.moc"

@@ -1,0 +1,210 @@
+#include "platform/DistributedNotificationCenter.h"
+
+#include "platform/SessionBus.h"
+#include "tests/support/PrivateBus.h"
+#include "tests/support/RecordingAgent.h"
+
+#include <QDBusArgument>
+#include <QTest>
+
+using platform::Notification;
+
+namespace {
+
+const QString Name = QStringLiteral("KS7ChangedOptimizedPreference");
+const QString OtherName = QStringLiteral("KS7CameraListChanged");
+const QString Last = QStringLiteral("KS7AgentStarted");
+
+} // namespace
+
+/// Posts and observers over a real bus, with a stranger at the other end.
+class DistributedNotificationCenterTest : public QObject {
+    Q_OBJECT
+
+private:
+    PrivateBus mBusDaemon;
+    std::unique_ptr<RecordingAgent> mStranger;
+    std::shared_ptr<platform::SessionBus> mBus;
+    std::unique_ptr<platform::DistributedNotificationCenter> mCenter;
+    QStringList mHeard;
+    QVariantMap mUserInfo;
+
+    void observe(const QString &name, const QString &as = {})
+    {
+        mCenter->addObserver(this, name, [this, as](const Notification &notification) {
+            mHeard.append(as.isEmpty() ? notification.name : as);
+            mUserInfo = notification.userInfo;
+        });
+    }
+    /// Everything that was posted before has arrived when this comes through.
+    void waitForLast()
+    {
+        mStranger->post(Last);
+        QTRY_VERIFY(mHeard.contains(Last));
+        mHeard.removeAll(Last);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        mHeard.clear();
+        mUserInfo.clear();
+        mStranger = std::make_unique<RecordingAgent>();
+        mBus = std::make_shared<platform::SessionBus>();
+        mCenter = std::make_unique<platform::DistributedNotificationCenter>(mBus);
+        observe(Last);
+    }
+    void cleanup()
+    {
+        mCenter.reset();
+        mBus.reset();
+        mStranger.reset();
+    }
+
+    void aStrangersPostReachesItsObserver()
+    {
+        observe(OtherName);
+        mStranger->post(OtherName, {{QStringLiteral("Value"), 7}, {QStringLiteral("PassKey"), Name}});
+        QTRY_COMPARE(mHeard, QStringList{OtherName});
+        QCOMPARE(platform::intValue(mUserInfo, QStringLiteral("Value")), 7);
+        QCOMPARE(mUserInfo.value(QStringLiteral("PassKey")).toString(), Name);
+    }
+
+    void aPostReachesOthers()
+    {
+        mCenter->postNotificationName(Name, nullptr, {{QStringLiteral("Value"), 1}});
+        QTRY_COMPARE(mStranger->journal(), QStringList{QStringLiteral("post %1 Value=1").arg(Name)});
+        const auto message = mStranger->lastCall(Name);
+        QCOMPARE(message.type(), QDBusMessage::SignalMessage);
+        QCOMPARE(message.path(), QStringLiteral("/com/orvex/DistributedNotificationCenter"));
+        QCOMPARE(message.interface(), QStringLiteral("com.orvex.DistributedNotificationCenter"));
+        QCOMPARE(message.signature(), QStringLiteral("a{sv}"));
+        const auto userInfo = qdbus_cast<QVariantMap>(message.arguments().constFirst());
+        QCOMPARE(int(userInfo.value(QStringLiteral("Value")).userType()), int(QMetaType::Int));
+    }
+
+    void aPostWithoutUserInfoCarriesAnEmptyOne()
+    {
+        mCenter->postNotificationName(Name);
+        QTRY_COMPARE(mStranger->journal(), QStringList{QStringLiteral("post ") + Name});
+        QCOMPARE(mStranger->lastCall(Name).signature(), QStringLiteral("a{sv}"));
+    }
+
+    void aSenderReceivesItsOwnThroughTheRunLoop()
+    {
+        observe(Name);
+        mCenter->postNotificationName(Name, this);
+        QVERIFY2(mHeard.isEmpty(), "a post never waits for its observers");
+        QTRY_COMPARE(mHeard, QStringList{Name});
+    }
+
+    void handlersRunInTheOrderOfTheirRegistration()
+    {
+        observe(OtherName, QStringLiteral("first"));
+        observe(OtherName, QStringLiteral("second"));
+        observe(OtherName, QStringLiteral("third"));
+        mStranger->post(OtherName);
+        QTRY_COMPARE(
+            mHeard,
+            (QStringList{QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")}));
+    }
+
+    void postsArriveInTheOrderInWhichTheyWereMade()
+    {
+        observe(Name);
+        observe(OtherName);
+        QStringList posted;
+        for (int i = 0; i < 100; ++i) {
+            posted.append(i % 3 == 0 ? Name : OtherName);
+            mStranger->post(posted.constLast());
+        }
+        QTRY_COMPARE(mHeard, posted);
+    }
+
+    void unknownNamesAreNotHeard()
+    {
+        observe(Name);
+        for (int i = 0; i < 1000; ++i)
+            mStranger->post(QStringLiteral("KS7Unknown%1").arg(i));
+        waitForLast();
+        QCOMPARE(mHeard, QStringList());
+    }
+
+    void payloadsThatAreNoUserInfoCountAsNone_data()
+    {
+        QTest::addColumn<QVariantList>("arguments");
+        QTest::newRow("nothing") << QVariantList();
+        QTest::newRow("a number") << QVariantList{7};
+        QTest::newRow("a string") << QVariantList{Name};
+        QTest::newRow("a list") << QVariantList{QStringList{Name}};
+        QTest::newRow("more than one") << QVariantList{QVariantMap{{QStringLiteral("Value"), 7}}, 7};
+    }
+    void payloadsThatAreNoUserInfoCountAsNone()
+    {
+        QFETCH(QVariantList, arguments);
+        observe(OtherName);
+        mUserInfo = {{QStringLiteral("Value"), 1}};
+        mStranger->postRaw(OtherName, arguments);
+        QTRY_COMPARE(mHeard, QStringList{OtherName});
+        QCOMPARE(mUserInfo, QVariantMap());
+    }
+
+    void valuesOfOtherTypesReadAsZero()
+    {
+        observe(OtherName);
+        mStranger->post(OtherName, {{QStringLiteral("Value"), QStringList{Name}}});
+        QTRY_COMPARE(mHeard, QStringList{OtherName});
+        QCOMPARE(platform::intValue(mUserInfo, QStringLiteral("Value")), 0);
+    }
+
+    void removedObserversHearNothingMore()
+    {
+        observe(OtherName);
+        mCenter->removeObserver(this, OtherName);
+        mStranger->post(OtherName);
+        waitForLast();
+        QCOMPARE(mHeard, QStringList());
+    }
+
+    void theOtherObserversOfANameStay()
+    {
+        observe(OtherName, QStringLiteral("mine"));
+        mCenter->addObserver(mBus.get(), OtherName,
+                             [this](const Notification &) { mHeard.append(QStringLiteral("theirs")); });
+        mCenter->removeObserver(this, OtherName);
+        mStranger->post(OtherName);
+        QTRY_COMPARE(mHeard, QStringList{QStringLiteral("theirs")});
+        observe(OtherName, QStringLiteral("mine"));
+        mHeard.clear();
+        mStranger->post(OtherName);
+        QTRY_COMPARE(mHeard, (QStringList{QStringLiteral("theirs"), QStringLiteral("mine")}));
+    }
+
+    void aHandlerMayRegisterAndRemove()
+    {
+        mCenter->addObserver(this, OtherName, [this](const Notification &) {
+            mCenter->removeObserver(this, OtherName);
+            observe(Name);
+            mCenter->postNotificationName(Name);
+        });
+        mStranger->post(OtherName);
+        QTRY_COMPARE(mHeard, QStringList{Name});
+    }
+
+    void theObserversOutliveTheBus()
+    {
+        observe(OtherName);
+        mBusDaemon.kill();
+        QTRY_VERIFY(!mBus->connection().isConnected());
+        mCenter->postNotificationName(Name);
+        mBusDaemon.start();
+        mStranger = std::make_unique<RecordingAgent>();
+        mBus->reopenIfLost();
+        mStranger->post(OtherName);
+        QTRY_COMPARE(mHeard, QStringList{OtherName});
+    }
+};
+
+QTEST_GUILESS_MAIN(DistributedNotificationCenterTest)
+
+#include "DistributedNotificationCenter_test.moc"

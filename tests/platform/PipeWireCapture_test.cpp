@@ -1,0 +1,586 @@
+#include "platform/NotificationCenter.h"
+#include "platform/PipeWireCapture.h"
+#include "platform/RunLoop.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QPainter>
+#include <QProcess>
+#include <QTest>
+
+#include <cerrno>
+#include <clocale>
+#include <csignal>
+#include <map>
+
+using platform::CaptureDevice;
+using platform::CaptureError;
+
+namespace {
+
+const QString CameraName = QStringLiteral("KS-7 Wireless Webcam");
+constexpr QRgb Red = 0xFFFF0000;
+constexpr QRgb Green = 0xFF00FF00;
+constexpr QRgb Blue = 0xFF0000FF;
+
+/// The colours of a picture that went through a video format are close to what they were.
+bool looksLike(QRgb shown, QRgb expected)
+{
+    const auto near = [](int a, int b) { return qAbs(a - b) < 24; };
+    return near(qRed(shown), qRed(expected)) && near(qGreen(shown), qGreen(expected))
+        && near(qBlue(shown), qBlue(expected));
+}
+
+QStringList entries(const QString &folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+}
+
+int openDescriptors()
+{
+    return static_cast<int>(entries(QStringLiteral("/proc/self/fd")).size());
+}
+
+int threads()
+{
+    return static_cast<int>(entries(QStringLiteral("/proc/self/task")).size());
+}
+
+/// Resident memory in kilobytes.
+int residentMemory()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (const auto &line : status.readAll().split('\n')) {
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).trimmed().split(' ').first().toInt();
+    }
+    return 0;
+}
+
+/// AddressSanitizer keeps what is freed for a while, so that growth says nothing under it.
+bool hasGrownByLess(int before, int kilobytes)
+{
+#ifdef __SANITIZE_ADDRESS__
+    return before > 0 && kilobytes > 0;
+#else
+    return residentMemory() - before < kilobytes;
+#endif
+}
+
+std::map<int, void (*)(int)> signalHandlers()
+{
+    std::map<int, void (*)(int)> handlers;
+    for (int number = 1; number < SIGRTMIN; ++number) {
+        struct sigaction action = {};
+        if (sigaction(number, nullptr, &action) == 0)
+            handlers[number] = action.sa_handler;
+    }
+    return handlers;
+}
+
+/// A node of the test's own in PipeWire.
+class VirtualCamera {
+public:
+    VirtualCamera(const QString &nodeName, const QString &description, QRgb color, const QString &caps = {})
+    {
+        QStringList arguments{nodeName, description, QStringLiteral("0x") + QString::number(color, 16)};
+        if (!caps.isEmpty())
+            arguments.append(caps);
+        mProcess.setProcessChannelMode(QProcess::MergedChannels);
+        mProcess.setStandardOutputFile(QProcess::nullDevice());
+        mProcess.start(QStringLiteral(VIRTUAL_CAMERA), arguments);
+        mProcess.waitForStarted();
+    }
+    ~VirtualCamera() { unplug(); }
+    void tell(const QString &command)
+    {
+        mProcess.write(command.toUtf8() + '\n');
+        mProcess.waitForBytesWritten();
+    }
+    void unplug()
+    {
+        mProcess.kill();
+        mProcess.waitForFinished();
+    }
+
+private:
+    QProcess mProcess;
+};
+
+} // namespace
+
+/// Cameras of a real PipeWire, from the look-up to the pixels in the view.
+class PipeWireCaptureTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::shared_ptr<platform::LocalNotificationCenter> mCenter;
+    std::shared_ptr<platform::Capture> mCapture;
+    std::shared_ptr<platform::CaptureSession> mSession;
+    std::unique_ptr<platform::CaptureView> mView;
+    std::unique_ptr<VirtualCamera> mCamera;
+    std::vector<int> mErrors;
+    int mFrames = 0;
+    QImage mLast;
+
+    std::shared_ptr<CaptureDevice> find(const QString &name)
+    {
+        for (const auto &device : mCapture->videoInputDevices()) {
+            if (device->uniqueID() == name)
+                return device;
+        }
+        return nullptr;
+    }
+    std::shared_ptr<CaptureDevice> waitFor(const QString &name)
+    {
+        std::shared_ptr<CaptureDevice> device;
+        [&] { QTRY_VERIFY_WITH_TIMEOUT((device = find(name)), 30000); }();
+        return device;
+    }
+    void plugIn(const QString &caps = {}, QRgb color = Red)
+    {
+        mCamera = std::make_unique<VirtualCamera>(CameraName, QStringLiteral("Kitchen"), color, caps);
+    }
+    void openSession(const QString &name = CameraName)
+    {
+        const auto device = waitFor(name);
+        QVERIFY(device);
+        std::optional<CaptureError> error;
+        QVERIFY(device->open(error));
+        mSession = mCapture->makeSession();
+        QVERIFY(mSession->addInput(std::make_shared<platform::CaptureDeviceInput>(device), error));
+    }
+    /// Takes the pictures that would go to the view.
+    void listen()
+    {
+        mSession->setFrameHandler([this](const QImage &picture) {
+            mLast = picture;
+            mFrames += picture.isNull() ? 0 : 1;
+        });
+    }
+    void showInView(const QSize &size)
+    {
+        mView = std::make_unique<platform::CaptureView>();
+        mView->resize(size);
+        mView->show();
+        mView->setCaptureSession(mSession);
+    }
+    [[nodiscard]] QRgb shownAt(int x, int y) const { return mView->grab().toImage().pixel(x, y); }
+    [[nodiscard]] bool arrived(QRgb color) const
+    {
+        return !mLast.isNull() && looksLike(mLast.pixel(mLast.rect().center()), color);
+    }
+    void startAndStop()
+    {
+        mFrames = 0;
+        mSession->startRunning();
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 0, 30000);
+        mSession->stopRunning();
+    }
+    static int pidOf(const QString &program)
+    {
+        QProcess pgrep;
+        // The session's own daemon: the newest one below the private session that runs this test.
+        pgrep.start(QStringLiteral("pgrep"),
+                    {QStringLiteral("-x"), QStringLiteral("-P"), QString::number(getppid()), program});
+        pgrep.waitForFinished();
+        return pgrep.readAllStandardOutput().trimmed().split('\n').last().toInt();
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        mErrors.clear();
+        mFrames = 0;
+        mLast = {};
+        mCenter = std::make_shared<platform::LocalNotificationCenter>();
+        mCenter->addObserver(this, platform::QuickTimeErrorNotification, [this](const auto &notification) {
+            mErrors.push_back(platform::intValue(notification.userInfo, platform::QuickTimeErrorCodeKey));
+        });
+        mCapture = platform::makePipeWireCapture(mCenter, platform::makeQtRunLoop());
+    }
+    void cleanup()
+    {
+        mView.reset();
+        mSession.reset();
+        mCapture.reset();
+        mCamera.reset();
+    }
+
+    // First, while GStreamer has not been started by another test.
+    void theFirstPreviewLeavesTheProcessAsItWas()
+    {
+        const auto gStreamerRuns = [] {
+            QFile maps(QStringLiteral("/proc/self/maps"));
+            return maps.open(QIODevice::ReadOnly) && maps.readAll().contains("libgstpipewire");
+        };
+        const auto handlers = signalHandlers();
+        const QByteArray locale = std::setlocale(LC_ALL, nullptr);
+        plugIn();
+        openSession();
+        listen();
+        QVERIFY(!gStreamerRuns());
+        startAndStop();
+        QVERIFY(gStreamerRuns());
+        QCOMPARE(signalHandlers(), handlers);
+        QCOMPARE(QByteArray(std::setlocale(LC_ALL, nullptr)), locale);
+    }
+
+    void lookUpsLeaveNothingBehind()
+    {
+        plugIn();
+        waitFor(CameraName);
+        const int threadsBefore = threads();
+        const int descriptors = openDescriptors();
+        const int memory = residentMemory();
+        for (int i = 0; i < 200; ++i)
+            QVERIFY(find(CameraName));
+        QVERIFY(threads() <= threadsBefore);
+        QCOMPARE(openDescriptors(), descriptors);
+        QVERIFY2(hasGrownByLess(memory, 2048), qPrintable(QString::number(residentMemory() - memory)));
+    }
+
+    void aCameraIsKnownByItsNodeAndShownByItsDescription()
+    {
+        plugIn();
+        VirtualCamera impostor(QStringLiteral("other"), CameraName, Blue);
+        const auto camera = waitFor(CameraName);
+        const auto other = waitFor(QStringLiteral("other"));
+        QVERIFY(camera && other);
+        QCOMPARE(camera->localizedDisplayName(), QStringLiteral("Kitchen"));
+        QCOMPARE(other->localizedDisplayName(), CameraName);
+        QCOMPARE(mCapture->videoInputDevices().size(), std::size_t(2));
+    }
+
+    void eachOfTwoCamerasShowsItsOwnPicture()
+    {
+        plugIn();
+        VirtualCamera other(QStringLiteral("other"), QStringLiteral("Desk"), Blue);
+        for (const auto &[name, color] :
+             {std::pair(QStringLiteral("other"), Blue), std::pair(CameraName, Red)}) {
+            openSession(name);
+            listen();
+            mFrames = 0;
+            mSession->startRunning();
+            QTRY_VERIFY_WITH_TIMEOUT(mFrames > 5, 30000);
+            QVERIFY(arrived(color));
+            mSession->stopRunning();
+        }
+        QVERIFY(mErrors.empty());
+    }
+
+    void thePictureIsInTheView_data()
+    {
+        QTest::addColumn<QString>("caps");
+        QTest::newRow("converted") << "video/x-raw,format=I420,width=320,height=240";
+        QTest::newRow("packed") << "video/x-raw,format=YUY2,width=320,height=240";
+        QTest::newRow("as it is") << "video/x-raw,format=BGRx,width=320,height=240";
+        QTest::newRow("with padded lines") << "video/x-raw,format=RGB,width=322,height=240";
+    }
+    void thePictureIsInTheView()
+    {
+        QFETCH(QString, caps);
+        plugIn(caps, Green);
+        openSession();
+        showInView({400, 240});
+        QCOMPARE(shownAt(200, 120), QRgb(0xFF000000));
+        mSession->startRunning();
+        QTRY_VERIFY_WITH_TIMEOUT(looksLike(shownAt(200, 120), Green), 30000);
+        QVERIFY(looksLike(shownAt(45, 2), Green));
+        QVERIFY(looksLike(shownAt(354, 237), Green));
+        QCOMPARE(shownAt(10, 120), QRgb(0xFF000000));
+        QCOMPARE(shownAt(390, 120), QRgb(0xFF000000));
+        mSession->stopRunning();
+        QCOMPARE(shownAt(200, 120), QRgb(0xFF000000));
+        QVERIFY(mErrors.empty());
+    }
+
+    void aPictureOutlivesItsSession()
+    {
+        plugIn(QStringLiteral("video/x-raw,format=BGRx,width=320,height=240"));
+        openSession();
+        QImage kept;
+        mSession->setFrameHandler([&kept](const QImage &picture) {
+            if (!picture.isNull())
+                kept = picture;
+        });
+        mSession->startRunning();
+        QTRY_VERIFY_WITH_TIMEOUT(!kept.isNull(), 30000);
+        mSession.reset();
+        mCapture.reset();
+        mCamera.reset();
+        QVERIFY(looksLike(kept.pixel(160, 120), Red));
+        QCOMPARE(qAlpha(kept.pixel(160, 120)), 255);
+    }
+
+    void onlyTheNewestPictureWaits()
+    {
+        plugIn();
+        openSession();
+        listen();
+        mSession->startRunning();
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 0, 30000);
+        mFrames = 0;
+        mCamera->tell(QStringLiteral("colour 0xff00ff00"));
+        // The main thread is busy for many pictures' time.
+        QTest::qSleep(1000);
+        QCoreApplication::processEvents();
+        QVERIFY(mFrames <= 2);
+        QVERIFY(arrived(Green));
+    }
+
+    void theFormatMayChangeInMidStream()
+    {
+        const QString small = QStringLiteral("video/x-raw,format=I420,width=160,height=120,framerate=30/1");
+        plugIn();
+        openSession();
+        listen();
+        mSession->startRunning();
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 3, 30000);
+        mCamera->tell(QStringLiteral("caps ") + small);
+        // The picture goes on, in its old size or its new one, or stands still, or its end is reported.
+        mFrames = 0;
+        QElapsedTimer passed;
+        passed.start();
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 20 || !mErrors.empty() || passed.elapsed() > 2500, 30000);
+        QVERIFY(!mLast.isNull());
+        mSession->stopRunning();
+        mCamera.reset();
+        mErrors.clear();
+        plugIn(small, Blue);
+        waitFor(CameraName);
+        mSession->startRunning();
+        QTRY_VERIFY_WITH_TIMEOUT(arrived(Blue), 30000);
+        QCOMPARE(mLast.size(), QSize(160, 120));
+        QVERIFY(mErrors.empty());
+    }
+
+    void aNodeThatVanishesInMidPictureIsReportedOnce()
+    {
+        plugIn();
+        openSession();
+        listen();
+        mSession->startRunning();
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 3, 30000);
+        mCamera->unplug();
+        QTRY_VERIFY_WITH_TIMEOUT(!mErrors.empty(), 30000);
+        QCOMPARE(mErrors.size(), std::size_t(1));
+        QVERIFY(mErrors.front() != 0);
+        QVERIFY(mSession->isRunning());
+        mSession->stopRunning();
+        plugIn(QString(), Green);
+        waitFor(CameraName);
+        mSession->startRunning();
+        QTRY_VERIFY_WITH_TIMEOUT(arrived(Green), 30000);
+        QCOMPARE(mErrors.size(), std::size_t(1));
+    }
+
+    void anotherCameraDoesNotTakeThePlaceOfAVanishedOne()
+    {
+        plugIn();
+        VirtualCamera other(QStringLiteral("other"), QStringLiteral("Desk"), Blue);
+        waitFor(QStringLiteral("other"));
+        openSession();
+        listen();
+        mSession->startRunning();
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 3, 30000);
+        mCamera->unplug();
+        QTRY_VERIFY_WITH_TIMEOUT(!mErrors.empty(), 30000);
+        QVERIFY(arrived(Red));
+        mSession->stopRunning();
+        mErrors.clear();
+        mFrames = 0;
+        mSession->startRunning();
+        QTRY_VERIFY_WITH_TIMEOUT(!mErrors.empty(), 30000);
+        QCOMPARE(mFrames, 0);
+    }
+
+    void stoppingAfterTheNodeHasVanishedReportsNothing()
+    {
+        plugIn();
+        openSession();
+        listen();
+        startAndStop();
+        mSession->startRunning();
+        mCamera->unplug();
+        mSession->stopRunning();
+        QVERIFY(mLast.isNull());
+        plugIn();
+        waitFor(CameraName);
+        startAndStop();
+        QVERIFY(mErrors.empty());
+    }
+
+    void aNodeWithoutPicturesIsBlackAndNoError()
+    {
+        mCamera = std::make_unique<VirtualCamera>(CameraName, QStringLiteral("Kitchen"), Red);
+        mCamera->tell(QStringLiteral("pause"));
+        openSession();
+        showInView({320, 240});
+        mSession->startRunning();
+        // A camera that does deliver passes the time in which this one would have been found missing.
+        VirtualCamera other(QStringLiteral("other"), QStringLiteral("Desk"), Blue);
+        waitFor(QStringLiteral("other"));
+        QTRY_VERIFY_WITH_TIMEOUT(threads() > 2, 30000);
+        QVERIFY(!looksLike(shownAt(160, 120), Blue));
+        QVERIFY(mSession->isRunning());
+        mSession->stopRunning();
+        QVERIFY(mErrors.empty());
+    }
+
+    void picturesThatStopLeaveTheLastOne()
+    {
+        plugIn();
+        openSession();
+        showInView({320, 240});
+        mSession->startRunning();
+        QTRY_VERIFY_WITH_TIMEOUT(looksLike(shownAt(160, 120), Red), 30000);
+        mCamera->tell(QStringLiteral("pause"));
+        mCamera->tell(QStringLiteral("colour 0xff00ff00"));
+        // Two look-ups go by in which the silent node must be found to be there.
+        QElapsedTimer passed;
+        passed.start();
+        QTRY_VERIFY_WITH_TIMEOUT(passed.elapsed() > 2500, 30000);
+        QVERIFY(mErrors.empty());
+        QVERIFY(looksLike(shownAt(160, 120), Red));
+        mCamera->tell(QStringLiteral("resume"));
+        QTRY_VERIFY_WITH_TIMEOUT(looksLike(shownAt(160, 120), Green), 30000);
+    }
+
+    void aDeviceThatHasGoneCannotBeOpened()
+    {
+        plugIn();
+        const auto device = waitFor(CameraName);
+        QVERIFY(device);
+        mCamera->unplug();
+        QTRY_VERIFY_WITH_TIMEOUT(!find(CameraName), 30000);
+        std::optional<CaptureError> error;
+        QVERIFY(!device->open(error));
+        QVERIFY(error);
+        QCOMPARE(error->code, -ENODEV);
+        QVERIFY(!device->isOpen());
+    }
+
+    void aSessionTakesOneOpenDevice()
+    {
+        plugIn();
+        const auto device = waitFor(CameraName);
+        const auto input = std::make_shared<platform::CaptureDeviceInput>(device);
+        const auto session = mCapture->makeSession();
+        std::optional<CaptureError> error;
+        QVERIFY(!session->addInput(input, error));
+        QCOMPARE(error->code, -EINVAL);
+        error.reset();
+        QVERIFY(device->open(error));
+        QVERIFY(device->isOpen());
+        QVERIFY(session->addInput(input, error));
+        QVERIFY(!error);
+        QVERIFY(!session->addInput(input, error));
+        QCOMPARE(error->code, -EBUSY);
+        error.reset();
+        QVERIFY(!session->addInput(nullptr, error));
+        device->close();
+        QVERIFY(!device->isOpen());
+    }
+
+    void aSessionWithoutAnInputRunsAndShowsNothing()
+    {
+        mSession = mCapture->makeSession();
+        showInView({320, 240});
+        mSession->startRunning();
+        mSession->startRunning();
+        QVERIFY(mSession->isRunning());
+        QCOMPARE(shownAt(160, 120), QRgb(0xFF000000));
+        mSession->stopRunning();
+        mSession->stopRunning();
+        QVERIFY(!mSession->isRunning());
+        QVERIFY(mErrors.empty());
+    }
+
+    void nothingIsLeftAfterManyStartsAndStops()
+    {
+        const int rounds = qEnvironmentVariableIntValue("KS7_LONG") != 0 ? 200 : 50;
+        plugIn();
+        openSession();
+        listen();
+        const int threadsBefore = threads();
+        for (int i = 0; i < 10; ++i)
+            startAndStop();
+        QTRY_COMPARE_WITH_TIMEOUT(threads(), threadsBefore, 30000);
+        const int descriptors = openDescriptors();
+        const int memory = residentMemory();
+        for (int i = 0; i < rounds; ++i)
+            startAndStop();
+        // And some that are over before they have begun.
+        for (int i = 0; i < rounds; ++i) {
+            mSession->startRunning();
+            mSession->stopRunning();
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(threads(), threadsBefore, 30000);
+        QTRY_COMPARE_WITH_TIMEOUT(openDescriptors(), descriptors, 30000);
+        QVERIFY2(hasGrownByLess(memory, 2048), qPrintable(QString::number(residentMemory() - memory)));
+        QVERIFY(mErrors.empty());
+    }
+
+    void aPipeWireThatDoesNotAnswerIsNotWaitedForLong()
+    {
+        plugIn();
+        openSession();
+        listen();
+        mSession->startRunning();
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 0, 30000);
+        const int daemon = pidOf(QStringLiteral("pipewire"));
+        QVERIFY(daemon > 0);
+        kill(daemon, SIGSTOP);
+        mSession->stopRunning();
+        const auto devices = mCapture->videoInputDevices();
+        kill(daemon, SIGCONT);
+        QVERIFY(devices.empty());
+        QVERIFY(waitFor(CameraName));
+        startAndStop();
+        QVERIFY(mErrors.empty());
+    }
+
+    // Last: PipeWire does not come back by itself.
+    void pipeWireMayDieAndComeBack()
+    {
+        plugIn();
+        openSession();
+        listen();
+        mSession->startRunning();
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 3, 30000);
+        const int pipeWire = pidOf(QStringLiteral("pipewire"));
+        QVERIFY(pipeWire > 0);
+        kill(pipeWire, SIGKILL);
+        QTRY_VERIFY_WITH_TIMEOUT(!mErrors.empty(), 30000);
+        QCOMPARE(mErrors.size(), std::size_t(1));
+        QVERIFY(mErrors.front() != 0);
+        mSession->stopRunning();
+        QVERIFY(mCapture->videoInputDevices().empty());
+
+        QProcess daemon;
+        QProcess policy;
+        daemon.start(QStringLiteral("pipewire"), QStringList());
+        QVERIFY(daemon.waitForStarted());
+        const QString socket = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/pipewire-0");
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(socket), 30000);
+        policy.start(QStringLiteral("wireplumber"), QStringList());
+        plugIn(QString(), Green);
+        QVERIFY(waitFor(CameraName));
+        mErrors.clear();
+        mSession->startRunning();
+        QTRY_VERIFY_WITH_TIMEOUT(arrived(Green), 30000);
+        QVERIFY(mErrors.empty());
+        mSession->stopRunning();
+        for (QProcess *process : {&policy, &daemon}) {
+            process->kill();
+            process->waitForFinished();
+        }
+    }
+};
+
+QTEST_MAIN(PipeWireCaptureTest)
+#include "PipeWireCapture_test.moc"

@@ -1,0 +1,92 @@
+#include "tests/support/PaneFixture.h"
+
+#include <QVBoxLayout>
+
+PaneFixture::PaneFixture()
+    : runLoop(std::make_shared<FakeRunLoop>(journal))
+    , localCenter(std::make_shared<RecordingCenter>())
+    , distributedCenter(std::make_shared<RecordingCenter>(journal))
+    , workspaceCenter(std::make_shared<RecordingCenter>())
+    , agent(journal)
+    , protocols(std::make_shared<FakeProtocols>(agent))
+    , connections(std::make_shared<FakeConnections>(journal, agent, localCenter))
+    , launcher(std::make_shared<FakeLauncher>(journal))
+    , defaults(std::make_shared<FakeDefaults>(journal))
+    , power(std::make_shared<FakePower>(journal))
+    , capture(std::make_shared<FakeCapture>(journal))
+    , sheets(std::make_shared<FakeSheets>(journal))
+    , workspace(std::make_shared<FakeWorkspace>())
+    , hostClasses(std::make_shared<FakeHostClasses>())
+    , keyboard(std::make_shared<FakeKeyboard>())
+    , clock(std::make_shared<FakeClock>())
+    , updates(std::make_shared<FakeUpdates>(journal))
+    , bundle(std::make_shared<FakeBundle>())
+{
+    window.setLayout(new QVBoxLayout);
+    window.resize(900, 600);
+}
+
+PaneFixture::~PaneFixture()
+{
+    // The view belongs to the pane, and the pane goes before the window.
+    if (pane)
+        pane->mainView()->setParent(nullptr);
+}
+
+void PaneFixture::load()
+{
+    platform::Services services;
+    services.runLoop = runLoop;
+    services.localCenter = localCenter;
+    services.distributedCenter = distributedCenter;
+    services.workspaceCenter = workspaceCenter;
+    services.connections = connections;
+    services.agentLauncher = launcher;
+    services.userDefaults = defaults;
+    services.power = power;
+    services.capture = capture;
+    services.sheets = sheets;
+    services.workspace = workspace;
+    services.hostClasses = hostClasses;
+    services.keyboard = keyboard;
+    services.processorClock = clock;
+    services.updates = updates;
+    services.bundle = bundle;
+    if (refit)
+        refit(services);
+    pane = std::make_unique<KSPreferencesPanePref>();
+    pane->initWithBundle(services, protocols);
+}
+
+void PaneFixture::show()
+{
+    if (!pane)
+        load();
+    window.layout()->addWidget(pane->mainView());
+    pane->mainView()->show();
+    window.show();
+    pane->willSelect();
+}
+
+void PaneFixture::hide()
+{
+    pane->didUnselect();
+    window.hide();
+}
+
+void PaneFixture::agentPosts(const QString &name, const QVariantMap &userInfo)
+{
+    distributedCenter->deliver(name, userInfo);
+    runLoop->turn();
+}
+
+QStringList PaneFixture::takeJournal(const QString &prefix)
+{
+    QStringList lines;
+    for (const auto &line : std::as_const(*journal)) {
+        if (line.startsWith(prefix))
+            lines.append(line.mid(prefix.size()));
+    }
+    journal->clear();
+    return lines;
+}

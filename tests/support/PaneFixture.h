@@ -1,0 +1,56 @@
+#pragma once
+
+#include "pane/KS7SettingsWindowController.h"
+#include "pane/KSPreferencesPanePref.h"
+#include "tests/support/Doubles.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+
+/// The whole pane with a double for every service. Set the world up, then load() and show() it.
+class PaneFixture {
+public:
+    PaneFixture();
+    ~PaneFixture();
+
+    /// Loads the pane: start-up runs.
+    void load();
+    /// Puts the view into a window and shows the pane.
+    void show();
+    void hide();
+
+    [[nodiscard]] KS7SettingsWindowController &controller() const { return *pane->mSettingsWindowController; }
+    [[nodiscard]] Outlets &outlets() const { return controller().outlets; }
+    /// A broadcast of the agent, and what it queues.
+    void agentPosts(const QString &name, const QVariantMap &userInfo = {});
+    /// The lines of the journal since the last call that begin with `prefix`, the prefix cut off.
+    QStringList takeJournal(const QString &prefix = {});
+    QStringList takeRemoteCalls() { return takeJournal(QStringLiteral("remote ")); }
+
+    Journal journal = std::make_shared<QStringList>();
+    std::shared_ptr<FakeRunLoop> runLoop;
+    std::shared_ptr<RecordingCenter> localCenter;
+    std::shared_ptr<RecordingCenter> distributedCenter;
+    std::shared_ptr<RecordingCenter> workspaceCenter;
+    FakeAgent agent;
+    /// How the pane talks to the agent; the double unless a test puts something else here before load().
+    std::shared_ptr<RemoteProtocols> protocols;
+    /// Puts real services in the places of doubles, before the pane is loaded.
+    std::function<void(platform::Services &)> refit;
+    std::shared_ptr<FakeConnections> connections;
+    std::shared_ptr<FakeLauncher> launcher;
+    std::shared_ptr<FakeDefaults> defaults;
+    std::shared_ptr<FakePower> power;
+    std::shared_ptr<FakeCapture> capture;
+    std::shared_ptr<FakeSheets> sheets;
+    std::shared_ptr<FakeWorkspace> workspace;
+    std::shared_ptr<FakeHostClasses> hostClasses;
+    std::shared_ptr<FakeKeyboard> keyboard;
+    std::shared_ptr<FakeClock> clock;
+    std::shared_ptr<FakeUpdates> updates;
+    std::shared_ptr<FakeBundle> bundle;
+    std::unique_ptr<KSPreferencesPanePref> pane;
+    QWidget window;
+};

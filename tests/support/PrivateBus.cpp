@@ -1,0 +1,49 @@
+#include "tests/support/PrivateBus.h"
+
+#include <QFile>
+
+#include <csignal>
+#include <sys/types.h>
+
+PrivateBus::PrivateBus()
+    : mSocket(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/test-bus"))
+{
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + mSocket.toUtf8());
+    start();
+}
+
+PrivateBus::~PrivateBus()
+{
+    kill();
+}
+
+void PrivateBus::start()
+{
+    QFile::remove(mSocket);
+    mDaemon.start(QStringLiteral("dbus-daemon"),
+                  {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address"),
+                   QStringLiteral("--address=unix:path=") + mSocket});
+    // It prints its address when it listens.
+    mDaemon.waitForReadyRead();
+}
+
+void PrivateBus::kill()
+{
+    mDaemon.kill();
+    mDaemon.waitForFinished();
+}
+
+void PrivateBus::stop()
+{
+    signalDaemon(SIGSTOP);
+}
+
+void PrivateBus::resume()
+{
+    signalDaemon(SIGCONT);
+}
+
+void PrivateBus::signalDaemon(int signal) const
+{
+    ::kill(static_cast<pid_t>(mDaemon.processId()), signal);
+}

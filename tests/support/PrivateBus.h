@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QProcess>
+
+/// A session bus of the test's own, always at the same address, that can be killed, stopped and started
+/// again. Made before the process first looks for a session bus.
+class PrivateBus {
+public:
+    PrivateBus();
+    ~PrivateBus();
+    PrivateBus(const PrivateBus &) = delete;
+    PrivateBus &operator=(const PrivateBus &) = delete;
+
+    void start();
+    void kill();
+    /// The daemon stands still; messages to it wait.
+    void stop();
+    void resume();
+
+private:
+    void signalDaemon(int signal) const;
+    QProcess mDaemon;
+    QString mSocket;
+};

@@ -1,0 +1,384 @@
+"""Uses a program the way a screen reader and a hand do: through AT-SPI and through the X server.
+
+    with accessible.launch(["build/bin/ks7-preferences"]) as program:
+        program.wait_for("Kitchen, Streaming")       # the text or name of anything
+        program.press("Add Camera")                  # the action that assistive tools invoke
+        program.click(program.find(role="table cell"))   # a real mouse click
+        program.set_text(program.find(role="text"), "Desk")
+
+Runs in a private session (private_session.py --bus --display). Nothing here sleeps for a set time: each
+wait is for a condition, polled, and fails with the tree of what was there instead.
+"""
+
+import atexit
+import contextlib
+import os
+import signal
+import subprocess
+import time
+import warnings
+
+TIMEOUT = 30
+POLL = 0.05
+# In milliseconds. A window may stand still while it waits for its agent; an action that opens a menu or a
+# nested loop answers only when that closes, which nobody waits for.
+SLOW_ANSWER = 20000
+ACTION_ANSWER = 1000
+# Pixels, in the style that a bare session has.
+MENU_ROW = 25
+BUS_LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
+
+
+class NotThere(AssertionError):
+    """What was waited for did not come."""
+
+
+def wait_until(condition, what, timeout=TIMEOUT, details=lambda: ""):
+    """Answers the condition's first true value; `what` completes the sentence "... did not happen"."""
+    deadline = time.monotonic() + timeout
+    while True:
+        found = condition()
+        if found:
+            return found
+        if time.monotonic() > deadline:
+            raise NotThere(f"{what}: not within {timeout} s\n{details()}")
+        time.sleep(POLL)
+
+
+def xdotool(*arguments):
+    done = subprocess.run(["xdotool", *map(str, arguments)], capture_output=True, text=True, stdin=subprocess.DEVNULL)
+    return done.stdout.strip()
+
+
+def key(*names):
+    """Presses keys or chords as X names them: key("Tab"), key("alt+F4")."""
+    xdotool("key", "--clearmodifiers", *names)
+
+
+def type_text(text):
+    xdotool("type", "--delay", 20, text)
+
+
+@contextlib.contextmanager
+def held(name):
+    """Keeps a key down meanwhile: with held("Alt_L"): ..."""
+    xdotool("keydown", name)
+    try:
+        yield
+    finally:
+        xdotool("keyup", name)
+
+
+def screenshot(path, area=None):
+    """A picture of the whole display, or of an area: x, y, width, height."""
+    crop = ["-crop", "{2}x{3}+{0}+{1}".format(*area), "+repage"] if area else []
+    subprocess.run(["import", "-window", "root", *crop, str(path)], check=True, stdin=subprocess.DEVNULL)
+
+
+class _Bus:
+    """The accessibility bus of this session. It has to come up after the program: a Qt program that starts
+    while it is there already may never register on it."""
+
+    launcher = None
+    atspi = None
+
+    @classmethod
+    def start(cls):
+        if cls.launcher is None:
+            cls.launcher = subprocess.Popen([BUS_LAUNCHER, "--launch-immediately"], env=_environment({}),
+                                            stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                            stderr=subprocess.DEVNULL, start_new_session=True)
+        if cls.atspi is None:
+            os.environ.pop("NO_AT_BRIDGE", None)
+            wait_until(cls.is_up, "the accessibility bus")
+            import gi
+            warnings.filterwarnings("ignore", category=DeprecationWarning, message="Atspi")
+            gi.require_version("Atspi", "2.0")
+            from gi.repository import Atspi
+            Atspi.init()
+            Atspi.set_timeout(SLOW_ANSWER, SLOW_ANSWER)
+            cls.atspi = Atspi
+        return cls.atspi
+
+    @classmethod
+    def is_up(cls):
+        asked = subprocess.run(["dbus-send", "--session", "--print-reply", "--dest=org.a11y.Bus", "/org/a11y/bus",
+                                "org.a11y.Bus.GetAddress"], capture_output=True, stdin=subprocess.DEVNULL)
+        return asked.returncode == 0
+
+    @classmethod
+    def stop(cls):
+        if cls.launcher is not None:
+            cls.launcher.send_signal(signal.SIGTERM)
+            cls.launcher.wait()
+            cls.launcher = None
+
+
+def _x_box(window):
+    """x, y, width and height of what is inside the window's frame."""
+    told = subprocess.run(["xwininfo", "-id", window], capture_output=True, text=True, stdin=subprocess.DEVNULL).stdout
+    wanted = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
+    lines = dict(line.strip().split(":", 1) for line in told.splitlines() if ":" in line)
+    return [int(lines[name]) for name in wanted]
+
+
+def _environment(additions):
+    env = dict(os.environ, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_ACCESSIBILITY="1", **additions)
+    env.pop("NO_AT_BRIDGE", None)
+    return env
+
+
+def foreign_program_environment():
+    """What a program that is not built here needs to load a plug-in that is built with a sanitizer: its run-time library
+    first. What such a program leaves unfreed is not ours to judge."""
+    runtime = os.environ.get("KS7_SANITIZER_RUNTIME")
+    if not runtime:
+        return {}
+    options = os.environ.get("ASAN_OPTIONS", "")
+    return {"LD_PRELOAD": runtime, "ASAN_OPTIONS": ":".join(filter(None, (options, "detect_leaks=0")))}
+
+
+def launch(command, env=None, windows=1, **options):
+    """Starts a program and answers it once its first window is mapped and it speaks on the accessibility bus."""
+    process = subprocess.Popen([str(part) for part in command], env=_environment(env or {}),
+                               stdin=subprocess.DEVNULL, **options)
+    program = Program(process)
+    try:
+        wait_until(lambda: program.ended() or len(program.x_windows()) >= windows, f"a window of {command[0]}")
+        if program.ended():
+            raise NotThere(f"{command[0]} ended with {process.returncode} before it showed a window")
+        program.attach()
+    except BaseException:
+        program.end()
+        raise
+    return program
+
+
+class Program:
+    """A running program: its accessible tree, and a hand on its widgets."""
+
+    def __init__(self, process):
+        self.process = process
+        self.atspi = None
+        self.root = None
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.end()
+
+    # Running
+
+    def ended(self):
+        return self.process.poll() is not None
+
+    def end(self):
+        if not self.ended():
+            self.process.terminate()
+            try:
+                self.process.wait(TIMEOUT)
+            except subprocess.TimeoutExpired:
+                self.process.kill()
+                self.process.wait()
+
+    def wait_ended(self):
+        """The exit code, once the program has ended of itself."""
+        wait_until(self.ended, "the end of the program", details=self.dump)
+        return self.process.returncode
+
+    def x_windows(self):
+        """The X windows that the program shows now."""
+        return xdotool("search", "--onlyvisible", "--pid", self.process.pid).split()
+
+    def x_area(self, frame=(2, 22, 2, 7)):
+        """The part of the display that the program's windows cover, with a frame of left, top, right, bottom."""
+        boxes = [_x_box(window) for window in self.x_windows()]
+        x = max(0, min(box[0] for box in boxes) - frame[0])
+        y = max(0, min(box[1] for box in boxes) - frame[1])
+        right = max(box[0] + box[2] for box in boxes) + frame[2]
+        bottom = max(box[1] + box[3] for box in boxes) + frame[3]
+        return x, y, right - x, bottom - y
+
+    def attach(self):
+        self.atspi = _Bus.start()
+        wait_until(lambda: self.ended() or self._find_root(), "the program on the accessibility bus")
+        if self.ended():
+            raise NotThere(f"the program ended with {self.process.returncode} before it could be looked at")
+
+    def _find_root(self):
+        desktop = self.atspi.get_desktop(0)
+        desktop.clear_cache()
+        for application in _children(desktop):
+            if application.get_process_id() == self.process.pid:
+                application.set_cache_mask(self.atspi.Cache.NONE)
+                self.root = application
+                return application
+        return None
+
+    # Looking
+
+    def nodes(self, within=None):
+        """All accessible objects, parents first, freshly read."""
+        pending = [within or self.root]
+        while pending:
+            node = pending.pop()
+            yield node
+            pending.extend(reversed(_children(node)))
+
+    def all(self, name=None, role=None, showing=True, within=None):
+        """Those with this name (or text) and role ("push button", "check box", "table cell", ...)."""
+        return [node for node in self.nodes(within) if _matches(self, node, name, role, showing)]
+
+    def find(self, name=None, role=None, showing=True, within=None):
+        """The first that fits, or None."""
+        return next((node for node in self.nodes(within) if _matches(self, node, name, role, showing)), None)
+
+    def wait_for(self, name=None, role=None, showing=True, within=None, timeout=TIMEOUT):
+        return wait_until(lambda: self.find(name, role, showing, within), f"{role or 'something'} {name!r}", timeout,
+                          self.dump)
+
+    def wait_gone(self, name=None, role=None, within=None):
+        wait_until(lambda: not self.find(name, role, True, within), f"the going of {role or ''} {name!r}",
+                   details=self.dump)
+
+    def wait_state(self, node, state, is_set=True):
+        """Waits for one state by its name: "enabled", "checked", "focused", "selected", "showing"."""
+        node = self._node(node)
+        wait_until(lambda: self.has(node, state) == is_set, f"{name_of(node)!r} {'' if is_set else 'not '}{state}",
+                   details=self.dump)
+
+    def has(self, node, state):
+        node = self._node(node)
+        value = getattr(self.atspi.StateType, state.upper())
+        return bool(_asked(lambda: node.get_state_set().contains(value), False))
+
+    def names(self, role, within=None):
+        """What a reader hears of all of one role, in order: the rows of a list, the lines of an alert."""
+        return [name_of(node) for node in self.all(role=role, within=within)]
+
+    def text(self, node):
+        """The text in a field or a label."""
+        node = self._node(node)
+        interface = _asked(node.get_text_iface, None)
+        if interface is None:
+            return name_of(node)
+        return _asked(lambda: interface.get_text(0, interface.get_character_count()), "")
+
+    def value(self, node):
+        """The number that a meter or progress bar shows."""
+        node = self._node(node)
+        return _asked(lambda: node.get_value_iface().get_current_value(), None)
+
+    def rectangle(self, node):
+        """x, y, width, height on the screen."""
+        box = self._node(node).get_component_iface().get_extents(self.atspi.CoordType.SCREEN)
+        return box.x, box.y, box.width, box.height
+
+    def dump(self):
+        """The tree as text, for the message of a test that failed."""
+        lines = []
+
+        def walk(node, depth):
+            shown = "" if self.has(node, "showing") else " (hidden)"
+            lines.append(f"{'  ' * depth}{_role(node)} {name_of(node)!r}{shown}")
+            for child in _children(node):
+                walk(child, depth + 1)
+        if self.root is not None and not self.ended():
+            walk(self.root, 0)
+        return "\n".join(lines) or f"(nothing; the program {'has ended' if self.ended() else 'is not attached'})"
+
+    # Doing
+
+    def press_if_there(self, node):
+        """Presses a button that may be going away just now, and waits until it has gone. A press moves the button for a
+        tenth of a second before it counts; another one meanwhile would begin that anew, over and over."""
+        with contextlib.suppress(NotThere):
+            self.press(node, timeout=2)
+            wait_until(lambda: not self.has(node, "showing"), f"the going of {name_of(node)!r}", timeout=2)
+
+    def press(self, node, action=("press", "click", "toggle", "activate", "showmenu"), timeout=TIMEOUT):
+        """What an assistive tool invokes on a button, check box or menu item."""
+        node = self._node(node)
+        wanted = (action,) if isinstance(action, str) else action
+        interface = node.get_action_iface()
+
+        def offered():
+            # A menu may be built anew while it is asked.
+            names = _asked(lambda: [interface.get_action_name(index).lower()
+                                    for index in range(interface.get_n_actions())], [])
+            return next((names.index(name) + 1 for name in wanted if name in names), 0)
+        # A disabled control offers none.
+        index = wait_until(offered, f"any of {wanted} on {name_of(node)!r}", timeout, details=self.dump) - 1
+        self.atspi.set_timeout(ACTION_ANSWER, SLOW_ANSWER)
+        _asked(lambda: interface.do_action(index), False)
+        self.atspi.set_timeout(SLOW_ANSWER, SLOW_ANSWER)
+
+    def click(self, node, button=1, times=1):
+        """A click of the mouse in the middle of it."""
+        x, y, width, height = self.rectangle(node)
+        xdotool("mousemove", "--sync", x + width // 2, y + height // 2)
+        xdotool("click", "--repeat", times, "--delay", 40, button)
+
+    def open_menu(self, button):
+        """Opens the menu of a button with the mouse and answers its X window. A pop-up menu is no part of the
+        accessible tree; readers hear of it by the focus."""
+        before = set(self.x_windows())
+        self.click(button)
+        return wait_until(lambda: set(self.x_windows()) - before, "the menu", details=self.dump).pop()
+
+    def choose(self, button, item):
+        """Clicks in the menu of a button: item 0 is the first, -1 the last."""
+        x, y, width, height = _x_box(self.open_menu(button))
+        row = MENU_ROW * item if item >= 0 else height + MENU_ROW * item
+        xdotool("mousemove", "--sync", x + width // 2, y + row + MENU_ROW // 2)
+        xdotool("click", 1)
+
+    def focus(self, node):
+        node = self._node(node)
+        node.get_component_iface().grab_focus()
+        self.wait_state(node, "focused")
+
+    def set_text(self, node, text):
+        """Replaces the text of a field and waits until it is there."""
+        node = self._node(node)
+        node.get_editable_text_iface().set_text_contents(text)
+        wait_until(lambda: self.text(node) == text, f"the text {text!r}", details=self.dump)
+
+    def _node(self, node):
+        return self.wait_for(node) if isinstance(node, str) else node
+
+
+def _asked(question, otherwise):
+    """The answer, or `otherwise` where the object has gone meanwhile."""
+    try:
+        return question()
+    except Exception as error:  # GLib.Error; its class is known only once gi is loaded
+        if type(error).__name__ not in ("GError", "Error", "AttributeError"):
+            raise
+        return otherwise
+
+
+def _children(node):
+    count = _asked(node.get_child_count, 0)
+    children = (_asked(lambda index=index: node.get_child_at_index(index), None) for index in range(count))
+    return [child for child in children if child is not None]
+
+
+def _role(node):
+    return _asked(node.get_role_name, "")
+
+
+def name_of(node):
+    return _asked(node.get_name, "") or ""
+
+
+def _matches(program, node, name, role, showing):
+    if role is not None and _role(node) != role:
+        return False
+    if name is not None and name_of(node) != name and program.text(node) != name:
+        return False
+    return not showing or program.has(node, "showing")
+
+
+atexit.register(_Bus.stop)

@@ -1,0 +1,212 @@
+#!/usr/bin/python3
+"""Runs a command in a session of its own: private home, XDG folders and runtime folder, and on request
+
+  --bus          a session bus                  (DBUS_SESSION_BUS_ADDRESS)
+  --system-bus   a bus in the system bus' place (DBUS_SYSTEM_BUS_ADDRESS)
+  --display      an X server without a screen   (DISPLAY); --screen WxH sets its size
+  --window-manager one that frames, moves and closes windows (implies --display)
+  --pipewire     PipeWire and WirePlumber       (implies --bus)
+  --this-display the caller's display and home; only what was asked for is private
+  --keep DIR     use DIR as the session's folder and leave it there
+
+Everything is ended and removed when the command ends; its exit code is ours. Without --display,
+Qt programs draw off-screen.
+"""
+
+import argparse
+import os
+import pathlib
+import selectors
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+START_TIMEOUT = 30
+
+BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>{kind}</type>
+  <listen>unix:path={socket}</listen>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow receive_sender="*" eavesdrop="true"/>
+    <allow own="*"/>
+    <allow user="*"/>
+  </policy>
+</busconfig>
+"""
+
+
+class Session:
+    def __init__(self, folder, this_display=False):
+        self.folder = pathlib.Path(folder)
+        self.env = dict(os.environ)
+        self.processes = []
+        if this_display:
+            self.move_runtime_folder()
+        else:
+            self.be_private()
+
+    def move_runtime_folder(self):
+        """Gives the buses a place of their own; a Wayland display is still found, by its full path."""
+        wayland = self.env.get("WAYLAND_DISPLAY")
+        if wayland:
+            self.env["WAYLAND_DISPLAY"] = os.path.join(self.env.get("XDG_RUNTIME_DIR", ""), wayland)
+        self.env["XDG_RUNTIME_DIR"] = str(self.folder / "runtime")
+        (self.folder / "runtime").mkdir(mode=0o700, parents=True, exist_ok=True)
+
+    def be_private(self):
+        for name in ("DBUS_SESSION_BUS_ADDRESS", "DISPLAY", "WAYLAND_DISPLAY", "AT_SPI_BUS_ADDRESS", "XAUTHORITY"):
+            self.env.pop(name, None)
+        for variable, name in (("HOME", "home"), ("XDG_CONFIG_HOME", "home/.config"),
+                               ("XDG_DATA_HOME", "home/.local/share"), ("XDG_STATE_HOME", "home/.local/state"),
+                               ("XDG_CACHE_HOME", "home/.cache"), ("XDG_RUNTIME_DIR", "runtime")):
+            path = self.folder / name
+            path.mkdir(parents=True, exist_ok=True)
+            self.env[variable] = str(path)
+        (self.folder / "runtime").chmod(0o700)
+        # A system bus that the machine happens to have is nobody's business here.
+        self.env["DBUS_SYSTEM_BUS_ADDRESS"] = f"unix:path={self.folder}/no-system-bus"
+        self.env["QT_QPA_PLATFORM"] = "offscreen"
+        self.env["NO_AT_BRIDGE"] = "1"
+        self.env.setdefault("LC_ALL", "C.UTF-8")
+
+    def spawn(self, command, **options):
+        process = subprocess.Popen(command, env=self.env, stdin=subprocess.DEVNULL, start_new_session=True,
+                                   **options)
+        self.processes.append(process)
+        return process
+
+    def log(self, name):
+        return open(self.folder / f"{name}.log", "wb")
+
+    def wait_for(self, condition, what):
+        deadline = time.monotonic() + START_TIMEOUT
+        while not condition():
+            if time.monotonic() > deadline:
+                sys.exit(f"private_session: {what} did not start; see {self.folder}")
+            time.sleep(0.02)
+
+    def start_bus(self, kind):
+        socket = self.folder / "runtime" / ("bus" if kind == "session" else "system-bus")
+        config = self.folder / f"{kind}.conf"
+        config.write_text(BUS_CONFIG.format(kind=kind, socket=socket))
+        with self.log(f"{kind}-bus") as log:
+            self.spawn(["dbus-daemon", f"--config-file={config}", "--nofork"], stdout=log, stderr=log)
+        self.wait_for(socket.exists, f"the {kind} bus")
+        variable = "DBUS_SESSION_BUS_ADDRESS" if kind == "session" else "DBUS_SYSTEM_BUS_ADDRESS"
+        self.env[variable] = f"unix:path={socket}"
+
+    def start_display(self, screen):
+        reader, writer = os.pipe()
+        with self.log("display") as log:
+            self.spawn(["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{screen}x24", "-nolisten", "tcp",
+                        "-noreset"], pass_fds=(writer,), stdout=log, stderr=log)
+        os.close(writer)
+        number = self.display_number(reader)
+        os.close(reader)
+        if not number:
+            sys.exit(f"private_session: the display did not start; see {self.folder}")
+        self.env["DISPLAY"] = f":{number}"
+        self.env["QT_QPA_PLATFORM"] = "xcb"
+
+    def display_number(self, reader):
+        """The number and its line's end come in two writes; the server dies if the second finds nobody listening."""
+        line = b""
+        with selectors.DefaultSelector() as selector:
+            selector.register(reader, selectors.EVENT_READ)
+            while not line.endswith(b"\n") and selector.select(START_TIMEOUT):
+                part = os.read(reader, 32)
+                if not part:
+                    break
+                line += part
+        return line.decode().strip()
+
+    def start_window_manager(self):
+        with self.log("window-manager") as log:
+            self.spawn(["openbox", "--sm-disable"], stdout=log, stderr=log)
+        self.wait_for(self.has_window_manager, "the window manager")
+
+    def has_window_manager(self):
+        asked = subprocess.run(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], env=self.env, capture_output=True,
+                               stdin=subprocess.DEVNULL)
+        return b"window id" in asked.stdout
+
+    def start_pipewire(self):
+        self.env["PIPEWIRE_RUNTIME_DIR"] = self.env["XDG_RUNTIME_DIR"]
+        socket = pathlib.Path(self.env["XDG_RUNTIME_DIR"]) / "pipewire-0"
+        with self.log("pipewire") as log:
+            self.spawn(["pipewire"], stdout=log, stderr=log)
+        self.wait_for(socket.exists, "PipeWire")
+        with self.log("wireplumber") as log:
+            self.spawn(["wireplumber"], stdout=log, stderr=log)
+
+    def end(self):
+        for process in reversed(self.processes):
+            try:
+                os.killpg(process.pid, signal.SIGTERM)
+            except ProcessLookupError:
+                pass
+        for process in self.processes:
+            try:
+                process.wait(3)
+            except subprocess.TimeoutExpired:
+                os.killpg(process.pid, signal.SIGKILL)
+                process.wait()
+
+
+def arguments():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    for flag in ("--bus", "--system-bus", "--display", "--this-display", "--window-manager",
+                 "--pipewire"):
+        parser.add_argument(flag, action="store_true")
+    parser.add_argument("--screen", default="1280x1024")
+    parser.add_argument("--keep", metavar="DIR")
+    parser.add_argument("command", nargs=argparse.REMAINDER)
+    options = parser.parse_args()
+    if options.command[:1] == ["--"]:
+        options.command = options.command[1:]
+    if not options.command:
+        parser.error("no command")
+    return options
+
+
+def run(options, folder):
+    session = Session(folder, options.this_display)
+    try:
+        if options.bus or options.pipewire:
+            session.start_bus("session")
+        if options.system_bus:
+            session.start_bus("system")
+        if options.display or options.window_manager:
+            session.start_display(options.screen)
+        if options.window_manager:
+            session.start_window_manager()
+        if options.pipewire:
+            session.start_pipewire()
+        session.env["KS7_SESSION_FOLDER"] = str(folder)
+        return subprocess.call(options.command, env=session.env)
+    finally:
+        session.end()
+
+
+def main():
+    # Being told to end is an exit like any other: what was started is ended too.
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    options = arguments()
+    if options.keep:
+        sys.exit(run(options, options.keep))
+    folder = tempfile.mkdtemp(prefix="ks7-")
+    try:
+        code = run(options, folder)
+    finally:
+        shutil.rmtree(folder, ignore_errors=True)
+    sys.exit(code if code >= 0 else 128 - code)
+
+
+if __name__ == "__main__":
+    main()

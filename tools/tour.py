@@ -1,0 +1,306 @@
+#!/usr/bin/python3
+"""Walks through the pane as a person would and takes pictures: tools/tour.py BUILD-FOLDER [PART...]
+
+Runs in a private session with a display, a bus and a window manager (./run --tour makes one). The pictures go to
+BUILD-FOLDER/tour/, with one line for each that says what it shows. A part of the walk that does not come to
+what it should show is named, the others are done nevertheless, and the exit code is 1.
+"""
+
+import contextlib
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+sys.path.insert(0, str(ROOT / "tests" / "support"))
+
+import accessible  # noqa: E402
+import stand_in  # noqa: E402
+
+DARK = """[Appearance]
+color_scheme_path=/usr/share/qt5ct/colors/darker.conf
+custom_palette=true
+style=Fusion
+"""
+
+# The camera actions, counted from the first and from the last.
+PROPERTIES, CHANGE_PASSKEY, UPDATE_FIRMWARE, ABOUT = 1, 2, 3, -1
+CAMERA_AT_THE_CABLE = "00-1b-dc-0f-5d-04"
+
+
+class Tour:
+    def __init__(self, build):
+        self.build = build.resolve()
+        self.folder = self.build / "tour"
+        self.failures = 0
+        self.agent = stand_in.Agent()
+        if len(sys.argv) < 3:
+            shutil.rmtree(self.folder, ignore_errors=True)
+        self.folder.mkdir(parents=True, exist_ok=True)
+
+    # Programs
+
+    def preferences(self, env=None, arguments=()):
+        agent = str(self.build / "bin" / "ks7-agent-simulator")
+        return accessible.launch([self.build / "bin" / "ks7-preferences", *arguments],
+                                 env={"KS7_AGENT": agent, **(env or {})})
+
+    def kde(self, *command):
+        return accessible.launch(command, env={
+            "KS7_AGENT": str(self.build / "bin" / "ks7-agent-simulator"),
+            "QT_PLUGIN_PATH": str(self.build / "plugins")})
+
+    @contextlib.contextmanager
+    def fresh_agent(self):
+        """No agent runs before, none after: the pane launches its own."""
+        self.agent.quit_if_up()
+        yield
+        self.agent.quit_if_up()
+
+    # Pictures
+
+    def picture(self, program, name, shows):
+        path = self.folder / f"{name}.png"
+        accessible.screenshot(path, program.x_area())
+        print(f"  build/tour/{path.name}: {shows}", flush=True)
+
+    def part(self, walk):
+        try:
+            with self.fresh_agent():
+                walk(self)
+        except accessible.NotThere as problem:
+            self.failures += 1
+            (self.folder / f"{walk.__name__}.txt").write_text(str(problem))
+            print(f"  NOT SHOWN: {walk.__doc__}: {str(problem).splitlines()[0]} (build/tour/{walk.__name__}.txt)",
+                  flush=True)
+
+
+def rows(program):
+    return [text for text in program.names("table cell") if text]
+
+
+def wait_row(program, pattern):
+    """The accessible object of the first row whose text fits."""
+    def fitting():
+        return next((cell for cell in program.all(role="table cell")
+                     if re.search(pattern, accessible.name_of(cell))), None)
+    return accessible.wait_until(fitting, f"a row like {pattern!r}", details=program.dump)
+
+
+def cameras_come_and_stream(tour):
+    """the list of cameras"""
+    with tour.preferences() as pane:
+        pane.wait_for("Kitchen, Pairing")
+        tour.picture(pane, "01-pairing", "the pane has launched its agent; a camera pairs, its dot blinks")
+        pane.wait_for("Kitchen, Starting")
+        tour.picture(pane, "02-starting", "the camera starts")
+        pane.wait_for("Kitchen, Streaming")
+        tour.picture(pane, "03-list", "the cameras with their status dots, one streams")
+        search(tour, pane)
+        remove(tour, pane)
+        camera_actions(tour, pane)
+        overview(tour, pane)
+
+
+def search(tour, pane):
+    pane.click("Desk, Not Found")
+    pane.wait_for("Kitchen, Not Streaming")
+    known = len(rows(pane))
+    pane.press("Add Camera")
+    pane.wait_for("Searching for cameras…")
+    tour.picture(pane, "04-searching", "another camera was chosen, then +: the agent searches")
+    accessible.wait_until(lambda: len(rows(pane)) > known, "a camera found", details=pane.dump)
+    pane.wait_gone("Searching for cameras…")
+    tour.picture(pane, "05-found", "the search has found one more")
+
+
+def remove(tour, pane):
+    pane.press("Remove Camera")
+    pane.wait_gone("Desk, Not Found")
+    tour.picture(pane, "06-removed", "− has removed the chosen camera")
+
+
+def camera_actions(tour, pane):
+    menu = pane.open_menu("Camera Actions")
+    tour.picture(pane, "07-actions", "the camera actions")
+    accessible.key("Escape")
+    accessible.wait_until(lambda: menu not in pane.x_windows(), "the closing of the menu")
+
+
+def overview(tour, pane):
+    pane.press("Show All")
+    pane.wait_for("KS-7", role="push button")
+    tour.picture(pane, "08-overview", "Show All: the overview with the pane's icon")
+    pane.press(pane.find("KS-7", role="push button"))
+    pane.wait_for("Cameras")
+
+
+def sheets(tour):
+    """the sheets of a camera"""
+    with tour.preferences() as pane:
+        pane.wait_for("Kitchen, Streaming")
+        pane.choose("Camera Actions", PROPERTIES)
+        pane.wait_for("Camera ID:")
+        tour.picture(pane, "10-properties", "the properties of a camera, with its name to be changed")
+        pane.press("Cancel")
+        pane.wait_gone("Camera ID:")
+        pane.choose("Camera Actions", CHANGE_PASSKEY)
+        pane.wait_for("OK", role="push button")
+        tour.picture(pane, "11-passkey-cable", "a passkey is changed over the cable: the chosen camera has none")
+        pane.press("OK")
+        passkey(tour, pane)
+        firmware(tour, pane)
+        firmware_refused(tour, pane)
+
+
+def choose_camera_at_the_cable(pane):
+    pane.wait_gone("OK", role="push button")
+    pane.click(wait_row(pane, "^Workshop, "))
+    pane.wait_state(wait_row(pane, "^Workshop, "), "selected")
+
+
+def passkey(tour, pane):
+    for number, digits, title, shows in (
+            ("a", "1234", "Passkey Changed", "it is set"),
+            ("b", "0000", "Passkey Not Changed", "the camera refuses it"),
+            ("c", "9999", "Passkey Not Changed", "it fails on its way")):
+        choose_camera_at_the_cable(pane)
+        pane.choose("Camera Actions", CHANGE_PASSKEY)
+        pane.wait_for("New passkey:")
+        accessible.type_text(digits)
+        accessible.wait_until(lambda: pane.text(pane.find(role="text") or pane.root) == digits, "the digits",
+                              details=pane.dump)
+        if number == "a":
+            tour.picture(pane, "12-passkey", "the passkey of the camera at the cable")
+        pane.press("OK")
+        pane.wait_for(title)
+        tour.picture(pane, f"12-passkey-{number}", f"{title}: {shows}")
+        pane.press("OK")
+        pane.wait_gone(title)
+
+
+def open_firmware_sheet(pane):
+    choose_camera_at_the_cable(pane)
+    pane.choose("Camera Actions", UPDATE_FIRMWARE)
+    pane.wait_for("Click Continue to proceed.")
+
+
+def firmware(tour, pane):
+    open_firmware_sheet(pane)
+    tour.picture(pane, "13-firmware-1", "the firmware sheet")
+    pane.press("Continue")
+    pane.wait_for("Click Continue to start the update.")
+    tour.picture(pane, "13-firmware-2", "its second step")
+    pane.press("Continue")
+    accessible.wait_until(lambda: (pane.value("Firmware update progress") or 0) > 20, "some progress")
+    tour.picture(pane, "13-firmware-3", "the update is on its way")
+    pane.wait_for("Firmware update complete.")
+    tour.picture(pane, "13-firmware-4", "the update is done")
+    pane.press("Continue")
+    pane.wait_gone("Firmware update complete.")
+
+
+def firmware_refused(tour, pane):
+    tour.agent.plugUSB(CAMERA_AT_THE_CABLE, True)
+    tour.agent.setErrorCode("startUpdate", -110)
+    open_firmware_sheet(pane)
+    pane.press("Continue")
+    pane.wait_for("Click Continue to start the update.")
+    pane.press("Continue")
+    pane.wait_for("An error occurred updating firmware.")
+    tour.picture(pane, "14-firmware-refused", "the agent refuses another update")
+
+
+def live_preview(tour):
+    """the live picture"""
+    with tour.preferences() as pane:
+        pane.wait_for("Kitchen, Streaming")
+        pane.press("Start Preview")
+        pane.wait_for("Stop Preview")
+        accessible.wait_until(lambda: (pane.value("Left audio level") or 0) > 0, "a sound", details=pane.dump)
+        accessible.wait_until(lambda: not black(pane, "Live picture"), "a picture", details=pane.dump)
+        tour.picture(pane, "15-preview", "the live picture and its sound levels")
+
+
+def black(pane, name):
+    """Whether nothing is seen there yet."""
+    x, y, width, height = pane.rectangle(name)
+    told = subprocess.run(["import", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "-format", "%[fx:maxima]",
+                           "info:"], capture_output=True, text=True, check=True, stdin=subprocess.DEVNULL)
+    return float(told.stdout) < 0.1
+
+
+def about_box(tour):
+    """the about box"""
+    with tour.preferences() as pane:
+        pane.wait_for("Cameras")
+        pane.choose("Camera Actions", ABOUT)
+        accessible.wait_until(lambda: pane.find("About KS-7", showing=False), "the about box", details=pane.dump)
+        tour.picture(pane, "16-about", "the about box")
+
+
+def no_agent(tour):
+    """the sheet when no agent can be had"""
+    with tour.preferences(env={"KS7_AGENT": "/nonexistent"}) as pane:
+        pane.wait_for("OK", role="push button")
+        tour.picture(pane, "17-no-agent", "no agent comes up: what the pane says after its 21 attempts")
+
+
+def dark_theme(tour):
+    """a dark theme"""
+    settings = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "qt5ct" / "qt5ct.conf"
+    settings.parent.mkdir(exist_ok=True)
+    settings.write_text(DARK)
+    with tour.preferences(env={"QT_QPA_PLATFORMTHEME": "qt5ct"}) as pane:
+        wait_row(pane, r", Streaming$")
+        tour.picture(pane, "18-dark", "in a dark theme")
+
+
+def double_scale(tour):
+    """200 % scale"""
+    with tour.preferences(env={"QT_SCALE_FACTOR": "2"}) as pane:
+        wait_row(pane, r", Streaming$")
+        tour.picture(pane, "19-scale-2", "at 200 % scale")
+
+
+def narrow_window(tour):
+    """a narrow window"""
+    with tour.preferences() as pane:
+        wait_row(pane, r", Streaming$")
+        window = pane.x_windows()[0]
+        accessible.xdotool("windowsize", "--sync", window, 320, 640)
+        tour.picture(pane, "20-narrow", "in a narrow window the picture goes under the list")
+
+
+def kcmshell(tour):
+    """the module in kcmshell5"""
+    with tour.kde("kcmshell5", "kcm_ks7") as pane:
+        wait_row(pane, r", Streaming$")
+        tour.picture(pane, "21-kcmshell", "the same pane in kcmshell5")
+
+
+def system_settings(tour):
+    """the module in System Settings"""
+    with tour.kde("systemsettings", "kcm_ks7") as pane:
+        wait_row(pane, r", Streaming$")
+        tour.picture(pane, "22-systemsettings", "the same pane in System Settings")
+
+
+WALKS = (cameras_come_and_stream, sheets, live_preview, about_box, no_agent, dark_theme, double_scale, narrow_window,
+         kcmshell, system_settings)
+
+
+def main():
+    tour = Tour(pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else ROOT / "build"))
+    chosen = sys.argv[2:] or [walk.__name__ for walk in WALKS]
+    for walk in WALKS:
+        if walk.__name__ in chosen:
+            tour.part(walk)
+    sys.exit(1 if tour.failures else 0)
+
+
+if __name__ == "__main__":
+    main()
