@@ -30,10 +30,18 @@ QDBusMessage showItems(const QString &path)
     return message;
 }
 
+/// A connection of the pane's own, opened when somebody wants to see a file: the host's stays the host's. It
+/// outlives whoever asked: Qt would close it in a thread of its own, with answers still on their way.
+QDBusConnection sessionBus()
+{
+    // A connection that has broken stays broken under its name.
+    if (!QDBusConnection(ConnectionName).isConnected())
+        QDBusConnection::disconnectFromBus(ConnectionName);
+    return QDBusConnection::connectToBus(QDBusConnection::SessionBus, ConnectionName);
+}
+
 class DesktopWorkspace final : public Workspace {
 public:
-    ~DesktopWorkspace() override { QDBusConnection::disconnectFromBus(ConnectionName); }
-
     bool openURL(const QUrl &url) override { return url.isValid() && QDesktopServices::openUrl(url); }
 
     bool openFile(const QString &path) override
@@ -45,9 +53,7 @@ public:
     {
         if (!QFileInfo::exists(path))
             return false;
-        // A connection of the pane's own, opened when somebody wants to see a file: the host's stays the
-        // host's.
-        auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, ConnectionName);
+        const QDBusConnection bus = sessionBus();
         if (!bus.isConnected())
             return openFolderOf(path);
         // The file manager may have to be started first; nobody waits for that.
