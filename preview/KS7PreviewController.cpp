@@ -58,15 +58,15 @@ void KS7PreviewController::awakeFromNib()
 std::int16_t KS7PreviewController::doSeqGrab()
 {
     if (!mCaptureSession) {
-        if (const std::int16_t code = setUpSession(); code != Running)
-            return code;
+        if (const auto failure = setUpSession())
+            return *failure;
     }
     mCaptureSession->startRunning();
     mRunLoop->performAfterDelay(this, RevealDelay, [this] { swapViewIn(); });
     return Running;
 }
 
-std::int16_t KS7PreviewController::setUpSession()
+std::optional<std::int16_t> KS7PreviewController::setUpSession()
 {
     // The session stays when a later step fails: the next start then runs it without a camera.
     mCaptureSession = mCapture->makeSession();
@@ -83,7 +83,7 @@ std::int16_t KS7PreviewController::setUpSession()
     }
     qtView->setCaptureSession(mCaptureSession);
     qtView->setDelegate(this);
-    return Running;
+    return std::nullopt;
 }
 
 void KS7PreviewController::swapViewIn(void *)

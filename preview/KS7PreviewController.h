@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace platform {
 class Capture;
@@ -45,7 +46,8 @@ public:
     void stopSession();
 
 private:
-    std::int16_t setUpSession();
+    /// The result of the step that failed, which may be 0 once it is cut to 16 bits; nothing when none did.
+    std::optional<std::int16_t> setUpSession();
 
     std::shared_ptr<platform::CaptureSession> mCaptureSession;
     std::shared_ptr<platform::CaptureDeviceInput> mCaptureVideoDeviceInput;

@@ -249,6 +249,10 @@ private Q_SLOTS:
         mCamera->openError = platform::CaptureError{0x10000};
         pressButton();
         compareRunningWithoutPicture();
+        // The start ended where it failed: nothing runs, and nothing is revealed.
+        wait(1s);
+        QVERIFY(!session().isRunning());
+        QVERIFY(view().isHidden());
     }
 
     void anInputThatDoesNotFitIsReported_data()
