@@ -1,8 +1,10 @@
+#include "about/LinkLabel.h"
 #include "agent/NotificationNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "pane/AdaptiveColumns.h"
 #include "pane/PictureFrame.h"
 #include "platform/Indicators.h"
+#include "platform/Sheets.h"
 #include "preview/KS7PreviewController.h"
 #include "preview/KS7QTCaptureView.h"
 #include "tests/support/PaneFixture.h"
@@ -12,6 +14,7 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
@@ -71,6 +74,18 @@ class MainViewTest : public QObject {
             return item->menu();
         }
         return nullptr;
+    }
+
+    static QString withoutMnemonic(QString text) { return text.remove(QLatin1Char('&')); }
+
+    /// What is written on the sheet's widgets of one kind, in their order.
+    template <class Widget>
+    static QStringList textsOf(const QWidget *sheet)
+    {
+        QStringList texts;
+        for (const auto *widget : sheet->findChildren<Widget *>())
+            texts.append(withoutMnemonic(widget->text()));
+        return texts;
     }
 
     static QRect onScreen(const QWidget *widget) { return {widget->mapToGlobal(QPoint()), widget->size()}; }
@@ -221,6 +236,83 @@ private Q_SLOTS:
         auto *accessible = QAccessible::queryAccessibleInterface(view()->findChild<QWidget *>(control));
         QVERIFY(accessible != nullptr);
         QCOMPARE(accessible->text(QAccessible::Name), name);
+    }
+
+    void everyWidgetBearsTheNameOfItsOutlet()
+    {
+        showPane();
+        const auto &all = outlets();
+        const std::initializer_list<std::pair<const QWidget *, const char *>> names{
+            {all.statusMenuCheckbox, "statusMenuCheckbox"},
+            {all.debugLog, "debugLog"},
+            {all.enableKS7Checkbox, "enableKS7Checkbox"},
+            {all.searchingIndicator, "searchingIndicator"},
+            {all.pulldownMenu, "pulldownMenu"},
+            {all.cameraListTable, "cameraListTable"},
+            {all.discoveringMessage, "discoveringMessage"},
+            {all.cameraIDText, "cameraIDText"},
+            {all.cameraNameText, "cameraNameText"},
+            {all.ignoreCheckbox, "ignoreCheckbox"},
+            {all.firmwareCheckingIndicator, "firmwareCheckingIndicator"},
+            {all.firmwareStatusText, "firmwareStatusText"},
+            {all.firmwareMainText, "firmwareMainText"},
+            {all.addButton, "addButton"},
+            {all.removeButton, "removeButton"},
+            {all.propertiesSheet, "propertiesSheet"},
+            {all.pinSheet, "pinSheet"},
+            {all.firmwareSheet, "firmwareSheet"},
+            {all.newPINText, "newPINText"},
+            {all.pinOkayButton, "pinOkayButton"},
+            {all.firmwareCancelButton, "firmwareCancelButton"},
+            {all.firmwareContinueButton, "firmwareContinueButton"},
+            {all.startButton, "startButton"},
+            {all.levelIndicator_r, "levelIndicator_r"},
+            {all.levelIndicator_l, "levelIndicator_l"},
+            {all.copyright, "copyright"},
+            {all.optimizeForPopUp, "optimizeForPopUp"},
+            {all.optimizeForPopUpLabel, "optimizeForPopUpLabel"}};
+        for (const auto &[widget, name] : names)
+            QCOMPARE(widget->objectName(), QLatin1String(name));
+    }
+
+    void everyTextIsTheOneThatPeopleKnow()
+    {
+        showPane();
+        const auto &all = outlets();
+        QCOMPARE(all.addButton->text(), QStringLiteral("+"));
+        QCOMPARE(all.removeButton->text(), QStringLiteral("−"));
+        QCOMPARE(all.discoveringMessage->text(), QStringLiteral("Searching for cameras…"));
+        QCOMPARE(withoutMnemonic(all.optimizeForPopUpLabel->text()), QStringLiteral("Optimize for:"));
+        QCOMPARE(all.optimizeForPopUp->count(), 2);
+        QCOMPARE(all.optimizeForPopUp->itemText(0), QStringLiteral("Smooth motion"));
+        QCOMPARE(all.optimizeForPopUp->itemText(1), QStringLiteral("Picture quality"));
+        QCOMPARE(withoutMnemonic(all.ignoreCheckbox->text()), QStringLiteral("Ignore this camera"));
+        QCOMPARE(textsOf<QLabel>(all.propertiesSheet),
+                 QStringList({QStringLiteral("Name:"), QStringLiteral("Camera ID:")}));
+        QCOMPARE(textsOf<QLabel>(all.pinSheet), QStringList{QStringLiteral("New passkey:")});
+        const QStringList okAndCancel{QStringLiteral("OK"), QStringLiteral("Cancel")};
+        QCOMPARE(textsOf<QPushButton>(all.propertiesSheet), okAndCancel);
+        QCOMPARE(textsOf<QPushButton>(all.pinSheet), okAndCancel);
+        QCOMPARE(textsOf<QPushButton>(all.firmwareSheet),
+                 QStringList({QStringLiteral("Continue"), QStringLiteral("Cancel")}));
+    }
+
+    void theCameraActionsStandInTheirOrder()
+    {
+        showPane();
+        QStringList titles;
+        QList<int> tags;
+        for (const auto *item : outlets().pulldownMenu->menu()->actions()) {
+            if (item->isSeparator() || item->menu())
+                continue;
+            titles.append(item->text());
+            tags.append(item->data().toInt());
+        }
+        QCOMPARE(titles,
+                 QStringList({QStringLiteral("Use This Camera"), QStringLiteral("Properties…"),
+                              QStringLiteral("Change Passkey…"), QStringLiteral("Update Firmware…"),
+                              QStringLiteral("About KS-7…")}));
+        QCOMPARE(tags, QList<int>({0, 0, 34, 35, 0}));
     }
 
     void thePopUpIsNamedByItsLabel()
