@@ -18,7 +18,7 @@ private Q_SLOTS:
     void cleanup();
 
     void everyShowingStartsTheUpdater();
-    void theUpdaterIsTheFrameworksForTheBundle();
+    void theUpdaterIsTheFrameworksForThePanesBundle();
     void nothingIsShownWithoutAnOffer();
     void theOfferStandsAboveThePane();
     void theOfferTakesRoomFromThePane();
@@ -61,15 +61,21 @@ void UpdateStripTest::everyShowingStartsTheUpdater()
     mPane->takeJournal();
     mPane->hide();
     mPane->show();
-    QCOMPARE(mPane->takeJournal(QStringLiteral("updater ")), QStringList(QStringLiteral("started")));
+    QCOMPARE(mPane->takeJournal(QStringLiteral("updater ")),
+             QStringList({QStringLiteral("shared"), QStringLiteral("started")}));
 }
 
-void UpdateStripTest::theUpdaterIsTheFrameworksForTheBundle()
+void UpdateStripTest::theUpdaterIsTheFrameworksForThePanesBundle()
 {
     mPane->takeJournal();
-    KSUpdater::sharedUpdater(*mPane->updates, mPane->bundle)->applicationDidFinishLaunching();
-    KSUpdater::init(*mPane->updates, mPane->bundle)->applicationDidFinishLaunching();
-    QCOMPARE(mPane->takeJournal(QStringLiteral("updater ")).size(), 2);
+    KSUpdater::sharedUpdater(*mPane->updates, mPane->bundle);
+    KSUpdater::init(*mPane->updates, mPane->bundle);
+    QCOMPARE(mPane->takeJournal(QStringLiteral("updater ")),
+             QStringList({QStringLiteral("shared"), QStringLiteral("made")}));
+    // The first of them at the showing.
+    QCOMPARE(mPane->updates->bundles.size(), std::size_t(3));
+    for (const auto &bundle : mPane->updates->bundles)
+        QCOMPARE(bundle, std::shared_ptr<platform::Bundle>(mPane->bundle));
 }
 
 void UpdateStripTest::nothingIsShownWithoutAnOffer()

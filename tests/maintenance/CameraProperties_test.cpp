@@ -49,6 +49,7 @@ private Q_SLOTS:
     void anyTextIsHandedOnAsItIs_data();
     void anyTextIsHandedOnAsItIs();
     void cancelStoresNothing();
+    void aClickOnTheIgnoreBoxIsForgottenWithTheSheet();
     void theIgnoreBoxStoresNothing();
     void aDeadAgentLetsTheSheetClose();
     void returnIsOkAndEscapeIsCancel();
@@ -81,6 +82,7 @@ void CameraPropertiesTest::theSheetShowsTheSelectedCamera()
     QCOMPARE(shownName(), QStringLiteral("Kitchen"));
     QCOMPARE(shownID(), QStringLiteral("4455"));
     QVERIFY(!fixture->outlets().ignoreCheckbox->isChecked());
+    QCOMPARE(fixture->sheets->windowOf(sheet()), &fixture->window);
 }
 
 void CameraPropertiesTest::theMenuOpensTheSheet()
@@ -188,6 +190,23 @@ void CameraPropertiesTest::cancelStoresNothing()
     QCOMPARE(fixture->takeRemoteCalls(), QStringList());
 }
 
+void CameraPropertiesTest::aClickOnTheIgnoreBoxIsForgottenWithTheSheet()
+{
+    // A listed camera is never an ignored one, whatever is stored for its address.
+    fixture->defaults->agentWrites(PreferenceKeys::IgnoredCams, QVariantMap{{Kitchen, true}});
+    showPaneWithTwoCameras();
+    auto *box = fixture->outlets().ignoreCheckbox;
+    for (const char *button : {"propertiesCancelButton", "propertiesOkayButton"}) {
+        openSheet();
+        QVERIFY(!box->isChecked());
+        box->click();
+        QVERIFY(box->isChecked());
+        pressButton(button);
+    }
+    openSheet();
+    QVERIFY(!box->isChecked());
+}
+
 void CameraPropertiesTest::theIgnoreBoxStoresNothing()
 {
     fixture->defaults->agentWrites(PreferenceKeys::IgnoredCams, QVariantMap{{Desk, true}});
@@ -208,6 +227,9 @@ void CameraPropertiesTest::aDeadAgentLetsTheSheetClose()
     openSheet();
     fixture->connections->killAgent();
     fixture->runLoop->turn();
+    // No camera is selected any more.
+    pressButton("propertiesOkayButton");
+    QVERIFY(sheetIsUp());
     pressButton("propertiesCancelButton");
     QVERIFY(!sheetIsUp());
 }

@@ -206,6 +206,7 @@ QByteArray FirmwareUpdateTest::logged()
 void FirmwareUpdateTest::everyMomentLooksAsItShould()
 {
     openSheet();
+    QCOMPARE(fixture->sheets->windowOf(fixture->outlets().firmwareSheet), &fixture->window);
     QCOMPARE(look(), Opened);
     pressContinue();
     QCOMPARE(look(), Confirmed);

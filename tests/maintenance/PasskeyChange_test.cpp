@@ -198,6 +198,7 @@ void PasskeyChangeTest::anIdleCameraAtTheCableOpensTheSheet()
 {
     openSheet();
     expectNoAlert();
+    QCOMPARE(fixture->sheets->windowOf(fixture->outlets().pinSheet), &fixture->window);
     QVERIFY(!okay()->isEnabled());
     QCOMPARE(fixture->outlets().newPINText->text(), QString());
     QCOMPARE(fixture->outlets().pinSheet->focusWidget(),

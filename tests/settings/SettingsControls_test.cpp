@@ -59,6 +59,7 @@ private Q_SLOTS:
     void anyNumberButZeroIsOn_data();
     void anyNumberButZeroIsOn();
     void theStoredStatusMenuIsShown();
+    void onlyTheSwitchIsReadAfresh();
     void theStoredSizeIsSelected();
     void aFractionOfASizeIsDropped();
     void aSizeWithoutAnItemSelectsAndWritesNothing_data();
@@ -76,6 +77,7 @@ private Q_SLOTS:
     void theDebugBoxNeedsOptionOrRunningLog();
     void theDebugBoxStaysUntilTheNextShowing();
     void theDebugBoxStartsAndEndsThePanesLogFile();
+    void theAgentHearsOfDebugLoggingFirst();
     void offStopsThePreviewAndOnLeavesIt();
     void onAndOffRebuildsTheList();
 };
@@ -157,6 +159,19 @@ void SettingsControlsTest::theStoredStatusMenuIsShown()
     agentWrites(PreferenceKeys::ShowStatusMenu, false);
     fixture->load();
     QVERIFY(!fixture->outlets().statusMenuCheckbox->isChecked());
+}
+
+void SettingsControlsTest::onlyTheSwitchIsReadAfresh()
+{
+    fixture->show();
+    fixture->takeJournal();
+    auto &pane = fixture->controller();
+    pane.setupStatusMenuCheckbox();
+    pane.setupOptimizePopup();
+    pane.setupDebugButton();
+    QCOMPARE(fixture->takeJournal(), QStringList());
+    pane.isKS7On();
+    QCOMPARE(fixture->takeJournal(), QStringList{QStringLiteral("synchronize")});
 }
 
 void SettingsControlsTest::theStoredSizeIsSelected()
@@ -356,6 +371,19 @@ void SettingsControlsTest::theDebugBoxStartsAndEndsThePanesLogFile()
     fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
     log.seek(0);
     QVERIFY(!log.readAll().contains("USB device disconnected"));
+}
+
+void SettingsControlsTest::theAgentHearsOfDebugLoggingFirst()
+{
+    fixture->keyboard->held = platform::KeyboardModifiers::OptionKey;
+    fixture->show();
+    QList<qsizetype> filesAtPost;
+    fixture->distributedCenter->addObserver(
+        this, NotificationNames::ToggleDebugLog,
+        [&](const platform::Notification &) { filesAtPost.append(logFiles().size()); });
+    fixture->outlets().debugLog->click();
+    QCOMPARE(filesAtPost, QList<qsizetype>{0});
+    QCOMPARE(logFiles().size(), 1);
 }
 
 void SettingsControlsTest::offStopsThePreviewAndOnLeavesIt()

@@ -559,17 +559,16 @@ void FakeSheets::beginAlertSheet(const platform::AlertSheet &alert, QWidget *win
     alerts.push_back({alert, window, std::move(didEnd)});
 }
 
-void FakeSheets::beginSheet(platform::Sheet *sheet, QWidget *, platform::SheetDidEnd didEnd)
+void FakeSheets::beginSheet(platform::Sheet *sheet, QWidget *modalForWindow, platform::SheetDidEnd didEnd)
 {
     note(mJournal, QStringLiteral("begin ") + sheet->objectName());
-    mSheets.push_back({sheet, std::move(didEnd)});
+    mSheets.push_back({sheet, modalForWindow, std::move(didEnd)});
     sheet->show();
 }
 
 void FakeSheets::endSheet(platform::Sheet *sheet)
 {
-    const auto shown = std::find_if(mSheets.begin(), mSheets.end(),
-                                    [sheet](const Shown &candidate) { return candidate.sheet == sheet; });
+    const auto shown = find(sheet);
     if (shown == mSheets.end())
         return;
     note(mJournal, QStringLiteral("end ") + sheet->objectName());
@@ -578,10 +577,20 @@ void FakeSheets::endSheet(platform::Sheet *sheet)
     didEnd(sheet, 0, nullptr);
 }
 
+std::vector<FakeSheets::Shown>::const_iterator FakeSheets::find(const platform::Sheet *sheet) const
+{
+    return std::find_if(mSheets.begin(), mSheets.end(),
+                        [sheet](const Shown &shown) { return shown.sheet == sheet; });
+}
+
 bool FakeSheets::isUp(const platform::Sheet *sheet) const
 {
-    return std::any_of(mSheets.begin(), mSheets.end(),
-                       [sheet](const Shown &shown) { return shown.sheet == sheet; });
+    return find(sheet) != mSheets.end();
+}
+
+QWidget *FakeSheets::windowOf(const platform::Sheet *sheet) const
+{
+    return isUp(sheet) ? find(sheet)->window : nullptr;
 }
 
 void FakeSheets::dismissAlert()
@@ -630,15 +639,23 @@ private:
 } // namespace
 
 std::shared_ptr<platform::KS7SUUpdater>
-FakeUpdates::updaterForBundle(const std::shared_ptr<platform::Bundle> &)
+FakeUpdates::makeUpdater(const QString &how, const std::shared_ptr<platform::Bundle> &bundle)
 {
+    note(mJournal, QStringLiteral("updater ") + how);
+    bundles.push_back(bundle);
     return std::make_shared<FakeUpdater>(mJournal);
+}
+
+std::shared_ptr<platform::KS7SUUpdater>
+FakeUpdates::updaterForBundle(const std::shared_ptr<platform::Bundle> &bundle)
+{
+    return makeUpdater(QStringLiteral("shared"), bundle);
 }
 
 std::shared_ptr<platform::KS7SUUpdater>
 FakeUpdates::initForBundle(const std::shared_ptr<platform::Bundle> &bundle)
 {
-    return updaterForBundle(bundle);
+    return makeUpdater(QStringLiteral("made"), bundle);
 }
 
 QString FakeBundle::pathForResource(const QString &name, const QString &type) const

@@ -307,6 +307,8 @@ public:
         platform::SheetDidEnd didEnd;
     };
     [[nodiscard]] bool isUp(const platform::Sheet *sheet) const;
+    /// The window that the sheet hangs on, null when the sheet is not up.
+    [[nodiscard]] QWidget *windowOf(const platform::Sheet *sheet) const;
     /// The person presses the alert's button.
     void dismissAlert();
     std::vector<ShownAlert> alerts;
@@ -316,8 +318,10 @@ public:
 private:
     struct Shown {
         platform::Sheet *sheet;
+        QWidget *window;
         platform::SheetDidEnd didEnd;
     };
+    [[nodiscard]] std::vector<Shown>::const_iterator find(const platform::Sheet *sheet) const;
     Journal mJournal;
     std::vector<Shown> mSheets;
     QWidget mMainWindow;
@@ -360,7 +364,12 @@ public:
     std::shared_ptr<platform::KS7SUUpdater> initForBundle(const std::shared_ptr<platform::Bundle> &) override;
     platform::UpdateOffer &offer() override { return mOffer; }
 
+    /// The bundles that updaters were asked for, in order.
+    std::vector<std::shared_ptr<platform::Bundle>> bundles;
+
 private:
+    std::shared_ptr<platform::KS7SUUpdater> makeUpdater(const QString &how,
+                                                        const std::shared_ptr<platform::Bundle> &bundle);
     Journal mJournal;
     platform::UpdateOffer mOffer;
 };
