@@ -28,6 +28,11 @@ inline const QString NotificationPath = objectPath(NotificationCenterName);
 inline const QString NotificationInterface = busName(NotificationCenterName);
 inline const QString UserInfoSignature = QStringLiteral("a{sv}");
 
+// How the library tells that a connection is gone; no message of the bus.
+inline const QString LocalPath = QStringLiteral("/org/freedesktop/DBus/Local");
+inline const QString LocalInterface = QStringLiteral("org.freedesktop.DBus.Local");
+inline const QString LocalDisconnected = QStringLiteral("Disconnected");
+
 // Services of the desktop that more than one place asks for.
 inline const QString Daemon = QStringLiteral("org.freedesktop.DBus");
 inline const QString DaemonPath = QStringLiteral("/org/freedesktop/DBus");

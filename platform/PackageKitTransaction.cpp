@@ -36,6 +36,13 @@ QStringList hints(bool interactive)
             QStringLiteral("interactive=") + (interactive ? yes : no)};
 }
 
+/// The bus answers so in the place of a service that has gone.
+bool saysServiceIsGone(const QString &errorName)
+{
+    return errorName == QDBusError::errorString(QDBusError::NoReply)
+        || errorName == QDBusError::errorString(QDBusError::Disconnected);
+}
+
 bool saysNoPermission(const QString &errorName)
 {
     return errorName.endsWith(QStringLiteral(".RefusedByPolicy"))
@@ -67,6 +74,7 @@ void PackageKitTransaction::run(const QString &method, const QVariantList &argum
         mErrorText = mBus.lastError().message();
         return finish(Outcome::Failed);
     }
+    watchBus();
     const auto create = QDBusMessage::createMethodCall(bus::PackageKit, ServicePath, bus::PackageKit,
                                                        QStringLiteral("CreateTransaction"));
     auto *watcher = new QDBusPendingCallWatcher(mBus.asyncCall(create), this);
@@ -116,7 +124,15 @@ void PackageKitTransaction::listen(const QString &service, const QString &path)
 void PackageKitTransaction::watchService(const QString &service)
 {
     auto *watcher = new QDBusServiceWatcher(service, mBus, QDBusServiceWatcher::WatchForUnregistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { finish(Outcome::Failed); });
+    connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this,
+            [this] { lose(QStringLiteral("the package service went away")); });
+}
+
+void PackageKitTransaction::watchBus()
+{
+    // A bus that goes takes the watch over the service with it.
+    mBus.connect({}, bus::LocalPath, bus::LocalInterface, bus::LocalDisconnected, this,
+                 SLOT(onDisconnected()));
 }
 
 void PackageKitTransaction::call(const QDBusMessage &message)
@@ -131,8 +147,23 @@ void PackageKitTransaction::call(const QDBusMessage &message)
 
 void PackageKitTransaction::failWith(const QDBusMessage &error)
 {
+    if (saysServiceIsGone(error.errorName()))
+        return lose(error.errorMessage());
     mErrorText = error.errorMessage();
     finish(saysNoPermission(error.errorName()) ? Outcome::Refused : Outcome::Failed);
+}
+
+void PackageKitTransaction::lose(const QString &reason)
+{
+    if (mFinished)
+        return;
+    mErrorText = reason;
+    finish(Outcome::Lost);
+}
+
+void PackageKitTransaction::onDisconnected()
+{
+    lose(QStringLiteral("the system bus went away"));
 }
 
 void PackageKitTransaction::onPackage(uint info, const QString &id, const QString &)

@@ -25,7 +25,8 @@ struct PackageId {
 class PackageKitTransaction final : public QObject {
     Q_OBJECT
 public:
-    enum class Outcome { Done, Refused, Failed };
+    /// Lost: the service or the bus went away in the middle, and nobody can tell what became of it.
+    enum class Outcome { Done, Refused, Failed, Lost };
     /// What the service says about a package of its answer; only those that matter here.
     enum Info : unsigned { Installed = 1, Blocked = 9 };
     struct Package {
@@ -38,7 +39,8 @@ public:
     /// Starts `method` of a new transaction. `interactive` lets the service ask the person for a password.
     void run(const QString &method, const QVariantList &arguments, bool interactive);
     [[nodiscard]] const std::vector<Package> &packages() const { return mPackages; }
-    /// Why it did not end with Outcome::Done; may be empty.
+    /// Why it did not end with Outcome::Done, in the words of the service or, if Lost, of the bus; may be
+    /// empty.
     [[nodiscard]] QString errorText() const { return mErrorText; }
 
 Q_SIGNALS:
@@ -52,14 +54,17 @@ private Q_SLOTS:
     void onPropertiesChanged(const QString &interface, const QVariantMap &changed,
                              const QStringList &invalid);
     void onFinished(uint exit, uint runtime);
+    void onDisconnected();
 
 private:
     void begin(const QDBusMessage &created, const QString &method, const QVariantList &arguments,
                bool interactive);
     void listen(const QString &service, const QString &path);
     void watchService(const QString &service);
+    void watchBus();
     void call(const QDBusMessage &message);
     void failWith(const QDBusMessage &error);
+    void lose(const QString &reason);
     void finish(Outcome outcome);
 
     QDBusConnection mBus;

@@ -93,14 +93,24 @@ private:
             return;
         mOffer.progress(UpdateOffer::UnknownPercentage);
         const QVariantList arguments{OnlyTrusted, QStringList{mUpdate->id}};
-        run(QStringLiteral("UpdatePackages"), arguments, [this](Transaction &transaction, auto outcome) {
-            if (outcome == Transaction::Outcome::Done)
-                mOffer.succeed();
-            else if (outcome == Transaction::Outcome::Refused)
-                mOffer.offer(mUpdate->version);
-            else
-                mOffer.fail(transaction.errorText());
-        });
+        run(QStringLiteral("UpdatePackages"), arguments,
+            [this](Transaction &transaction, auto outcome) { installed(transaction, outcome); });
+    }
+
+    void installed(const Transaction &transaction, Transaction::Outcome outcome)
+    {
+        switch (outcome) {
+        case Transaction::Outcome::Done:
+            return mOffer.succeed();
+        case Transaction::Outcome::Refused:
+            return mOffer.offer(mUpdate->version);
+        case Transaction::Outcome::Failed:
+            return mOffer.fail(transaction.errorText());
+        case Transaction::Outcome::Lost:
+            // What the bus says of it helps nobody who reads it in a window.
+            logFailure(transaction);
+            mOffer.fail({});
+        }
     }
 
     void skip()

@@ -15,11 +15,6 @@ constexpr auto OwnerTimeout = 3000ms;
 /// After one owner question without an answer the bus itself hangs: twenty more must not take a minute.
 constexpr auto OwnerTimeoutOfHungBus = 100ms;
 
-// How the library tells that the connection is gone; no message of the bus.
-const QString LocalPath = QStringLiteral("/org/freedesktop/DBus/Local");
-const QString LocalInterface = QStringLiteral("org.freedesktop.DBus.Local");
-const QString LocalDisconnected = QStringLiteral("Disconnected");
-
 bool timedOut(const QDBusError &error)
 {
     return error.type() == QDBusError::NoReply || error.type() == QDBusError::Timeout
@@ -82,7 +77,8 @@ void SessionBus::open()
     mOpen = mConnection.isConnected();
     if (!mOpen)
         return;
-    mConnection.connect({}, LocalPath, LocalInterface, LocalDisconnected, this, SLOT(disconnected()));
+    mConnection.connect({}, bus::LocalPath, bus::LocalInterface, bus::LocalDisconnected, this,
+                        SLOT(disconnected()));
     Q_EMIT opened();
 }
 
@@ -90,7 +86,8 @@ void SessionBus::close()
 {
     mOpen = false;
     // The connection is closed later, in Qt's own thread, and must not find this object half destroyed there.
-    mConnection.disconnect({}, LocalPath, LocalInterface, LocalDisconnected, this, SLOT(disconnected()));
+    mConnection.disconnect({}, bus::LocalPath, bus::LocalInterface, bus::LocalDisconnected, this,
+                           SLOT(disconnected()));
     mConnection = QDBusConnection(QString());
     if (!mName.isEmpty())
         QDBusConnection::disconnectFromBus(mName);

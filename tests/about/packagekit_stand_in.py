@@ -3,8 +3,8 @@
 
   owners    {file: package id}      what SearchFiles finds
   updates   [[info, package id]]    what GetUpdates finds
-  install   "done", "refused", "not-authorized", "cancelled", "failed" or "vanish"
-  query     "failed" lets every question fail
+  install   "done", "refused", "not-authorized", "cancelled", "failed", "vanish" or "silent"
+  query     "failed" lets every question fail; "vanish" ends the service in the middle of one; "silent" never ends one
 
 Prints a line for each call, and "ready" when it can be called.
 """
@@ -57,10 +57,20 @@ class Transaction(dbus.service.Object):
     @dbus.service.method(TRANSACTION, in_signature="tas")
     def SearchFiles(self, filters, values):
         tell("SearchFiles", int(filters), *values)
-        if self.behaviour.get("query") == "failed":
-            return self.fail(NO_NETWORK, "no network")
+        getattr(self, "query_" + self.behaviour.get("query", "done"))(values)
+
+    def query_done(self, values):
         owners = self.behaviour.get("owners", {})
-        return self.end([(INSTALLED, owners[value]) for value in values if value in owners])
+        self.end([(INSTALLED, owners[value]) for value in values if value in owners])
+
+    def query_failed(self, _values):
+        self.fail(NO_NETWORK, "no network")
+
+    def query_vanish(self, _values):
+        GLib.idle_add(sys.exit)
+
+    def query_silent(self, _values):
+        pass
 
     @dbus.service.method(TRANSACTION, in_signature="t")
     def GetUpdates(self, filters):
@@ -90,6 +100,9 @@ class Transaction(dbus.service.Object):
 
     def install_vanish(self):
         GLib.idle_add(sys.exit)
+
+    def install_silent(self):
+        pass
 
     @dbus.service.signal(TRANSACTION, signature="uss")
     def Package(self, info, package, summary):

@@ -1,5 +1,6 @@
 #include "platform/PackageKitUpdater.h"
 #include "platform/UpdateMemory.h"
+#include "tests/support/PrivateBus.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -23,6 +24,30 @@ const QString OwnPackage = QStringLiteral("ks7-preferences;1.0-1;amd64;installed
 const QString NewerPackage = QStringLiteral("ks7-preferences;1.1-1;amd64;debian");
 constexpr int Normal = 5;
 constexpr int Blocked = 9;
+
+/// What is written to the log category of the desktop's services while it lives.
+class LogLines {
+public:
+    LogLines()
+        : mPrevious(qInstallMessageHandler(note))
+    {
+        lines.clear();
+    }
+    ~LogLines() { qInstallMessageHandler(mPrevious); }
+    LogLines(const LogLines &) = delete;
+    LogLines &operator=(const LogLines &) = delete;
+
+    static inline QStringList lines;
+
+private:
+    static void note(QtMsgType, const QMessageLogContext &context, const QString &line)
+    {
+        if (qstrcmp(context.category, "ks7.platform") == 0)
+            lines.append(line);
+    }
+
+    QtMessageHandler mPrevious;
+};
 
 QJsonArray update(int info, const QString &package)
 {
@@ -59,6 +84,9 @@ private Q_SLOTS:
     void offersAgainWhenThePersonRefuses();
     void tellsWhyAnInstallationFailed();
     void tellsThatTheServiceVanished();
+    void keepsQuietWhenTheServiceVanishesOverAQuestion();
+    void keepsQuietWhenTheBusDiesOverAQuestion();
+    void tellsThatTheBusDiedOverAnInstallation();
     void keepsQuietWhenTheQuestionFails();
     void keepsQuietWithoutAService();
     void keepsTheRunLoopTurningWhileTheServiceIsSilent();
@@ -67,6 +95,7 @@ private Q_SLOTS:
 
 private:
     void startPackageKit();
+    void restartBus();
     void startUpdater();
     void showPane();
     void showPaneTheNextDay();
@@ -75,6 +104,7 @@ private:
     bool asked(const QString &method);
     UpdateOffer &offer() { return mFramework->offer(); }
 
+    PrivateBus mSystemBus{"DBUS_SYSTEM_BUS_ADDRESS"};
     std::unique_ptr<QTemporaryDir> mFolder;
     std::unique_ptr<QProcess> mPackageKit;
     std::shared_ptr<platform::SoftwareUpdateFramework> mFramework;
@@ -117,6 +147,13 @@ void UpdaterTest::startPackageKit()
     mPackageKit->start(QStringLiteral(PACKAGEKIT_STAND_IN), {QString::fromUtf8(behaviour)});
     QTRY_VERIFY_WITH_TIMEOUT(calls().contains(QStringLiteral("ready")), 30000);
     mCalls.clear();
+}
+
+void UpdaterTest::restartBus()
+{
+    mPackageKit->kill();
+    mPackageKit->waitForFinished();
+    mSystemBus.start();
 }
 
 QStringList UpdaterTest::calls()
@@ -342,7 +379,59 @@ void UpdaterTest::tellsThatTheServiceVanished()
     mBehaviour[QStringLiteral("install")] = QStringLiteral("vanish");
     offerUpdate();
     Q_EMIT offer().installChosen();
+    const LogLines log;
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Failed, 30000);
+    QCOMPARE(offer().reason(), QString());
+    QCOMPARE(log.lines.size(), 1);
+}
+
+void UpdaterTest::keepsQuietWhenTheServiceVanishesOverAQuestion()
+{
+    mBehaviour[QStringLiteral("query")] = QStringLiteral("vanish");
+    startPackageKit();
+    const LogLines log;
+    showPane();
+    QTRY_COMPARE(log.lines.size(), 1);
+    QCOMPARE(offer().stage(), Stage::None);
+    mBehaviour.remove(QStringLiteral("query"));
+    startPackageKit();
+    showPaneTheNextDay();
+    QTRY_COMPARE(offer().stage(), Stage::Offered);
+    QCOMPARE(log.lines.size(), 1);
+}
+
+void UpdaterTest::keepsQuietWhenTheBusDiesOverAQuestion()
+{
+    mBehaviour[QStringLiteral("query")] = QStringLiteral("silent");
+    startPackageKit();
+    const LogLines log;
+    showPane();
+    QTRY_VERIFY(asked(QStringLiteral("SearchFiles")));
+    mSystemBus.kill();
+    QTRY_COMPARE(log.lines.size(), 1);
+    QCOMPARE(offer().stage(), Stage::None);
+    // The next day's question goes over the new bus: the one without an answer is over.
+    mBehaviour.remove(QStringLiteral("query"));
+    restartBus();
+    startPackageKit();
+    showPaneTheNextDay();
+    QTRY_COMPARE(offer().stage(), Stage::Offered);
+    QCOMPARE(log.lines.size(), 1);
+}
+
+void UpdaterTest::tellsThatTheBusDiedOverAnInstallation()
+{
+    mBehaviour[QStringLiteral("install")] = QStringLiteral("silent");
+    offerUpdate();
+    const LogLines log;
+    Q_EMIT offer().installChosen();
+    QTRY_VERIFY(asked(QStringLiteral("UpdatePackages")));
+    QCOMPARE(offer().stage(), Stage::Installing);
+    mSystemBus.kill();
+    QTRY_COMPARE(offer().stage(), Stage::Failed);
+    QCOMPARE(offer().reason(), QString());
+    QCOMPARE(log.lines.size(), 1);
+    restartBus();
 }
 
 void UpdaterTest::keepsQuietWhenTheQuestionFails()

@@ -5,10 +5,10 @@
 #include <csignal>
 #include <sys/types.h>
 
-PrivateBus::PrivateBus()
+PrivateBus::PrivateBus(const char *addressVariable)
     : mSocket(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/test-bus"))
 {
-    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + mSocket.toUtf8());
+    qputenv(addressVariable, "unix:path=" + mSocket.toUtf8());
     start();
 }
 

@@ -2,11 +2,12 @@
 
 #include <QProcess>
 
-/// A session bus of the test's own, always at the same address, that can be killed, stopped and started
-/// again. Made before the process first looks for a session bus.
+/// A bus of the test's own, always at the same address, that can be killed, stopped and started again. Made
+/// before the process first looks for the session bus, or for the bus that another variable gives the address
+/// of.
 class PrivateBus {
 public:
-    PrivateBus();
+    explicit PrivateBus(const char *addressVariable = "DBUS_SESSION_BUS_ADDRESS");
     ~PrivateBus();
     PrivateBus(const PrivateBus &) = delete;
     PrivateBus &operator=(const PrivateBus &) = delete;
