@@ -194,7 +194,10 @@ void KS7AnimatingStatusTableView::setPlaceholderText(const QString &text)
 
 void KS7AnimatingStatusTableView::describeEmptiness()
 {
-    setAccessibleDescription(numberOfRows() == 0 ? mPlaceholderText : QString());
+    const QString description = numberOfRows() == 0 ? mPlaceholderText : QString();
+    // Each setting is news for assistive programs, also of the same words.
+    if (description != accessibleDescription())
+        setAccessibleDescription(description);
 }
 
 // Clicks and keys ---------------------------------------------------------------------------------------

@@ -140,6 +140,8 @@ void PaneNib::dressListButtons()
     // Without such an icon in the theme the sign stays.
     outlets.pulldownMenu->setIcon(QIcon::fromTheme(QStringLiteral("configure"),
                                                    QIcon::fromTheme(QStringLiteral("preferences-system"))));
+    // A message that comes and goes moves nothing, least of all the window's edge.
+    keepPlaceWhenHidden(outlets.discoveringMessage);
     const int side =
         std::max(outlets.addButton->sizeHint().height(), outlets.pulldownMenu->sizeHint().height());
     makeSquare(outlets.addButton, side);
@@ -212,6 +214,8 @@ void PaneNib::fillPulldownMenu()
     menu->addSeparator();
     QObject::connect(menu->addAction(KS7SettingsWindowController::tr("About KS-7…")), &QAction::triggered,
                      controller, [this] { showAboutBox(); });
+    // An item that an assistive program has chosen closes the menu as a click on it does.
+    QObject::connect(menu, &QMenu::triggered, menu, &QMenu::hide);
     controller->outlets.pulldownMenu->setMenu(menu);
 }
 

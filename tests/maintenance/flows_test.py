@@ -7,19 +7,15 @@ import os
 import pathlib
 import plistlib
 import stat
-import subprocess
 import sys
 import unittest
 
-BUILD = pathlib.Path(os.environ["KS7_BUILD"])
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
 
 import accessible  # noqa: E402
-import stand_in  # noqa: E402
 from accessible import key, type_text, wait_until  # noqa: E402
+from scripted_pane import KITCHEN, PREFERENCES, ScriptedPaneTest  # noqa: E402
 
-KITCHEN = "00-1b-dc-0f-2a-9c"
-PREFERENCES = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "com.orvex.KS7Agent.plist"
 # The ways to the camera actions, from the end of the menu that is nearer.
 PROPERTIES = ("Down",) * 3
 CHANGE_PASSKEY = ("Down",) * 4
@@ -28,39 +24,16 @@ ABOUT = ("Up",)
 SITE = "http://www.orvex.example"
 
 
-class FlowsTest(unittest.TestCase):
+class FlowsTest(ScriptedPaneTest):
     """One camera, known and idle; what else there is, each flow says."""
 
-    def setUp(self):
-        PREFERENCES.unlink(missing_ok=True)
-        self.simulator = subprocess.Popen([BUILD / "bin" / "ks7-agent-simulator", "--scenario", "scripted", "--quick",
-                                           "--no-picture"], stdin=subprocess.DEVNULL)
-        self.agent = stand_in.Agent()
-        self.agent.wait_up()
-        self.agent.addCamera(KITCHEN, "Kitchen", "2A9C", 1)
-        self.agent.setPreferred(KITCHEN)
-        for behaviour in ("passKey", "firmware", "mishaps"):
-            self.agent.setBehaviour(behaviour, True)
-        self.pane = None
-
-    def tearDown(self):
-        if self.pane:
-            self.pane.end()
-        self.agent.quit_if_up()
-        self.simulator.wait()
-
     # Verbs
-
-    def open_pane(self, **env):
-        self.pane = accessible.launch([BUILD / "bin" / "ks7-preferences"], env=env)
-        self.pane.wait_for("Kitchen, Not Streaming")
 
     def plug_in(self, needs_firmware=False):
         self.agent.plugUSB(KITCHEN, needs_firmware)
 
     def choose_action(self, *steps):
-        """Opens the camera actions with the mouse and walks to an item; a menu that is up is in no list that an
-        assistive tool can ask for, so the window itself is what is waited for."""
+        """Opens the camera actions with the mouse and walks to an item."""
         self.open_popup("Camera Actions")
         key(*steps, "Return")
 
@@ -68,12 +41,6 @@ class FlowsTest(unittest.TestCase):
         closed = len(self.pane.x_windows())
         self.pane.click(control)
         wait_until(lambda: len(self.pane.x_windows()) > closed, "the pop-up", details=self.pane.dump)
-
-    def calls(self, operation):
-        return [call for call in self.agent.recordedCalls() if call.startswith(operation + "(")]
-
-    def posts(self, name):
-        return [post for post in self.agent.recordedPosts() if post.startswith(name)]
 
     def wait_focused(self, name, role):
         node = self.pane.wait_for(name, role=role)

@@ -18,6 +18,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 #include <limits>
@@ -318,12 +319,36 @@ private Q_SLOTS:
     void thePopUpIsNamedByItsLabel()
     {
         showPane();
-        // A pop-up's own name is its choice on this desktop; what it is for, its label says.
         auto *popUp = QAccessible::queryAccessibleInterface(outlets().optimizeForPopUp);
         const auto labels = popUp->relations(QAccessible::Label);
         QCOMPARE(labels.size(), 1);
         QCOMPARE(labels.first().first->object(), static_cast<QObject *>(outlets().optimizeForPopUpLabel));
-        QCOMPARE(outlets().optimizeForPopUp->accessibleName(), QStringLiteral("Optimize for"));
+        QCOMPARE(popUp->text(QAccessible::Name), QStringLiteral("Optimize for"));
+        outlets().optimizeForPopUp->setCurrentIndex(0);
+        QCOMPARE(popUp->text(QAccessible::Value), QStringLiteral("Smooth motion"));
+        QCOMPARE(popUp->textInterface()->text(0, 6), QStringLiteral("Smooth"));
+        QCOMPARE(popUp->child(0)->childCount(), 2);
+    }
+
+    void assistiveProgramsMeetTheCameraActions()
+    {
+        addTwoCameras();
+        showPane();
+        auto *button = QAccessible::queryAccessibleInterface(outlets().pulldownMenu);
+        QCOMPARE(button->role(), QAccessible::ButtonMenu);
+        auto *menu = outlets().pulldownMenu->menu();
+        QCOMPARE(button->child(0)->childCount(), menu->actions().size());
+        QVERIFY(!button->state().expanded);
+        bool wasOpen = false;
+        button->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+        QVERIFY(!menu->isVisible());
+        // In the menu's own loop.
+        QTimer::singleShot(0, menu, [&] {
+            wasOpen = menu->isVisible() && button->state().expanded;
+            menu->actions().constLast()->trigger();
+        });
+        QTRY_VERIFY(wasOpen);
+        QVERIFY(!menu->isVisible());
     }
 
     void aMeterTellsItsValueWithinNoughtAndOne_data()

@@ -24,8 +24,6 @@ POLL = 0.05
 # nested loop answers only when that closes, which nobody waits for.
 SLOW_ANSWER = 20000
 ACTION_ANSWER = 1000
-# Pixels, in the style that a bare session has.
-MENU_ROW = 25
 BUS_LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 
 
@@ -154,6 +152,41 @@ def launch(command, env=None, windows=1, **options):
     return program
 
 
+@contextlib.contextmanager
+def listen(event):
+    """What programs tell assistive tools meanwhile, as in listen("object:property-change:accessible-name")."""
+    atspi = _Bus.start()
+    heard = Heard()
+    listener = atspi.EventListener.new(heard.note)
+    listener.register(event)
+    try:
+        yield heard
+    finally:
+        listener.deregister(event)
+
+
+class Heard:
+    """The names of those that events were told of, in order."""
+
+    def __init__(self):
+        self._names = []
+
+    def note(self, event, *_):
+        self._names.append(name_of(event.source))
+
+    def names(self):
+        from gi.repository import GLib
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return list(self._names)
+
+    def forget(self):
+        self._names.clear()
+
+    def wait_for(self, name):
+        wait_until(lambda: name in self.names(), f"word of {name!r}", details=lambda: str(self._names))
+
+
 class Program:
     """A running program: its accessible tree, and a hand on its widgets."""
 
@@ -253,6 +286,15 @@ class Program:
         value = getattr(self.atspi.StateType, state.upper())
         return bool(_asked(lambda: node.get_state_set().contains(value), False))
 
+    def focused(self):
+        """The name of what has the keyboard, or ""; of a table or a list, its own."""
+        with_focus = [node for node in self.nodes() if self.has(node, "focused") and role_of(node) not in ("table cell", "list item")]
+        return name_of(with_focus[-1]) if with_focus else ""
+
+    def wait_focused(self, name):
+        wait_until(lambda: self.focused() == name, f"the keyboard on {name!r}",
+                   details=lambda: f"it is on {self.focused()!r}\n{self.dump()}")
+
     def names(self, role, within=None):
         """What a reader hears of all of one role, in order: the rows of a list, the lines of an alert."""
         return [name_of(node) for node in self.all(role=role, within=within)]
@@ -270,6 +312,12 @@ class Program:
         node = self._node(node)
         return _asked(lambda: node.get_value_iface().get_current_value(), None)
 
+    def related(self, node, kind):
+        """The objects to which it stands so: "labelled-by", "label-for"."""
+        relations = _asked(self._node(node).get_relation_set, [])
+        return [relation.get_target(index) for relation in relations
+                if relation.get_relation_type().value_nick == kind for index in range(relation.get_n_targets())]
+
     def rectangle(self, node):
         """x, y, width, height on the screen."""
         box = self._node(node).get_component_iface().get_extents(self.atspi.CoordType.SCREEN)
@@ -281,7 +329,7 @@ class Program:
 
         def walk(node, depth):
             shown = "" if self.has(node, "showing") else " (hidden)"
-            lines.append(f"{'  ' * depth}{_role(node)} {name_of(node)!r}{shown}")
+            lines.append(f"{'  ' * depth}{role_of(node)} {name_of(node)!r}{shown}")
             for child in _children(node):
                 walk(child, depth + 1)
         if self.root is not None and not self.ended():
@@ -321,18 +369,15 @@ class Program:
         xdotool("click", "--repeat", times, "--delay", 40, button)
 
     def open_menu(self, button):
-        """Opens the menu of a button with the mouse and answers its X window. A pop-up menu is no part of the
-        accessible tree; readers hear of it by the focus."""
+        """Opens the menu of a button with the mouse and answers its X window."""
         before = set(self.x_windows())
         self.click(button)
         return wait_until(lambda: set(self.x_windows()) - before, "the menu", details=self.dump).pop()
 
     def choose(self, button, item):
-        """Clicks in the menu of a button: item 0 is the first, -1 the last."""
-        x, y, width, height = _x_box(self.open_menu(button))
-        row = MENU_ROW * item if item >= 0 else height + MENU_ROW * item
-        xdotool("mousemove", "--sync", x + width // 2, y + row + MENU_ROW // 2)
-        xdotool("click", 1)
+        """Clicks an item of a button's menu."""
+        self.open_menu(button)
+        self.click(self.wait_for(item, role="menu item"))
 
     def focus(self, node):
         node = self._node(node)
@@ -365,7 +410,7 @@ def _children(node):
     return [child for child in children if child is not None]
 
 
-def _role(node):
+def role_of(node):
     return _asked(node.get_role_name, "")
 
 
@@ -374,7 +419,7 @@ def name_of(node):
 
 
 def _matches(program, node, name, role, showing):
-    if role is not None and _role(node) != role:
+    if role is not None and role_of(node) != role:
         return False
     if name is not None and name_of(node) != name and program.text(node) != name:
         return False

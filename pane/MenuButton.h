@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QToolButton>
+
+/// A button that is there for its menu only. Assistive programs open the menu by it and meet the menu's items
+/// below it, open or not; the toolkit's own offers them neither.
+class MenuButton : public QToolButton {
+    Q_OBJECT
+public:
+    explicit MenuButton(QWidget *parent = nullptr);
+};

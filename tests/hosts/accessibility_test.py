@@ -1,0 +1,249 @@
+#!/usr/bin/python3
+"""Everything that a screen reader can come to in the stand-alone host: the pane, its sheets, its menu, its alerts."""
+
+import itertools
+import pathlib
+import sys
+import unittest
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
+
+from accessible import listen, name_of, role_of, wait_until  # noqa: E402
+from scripted_pane import KITCHEN, ScriptedPaneTest  # noqa: E402
+
+DESK = "00-1b-dc-0f-77-01"
+# What a person does something with.
+INTERACTIVE = {"push button", "toggle button", "check box", "radio button", "combo box", "text",
+               "password text", "table", "table cell", "link", "menu item", "check menu item", "list item", "slider"}
+# What is there to be read, to hold other things together or to be looked at.
+OTHER = {"application", "frame", "dialog", "alert", "filler", "layered pane", "panel", "label", "progress bar",
+         "animation", "image", "separator", "list", "popup menu", "menu", "window", "scroll pane"}
+METERS = ("Left audio level", "Right audio level")
+# As they come, from top to bottom and from left to right.
+PANE = [
+    ("push button", "Show All"),
+    ("check box", "Enable KS-7"),
+    ("label", "Optimize for:"),
+    ("combo box", "Optimize for"),
+    ("table", "Cameras"),
+    ("table cell", "Kitchen, Not Streaming"),
+    ("table cell", "Desk, Not Found"),
+    ("push button", "Add Camera"),
+    ("push button", "Remove Camera"),
+    ("push button", "Camera Actions"),
+    ("label", "L"),
+    ("progress bar", "Left audio level"),
+    ("label", "R"),
+    ("progress bar", "Right audio level"),
+    ("push button", "Start Preview"),
+    ("check box", "Show status menu"),
+    ("label", "v1.0 by Orvex Network"),
+]
+
+
+class AccessibilityTest(ScriptedPaneTest):
+    def setUp(self):
+        super().setUp()
+        self.agent.addCamera(DESK, "Desk", "7701", 0)
+
+    # Verbs
+
+    def shown(self):
+        return [node for node in self.pane.nodes() if self.pane.has(node, "showing")]
+
+    def related(self, node, kind):
+        return [name_of(target) for target in self.pane.related(node, kind)]
+
+    def assert_all_can_be_read(self):
+        """Walks the whole tree: a name for everything that can be used or measured, a role that readers know."""
+        for node in self.shown():
+            role, name = role_of(node), name_of(node)
+            self.assertIn(role, INTERACTIVE | OTHER, f"{name!r}\n{self.pane.dump()}")
+            if role in INTERACTIVE or role == "progress bar" or self.pane.has(node, "focusable"):
+                self.assertTrue(name, f"a {role} without a name\n{self.pane.dump()}")
+            if role in ("text", "combo box"):
+                self.assertTrue(self.related(node, "labelled-by"), f"the {role} {name!r} has no label")
+            if role == "progress bar":
+                self.assertTrue(0 <= self.pane.value(node) <= 1, name)
+
+    def assert_controls(self, *expected, within):
+        names = [(role_of(node), name_of(node)) for node in self.pane.nodes(self.pane.wait_for(within))
+                 if self.pane.has(node, "showing") and name_of(node)]
+        for control in expected:
+            self.assertIn(control, names)
+        self.assertTrue(names[0][0] in ("dialog", "alert"), names[0])
+
+    def choose_action(self, item):
+        """As a screen reader's user does: asks the button for its menu, and the menu's item to be pressed."""
+        self.pane.press("Camera Actions", "showmenu")
+        self.pane.press(self.pane.wait_for(item, role="menu item"))
+        wait_until(lambda: not self.pane.find(item, role="menu item"), "the closing of the menu",
+                   details=self.pane.dump)
+
+    def be_heard(self, heard):
+        """A program learns some time later that somebody listens, so it is told news until one comes through."""
+        statuses = itertools.cycle((2, 1))
+
+        def told():
+            self.agent.setStatus(KITCHEN, next(statuses))
+            return heard.names()
+        wait_until(told, "the first word", details=self.pane.dump)
+        self.agent.setStatus(KITCHEN, 0)
+        heard.wait_for("Kitchen, Not Found")
+        heard.forget()
+
+    def press(self, button, within):
+        self.pane.press(self.pane.wait_for(button, role="push button", within=self.pane.wait_for(within)))
+
+    # The pane
+
+    def test_every_control_of_the_pane_is_named_in_reading_order(self):
+        self.open_pane()
+        self.assert_all_can_be_read()
+        named = [(role_of(node), name_of(node)) for node in self.shown() if name_of(node)]
+        named = [entry for entry in named if entry[0] not in ("application", "frame", "list item")]
+        self.assertEqual(named, PANE)
+
+    def test_labels_belong_to_their_controls(self):
+        self.open_pane()
+        self.assertEqual(self.related("Optimize for", "labelled-by"), ["Optimize for:"])
+        self.assertEqual(self.related("Optimize for:", "label-for"), ["Optimize for"])
+        for meter, label in zip(METERS, "LR"):
+            self.assertEqual(self.related(meter, "labelled-by"), [label])
+        for button in ("Add Camera", "Remove Camera", "Camera Actions"):
+            self.assertTrue(self.pane.wait_for(button).get_description(), button)
+
+    def test_the_pop_up_reads_its_choice(self):
+        self.open_pane()
+        pop_up = self.pane.wait_for("Optimize for", role="combo box")
+        self.assertEqual(self.pane.text(pop_up), "Picture quality")
+        self.assertEqual(self.pane.names("list item", within=pop_up), ["Smooth motion", "Picture quality"])
+
+    def test_the_table_tells_its_rows_and_which_is_chosen(self):
+        self.open_pane()
+        table = self.pane.wait_for("Cameras", role="table").get_table_iface()
+        self.assertEqual((table.get_n_rows(), table.get_n_columns()), (2, 1))
+        self.assertEqual(list(table.get_selected_rows()), [0])
+        kitchen, desk = self.pane.all(role="table cell")
+        self.assertTrue(self.pane.has(kitchen, "selected"))
+        self.assertFalse(self.pane.has(desk, "selected"))
+        self.pane.press(desk)
+        wait_until(lambda: f'setPreferredDeviceAddress("{DESK}")' in self.agent.recordedCalls(), "the choice",
+                   details=self.pane.dump)
+        self.agent.post("KS7PreferredCameraChanged", {})
+        self.pane.wait_state(desk, "selected")
+
+    def test_an_empty_list_says_what_to_do(self):
+        self.open_pane()
+        for camera in (KITCHEN, DESK):
+            self.agent.removeCamera(camera)
+        self.agent.post("KS7CameraListChanged", {})
+        self.pane.wait_gone(role="table cell")
+        table = self.pane.wait_for("Cameras", role="table")
+        self.assertEqual(table.get_description(), "No cameras found. Choose + to search.")
+        self.agent.setPreference("KS7On", False)
+        self.agent.post("KS7OnOffChanged", {})
+        wait_until(lambda: table.get_description() == "KS-7 is switched off.", "the reason", details=self.pane.dump)
+        self.assert_all_can_be_read()
+
+    def test_a_new_status_of_the_chosen_camera_is_announced_once(self):
+        self.open_pane()
+        with listen("object:property-change:accessible-name") as heard:
+            self.be_heard(heard)
+            self.agent.setStatus(KITCHEN, 3)
+            heard.wait_for("Kitchen, Starting")
+            # Refreshes without news, and news of others, come before the next status and are not told.
+            self.agent.post("KS7CameraListChanged", {})
+            self.agent.setStatus(DESK, 1)
+            self.pane.wait_for("Desk, Not Streaming")
+            self.agent.setStatus(KITCHEN, 4)
+            heard.wait_for("Kitchen, Streaming")
+            self.assertEqual(heard.names(), ["Kitchen, Starting", "Kitchen, Streaming"])
+
+    # The camera actions
+
+    def test_the_camera_actions_open_and_close(self):
+        self.open_pane()
+        self.assertIsNone(self.pane.find(role="menu item"))
+        self.pane.press("Camera Actions", "showmenu")
+        self.pane.wait_for("Properties…", role="menu item")
+        self.assertEqual([name for name in self.pane.names("menu item") if name],
+                         ["Choose Camera", "Use This Camera", "Properties…", "Change Passkey…", "Update Firmware…",
+                          "About KS-7…"])
+        self.assert_all_can_be_read()
+        self.pane.wait_state("Camera Actions", "expanded")
+
+    # The sheets
+
+    def test_the_properties_sheet(self):
+        self.open_pane()
+        self.choose_action("Properties…")
+        self.assert_controls(("text", "Name:"), ("text", "Camera ID:"), ("check box", "Ignore this camera"),
+                             ("push button", "OK"), ("push button", "Cancel"), within="Camera Properties")
+        self.assert_all_can_be_read()
+        self.press("Cancel", "Camera Properties")
+        self.pane.wait_gone("Camera ID:")
+
+    def test_the_passkey_sheet_and_its_alert(self):
+        self.agent.plugUSB(KITCHEN, False)
+        self.open_pane()
+        self.choose_action("Change Passkey…")
+        self.assert_controls(("text", "New passkey:"), ("push button", "OK"), ("push button", "Cancel"),
+                             within="Change Passkey")
+        field = self.pane.wait_for("New passkey:", role="text")
+        self.assertEqual(field.get_description(), "1 to 16 digits")
+        self.assert_all_can_be_read()
+        self.pane.set_text(field, "1234")
+        self.press("OK", "Change Passkey")
+        self.assert_controls(("push button", "OK"), within="Passkey Changed")
+        self.assertIn("has been set to \"1234\"", self.pane.wait_for("Passkey Changed").get_description())
+        self.assert_all_can_be_read()
+
+    def test_the_firmware_sheet(self):
+        self.agent.plugUSB(KITCHEN, True)
+        self.open_pane()
+        self.choose_action("Update Firmware…")
+        self.assert_controls(("push button", "Continue"), ("push button", "Cancel"), within="Update Firmware")
+        self.assert_all_can_be_read()
+        self.agent.setBehaviour("firmware", False)
+        self.press("Continue", "Update Firmware")
+        self.pane.wait_for("Click Continue to start the update.")
+        self.press("Continue", "Update Firmware")
+        bar = self.pane.wait_for("Firmware update progress", role="progress bar")
+        self.agent.post("KS7FirmwareUpdateProgress", {"Value": 1, "Total": 4})
+        wait_until(lambda: self.pane.value(bar) > 0, "progress", details=self.pane.dump)
+        self.assert_all_can_be_read()
+
+    def test_the_about_box(self):
+        self.open_pane()
+        self.choose_action("About KS-7…")
+        self.assert_controls(("link", "www.orvex.example"), ("label", "v1.0"), ("push button", "OK"),
+                             within="About KS-7")
+        self.assert_all_can_be_read()
+
+    def test_the_overview(self):
+        self.open_pane()
+        self.pane.press("Show All")
+        self.pane.wait_for("KS-7", role="push button")
+        self.assert_all_can_be_read()
+
+
+class MetersTest(ScriptedPaneTest):
+    agent_options = ()
+
+    def test_the_meters_read_what_is_heard(self):
+        self.open_pane()
+        self.agent.setStatus(KITCHEN, 4)
+        self.pane.wait_for("Kitchen, Streaming")
+        self.agent.setAudioLevels(0.2, 0.4)
+        self.pane.press("Start Preview")
+        # The meters fill earlier than the agent's numbers do.
+        for meter, level in zip(METERS, (0.3, 0.6)):
+            wait_until(lambda: abs((self.pane.value(meter) or 0) - level) < 1e-6, f"{meter} {level}",
+                       details=self.pane.dump)
+        self.pane.press("Stop Preview")
+        wait_until(lambda: self.pane.value(METERS[0]) == 0, "silence", details=self.pane.dump)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
