@@ -64,6 +64,34 @@ void centreOver(QWidget *dialog, const QWidget *window)
     dialog->move(window->frameGeometry().center() - dialog->rect().center());
 }
 
+/// Keeps a dialog over a window that has only just come up until the window manager has put that in its
+/// place.
+class CentringFollower final : public QObject {
+public:
+    CentringFollower(QWidget *dialog, QWidget *window)
+        : QObject(dialog)
+        , mDialog(dialog)
+        , mWindow(window)
+    {
+        window->windowHandle()->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Expose && static_cast<QWindow *>(watched)->isExposed()) {
+            watched->removeEventFilter(this);
+            if (mWindow)
+                centreOver(mDialog, mWindow);
+            deleteLater();
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QWidget *mDialog;
+    QPointer<QWidget> mWindow;
+};
+
 /// The dialog becomes the window's without becoming its child: it must outlive it.
 void makeTransient(QWidget *dialog, QWidget *window)
 {
@@ -230,6 +258,8 @@ QtSheetPresenter::Attachment QtSheetPresenter::attach(QDialog *dialog, QWidget *
         return {dialog, nullptr, nullptr, nullptr};
     makeTransient(dialog, window);
     centreOver(dialog, window);
+    if (!window->windowHandle()->isExposed())
+        new CentringFollower(dialog, window);
     QObject::connect(window, &QObject::destroyed, this, &QtSheetPresenter::forgetWindow,
                      Qt::UniqueConnection);
     return {dialog, window, window->focusWidget(), window};

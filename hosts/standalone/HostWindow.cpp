@@ -3,6 +3,7 @@
 #include <QIcon>
 #include <QPushButton>
 #include <QStackedWidget>
+#include <QStyle>
 #include <QToolButton>
 
 HostWindow::HostWindow(platform::PreferencePane *pane)
@@ -13,22 +14,30 @@ HostWindow::HostWindow(platform::PreferencePane *pane)
     , mPaneIcon(new QToolButton(mOverview))
     , mOnScreen(pane, mPanePage)
 {
-    auto *layout = new QVBoxLayout(this);
-    buildBar();
-    buildOverview();
+    setCentralWidget(new QWidget);
+    // The pages have margins of their own.
+    auto *layout = new QVBoxLayout(centralWidget());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(makeBar());
     layout->addWidget(mPages, 1);
+    buildOverview();
     mPages->addWidget(mPanePage);
     mPages->addWidget(mOverview);
     showPane();
 }
 
-void HostWindow::buildBar()
+QLayout *HostWindow::makeBar()
 {
     mShowAll->setObjectName(QStringLiteral("showAllButton"));
     mShowAll->setAutoDefault(false);
     connect(mShowAll, &QPushButton::clicked, this, &HostWindow::showOverview);
-    layout()->addWidget(mShowAll);
-    layout()->setAlignment(mShowAll, Qt::AlignLeft);
+    auto *bar = new QHBoxLayout;
+    bar->setContentsMargins(style()->pixelMetric(QStyle::PM_LayoutLeftMargin),
+                            style()->pixelMetric(QStyle::PM_LayoutTopMargin),
+                            style()->pixelMetric(QStyle::PM_LayoutRightMargin), 0);
+    bar->addWidget(mShowAll);
+    bar->addStretch();
+    return bar;
 }
 
 void HostWindow::buildOverview()

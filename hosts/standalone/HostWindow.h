@@ -2,14 +2,15 @@
 
 #include "pane/PaneOnScreen.h"
 
-#include <QWidget>
+#include <QMainWindow>
 
+class QLayout;
 class QPushButton;
 class QStackedWidget;
 class QToolButton;
 
 /// The host's one window: the pane, or the overview of all panes, which here is this one's icon.
-class HostWindow : public QWidget {
+class HostWindow : public QMainWindow {
     Q_OBJECT
 public:
     explicit HostWindow(platform::PreferencePane *pane);
@@ -18,7 +19,7 @@ public:
     void showOverview();
 
 private:
-    void buildBar();
+    [[nodiscard]] QLayout *makeBar();
     void buildOverview();
 
     QPushButton *mShowAll;

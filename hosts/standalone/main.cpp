@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QIcon>
+#include <QLibraryInfo>
 #include <QLocale>
 #include <QMessageBox>
 #include <QPluginLoader>
@@ -53,8 +54,36 @@ int diagnose()
     return 0;
 }
 
-/// The program's command line. What only asks a question is answered here, also where there is no display to
-/// open a window on, and ends the program.
+QString toolkitTranslations()
+{
+#if QT_VERSION_MAJOR >= 6
+    return QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+#else
+    return QLibraryInfo::location(QLibraryInfo::TranslationsPath);
+#endif
+}
+
+/// The toolkit's words and this program's, in the language of the session.
+class Translators {
+public:
+    Translators()
+    {
+        install(mToolkit, QStringLiteral("qtbase"), toolkitTranslations());
+        install(mOwn, QStringLiteral("ks7"), QStringLiteral(":/host"));
+    }
+
+private:
+    static void install(QTranslator &translator, const QString &name, const QString &folder)
+    {
+        if (translator.load(QLocale(), name, QStringLiteral("_"), folder))
+            QCoreApplication::installTranslator(&translator);
+    }
+
+    QTranslator mToolkit;
+    QTranslator mOwn;
+};
+
+/// The program's command line; its words are those of the language that is set when it is made.
 class CommandLine : public QCommandLineParser {
 public:
     CommandLine()
@@ -64,17 +93,14 @@ public:
         addOption(mDiagnose);
     }
 
-    void answerQuestions(int argc, char **argv)
+    /// Whether only a question is asked, which needs no display to open a window on.
+    bool asksAQuestion(int argc, char **argv)
     {
         QStringList arguments;
         for (int index = 0; index < argc; ++index)
             arguments << QString::fromLocal8Bit(argv[index]);
         parse(arguments);
-        if (!isSet(mHelp) && !isSet(mVersion) && !isSet(mDiagnose))
-            return;
-        const QCoreApplication application(argc, argv);
-        process(application);
-        std::exit(diagnose());
+        return isSet(mHelp) || isSet(mVersion) || isSet(mDiagnose);
     }
 
 private:
@@ -84,22 +110,28 @@ private:
                                  Words::tr("Prints what the pane finds on this machine, for a bug report.")};
 };
 
+int answerQuestion(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    const Translators translators;
+    CommandLine().process(application);
+    return diagnose();
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     QCoreApplication::setApplicationName(QStringLiteral("ks7-preferences"));
     QCoreApplication::setApplicationVersion(QStringLiteral(KS7_VERSION));
-    CommandLine commandLine;
-    commandLine.answerQuestions(argc, argv);
+    if (CommandLine().asksAQuestion(argc, argv))
+        return answerQuestion(argc, argv);
     const QApplication application(argc, argv);
-    commandLine.process(application);
+    const Translators translators;
+    CommandLine().process(application);
     QGuiApplication::setDesktopFileName(QStringLiteral("ks7-preferences"));
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/host/ks7-preferences.svg")));
 
-    QTranslator translator;
-    if (translator.load(QLocale(), QStringLiteral("ks7"), QStringLiteral("_"), QStringLiteral(":/host")))
-        QCoreApplication::installTranslator(&translator);
     QPluginLoader loader(pluginFile());
     auto *factory = qobject_cast<platform::PreferencePaneFactory *>(loader.instance());
     if (!factory)
