@@ -26,8 +26,7 @@ custom_palette=true
 style=Fusion
 """
 
-# The camera actions, counted from the first and from the last.
-PROPERTIES, CHANGE_PASSKEY, UPDATE_FIRMWARE, ABOUT = 1, 2, 3, -1
+GERMAN = {"LC_ALL": "de_DE.UTF-8", "LANGUAGE": "de"}
 CAMERA_AT_THE_CABLE = "00-1b-dc-0f-5d-04"
 
 
@@ -142,12 +141,12 @@ def sheets(tour):
     """the sheets of a camera"""
     with tour.preferences() as pane:
         pane.wait_for("Kitchen, Streaming")
-        pane.choose("Camera Actions", PROPERTIES)
+        pane.choose("Camera Actions", "Properties…")
         pane.wait_for("Camera ID:")
         tour.picture(pane, "10-properties", "the properties of a camera, with its name to be changed")
         pane.press("Cancel")
         pane.wait_gone("Camera ID:")
-        pane.choose("Camera Actions", CHANGE_PASSKEY)
+        pane.choose("Camera Actions", "Change Passkey…")
         pane.wait_for("OK", role="push button")
         tour.picture(pane, "11-passkey-cable", "a passkey is changed over the cable: the chosen camera has none")
         pane.press("OK")
@@ -168,7 +167,7 @@ def passkey(tour, pane):
             ("b", "0000", "Passkey Not Changed", "the camera refuses it"),
             ("c", "9999", "Passkey Not Changed", "it fails on its way")):
         choose_camera_at_the_cable(pane)
-        pane.choose("Camera Actions", CHANGE_PASSKEY)
+        pane.choose("Camera Actions", "Change Passkey…")
         pane.wait_for("New passkey:")
         accessible.type_text(digits)
         accessible.wait_until(lambda: pane.text(pane.find(role="text") or pane.root) == digits, "the digits",
@@ -184,7 +183,7 @@ def passkey(tour, pane):
 
 def open_firmware_sheet(pane):
     choose_camera_at_the_cable(pane)
-    pane.choose("Camera Actions", UPDATE_FIRMWARE)
+    pane.choose("Camera Actions", "Update Firmware…")
     pane.wait_for("Click Continue to proceed.")
 
 
@@ -195,7 +194,7 @@ def firmware(tour, pane):
     pane.wait_for("Click Continue to start the update.")
     tour.picture(pane, "13-firmware-2", "its second step")
     pane.press("Continue")
-    accessible.wait_until(lambda: (pane.value("Firmware update progress") or 0) > 20, "some progress")
+    accessible.wait_until(lambda: (pane.value("Firmware update progress") or 0) > 0.2, "some progress")
     tour.picture(pane, "13-firmware-3", "the update is on its way")
     pane.wait_for("Firmware update complete.")
     tour.picture(pane, "13-firmware-4", "the update is done")
@@ -237,7 +236,7 @@ def about_box(tour):
     """the about box"""
     with tour.preferences() as pane:
         pane.wait_for("Cameras")
-        pane.choose("Camera Actions", ABOUT)
+        pane.choose("Camera Actions", "About KS-7…")
         accessible.wait_until(lambda: pane.find("About KS-7", showing=False), "the about box", details=pane.dump)
         tour.picture(pane, "16-about", "the about box")
 
@@ -249,30 +248,78 @@ def no_agent(tour):
         tour.picture(pane, "17-no-agent", "no agent comes up: what the pane says after its 21 attempts")
 
 
-def dark_theme(tour):
-    """a dark theme"""
+def dark():
+    """What makes a program that starts now a dark one."""
     settings = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "qt5ct" / "qt5ct.conf"
     settings.parent.mkdir(exist_ok=True)
     settings.write_text(DARK)
-    with tour.preferences(env={"QT_QPA_PLATFORMTHEME": "qt5ct"}) as pane:
-        wait_row(pane, r", Streaming$")
-        tour.picture(pane, "18-dark", "in a dark theme")
+    return {"QT_QPA_PLATFORMTHEME": "qt5ct"}
 
 
-def double_scale(tour):
-    """200 % scale"""
-    with tour.preferences(env={"QT_SCALE_FACTOR": "2"}) as pane:
+def scales_and_themes(tour):
+    """light and dark, at 100, 150 and 200 % scale"""
+    for theme, env in (("light", {}), ("dark", dark())):
+        for scale in ("1", "1.5", "2"):
+            with tour.preferences(env={"QT_SCALE_FACTOR": scale, **env}) as pane:
+                wait_row(pane, r", Streaming$")
+                tour.picture(pane, f"18-{theme}-{scale}", f"{theme}, at scale {scale}")
+            tour.agent.quit_if_up()
+
+
+def dark_sheets(tour):
+    """a sheet and the camera actions in a dark theme"""
+    with tour.preferences(env=dark()) as pane:
         wait_row(pane, r", Streaming$")
-        tour.picture(pane, "19-scale-2", "at 200 % scale")
+        pane.open_menu("Camera Actions")
+        pane.wait_for("Properties…", role="menu item")
+        tour.picture(pane, "19-dark-actions", "the camera actions, dark")
+        pane.click(pane.find("Properties…", role="menu item"))
+        pane.wait_for("Camera ID:")
+        tour.picture(pane, "19-dark-properties", "the properties, dark")
 
 
 def narrow_window(tour):
     """a narrow window"""
     with tour.preferences() as pane:
         wait_row(pane, r", Streaming$")
-        window = pane.x_windows()[0]
-        accessible.xdotool("windowsize", "--sync", window, 320, 640)
+        resize(pane, 320, 640)
         tour.picture(pane, "20-narrow", "in a narrow window the picture goes under the list")
+
+
+def resize(pane, width, height):
+    accessible.xdotool("windowsize", "--sync", pane.x_windows()[0], width, height)
+
+
+def german(tour):
+    """the pane in German"""
+    with tour.preferences(env=GERMAN) as pane:
+        wait_row(pane, r"Kitchen, (?!Pairing)")
+        tour.picture(pane, "23-german", "in German")
+        pane.choose("Kamera-Aktionen", "Eigenschaften …")
+        pane.wait_for("Abbrechen", role="push button")
+        tour.picture(pane, "23-german-properties", "the properties in German")
+        pane.press("Abbrechen")
+        pane.wait_gone("Abbrechen", role="push button")
+        tour.agent.post("KS7StartedDiscovering", {})
+        pane.wait_for("Kameras werden gesucht …")
+        tour.picture(pane, "23-german-searching", "a search in German")
+        resize(pane, 320, 640)
+        tour.picture(pane, "23-german-narrow", "in German, narrow")
+
+
+def right_to_left(tour):
+    """the pane from right to left"""
+    with tour.preferences(arguments=["-reverse"]) as pane:
+        wait_row(pane, r", Streaming$")
+        tour.picture(pane, "24-rtl", "from right to left")
+        pane.choose("Camera Actions", "Properties…")
+        pane.wait_for("Camera ID:")
+        tour.picture(pane, "24-rtl-properties", "the properties, from right to left")
+        pane.press("Cancel")
+        pane.wait_gone("Camera ID:")
+        pane.open_menu("Camera Actions")
+        pane.wait_for("Properties…", role="menu item")
+        tour.picture(pane, "24-rtl-actions", "the camera actions, from right to left")
 
 
 def kcmshell(tour):
@@ -287,10 +334,13 @@ def system_settings(tour):
     with tour.kde("systemsettings", "kcm_ks7") as pane:
         wait_row(pane, r", Streaming$")
         tour.picture(pane, "22-systemsettings", "the same pane in System Settings")
+        resize(pane, 720, 600)
+        pane.wait_for("Cameras")
+        tour.picture(pane, "22-systemsettings-narrow", "System Settings, 720 pixels wide")
 
 
-WALKS = (cameras_come_and_stream, sheets, live_preview, about_box, no_agent, dark_theme, double_scale, narrow_window,
-         kcmshell, system_settings)
+WALKS = (cameras_come_and_stream, sheets, live_preview, about_box, no_agent, scales_and_themes, dark_sheets,
+         narrow_window, german, right_to_left, kcmshell, system_settings)
 
 
 def main():
