@@ -98,6 +98,7 @@ private Q_SLOTS:
     void anInactiveWindowIsOnlyActivated();
     void thePressThatActivatedIsHandedOnForNothing();
     void theHandShowsOverTheWholeField();
+    void twoQuickClicksAreTwo();
     void aClickSelectsNothing();
     void returnAndSpaceOpen();
     void assistiveToolsMeetALink();
@@ -328,6 +329,18 @@ void AboutTest::theHandShowsOverTheWholeField()
     showAboutBox();
     QCOMPARE(field()->cursor().shape(), Qt::PointingHandCursor);
     QVERIFY(field()->findChildren<QWidget *>().isEmpty());
+}
+
+void AboutTest::twoQuickClicksAreTwo()
+{
+    showAboutBox();
+    press(inside());
+    release(inside());
+    QMouseEvent second(QEvent::MouseButtonDblClick, inside(), field()->mapToGlobal(inside()), Qt::LeftButton,
+                       Qt::LeftButton, {});
+    QCoreApplication::sendEvent(field(), &second);
+    release(inside());
+    QCOMPARE(opened(), QStringList({Site, Site}));
 }
 
 void AboutTest::aClickSelectsNothing()

@@ -117,6 +117,7 @@ private Q_SLOTS:
     void escapeCancelsOnlyWhileCancelIsThere();
     void progressMovesTheIndicator_data();
     void progressMovesTheIndicator();
+    void everyUpdateBeginsAtNought();
     void anEndAfterARefusalLeavesTheSheetInert();
     void reopeningStartsAtStepZero();
     void unpluggingInStepOneLeavesSheetAndWait();
@@ -354,6 +355,19 @@ void FirmwareUpdateTest::progressMovesTheIndicator()
     QCOMPARE(look(), Opened);
 }
 
+void FirmwareUpdateTest::everyUpdateBeginsAtNought()
+{
+    agentReportsProgress({{UserInfoKeys::Value, 3}, {UserInfoKeys::Total, 4}});
+    QCOMPARE(indicator()->doubleValue(), 0.75);
+    double atTheStart = -1.0;
+    inSlice(1, [&] {
+        atTheStart = indicator()->doubleValue();
+        agentReportsEnd(0);
+    });
+    startUpdate();
+    QCOMPARE(atTheStart, 0.0);
+}
+
 void FirmwareUpdateTest::anEndAfterARefusalLeavesTheSheetInert()
 {
     fixture->agent.startUpdateResult = 1;
@@ -414,8 +428,13 @@ void FirmwareUpdateTest::theAgentsEndClosesTheSheetAndTheWaitGoesOn()
 
 void FirmwareUpdateTest::anotherInstallFirmwareEndsTheWait()
 {
-    inSlice(2, [&] { fixture->controller().installFirmware(nullptr); });
+    Look reopened;
+    inSlice(2, [&] {
+        fixture->controller().installFirmware(nullptr);
+        reopened = look();
+    });
     startUpdate();
+    QCOMPARE(reopened, Opened);
     QCOMPARE(slice, 2);
     QCOMPARE(fixture->controller().firmwareStep(), 0);
     QVERIFY(sheetIsUp());

@@ -4,6 +4,9 @@
 #include "preview/KS7QTCaptureView.h"
 #include "tests/support/PaneFixture.h"
 
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
 #include <QPushButton>
 #include <QTest>
 
@@ -97,6 +100,23 @@ private Q_SLOTS:
         QVERIFY(mPane->capture->sessions.empty());
         QVERIFY(!mPane->journal->contains(QStringLiteral("list devices")));
         compareIdle();
+    }
+
+    void everyPressIsLogged()
+    {
+        mPane->defaults->agentWrites(QStringLiteral("LogToFile"), true);
+        showPaneWithCamera();
+        pressButton();
+        pressButton();
+        QDirIterator files(QDir::homePath() + QStringLiteral("/Library/Logs"), QDir::Files,
+                           QDirIterator::Subdirectories);
+        QByteArray logged;
+        while (files.hasNext()) {
+            QFile file(files.next());
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            logged += file.readAll();
+        }
+        QCOMPARE(logged.count(" startVideo:\n"), 2);
     }
 
     void startingTakesTheStepsInTheirOrder()
@@ -273,7 +293,10 @@ private Q_SLOTS:
         pressButton();
         compareIdle();
         QCOMPARE(lastError(), errorText(shown));
-        QVERIFY(mPane->takeJournal().endsWith(QStringLiteral("alert ") + ErrorTitle));
+        QCOMPARE(mPane->takeJournal(),
+                 (QStringList{QStringLiteral("make session"), QStringLiteral("list devices"),
+                              QStringLiteral("open device"), QStringLiteral("add input"),
+                              QStringLiteral("stop session"), QStringLiteral("alert ") + ErrorTitle}));
         QVERIFY(!view().captureSession());
         QVERIFY(mCamera->isOpen());
     }

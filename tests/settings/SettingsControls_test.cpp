@@ -230,8 +230,8 @@ void SettingsControlsTest::slowProcessorsHideThePopUp()
     QCOMPARE(KS7SettingsWindowController::getCPUMhz(*fixture->clock), megahertz);
     QCOMPARE(KS7SettingsWindowController::forceQVGA(*fixture->clock), hidden);
     QCOMPARE(popUpIsHidden(), hidden);
-    if (!hidden)
-        QCOMPARE(shownSize(), 1);
+    // A hidden one keeps the item that it was laid out with.
+    QCOMPARE(shownSize(), hidden ? 0 : 1);
 }
 
 void SettingsControlsTest::thePopUpIsNotShownAgain()
