@@ -1,6 +1,7 @@
 #include "platform/Indicators.h"
 
 #include <QAccessibleWidget>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QTimerEvent>
 
@@ -18,6 +19,7 @@ constexpr int SpinnerInterval = 80;
 // The meter's segments, and where they begin to warn, as parts of the range.
 constexpr int SegmentWidth = 5;
 constexpr int SegmentGap = 2;
+constexpr int SegmentStep = SegmentWidth + SegmentGap;
 constexpr double LoudFrom = 0.75;
 constexpr double TooLoudFrom = 0.9;
 
@@ -106,8 +108,12 @@ LevelIndicator::LevelIndicator(QWidget *parent)
 
 void LevelIndicator::setDoubleValue(double value)
 {
+    const int before = litCount();
     mValue = value;
-    update();
+    const int now = litCount();
+    // Ten times a second, and most of the time little of it is news.
+    if (now != before)
+        update(segmentRect(std::min(before, now)) | segmentRect(std::max(before, now) - 1));
 }
 
 double LevelIndicator::fraction() const
@@ -120,19 +126,34 @@ QSize LevelIndicator::sizeHint() const
     return {120, 12};
 }
 
-void LevelIndicator::paintEvent(QPaintEvent *)
+int LevelIndicator::segmentCount() const
+{
+    return std::max(1, (width() + SegmentGap) / SegmentStep);
+}
+
+int LevelIndicator::litCount() const
+{
+    return static_cast<int>(std::lround(fraction() * segmentCount()));
+}
+
+QRect LevelIndicator::segmentRect(int segment) const
+{
+    // The meter grows with the direction of reading.
+    const int place = segment * SegmentStep;
+    return {layoutDirection() == Qt::RightToLeft ? width() - place - SegmentWidth : place, 0, SegmentWidth,
+            height()};
+}
+
+void LevelIndicator::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    const int step = SegmentWidth + SegmentGap;
-    const int count = std::max(1, (width() + SegmentGap) / step);
-    const auto lit = std::lround(fraction() * count);
+    const int count = segmentCount();
+    const int lit = litCount();
     const QColor unlit = unlitColor(palette());
     for (int segment = 0; segment < count; ++segment) {
-        // The meter grows with the direction of reading.
-        const int place =
-            layoutDirection() == Qt::RightToLeft ? width() - segment * step - SegmentWidth : segment * step;
-        painter.fillRect(place, 0, SegmentWidth, height(),
-                         segment < lit ? segmentColor(double(segment) / count) : unlit);
+        const QRect place = segmentRect(segment);
+        if (event->rect().intersects(place))
+            painter.fillRect(place, segment < lit ? segmentColor(double(segment) / count) : unlit);
     }
 }
 

@@ -27,6 +27,10 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    [[nodiscard]] int segmentCount() const;
+    [[nodiscard]] int litCount() const;
+    [[nodiscard]] QRect segmentRect(int segment) const;
+
     double mValue = 0.0;
 };
 

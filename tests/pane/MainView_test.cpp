@@ -16,14 +16,38 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPaintEvent>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
 
+#include <cmath>
 #include <limits>
 
 namespace Names = NotificationNames;
+
+namespace {
+
+/// What of a widget is painted from now on.
+class PaintedRegion : public QObject {
+public:
+    explicit PaintedRegion(QWidget *widget) { widget->installEventFilter(this); }
+    [[nodiscard]] const QRegion &region() const { return mRegion; }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            mRegion += static_cast<QPaintEvent *>(event)->region();
+        return false;
+    }
+
+private:
+    QRegion mRegion;
+};
+
+constexpr int OneSegment = 7;
+
+} // namespace
 
 /// The pane's main view: where things stand, what they are called, how the keyboard gets around.
 class MainViewTest : public QObject {
@@ -399,6 +423,26 @@ private Q_SLOTS:
         QVERIFY(half > 0);
         meter->setDoubleValue(1.0);
         QVERIFY(litPixels() > half);
+    }
+
+    void aMeterPaintsOnlyWhatChanges()
+    {
+        showPane();
+        auto *meter = outlets().levelIndicator_l;
+        meter->setDoubleValue(0.5);
+        QCoreApplication::processEvents();
+        const PaintedRegion painted(meter);
+        meter->setDoubleValue(0.5001);
+        QCoreApplication::processEvents();
+        QVERIFY(painted.region().isEmpty());
+        meter->setDoubleValue(0.75);
+        QTRY_VERIFY(!painted.region().isEmpty());
+        const QRect risen = painted.region().boundingRect();
+        QVERIFY(std::abs(risen.left() - meter->width() * 0.5) <= OneSegment);
+        QVERIFY(std::abs(risen.right() - meter->width() * 0.75) <= OneSegment);
+        meter->setDoubleValue(0.5);
+        QCoreApplication::processEvents();
+        QCOMPARE(painted.region().boundingRect(), risen);
     }
 
     void theSpinnerIsThereWhileItTurns()
