@@ -63,7 +63,11 @@ private:
         const bool seenBefore = file.stamp == mStamp;
         mStamp = file.stamp;
         const bool absent = file.error == ENOENT || file.error == ENOTDIR;
-        mContents = file.error == 0 ? PropertyListDictionary::fromXml(file.bytes) : std::nullopt;
+        // Understanding the file takes longer than reading it, and most of the time it is what it was.
+        const bool isKnown = file.error == 0 && mContents && file.bytes == mBytes;
+        if (!isKnown)
+            mContents = file.error == 0 ? PropertyListDictionary::fromXml(file.bytes) : std::nullopt;
+        mBytes = file.bytes;
         const bool wasUsable = mUsable;
         mUsable = absent || mContents.has_value();
         if (!mUsable && (wasUsable || !seenBefore))
@@ -82,11 +86,13 @@ private:
             mPending.reset();
             return false;
         }
-        if (const int error = WholeFile::replace(mPath, mPending->toXml(), &mStamp)) {
+        const QByteArray bytes = mPending->toXml();
+        if (const int error = WholeFile::replace(mPath, bytes, &mStamp)) {
             reportUnwritten(error);
             return false;
         }
         mReadAtNs = nowNs();
+        mBytes = bytes;
         mWriteError = 0;
         mContents.swap(mPending);
         mPending.reset();
@@ -102,6 +108,8 @@ private:
     }
 
     QString mPath;
+    /// What mContents was made from.
+    QByteArray mBytes;
     std::optional<PropertyListDictionary> mContents;
     std::optional<PropertyListDictionary> mPending;
     WholeFile::Stamp mStamp;
