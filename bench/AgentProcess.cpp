@@ -20,6 +20,16 @@ void AgentProcess::haveCameras(int count)
     ask(QStringLiteral("cameras %1\n").arg(count));
 }
 
+void AgentProcess::haveCameraAtTheCable()
+{
+    ask(QStringLiteral("cable\n"));
+}
+
+void AgentProcess::moveLevels()
+{
+    ask(QStringLiteral("levels\n"));
+}
+
 QStringList AgentProcess::takeCalls()
 {
     return ask(QStringLiteral("calls\n")).split(QLatin1Char('\t'), Qt::SkipEmptyParts);

@@ -1,5 +1,7 @@
 // An agent in a process of its own that does as it is told on its standard input, a line each:
 //   cameras N   from now on N cameras, the first one preferred; answers "ready"
+//   cable       the second camera is at the USB cable and wants new firmware; answers "ready"
+//   levels      from now on the audio levels move ten times a second; answers "ready"
 //   calls       answers with the calls since the last time, separated by tabs
 #include "agent/RemoteNames.h"
 #include "agent/WireTypes.h"
@@ -7,8 +9,12 @@
 
 #include <QCoreApplication>
 
+#include <atomic>
+#include <chrono>
 #include <iostream>
+#include <optional>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -39,13 +45,55 @@ void haveCameras(RecordingAgent &agent, int count)
     agent.answer(QStringLiteral("getAudioLevel_l"), {0.5, 0.25});
 }
 
+void haveCameraAtTheCable(RecordingAgent &agent)
+{
+    agent.answer(QStringLiteral("indexOfPreferredKS7Cam"), {QVariant::fromValue(qulonglong(1))});
+    agent.answer(QStringLiteral("getPreferredKS7Cam"), {recordOf(1)});
+    agent.answer(QStringLiteral("connectedCamHasBTAddress"), {true});
+    agent.answer(QStringLiteral("connectedCamNeedsFirmwareUpdate"), {true});
+}
+
+/// Speech is seldom twice as loud; here it never is.
+class MovingLevels {
+public:
+    explicit MovingLevels(RecordingAgent &agent)
+        : mThread([this, &agent] { move(agent); })
+    {
+    }
+    ~MovingLevels()
+    {
+        mOver = true;
+        mThread.join();
+    }
+
+private:
+    void move(RecordingAgent &agent)
+    {
+        for (int step = 0; !mOver; ++step) {
+            const double level = 0.1 + 0.05 * (step * 7 % 11);
+            agent.answer(QStringLiteral("getAudioLevel_l"), {level, level / 2});
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+    }
+
+    std::atomic<bool> mOver = false;
+    std::thread mThread;
+};
+
 void serve(RecordingAgent &agent)
 {
+    std::optional<MovingLevels> levels;
     std::string word;
     while (std::cin >> word) {
         int count = 0;
         if (word == "cameras" && std::cin >> count) {
             haveCameras(agent, count);
+            std::cout << "ready" << std::endl;
+        } else if (word == "cable") {
+            haveCameraAtTheCable(agent);
+            std::cout << "ready" << std::endl;
+        } else if (word == "levels") {
+            levels.emplace(agent);
             std::cout << "ready" << std::endl;
         } else {
             std::cout << agent.takeJournal().join(QLatin1Char('\t')).toStdString() << std::endl;

@@ -5,9 +5,11 @@
 
 #include <QByteArray>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
+#include <cstdio>
 #include <fcntl.h>
 #include <plist/plist.h>
 #include <unistd.h>
@@ -70,7 +72,25 @@ bool writeAndSync(const QString &path, const char *text, std::uint32_t size)
     return written;
 }
 
-bool rewrite(const QString &path, std::uint64_t size)
+/// The steps that leave either the old file or the new one, whenever the machine stops.
+bool replaceAndSync(const QString &path, const char *text, std::uint32_t size)
+{
+    const QByteArray target = QFile::encodeName(path);
+    const QByteArray temporary = target + ".new";
+    const int file = ::open(temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    const bool written = ::write(file, text, size) == static_cast<ssize_t>(size) && ::fsync(file) == 0;
+    ::close(file);
+    const int folder =
+        ::open(QFile::encodeName(QFileInfo(path).path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const bool replaced =
+        written && std::rename(temporary.constData(), target.constData()) == 0 && ::fsync(folder) == 0;
+    ::close(folder);
+    return replaced;
+}
+
+using Writer = bool (*)(const QString &path, const char *text, std::uint32_t size);
+
+bool rewrite(const QString &path, std::uint64_t size, Writer writer)
 {
     const QByteArray before = readWhole(path);
     plist_t root = nullptr;
@@ -79,25 +99,34 @@ bool rewrite(const QString &path, std::uint64_t size)
     char *text = nullptr;
     std::uint32_t length = 0;
     plist_to_xml(root, &text, &length);
-    const bool written = writeAndSync(path, text, length);
+    const bool written = writer(path, text, length);
     plist_to_xml_free(text);
     plist_free(root);
     return written;
 }
 
-void setWithLibplist(benchmark::State &state)
+void setWithLibplist(benchmark::State &state, Writer writer)
 {
     const Domain domain(static_cast<int>(state.range(0)));
     std::uint64_t size = 0;
     for (auto _ : state) {
         size = 1 - size;
-        if (!rewrite(domain.path(), size))
+        if (!rewrite(domain.path(), size, writer))
             state.SkipWithError("the write failed");
     }
 }
 
 BENCHMARK(setOurs)->Name("domain/ours")->Arg(10)->Arg(1000)->UseRealTime();
-BENCHMARK(setWithLibplist)->Name("domain/libplist")->Arg(10)->Arg(1000)->UseRealTime();
+BENCHMARK_CAPTURE(setWithLibplist, plain, writeAndSync)
+    ->Name("domain/libplist")
+    ->Arg(10)
+    ->Arg(1000)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(setWithLibplist, safe, replaceAndSync)
+    ->Name("domain/libplist, safe")
+    ->Arg(10)
+    ->Arg(1000)
+    ->UseRealTime();
 
 } // namespace
 

@@ -133,6 +133,7 @@ BENCHMARK(lineSpdlog)
     ->Teardown(endSpdlog)
     ->Threads(4)
     ->UseRealTime();
+BENCHMARK(lineBare)->Name("line 4/write")->Setup(startBare)->Teardown(endBare)->Threads(4)->UseRealTime();
 BENCHMARK(unheardOurs)->Name("no logger/ours")->Setup(removeDefaultLogger);
 BENCHMARK(unheardSpdlog)->Name("no logger/spdlog")->Setup(startSpdlog)->Teardown(endSpdlog);
 BENCHMARK(unheardOurs)->Name("sinks off/ours")->Setup(makeSilentDefaultLogger);

@@ -4,24 +4,29 @@
 #include "agent/RemoteNames.h"
 #include "bench/AgentProcess.h"
 #include "bench/BareClient.h"
+#include "bench/PaneWindow.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
-#include "pane/Composition.h"
+#include "cameras/KS7Cam.h"
 #include "pane/KS7SettingsWindowController.h"
-#include "pane/KSPreferencesPanePref.h"
 #include "platform/Desktop.h"
 #include "platform/RunLoop.h"
+#include "platform/UserDefaults.h"
+#include "settings/KS7Domain.h"
 
+#include <QAbstractEventDispatcher>
 #include <QAbstractTableModel>
 #include <QApplication>
+#include <QCheckBox>
 #include <QDBusInterface>
 #include <QDBusReply>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTimer>
-#include <QVBoxLayout>
 
 #include <gst/gst.h>
 
@@ -56,36 +61,6 @@ void runFor(std::chrono::milliseconds time)
     QTimer::singleShot(time, &loop, &QEventLoop::quit);
     loop.exec();
 }
-
-class PaneWindow {
-public:
-    PaneWindow()
-    {
-        mWindow.setLayout(new QVBoxLayout);
-        mWindow.resize(900, 600);
-        mWindow.layout()->addWidget(mPane->mainView());
-    }
-    void show()
-    {
-        mPane->mainView()->show();
-        mWindow.show();
-        mPane->willSelect();
-    }
-    void hide()
-    {
-        mPane->didUnselect();
-        mWindow.hide();
-    }
-    [[nodiscard]] KS7SettingsWindowController &controller() const
-    {
-        return *mPane->mSettingsWindowController;
-    }
-    [[nodiscard]] KS7AnimatingStatusTableView *table() const { return controller().outlets.cameraListTable; }
-
-private:
-    KSPreferencesPanePref *const mPane = sharedPane();
-    QWidget mWindow;
-};
 
 /// Counts what is painted in a table's viewport.
 class PaintCounter : public QObject {
@@ -248,13 +223,13 @@ void tellWhatHappensIn(std::chrono::milliseconds time, const QString &name)
     tell(QStringLiteral("processor ") + name, processorTime() - used);
 }
 
-void idle(std::chrono::milliseconds time)
+void idle(std::chrono::milliseconds settling, std::chrono::milliseconds time)
 {
     tellWhatHappensIn(time, QStringLiteral("idle/empty"));
     const AgentProcess agent;
     PaneWindow window;
     window.show();
-    runFor(3s);
+    runFor(settling);
     tellWhatHappensIn(time, QStringLiteral("idle/shown"));
     window.hide();
     runFor(2s);
@@ -286,7 +261,7 @@ void metersOfABareClient(std::chrono::milliseconds time)
     tellWhatHappensIn(time, QStringLiteral("meters/bare"));
 }
 
-void openings()
+void openings(int times)
 {
     const AgentProcess agent;
     PaneWindow window;
@@ -299,7 +274,7 @@ void openings()
     for (int time = 0; time < 20; ++time)
         openAndClose();
     const auto before = ::mallinfo2().uordblks;
-    for (int time = 0; time < 100; ++time)
+    for (int time = 0; time < times; ++time)
         openAndClose();
     tell(QStringLiteral("growth"), static_cast<double>(::mallinfo2().uordblks) - static_cast<double>(before));
 }
@@ -324,64 +299,180 @@ void open()
     tellThreads();
 }
 
-/// The least that opening takes: for counting its instructions.
-void openOnly()
-{
-    const AgentProcess agent;
-    PaneWindow window;
-    window.show();
-    window.table()->viewport()->repaint();
-}
-
-/// The time of each event's handling, so that the longest is known.
+/// Knows the longest time in which the main thread did not come back to wait for news. A loop inside an
+/// event's handling counts as coming back.
 class TimedApplication : public QApplication {
 public:
     using QApplication::QApplication;
     bool notify(QObject *receiver, QEvent *event) override
     {
-        QElapsedTimer clock;
-        clock.start();
+        lap();
         const bool handled = QApplication::notify(receiver, event);
-        longest = std::max(longest, static_cast<double>(clock.nsecsElapsed()) / 1e6);
+        lap();
         return handled;
     }
+    void watchWaiting()
+    {
+        connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this, [this] {
+            lap();
+            mClock.invalidate();
+        });
+    }
+    void forget()
+    {
+        mClock.invalidate();
+        longest = 0;
+    }
     double longest = 0;
+
+private:
+    void lap()
+    {
+        if (mClock.isValid())
+            longest = std::max(longest, static_cast<double>(mClock.nsecsElapsed()) / 1e6);
+        mClock.start();
+    }
+
+    QElapsedTimer mClock;
 };
 
+/// Does what a person does and tells the longest block from there until nothing more follows from it.
 template <class Action>
-void tellLongestBlock(TimedApplication &application, const char *name, Action action)
+void tellLongestBlock(TimedApplication &application, const char *name, Action action,
+                      std::chrono::milliseconds aftermath = 300ms)
 {
-    settle(100ms);
-    application.longest = 0;
-    QElapsedTimer clock;
-    clock.start();
-    action();
-    const double direct = static_cast<double>(clock.nsecsElapsed()) / 1e6;
-    settle(100ms);
-    tell(QStringLiteral("block ") + QString::fromLatin1(name), std::max(direct, application.longest));
+    runFor(300ms);
+    application.forget();
+    QTimer::singleShot(0, &application, action);
+    runFor(aftermath);
+    tell(QStringLiteral("block ") + QString::fromLatin1(name), application.longest);
 }
 
-void actions(TimedApplication &application)
+/// The firmware sheet from its opening to its end; the agent's word comes while the pane waits for it.
+void firmwareActions(TimedApplication &application, const Outlets &outlets,
+                     KS7SettingsWindowController &controller)
 {
-    const AgentProcess agent;
-    PaneWindow window;
-    const auto &outlets = window.controller().outlets;
-    tellLongestBlock(application, "open", [&] { window.show(); });
-    tellLongestBlock(application, "hide", [&] { window.hide(); });
-    tellLongestBlock(application, "show again", [&] { window.show(); });
-    tellLongestBlock(application, "choose a camera", [&] { window.table()->clickRow(1); });
+    BareClient agent;
+    const auto proceed = [&] { outlets.firmwareContinueButton->click(); };
+    tellLongestBlock(application, "open the firmware sheet", [&] { controller.installFirmware(nullptr); });
+    tellLongestBlock(application, "firmware, first step", proceed);
+    QTimer::singleShot(600ms, &application, [&] { agent.post(NotificationNames::FirmwareUpdateProgress); });
+    QTimer::singleShot(900ms, &application, [&] { agent.post(NotificationNames::FirmwareUpdateEnded); });
+    tellLongestBlock(application, "firmware, the update itself", proceed, 1200ms);
+    tellLongestBlock(application, "firmware, last step", proceed);
+}
+
+void sheetActions(TimedApplication &application, const Outlets &outlets,
+                  KS7SettingsWindowController &controller)
+{
+    tellLongestBlock(application, "open the properties sheet",
+                     [&] { controller.showCameraProperties(nullptr); });
+    outlets.cameraNameText->setText(QStringLiteral("Porch"));
+    tellLongestBlock(application, "rename", [&] { controller.propertiesOkay(nullptr); });
+    tellLongestBlock(application, "open the passkey sheet", [&] { controller.changePIN(nullptr); });
+    outlets.newPINText->setText(QStringLiteral("1234"));
+    tellLongestBlock(
+        application, "new passkey", [&] { outlets.pinOkayButton->click(); }, 1000ms);
+    firmwareActions(application, outlets, controller);
+}
+
+/// What was to be measured has to have happened.
+bool haveBeenMade(const QStringList &methods, const QStringList &calls)
+{
+    return std::all_of(methods.begin(), methods.end(), [&calls](const QString &method) {
+        const bool made = std::any_of(calls.begin(), calls.end(),
+                                      [&method](const QString &call) { return call.startsWith(method); });
+        if (!made)
+            std::fprintf(stderr, "%s was not called\n", qPrintable(method));
+        return made;
+    });
+}
+
+/// Without the agent's preferences nothing of the pane's would be written.
+void havePreferences()
+{
+    const QString path = platform::fileOfDomain(KS7Domain::Name);
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write("<plist version=\"1.0\"><dict><key>VideoSize2</key><integer>0</integer></dict></plist>");
+}
+
+bool actions(TimedApplication &application)
+{
+    application.watchWaiting();
+    havePreferences();
+    AgentProcess agent;
+    agent.haveCameraAtTheCable();
+    PaneWindow *window = nullptr;
+    tellLongestBlock(
+        application, "load and open",
+        [&] {
+            window = new PaneWindow;
+            window->show();
+        },
+        1500ms);
+    auto &controller = window->controller();
+    const auto &outlets = controller.outlets;
+    tellLongestBlock(application, "hide", [&] { window->hide(); });
+    tellLongestBlock(application, "show again", [&] { window->show(); });
+    tellLongestBlock(application, "choose a camera", [&] { window->table()->clickRow(1); });
     tellLongestBlock(application, "search", [&] { outlets.addButton->click(); });
-    tellLongestBlock(application, "remove a camera", [&] { outlets.removeButton->click(); });
-    tellLongestBlock(application, "status menu", [&] { window.controller().statusMenuCheckbox(nullptr); });
-    tellLongestBlock(application, "switch off and on",
-                     [&] { window.controller().enableKS7Checkbox(nullptr); });
-    tellLongestBlock(application, "video size", [&] { window.controller().optimizeForChanged(nullptr); });
+    sheetActions(application, outlets, controller);
+    tellLongestBlock(application, "status menu", [&] { outlets.statusMenuCheckbox->click(); });
+    tellLongestBlock(application, "switch off", [&] { outlets.enableKS7Checkbox->click(); });
+    tellLongestBlock(application, "switch on", [&] { outlets.enableKS7Checkbox->click(); });
+    tellLongestBlock(application, "video size", [&] { controller.optimizeForChanged(nullptr); });
+    tellLongestBlock(application, "debug log on", [&] { outlets.debugLog->click(); });
+    tellLongestBlock(application, "debug log off", [&] { outlets.debugLog->click(); });
+    tellLongestBlock(application, "remove a camera", [&] { controller.removeCamera(nullptr); });
+    delete window;
+    return haveBeenMade({QStringLiteral("setName"), QStringLiteral("setPassKey"),
+                         QStringLiteral("startUpdate"), QStringLiteral("setPreferredDeviceAddress"),
+                         QStringLiteral("removeCameraAtIndex"), QStringLiteral("post KS7ToggleEnabled"),
+                         QStringLiteral("post KS7ToggleDebugLog")},
+                        agent.takeCalls());
+}
+
+/// Starting and stopping the preview of the stand-in agent's camera, which publishes a picture.
+bool previewActions(TimedApplication &application)
+{
+    application.watchWaiting();
+    QProcess agent;
+    agent.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    agent.start(QCoreApplication::applicationDirPath() + QStringLiteral("/../bin/ks7-agent-simulator"),
+                QStringList());
+    runFor(2s);
+    PaneWindow window;
+    window.show();
+    auto &controller = window.controller();
+    const auto streams = [&] {
+        const auto camera = controller.selectedCam();
+        return camera && camera->status() == kKS7CamStreaming;
+    };
+    while (!streams())
+        runFor(100ms);
+    runFor(2s);
+    const auto press = [&] { controller.outlets.startButton->click(); };
+    tellLongestBlock(application, "start the preview", press, 3000ms);
+    const bool started = controller.isStreaming();
+    if (!started)
+        std::fputs("the preview did not start\n", stderr);
+    tellLongestBlock(application, "stop the preview", press, 1000ms);
+    tellLongestBlock(application, "start the preview again", press, 3000ms);
+    tellLongestBlock(
+        application, "hide during the preview", [&] { window.hide(); }, 1000ms);
+    agent.terminate();
+    agent.waitForFinished();
+    return started;
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
+    // GLib's loop does not tell when it goes to sleep.
+    qputenv("QT_NO_GLIB", "1");
     TimedApplication application(argc, argv);
     const QStringList words = QCoreApplication::arguments();
     const QString what = words.value(1);
@@ -389,24 +480,26 @@ int main(int argc, char **argv)
     if (what == QLatin1String("refresh"))
         Refreshes(number).measure(words.value(3).toInt());
     else if (what == QLatin1String("idle"))
-        idle(std::chrono::seconds(number));
+        idle(std::chrono::seconds(number), std::chrono::seconds(words.value(3).toInt()));
     else if (what == QLatin1String("openings"))
-        openings();
+        openings(number);
     else if (what == QLatin1String("open"))
         open();
-    else if (what == QLatin1String("open-only"))
-        openOnly();
     else if (what == QLatin1String("actions"))
-        actions(application);
+        return actions(application) ? 0 : 1;
+    else if (what == QLatin1String("preview-actions"))
+        return previewActions(application) ? 0 : 1;
     else if (what == QLatin1String("meters")) {
-        const AgentProcess agent;
+        AgentProcess agent;
+        if (words.value(4) == QLatin1String("moving"))
+            agent.moveLevels();
         words.value(3) == QLatin1String("ours") ? metersOfThePane(std::chrono::seconds(number))
                                                 : metersOfABareClient(std::chrono::seconds(number));
     } else {
-        std::fputs("usage: pane_bench refresh CAMERAS TIMES | idle SECONDS | meters SECONDS ours|bare | "
-                   "openings | open | "
-                   "open-only | actions\n",
-                   stderr);
+        std::fputs(
+            "usage: pane_bench refresh CAMERAS TIMES | idle SETTLING SECONDS | meters SECONDS ours|bare "
+            "still|moving | openings TIMES | open | actions | preview-actions\n",
+            stderr);
         return 2;
     }
     return 0;

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "pane/Composition.h"
+#include "pane/KS7SettingsWindowController.h"
+#include "pane/KSPreferencesPanePref.h"
+
+#include <QVBoxLayout>
+#include <QWidget>
+
+/// The process's one pane in a window of its own, as a host shows and hides it.
+class PaneWindow {
+public:
+    PaneWindow()
+    {
+        mWindow.setLayout(new QVBoxLayout);
+        mWindow.resize(900, 600);
+        mWindow.layout()->addWidget(mPane->mainView());
+    }
+    void show()
+    {
+        mPane->mainView()->show();
+        mWindow.show();
+        mPane->willSelect();
+    }
+    void hide()
+    {
+        mPane->didUnselect();
+        mWindow.hide();
+    }
+    /// All of it at once, whatever the window system thinks of it.
+    void paint() { mWindow.grab(); }
+    [[nodiscard]] KS7SettingsWindowController &controller() const
+    {
+        return *mPane->mSettingsWindowController;
+    }
+    [[nodiscard]] KS7AnimatingStatusTableView *table() const { return controller().outlets.cameraListTable; }
+
+private:
+    KSPreferencesPanePref *const mPane = sharedPane();
+    QWidget mWindow;
+};
