@@ -125,6 +125,8 @@ void PaneNib::loadMainView()
     outlets.startButton = ui.startButton;
     outlets.levelIndicator_l = ui.levelIndicator_l;
     outlets.levelIndicator_r = ui.levelIndicator_r;
+    ui.levelIndicator_l->setLabel(ui.levelLabel_l);
+    ui.levelIndicator_r->setLabel(ui.levelLabel_r);
     outlets.copyright = ui.copyright;
     outlets.optimizeForPopUp = ui.optimizeForPopUp;
     outlets.optimizeForPopUpLabel = ui.optimizeForPopUpLabel;

@@ -3,7 +3,9 @@
 #include <QAccessibleWidget>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPair>
 #include <QTimerEvent>
+#include <QVector>
 
 #include <algorithm>
 #include <cmath>
@@ -30,6 +32,8 @@ double boundedFraction(double value)
 
 /// A value from 0 to 1, read by assistive programs and changed by nobody.
 class FractionAccessible final : public QAccessibleWidget, public QAccessibleValueInterface {
+    using Relations = QVector<QPair<QAccessibleInterface *, QAccessible::Relation>>;
+
 public:
     FractionAccessible(QWidget *widget, double (*fraction)(const QObject *))
         : QAccessibleWidget(widget, QAccessible::ProgressBar)
@@ -47,6 +51,14 @@ public:
         auto state = QAccessibleWidget::state();
         state.readOnly = true;
         return state;
+    }
+    [[nodiscard]] Relations relations(QAccessible::Relation match) const override
+    {
+        auto relations = QAccessibleWidget::relations(match);
+        auto *meter = qobject_cast<LevelIndicator *>(object());
+        if (meter && meter->label() && match.testFlag(QAccessible::Label))
+            relations.append({QAccessible::queryAccessibleInterface(meter->label()), QAccessible::Label});
+        return relations;
     }
 
 protected:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QProgressBar>
 #include <QWidget>
 
@@ -21,6 +22,10 @@ public:
     void setDoubleValue(double value);
     /// The part of the range that is filled, 0 to 1.
     [[nodiscard]] double fraction() const;
+    /// What assistive programs read as its label. As a label's buddy it would get a key of its own in some
+    /// hosts, which a meter has no use for.
+    void setLabel(QWidget *label) { mLabel = label; }
+    [[nodiscard]] QWidget *label() const { return mLabel; }
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
@@ -32,6 +37,7 @@ private:
     [[nodiscard]] QRect segmentRect(int segment) const;
 
     double mValue = 0.0;
+    QPointer<QWidget> mLabel;
 };
 
 /// A determinate progress bar with the range 0 to 1, and the state of its animation.

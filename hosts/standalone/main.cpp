@@ -11,6 +11,7 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QPluginLoader>
+#include <QScreen>
 #include <QTextStream>
 #include <QTranslator>
 
@@ -138,8 +139,8 @@ int main(int argc, char **argv)
         return refuse(loader.isLoaded() ? Words::tr("It is something else.") : loader.errorString());
     HostWindow window(factory->pane());
     const PrefPanesManager manager([&window] { window.showOverview(); });
-    // Wide enough for the picture beside the list.
-    window.resize(window.sizeHint().expandedTo({860, 560}));
+    // Wide enough for the picture beside the list, where the screen is.
+    window.resize(window.sizeHint().expandedTo({860, 560}).boundedTo(window.screen()->availableSize()));
     window.show();
     return QApplication::exec();
 }

@@ -19,9 +19,9 @@ import stand_in  # noqa: E402
 SHOWING = "KS7SystemPrefsShowing"
 
 
-def without_display(*arguments):
+def without_display(*arguments, **additions):
     env = {name: value for name, value in os.environ.items() if name not in ("DISPLAY", "QT_QPA_PLATFORM")}
-    return subprocess.run([PROGRAM, *arguments], env=env, capture_output=True, text=True, stdin=subprocess.DEVNULL)
+    return subprocess.run([PROGRAM, *arguments], env={**env, **additions}, capture_output=True, text=True, stdin=subprocess.DEVNULL)
 
 
 class StandaloneTest(unittest.TestCase):
@@ -81,6 +81,20 @@ class StandaloneTest(unittest.TestCase):
             # One sheet for the loading, one for the showing.
             accessible.wait_until(lambda: self.overview_or_sheet(host), "the overview", details=host.dump)
 
+    def test_the_alert_of_the_start_stands_over_the_window(self):
+        with self.open_host(agent="/nonexistent") as host:
+            window = host.wait_for("KS-7", role="frame")
+            alert = host.wait_for("Installation Error", role="alert")
+
+            def is_centred():
+                x, y, width, height = host.rectangle(window)
+                left, top, alert_width, alert_height = host.rectangle(alert)
+                # Their frames differ by some pixels.
+                return abs(2 * left + alert_width - 2 * x - width) < 60 and \
+                    abs(2 * top + alert_height - 2 * y - height) < 60
+            accessible.wait_until(is_centred, "the alert over its window",
+                                  details=lambda: f"{host.rectangle(window)} {host.rectangle(alert)}")
+
     def overview_or_sheet(self, host):
         if host.find("KS-7", role="push button"):
             return True
@@ -105,6 +119,10 @@ class StandaloneTest(unittest.TestCase):
         version = without_display("--version")
         self.assertEqual((version.returncode, version.stdout), (0, "ks7-preferences 1.0\n"))
         self.assertIn("--version", without_display("--help").stdout)
+
+    def test_says_its_options_in_the_language_of_the_session(self):
+        told = without_display("--help", LC_ALL="de_DE.UTF-8", LANGUAGE="de").stdout
+        self.assertIn("Zeigt die Einstellungen der drahtlosen Webcam KS-7.", told)
 
 
 if __name__ == "__main__":

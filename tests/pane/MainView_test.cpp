@@ -450,10 +450,13 @@ private Q_SLOTS:
         showPane();
         auto *spinner = outlets().searchingIndicator;
         const auto buttons = outlets().pulldownMenu->geometry();
+        const auto least = view()->minimumSizeHint();
         QVERIFY(!spinner->isVisible());
         mFixture->agentPosts(Names::StartedDiscovering);
         QVERIFY(spinner->isVisible());
         QVERIFY(outlets().discoveringMessage->isVisible());
+        // The window has no reason to grow.
+        QTRY_COMPARE(view()->minimumSizeHint(), least);
         mFixture->agentPosts(Names::StoppedDiscovering);
         QVERIFY(!spinner->isVisible());
         QCOMPARE(outlets().pulldownMenu->geometry(), buttons);
