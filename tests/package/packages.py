@@ -1,0 +1,82 @@
+"""What is to be found in the Debian packages, however they were made."""
+
+import re
+import subprocess
+
+PREFERENCES = "ks7-preferences"
+SIMULATOR = "ks7-agent-simulator"
+
+
+def run(*command, **options):
+    done = subprocess.run([str(part) for part in command], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                          stderr=subprocess.STDOUT, text=True, errors="replace", **options)
+    if done.returncode != 0:
+        raise AssertionError(f"{command[0]} ended with {done.returncode}:\n{done.stdout[-6000:]}")
+    return done.stdout
+
+
+def field(file, name):
+    return run("dpkg-deb", "--field", file, name).strip()
+
+
+class Packages:
+    """The tests, for a class that has put the packages by their names into `packages` and what is in them into the folder
+    `unpacked`."""
+
+    packages = {}
+    unpacked = None
+
+    def files(self, package):
+        listing = run("dpkg-deb", "--contents", self.packages[package])
+        paths = [line.split(None, 5)[5] for line in listing.splitlines()]
+        return {path[1:] for path in paths if not path.endswith("/")}
+
+    def assert_has(self, package, *patterns):
+        files = self.files(package)
+        for pattern in patterns:
+            self.assertTrue([path for path in files if re.fullmatch(pattern, path)], f"{pattern} not in {files}")
+
+    def test_there_are_two_packages(self):
+        self.assertEqual(set(self.packages), {PREFERENCES, SIMULATOR})
+
+    def test_the_pane_is_where_its_hosts_look(self):
+        self.assert_has(PREFERENCES, "/usr/bin/ks7-preferences", "/usr/lib/[^/]+/ks7/ks7pane.so",
+                        "/usr/lib/[^/]+/qt5/plugins/plasma/kcms/systemsettings/kcm_ks7.so")
+
+    def test_the_desktop_finds_name_icon_and_help(self):
+        self.assert_has(PREFERENCES, "/usr/share/applications/ks7-preferences.desktop",
+                        "/usr/share/icons/hicolor/scalable/apps/ks7-preferences.svg",
+                        "/usr/share/icons/hicolor/symbolic/apps/ks7-preferences-symbolic.svg",
+                        "/usr/share/metainfo/com.orvex.ks7_preferences.metainfo.xml",
+                        "/usr/share/man/man1/ks7-preferences.1.gz",
+                        "/usr/share/qlogging-categories5/ks7-preferences.categories")
+
+    def test_the_simulator_has_its_own_package(self):
+        self.assert_has(SIMULATOR, "/usr/bin/ks7-agent-simulator", "/usr/share/man/man1/ks7-agent-simulator.1.gz")
+        self.assertEqual([path for path in self.files(PREFERENCES) if "simulator" in path], [])
+
+    def test_nothing_lies_outside_usr(self):
+        for package in self.packages:
+            self.assertEqual([path for path in self.files(package) if not path.startswith("/usr/")], [])
+
+    def test_the_dependencies_are_computed(self):
+        depends = field(self.packages[PREFERENCES], "Depends")
+        for library in ("libqt5widgets5", "libqt5dbus5", "libplist3", "libkf5coreaddons5",
+                        "libgstreamer1.0-0", "libpipewire-0.3-0", "libc6 (>= "):
+            self.assertIn(library, depends)
+        # Plug-ins, which cannot be computed.
+        for package in ("gstreamer1.0-pipewire", "libqt5svg5"):
+            self.assertIn(package, depends)
+
+    def test_lintian_finds_no_error(self):
+        # Root packs in a container; the warning about that is no finding.
+        report = subprocess.run(["lintian", "--allow-root", "--fail-on", "error", *map(str, self.packages.values())],
+                                stdin=subprocess.DEVNULL, capture_output=True, text=True)
+        self.assertEqual(report.returncode, 0, report.stdout + report.stderr)
+
+    def test_the_desktop_entry_is_valid(self):
+        print(run("desktop-file-validate", self.unpacked / "usr/share/applications/ks7-preferences.desktop"))
+
+    def test_the_metainfo_is_valid(self):
+        run("appstreamcli", "validate", "--no-net", "--pedantic",
+            self.unpacked / "usr/share/metainfo/com.orvex.ks7_preferences.metainfo.xml")
