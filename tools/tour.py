@@ -1,11 +1,13 @@
 #!/usr/bin/python3
-"""Walks through the pane as a person would and takes pictures: tools/tour.py BUILD-FOLDER [PART...]
+"""Walks through the pane as a person would and takes pictures: tools/tour.py BUILD-FOLDER [--docs] [PART...]
 
 Runs in a private session with a display, a bus and a window manager (./run --tour makes one). The pictures go to
 BUILD-FOLDER/tour/, with one line for each that says what it shows. A part of the walk that does not come to
-what it should show is named, the others are done nevertheless, and the exit code is 1.
+what it should show is named, the others are done nevertheless, and the exit code is 1. With --docs, those of the README
+go to docs/pictures/ too, made small.
 """
 
+import argparse
 import contextlib
 import os
 import pathlib
@@ -27,16 +29,20 @@ style=Fusion
 """
 
 GERMAN = {"LC_ALL": "de_DE.UTF-8", "LANGUAGE": "de"}
+# The pictures of the README, and what they are called there.
+DOCUMENTED = {"10-properties": "properties", "15-preview": "preview", "18-dark-1": "dark",
+              "22-systemsettings": "system-settings"}
 CAMERA_AT_THE_CABLE = "00-1b-dc-0f-5d-04"
 
 
 class Tour:
-    def __init__(self, build):
+    def __init__(self, build, parts, docs):
         self.build = build.resolve()
+        self.docs = docs
         self.folder = self.build / "tour"
         self.failures = 0
         self.agent = stand_in.Agent()
-        if len(sys.argv) < 3:
+        if not parts:
             shutil.rmtree(self.folder, ignore_errors=True)
         self.folder.mkdir(parents=True, exist_ok=True)
 
@@ -64,6 +70,8 @@ class Tour:
     def picture(self, program, name, shows):
         path = self.folder / f"{name}.png"
         accessible.screenshot(path, program.x_area())
+        if self.docs and name in DOCUMENTED:
+            make_small(path, ROOT / "docs" / "pictures" / f"{DOCUMENTED[name]}.png")
         print(f"  build/tour/{path.name}: {shows}", flush=True)
 
     def part(self, walk):
@@ -75,6 +83,12 @@ class Tour:
             (self.folder / f"{walk.__name__}.txt").write_text(str(problem))
             print(f"  NOT SHOWN: {walk.__doc__}: {str(problem).splitlines()[0]} (build/tour/{walk.__name__}.txt)",
                   flush=True)
+
+
+def make_small(picture, copy):
+    copy.parent.mkdir(exist_ok=True)
+    subprocess.run(["convert", picture, "-strip", "-dither", "None", "-colors", "128", "-define",
+                    "png:compression-level=9", f"PNG8:{copy}"], check=True, stdin=subprocess.DEVNULL)
 
 
 def rows(program):
@@ -327,6 +341,8 @@ def kcmshell(tour):
     with tour.kde("kcmshell5", "kcm_ks7") as pane:
         wait_row(pane, r", Streaming$")
         tour.picture(pane, "21-kcmshell", "the same pane in kcmshell5")
+        resize(pane, 720, 560)
+        tour.picture(pane, "21-kcmshell-narrow", "kcmshell5, 720 pixels wide")
 
 
 def system_settings(tour):
@@ -336,7 +352,7 @@ def system_settings(tour):
         tour.picture(pane, "22-systemsettings", "the same pane in System Settings")
         resize(pane, 720, 600)
         pane.wait_for("Cameras")
-        tour.picture(pane, "22-systemsettings-narrow", "System Settings, 720 pixels wide")
+        tour.picture(pane, "22-systemsettings-narrow", "System Settings, as near to 720 pixels as it lets itself be made")
 
 
 WALKS = (cameras_come_and_stream, sheets, live_preview, about_box, no_agent, scales_and_themes, dark_sheets,
@@ -344,10 +360,14 @@ WALKS = (cameras_come_and_stream, sheets, live_preview, about_box, no_agent, sca
 
 
 def main():
-    tour = Tour(pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else ROOT / "build"))
-    chosen = sys.argv[2:] or [walk.__name__ for walk in WALKS]
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--docs", action="store_true")
+    parser.add_argument("build", type=pathlib.Path)
+    parser.add_argument("parts", nargs="*")
+    options = parser.parse_args()
+    tour = Tour(options.build, options.parts, options.docs)
     for walk in WALKS:
-        if walk.__name__ in chosen:
+        if not options.parts or walk.__name__ in options.parts:
             tour.part(walk)
     sys.exit(1 if tour.failures else 0)
 

@@ -126,7 +126,7 @@ private Q_SLOTS:
         auto *picture = named<PictureFrame>("pictureFrame");
         QVERIFY(!columns->isStacked());
         QVERIFY(onScreen(picture).left() > onScreen(&table()).right());
-        resizeTo(680, 700);
+        resizeTo(600, 700);
         QVERIFY(columns->isStacked());
         QVERIFY(onScreen(picture).top() > onScreen(&table()).bottom());
         resizeTo(900, 600);
