@@ -126,7 +126,8 @@ private Q_SLOTS:
         paneHasNoAgent();
         everyControlAnswers();
         mDaemon.resume();
-        // What was written to the bus meanwhile arrives now, in its order: the one call comes before the search.
+        // What was written to the bus meanwhile arrives now, in its order: the one call comes before the
+        // search.
         QVERIFY(turnUntil([this] { return mAgent->journal().contains(Search); }));
         QCOMPARE(mAgent->takeJournal(), QStringList({QStringLiteral("cameraDict"), Search}));
         QCOMPARE(deaths(), 1);

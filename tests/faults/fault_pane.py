@@ -26,11 +26,12 @@ NOTIFICATIONS_PATH = "/com/orvex/DistributedNotificationCenter"
 KITCHEN = "00-1b-dc-0f-2a-9c"
 DESK = "00-1b-dc-0f-3b-71"
 NOT_STREAMING = 1
+CAMERAS = ("Kitchen, Not Streaming", "Desk, Not Streaming")
 MEGABYTE = 1024 * 1024
 # Time to run as many programs side by side as there are tests.
 PATIENCE = 120
 # To an item of the camera actions, from the nearer end; every item in between can be chosen then.
-WAY_IN_MENU = {"Properties…": ["Down"] * 2, "Change Passkey…": ["Down"] * 3, "Update Firmware…": ["Up"] * 2,
+WAY_IN_MENU = {"Properties…": ["Down"] * 3, "Change Passkey…": ["Down"] * 4, "Update Firmware…": ["Up"] * 2,
                "About KS-7…": ["Up"]}
 
 
@@ -82,6 +83,26 @@ class AgentProcess:
             self.process.wait()
 
 
+class CameraProcess:
+    """The camera's picture in PipeWire, by its name."""
+
+    NAME = "KS-7 Wireless Webcam"
+
+    def __init__(self):
+        # The end of its input would be the camera's.
+        self.process = subprocess.Popen([BUILD / "tests" / "virtual_camera", self.NAME, "KS-7"],
+                                        stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        wait_until(self.is_up, "the camera in PipeWire")
+
+    def is_up(self):
+        told = subprocess.run(["pw-dump"], capture_output=True, text=True, stdin=subprocess.DEVNULL)
+        return self.NAME in told.stdout
+
+    def end(self):
+        self.process.kill()
+        self.process.communicate()
+
+
 class Measured:
     """What a process holds of the machine."""
 
@@ -123,6 +144,23 @@ class Measured:
         return False
 
 
+class MeasuredHeap(Measured):
+    """A process that tells what it keeps of its heap. While messages wait to be read the heap grows with them, and the
+    allocator keeps what they took for later: that is given back first."""
+
+    LIBRARY = BUILD / "tests" / "ks7_heap_report.so"
+
+    def __init__(self, pid, report):
+        super().__init__(pid)
+        self.report = report
+
+    def kept(self):
+        self.report.unlink(missing_ok=True)
+        os.kill(self.pid, signal.SIGUSR2)
+        wait_until(self.report.exists, "the report of the heap")
+        return int(self.report.read_text())
+
+
 class FaultCase(unittest.TestCase):
     maxDiff = None
 
@@ -140,11 +178,16 @@ class FaultCase(unittest.TestCase):
         self.addCleanup(pane.end)
         return pane
 
-    def start_pane(self):
+    def start_pane(self, **env):
         """The pane without a display, where nobody looks at it."""
-        process = subprocess.Popen([HOST], env=dict(os.environ, KS7_AGENT=NOWHERE), stdin=subprocess.DEVNULL)
+        process = subprocess.Popen([HOST], env=dict(os.environ, KS7_AGENT=NOWHERE, **env), stdin=subprocess.DEVNULL)
         self.addCleanup(self.end_process, process)
         return process
+
+    def start_measured_pane(self):
+        report = pathlib.Path(os.environ["KS7_SESSION_FOLDER"]) / "heap"
+        process = self.start_pane(LD_PRELOAD=str(MeasuredHeap.LIBRARY), KS7_HEAP_REPORT=str(report))
+        return MeasuredHeap(process.pid, report)
 
     @staticmethod
     def end_process(process):
@@ -164,10 +207,11 @@ class FaultCase(unittest.TestCase):
         wait_until(lambda: self.rows(pane) == list(rows), f"the rows {rows}", pane.dump)
 
     def wait_for_cameras(self, pane):
-        self.wait_for_rows(pane, "Kitchen, Not Streaming", "Desk, Not Streaming")
+        self.wait_for_rows(pane, *CAMERAS)
 
     def wait_for_no_agent(self, pane):
-        self.wait_for_rows(pane)
+        """A pane that waits for its agent tells of no row either: it has to be seen that it goes on."""
+        wait_until(lambda: not self.rows(pane) and pane.find("Add Camera"), "no row", pane.dump)
         self.assertFalse(pane.ended())
 
     def choose(self, pane, item):
@@ -176,6 +220,13 @@ class FaultCase(unittest.TestCase):
         pane.click("Camera Actions")
         wait_until(lambda: len(pane.x_windows()) > windows, "the menu", pane.dump)
         accessible.key(*WAY_IN_MENU[item], "Return")
+
+    def plug_in(self, agent):
+        """The kitchen's camera is at the cable, with old firmware; what is asked for is begun and never ends."""
+        for behaviour in ("firmware", "passKey"):
+            agent.script.setBehaviour(behaviour, False)
+        agent.script.plugUSB(KITCHEN, True)
+        agent.wait_for_call("connectedCamNeedsFirmwareUpdate")
 
     def close(self, pane):
         """Closes whatever is in front until the program has ended; answers its exit code."""

@@ -4,7 +4,8 @@
 import unittest
 
 import dbus
-from fault_pane import KITCHEN, FaultCase, accessible
+from fault_pane import FaultCase, accessible
+
 
 class Quitting(FaultCase):
     def show_pane(self):
@@ -15,18 +16,14 @@ class Quitting(FaultCase):
     def expect_a_good_end(self):
         self.assertEqual(self.close(self.pane), 0)
 
-    def plug_in(self):
-        """The kitchen's camera is chosen and at the cable, with old firmware."""
+    def choose_and_plug_in(self):
         self.pane.click("Kitchen, Not Streaming")
         self.agent.wait_for_call("setPreferredDeviceAddress")
-        self.agent.script.setBehaviour("firmware", False)
-        self.agent.script.setBehaviour("passKey", False)
-        self.agent.script.plugUSB(KITCHEN, True)
-        self.agent.wait_for_call("connectedCamNeedsFirmwareUpdate")
+        self.plug_in(self.agent)
 
     def start_update(self):
         self.show_pane()
-        self.plug_in()
+        self.choose_and_plug_in()
         self.choose(self.pane, "Update Firmware…")
         self.pane.press(self.pane.wait_for("Continue", role="push button"))
         self.pane.wait_for("Click Continue to start the update.")
@@ -69,14 +66,14 @@ class Quitting(FaultCase):
 
     def test_with_the_passkey_open(self):
         self.show_pane()
-        self.plug_in()
+        self.choose_and_plug_in()
         self.choose(self.pane, "Change Passkey…")
         self.pane.wait_for("New passkey:")
         self.expect_a_good_end()
 
     def test_in_the_moment_after_a_new_passkey(self):
         self.show_pane()
-        self.plug_in()
+        self.choose_and_plug_in()
         self.choose(self.pane, "Change Passkey…")
         self.pane.wait_for("New passkey:")
         accessible.type_text("1234")
@@ -87,7 +84,7 @@ class Quitting(FaultCase):
 
     def test_before_an_update(self):
         self.show_pane()
-        self.plug_in()
+        self.choose_and_plug_in()
         self.choose(self.pane, "Update Firmware…")
         self.pane.wait_for("Click Continue to proceed.")
         self.expect_a_good_end()

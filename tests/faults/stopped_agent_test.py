@@ -1,0 +1,132 @@
+#!/usr/bin/python3
+"""An agent that stands still, and a machine that does, as a person at the pane's window meets them."""
+
+import signal
+import time
+import unittest
+
+from fault_pane import CAMERAS, KITCHEN, FaultCase, wait_until
+
+# Longer than any call but two is given.
+A_NIGHT = 5
+
+
+class StoppedAgent(FaultCase):
+    """The agent hears of one call when it goes on, and the pane has given it up."""
+
+    def setUp(self):
+        super().setUp()
+        self.agent = self.start_agent().add_cameras()
+        self.pane = self.open_pane()
+        self.wait_for_cameras(self.pane)
+        self.agent.script.clearRecord()
+
+    def expect_the_pane_to_go_on(self):
+        self.wait_for_no_agent(self.pane)
+        self.post("KS7CameraListChanged")
+        self.pane.press("Show All")
+        self.pane.press(self.pane.wait_for("KS-7", role="push button"))
+        self.wait_for_cameras(self.pane)
+        self.assertFalse(self.pane.ended())
+
+    def test_before_a_refresh(self):
+        self.agent.stop()
+        self.post("KS7CameraListChanged")
+        self.wait_for_no_agent(self.pane)
+        for _ in range(5):
+            self.post("KS7CameraListChanged")
+        self.agent.resume()
+        self.agent.wait_for_call("cameraDict")
+        self.assertEqual(self.agent.calls(), ["cameraDict()"])
+        self.expect_the_pane_to_go_on()
+
+    def test_before_the_pane_is_shown(self):
+        self.pane.press("Show All")
+        icon = self.pane.wait_for("KS-7", role="push button")
+        self.agent.stop()
+        self.pane.press(icon)
+        self.wait_for_no_agent(self.pane)
+        self.agent.resume()
+        self.agent.wait_for_call("flush")
+        self.assertEqual(self.agent.calls(), ["flush()"])
+        self.expect_the_pane_to_go_on()
+
+    def test_while_a_camera_is_chosen(self):
+        self.agent.stop()
+        self.pane.click("Desk, Not Streaming")
+        self.wait_for_no_agent(self.pane)
+        self.agent.resume()
+        wait_until(self.agent.calls, "a call")
+        self.assertEqual(len(self.agent.calls()), 1, self.agent.calls())
+        self.expect_the_pane_to_go_on()
+
+    def test_killed_while_stopped(self):
+        self.agent.stop()
+        self.agent.kill()
+        self.wait_for_no_agent(self.pane)
+        self.start_agent().add_cameras()
+        self.wait_for_cameras(self.pane)
+
+    def test_while_an_update_is_begun(self):
+        """Half a minute, as the agent writes to the camera."""
+        self.agent.script.setPreferred(KITCHEN)
+        self.plug_in(self.agent)
+        self.choose(self.pane, "Update Firmware…")
+        self.pane.press(self.pane.wait_for("Continue", role="push button"))
+        self.pane.wait_for("Click Continue to start the update.")
+        self.agent.script.clearRecord()
+        self.agent.stop()
+        self.pane.press("Continue")
+        self.wait_for_no_agent(self.pane)
+        self.pane.wait_gone("Now updating firmware.")
+        self.agent.resume()
+        self.agent.wait_for_call("startUpdate")
+        self.assertEqual(self.agent.calls(), ["startUpdate()"])
+        self.post("KS7AgentStarted")
+        self.wait_for_cameras(self.pane)
+        self.assertEqual(self.close(self.pane), 0)
+
+
+class SleepingMachine(FaultCase):
+    """All stands still in the midst of a call, and goes on in one order or the other."""
+
+    def setUp(self):
+        super().setUp()
+        self.agent = self.start_agent().add_cameras()
+        self.pane = self.open_pane()
+        self.wait_for_cameras(self.pane)
+        self.fall_asleep_in_a_call()
+
+    def fall_asleep_in_a_call(self):
+        self.agent.script.clearRecord()
+        self.agent.script.hangDuring("cameraDict", 0.0)
+        self.post("KS7CameraListChanged")
+        self.agent.wait_for_call("cameraDict")
+        self.agent.stop()
+        self.pane.process.send_signal(signal.SIGSTOP)
+        asleep = time.monotonic()
+        wait_until(lambda: time.monotonic() - asleep >= A_NIGHT, "the end of the night")
+
+    def expect_the_agent_to_be_taken_up(self):
+        def cameras():
+            self.post("KS7AgentStarted")
+            return self.rows(self.pane) == list(CAMERAS)
+        wait_until(cameras, "the cameras", self.pane.dump)
+        self.assertEqual(self.close(self.pane), 0)
+
+    def test_the_agent_wakes_first_and_answers(self):
+        self.agent.resume()
+        self.agent.script.resume()
+        self.pane.process.send_signal(signal.SIGCONT)
+        self.expect_the_agent_to_be_taken_up()
+
+    def test_the_pane_wakes_first(self):
+        self.pane.process.send_signal(signal.SIGCONT)
+        self.wait_for_no_agent(self.pane)
+        self.agent.resume()
+        self.agent.script.resume()
+        self.expect_the_agent_to_be_taken_up()
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
