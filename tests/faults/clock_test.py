@@ -1,14 +1,19 @@
 #!/usr/bin/python3
 """The wall clock is put an hour back or forward while the pane waits for something: it waits no longer for it."""
 
+import datetime
 import os
 import pathlib
+import re
 import subprocess
 import tempfile
 import unittest
 
 from fault_pane import FaultCase, HOST, KITCHEN, NOWHERE, wait_until
 
+HOUR = datetime.timedelta(hours=1)
+LOGS = pathlib.Path(os.environ["HOME"]) / "Library" / "Logs" / "KS7_Logs"
+LINE = re.compile(r"^(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d)\S* .*cameraStatusChanged", re.MULTILINE)
 LIBRARY = "/usr/lib/x86_64-linux-gnu/faketime/libfaketime.so.1"
 
 
@@ -21,6 +26,7 @@ class Clock(FaultCase):
         self.put("+0")
         self.agent = self.start_agent().add_cameras()
         self.agent.script.setPreferred(KITCHEN)
+        self.agent.script.setPreference("LogToFile", True)
         self.agent.script.clearRecord()
         self.pane = self.start_pane_under_the_clock()
         self.agent.wait_for_call("getPreferredKS7Cam", 2)
@@ -61,14 +67,32 @@ class Clock(FaultCase):
         self.post("KS7AgentStarted")
         return len(self.agent.calls("cameraDict")) == 2
 
+    def expect_the_log_to_say(self, offset):
+        """The last refresh is logged with the clock's hour, give or take half of one."""
+        def is_logged():
+            return self.logged() and abs(self.logged() - (datetime.datetime.now() + offset)) < HOUR / 2
+        wait_until(is_logged, f"a line {offset} from now", lambda: str(self.logged()))
+
+    @staticmethod
+    def logged():
+        """When the last refresh was, by the newest log file."""
+        files = sorted((path for path in LOGS.rglob("*") if path.is_file()), key=lambda path: path.stat().st_mtime_ns)
+        found = [LINE.findall(path.read_text(errors="replace")) for path in files]
+        times = [time for line in found for time in line]
+        return datetime.datetime.fromisoformat(times[-1]) if times else None
+
     def test_an_hour_back(self):
+        self.expect_the_log_to_say(0 * HOUR)
         self.put("-3600")
         self.expect_a_refresh()
+        self.expect_the_log_to_say(-HOUR)
         self.expect_one_time_out("-7200")
 
     def test_an_hour_forward(self):
+        self.expect_the_log_to_say(0 * HOUR)
         self.put("+3600")
         self.expect_a_refresh()
+        self.expect_the_log_to_say(HOUR)
         self.expect_one_time_out("+7200")
 
 

@@ -14,7 +14,8 @@ import time
 import unittest
 
 import dbus
-from fault_pane import DESK, KITCHEN, MEGABYTE, NOT_STREAMING, FaultCase, Measured, accessible, wait_until
+from fault_pane import (DESK, KITCHEN, MEGABYTE, NOT_STREAMING, CameraProcess, FaultCase, Measured, accessible,
+                        wait_until)
 
 LONGEST = 600
 SECONDS = min(LONGEST, int(os.environ.get("KS7_SOAK_SECONDS", 480)))
@@ -25,6 +26,7 @@ class Soak(FaultCase):
     def setUp(self):
         super().setUp()
         self.random = random.Random(SEED)
+        self.addCleanup(CameraProcess().end)
         self.deeds = 0
 
     # What can happen
@@ -39,15 +41,12 @@ class Soak(FaultCase):
         self.pane.wait_for("Cameras")
 
     def preview(self):
-        """Where there is no picture the preview says so."""
         self.pane.press("Start Preview")
-        wait_until(lambda: self.pane.find("Stop Preview") or self.pane.find("OK", role="push button"), "a preview",
-                   self.pane.dump)
-        if self.pane.find("Stop Preview"):
-            self.pane.press("Stop Preview")
-        else:
-            self.dismiss()
+        self.pane.wait_for("Stop Preview")
+        self.pane.wait_for("Live picture")
+        self.pane.press("Stop Preview")
         self.pane.wait_for("Start Preview")
+        self.pane.wait_gone("Live picture")
 
     def rename(self):
         self.choose(self.pane, "Properties…")

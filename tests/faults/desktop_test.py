@@ -1,0 +1,179 @@
+#!/usr/bin/python3
+"""The services of the system that come and go and answer errors, under the pane in its host: a person sees nothing
+of it."""
+
+import json
+import os
+import pathlib
+import subprocess
+import sys
+import unittest
+
+import dbus
+from fault_pane import BUILD, FaultCase, Measured, wait_until
+
+LOGIND = "org.freedesktop.login1"
+LOGIND_PATH = "/org/freedesktop/login1"
+MANAGER = "org.freedesktop.login1.Manager"
+MOCK = "org.freedesktop.DBus.Mock"
+REFUSE = "raise dbus.exceptions.DBusException('no', name='org.freedesktop.DBus.Error.AccessDenied')"
+PACKAGEKIT = pathlib.Path(__file__).resolve().parents[1] / "about" / "packagekit_stand_in.py"
+UPDATES = pathlib.Path(os.environ["XDG_STATE_HOME"]) / "ks7-preferences" / "updates"
+OWN_FILE = (BUILD / "plugins" / "ks7" / "ks7pane.so").resolve()
+OWN_PACKAGE = "ks7-preferences;1.0-1;amd64;installed"
+NEWER_PACKAGE = "ks7-preferences;1.1-1;amd64;debian"
+
+
+class Service:
+    """A process that takes a name on the system's bus."""
+
+    def __init__(self, name, *command, **options):
+        self.bus = dbus.SystemBus()
+        self.name = name
+        self.process = subprocess.Popen([sys.executable, *map(str, command)], stdin=subprocess.DEVNULL, **options)
+        wait_until(lambda: self.bus.name_has_owner(name), name)
+
+    def kill(self):
+        if self.process.poll() is None:
+            self.process.kill()
+        self.process.wait()
+        wait_until(lambda: not self.bus.name_has_owner(self.name), f"the end of {self.name}")
+
+
+class Logind(Service):
+    def __init__(self, *arguments):
+        super().__init__(LOGIND, "-m", "dbusmock", "--system", *(arguments or ("--template", "logind")),
+                         stdout=subprocess.DEVNULL)
+
+    def _interface(self, name):
+        return dbus.Interface(self.bus.get_object(LOGIND, LOGIND_PATH), name)
+
+    def inhibitors(self):
+        return [what for what, who, *_ in self._interface(MANAGER).ListInhibitors() if who == "KS-7"]
+
+    def prepare_for_sleep(self, start):
+        self._interface(MOCK).EmitSignal(MANAGER, "PrepareForSleep", "b", [start])
+
+    @classmethod
+    def that_refuses(cls):
+        logind = cls(LOGIND, LOGIND_PATH, MANAGER)
+        for method, takes, gives in (("Inhibit", "ssss", "h"), ("GetSession", "s", "o"), ("GetSessionByPID", "u", "o")):
+            logind._interface(MOCK).AddMethod(MANAGER, method, takes, gives, REFUSE)
+        return logind
+
+
+class PackageKit(Service):
+    """Tells in a file what it is asked."""
+
+    def __init__(self, **behaviour):
+        self.told = pathlib.Path(os.environ["KS7_SESSION_FOLDER"]) / "packagekit"
+        with self.told.open("w") as told:
+            super().__init__("org.freedesktop.PackageKit", PACKAGEKIT, json.dumps(behaviour), stdout=told)
+
+    def wait_for_call(self, name):
+        wait_until(lambda: name in self.told.read_text(), f"{name} of the package service")
+
+
+class Desktop(FaultCase):
+    def setUp(self):
+        super().setUp()
+        self.another_day()
+        self.agent = self.start_agent().add_cameras()
+
+    @staticmethod
+    def another_day():
+        """The package service is asked once a day."""
+        UPDATES.unlink(missing_ok=True)
+
+    def show_pane(self):
+        self.pane = self.open_pane()
+        self.wait_for_cameras(self.pane)
+
+    def start(self, service, **behaviour):
+        started = service(**behaviour)
+        self.addCleanup(started.kill)
+        return started
+
+    def wait_for_inhibitors(self, logind, count):
+        wait_until(lambda: len(logind.inhibitors()) == count, f"{count} inhibitors", lambda: str(logind.inhibitors()))
+
+    def expect_nothing_to_be_seen(self):
+        self.wait_for_cameras(self.pane)
+        self.assertIsNone(self.pane.find("OK", role="push button"))
+        self.assertIsNone(self.pane.find("Install", role="push button"))
+
+    # logind
+
+    def test_a_logind_that_starts_again_finds_one_inhibitor(self):
+        logind = self.start(Logind)
+        self.show_pane()
+        self.wait_for_inhibitors(logind, 1)
+        host = Measured(self.pane.process.pid)
+        held = host.descriptors()
+        for _ in range(5):
+            logind.kill()
+            logind = self.start(Logind)
+            self.wait_for_inhibitors(logind, 1)
+            wait_until(lambda: host.descriptors() == held, "the descriptors", lambda: f"{held}\n{host.descriptors()}")
+        self.expect_nothing_to_be_seen()
+        logind.prepare_for_sleep(True)
+        self.wait_for_inhibitors(logind, 0)
+        logind.prepare_for_sleep(False)
+        self.wait_for_inhibitors(logind, 1)
+        self.assertEqual(self.close(self.pane), 0)
+        self.wait_for_inhibitors(logind, 0)
+
+    def test_a_logind_that_answers_errors(self):
+        logind = self.start(Logind.that_refuses)
+        self.show_pane()
+        self.agent.script.clearRecord()
+        logind.prepare_for_sleep(True)
+        self.agent.wait_for_call("getPreferredKS7Cam")
+        logind.prepare_for_sleep(False)
+        self.expect_nothing_to_be_seen()
+        logind.kill()
+        self.wait_for_inhibitors(self.start(Logind), 1)
+        self.expect_nothing_to_be_seen()
+
+    def test_the_machine_falls_asleep_while_the_agent_stands_still(self):
+        logind = self.start(Logind)
+        self.show_pane()
+        self.wait_for_inhibitors(logind, 1)
+        self.agent.script.clearRecord()
+        self.agent.stop()
+        logind.prepare_for_sleep(True)
+        self.wait_for_inhibitors(logind, 0)
+        self.wait_for_no_agent(self.pane)
+        self.agent.resume()
+        self.agent.wait_for_call("cameraDict")
+        self.assertEqual(self.agent.calls(), ["cameraDict()"])
+        logind.prepare_for_sleep(False)
+        self.wait_for_inhibitors(logind, 1)
+        self.post("KS7AgentStarted")
+        self.wait_for_cameras(self.pane)
+
+    # PackageKit
+
+    def test_a_package_service_that_answers_errors(self):
+        packagekit = self.start(PackageKit, query="failed")
+        self.show_pane()
+        packagekit.wait_for_call("SearchFiles")
+        self.expect_nothing_to_be_seen()
+        self.assertEqual(self.close(self.pane), 0)
+
+    def test_a_package_service_that_goes_in_the_midst_of_a_question_and_comes_back(self):
+        packagekit = self.start(PackageKit, query="vanish")
+        self.show_pane()
+        packagekit.wait_for_call("SearchFiles")
+        packagekit.kill()
+        self.expect_nothing_to_be_seen()
+        self.assertEqual(self.close(self.pane), 0)
+        self.start(PackageKit, owners={str(OWN_FILE): OWN_PACKAGE}, updates=[[5, NEWER_PACKAGE]])
+        self.another_day()
+        self.show_pane()
+        self.pane.wait_for("Install", role="push button")
+        self.assertEqual(self.close(self.pane), 0)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

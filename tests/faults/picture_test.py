@@ -1,0 +1,111 @@
+#!/usr/bin/python3
+"""The live picture, taken away in the midst of it, and a person who is gone before it shows."""
+
+import os
+import pathlib
+import subprocess
+import unittest
+
+from fault_pane import KITCHEN, CameraProcess, FaultCase, accessible, wait_until
+
+SOCKET = pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "pipewire-0"
+
+
+class PipeWire:
+    """PipeWire with its session manager and a camera, to be killed."""
+
+    def __init__(self):
+        self.processes = [self.start("pipewire")]
+        wait_until(SOCKET.exists, "PipeWire")
+        self.processes.append(self.start("wireplumber"))
+        self.camera = CameraProcess()
+
+    @staticmethod
+    def start(program):
+        return subprocess.Popen([program], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                stderr=subprocess.DEVNULL)
+
+    def kill(self):
+        for process in self.processes:
+            process.kill()
+            process.wait()
+        self.camera.end()
+        SOCKET.unlink(missing_ok=True)
+
+
+class Picture(FaultCase):
+    def setUp(self):
+        super().setUp()
+        self.start_pipewire()
+        self.agent = self.start_agent().add_cameras()
+        self.agent.script.setPreferred(KITCHEN)
+        self.pane = self.open_pane()
+        self.wait_for_cameras(self.pane)
+
+    def start_pipewire(self):
+        self.pipewire = PipeWire()
+        self.addCleanup(self.pipewire.kill)
+
+    def expect_a_preview(self):
+        button = self.pane.wait_for("Start Preview")
+        self.pane.wait_state(button, "enabled")
+        self.pane.press(button)
+        self.pane.wait_for("Stop Preview")
+        self.pane.wait_for("Live picture")
+
+    def start_and(self, *keys):
+        """The click and the keys stand in the display's queue one after the other, so that the keys come long before the
+        picture would show."""
+        button = self.pane.wait_for("Start Preview")
+        self.pane.wait_state(button, "enabled")
+        x, y, width, height = self.pane.rectangle(button)
+        accessible.xdotool("mousemove", "--sync", x + width // 2, y + height // 2, "click", 1, "key", *keys)
+
+    def test_pipewire_is_killed_during_the_preview(self):
+        self.expect_a_preview()
+        self.pipewire.kill()
+        self.pane.wait_for("Couldn't Start Preview")
+        self.pane.press(self.pane.wait_for("OK", role="push button"))
+        self.pane.wait_gone("Couldn't Start Preview")
+        self.pane.wait_gone("Live picture")
+        self.wait_for_cameras(self.pane)
+        self.start_pipewire()
+        self.expect_a_preview()
+        self.assertEqual(self.close(self.pane), 0)
+
+    def test_the_agent_stands_still_while_the_meters_are_read(self):
+        self.expect_a_preview()
+        self.agent.wait_for_call("getAudioLevel_l", 2)
+        self.agent.script.clearRecord()
+        self.agent.stop()
+        self.wait_for_no_agent(self.pane)
+        self.pane.wait_for("Start Preview")
+        self.pane.wait_gone("Live picture")
+        self.agent.resume()
+        wait_until(self.agent.calls, "a call")
+        self.assertEqual(set(self.agent.calls()), {"getAudioLevel_l()"})
+        self.post("KS7AgentStarted")
+        self.wait_for_cameras(self.pane)
+        self.expect_a_preview()
+
+    def test_the_pane_is_left_before_the_picture_shows(self):
+        self.start_and("alt+a")
+        icon = self.pane.wait_for("KS-7", role="push button")
+        self.assertIsNone(self.pane.find("Live picture"))
+        self.pane.press(icon)
+        self.wait_for_cameras(self.pane)
+        self.assertIsNone(self.pane.find("Live picture"))
+        self.expect_a_preview()
+        self.assertEqual(self.close(self.pane), 0)
+
+    def test_the_window_is_closed_before_the_picture_shows(self):
+        self.start_and("alt+F4")
+        self.assertEqual(self.pane.wait_ended(), 0)
+
+    def test_the_window_is_closed_during_the_preview(self):
+        self.expect_a_preview()
+        self.assertEqual(self.close(self.pane), 0)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
