@@ -30,9 +30,6 @@ CAMERAS = ("Kitchen, Not Streaming", "Desk, Not Streaming")
 MEGABYTE = 1024 * 1024
 # Time to run as many programs side by side as there are tests.
 PATIENCE = 120
-# To an item of the camera actions, from the nearer end; every item in between can be chosen then.
-WAY_IN_MENU = {"Properties…": ["Down"] * 3, "Change Passkey…": ["Down"] * 4, "Update Firmware…": ["Up"] * 2,
-               "About KS-7…": ["Up"]}
 
 
 def wait_until(condition, what, details=lambda: ""):
@@ -213,13 +210,6 @@ class FaultCase(unittest.TestCase):
         """A pane that waits for its agent tells of no row either: it has to be seen that it goes on."""
         wait_until(lambda: not self.rows(pane) and pane.find("Add Camera"), "no row", pane.dump)
         self.assertFalse(pane.ended())
-
-    def choose(self, pane, item):
-        """An item of the camera actions, by the keyboard."""
-        windows = len(pane.x_windows())
-        pane.click("Camera Actions")
-        wait_until(lambda: len(pane.x_windows()) > windows, "the menu", pane.dump)
-        accessible.key(*WAY_IN_MENU[item], "Return")
 
     def plug_in(self, agent):
         """The kitchen's camera is at the cable, with old firmware; what is asked for is begun and never ends."""

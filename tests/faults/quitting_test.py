@@ -24,7 +24,7 @@ class Quitting(FaultCase):
     def start_update(self):
         self.show_pane()
         self.choose_and_plug_in()
-        self.choose(self.pane, "Update Firmware…")
+        self.pane.choose("Camera Actions", "Update Firmware…")
         self.pane.press(self.pane.wait_for("Continue", role="push button"))
         self.pane.wait_for("Click Continue to start the update.")
         self.pane.press("Continue")
@@ -60,21 +60,21 @@ class Quitting(FaultCase):
         self.show_pane()
         self.pane.click("Kitchen, Not Streaming")
         self.agent.wait_for_call("setPreferredDeviceAddress")
-        self.choose(self.pane, "Properties…")
+        self.pane.choose("Camera Actions", "Properties…")
         self.pane.wait_for("Ignore this camera")
         self.expect_a_good_end()
 
     def test_with_the_passkey_open(self):
         self.show_pane()
         self.choose_and_plug_in()
-        self.choose(self.pane, "Change Passkey…")
+        self.pane.choose("Camera Actions", "Change Passkey…")
         self.pane.wait_for("New passkey:")
         self.expect_a_good_end()
 
     def test_in_the_moment_after_a_new_passkey(self):
         self.show_pane()
         self.choose_and_plug_in()
-        self.choose(self.pane, "Change Passkey…")
+        self.pane.choose("Camera Actions", "Change Passkey…")
         self.pane.wait_for("New passkey:")
         accessible.type_text("1234")
         okay = self.pane.wait_for("OK", role="push button")
@@ -85,7 +85,7 @@ class Quitting(FaultCase):
     def test_before_an_update(self):
         self.show_pane()
         self.choose_and_plug_in()
-        self.choose(self.pane, "Update Firmware…")
+        self.pane.choose("Camera Actions", "Update Firmware…")
         self.pane.wait_for("Click Continue to proceed.")
         self.expect_a_good_end()
 
@@ -107,7 +107,7 @@ class Quitting(FaultCase):
 
     def test_with_the_about_box_open(self):
         self.show_pane()
-        self.choose(self.pane, "About KS-7…")
+        self.pane.choose("Camera Actions", "About KS-7…")
         self.pane.wait_for("About KS-7")
         self.expect_a_good_end()
 

@@ -49,7 +49,7 @@ class Soak(FaultCase):
         self.pane.wait_gone("Live picture")
 
     def rename(self):
-        self.choose(self.pane, "Properties…")
+        self.pane.choose("Camera Actions", "Properties…")
         self.pane.wait_for("Ignore this camera")
         accessible.key("ctrl+a")
         accessible.type_text(f"Room {self.random.randrange(100)}")
@@ -57,7 +57,7 @@ class Soak(FaultCase):
         self.pane.wait_gone("Ignore this camera")
 
     def change_passkey(self):
-        self.choose(self.pane, "Change Passkey…")
+        self.pane.choose("Camera Actions", "Change Passkey…")
         self.pane.wait_for("New passkey:")
         accessible.type_text(str(self.random.randrange(1, 10 ** 6)))
         okay = self.pane.wait_for("OK", role="push button")
@@ -69,7 +69,7 @@ class Soak(FaultCase):
         self.agent.script.clearRecord()
 
     def update_firmware(self):
-        self.choose(self.pane, "Update Firmware…")
+        self.pane.choose("Camera Actions", "Update Firmware…")
         self.pane.wait_for("Click Continue to proceed.")
         self.pane.press("Continue")
         self.pane.wait_for("Click Continue to start the update.")
@@ -89,7 +89,7 @@ class Soak(FaultCase):
         self.begin_agent()
 
     def about(self):
-        self.choose(self.pane, "About KS-7…")
+        self.pane.choose("Camera Actions", "About KS-7…")
         self.pane.wait_for("About KS-7")
         accessible.key("Escape")
         self.pane.wait_gone("About KS-7")

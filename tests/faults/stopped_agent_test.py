@@ -71,7 +71,7 @@ class StoppedAgent(FaultCase):
         """Half a minute, as the agent writes to the camera."""
         self.agent.script.setPreferred(KITCHEN)
         self.plug_in(self.agent)
-        self.choose(self.pane, "Update Firmware…")
+        self.pane.choose("Camera Actions", "Update Firmware…")
         self.pane.press(self.pane.wait_for("Continue", role="push button"))
         self.pane.wait_for("Click Continue to start the update.")
         self.agent.script.clearRecord()
