@@ -50,8 +50,8 @@ class NoAgent(FaultCase):
         wait_until(overview, "the overview", pane.dump)
 
     def show_again(self, pane):
-        """Each of the two sheets leads to the overview half a second after its OK, the second one also whom the first
-        has led there and who has gone back already."""
+        """Each of the two sheets leads to the overview half a second after its OK, the second one also whom the
+        first has led there and who has gone back already."""
         def cameras():
             icon = pane.find("KS-7", role="push button")
             if icon:

@@ -54,8 +54,8 @@ class Picture(FaultCase):
         self.pane.wait_for("Live picture")
 
     def start_and(self, *keys):
-        """The click and the keys stand in the display's queue one after the other, so that the keys come long before the
-        picture would show."""
+        """The click and the keys stand in the display's queue one after the other, so that the keys come long before
+        the picture would show."""
         button = self.pane.wait_for("Start Preview")
         self.pane.wait_state(button, "enabled")
         x, y, width, height = self.pane.rectangle(button)
