@@ -41,6 +41,18 @@ public:
     int clicks = 0;
 };
 
+/// An application that is told to quit and in the end does not.
+class HostThatStays : public QObject {
+public:
+    HostThatStays() { qApp->installEventFilter(this); }
+    void isToldToQuit() const
+    {
+        QEvent quit(QEvent::Quit);
+        QCoreApplication::sendEvent(qApp, &quit);
+    }
+    bool eventFilter(QObject *, QEvent *event) override { return event->type() == QEvent::Quit; }
+};
+
 const AlertSheet Failure{QStringLiteral("A Failure"), QStringLiteral("OK"),
                          QStringLiteral("<b>It</b> failed & <i>ended</i>.")};
 const AlertSheet OtherFailure{QStringLiteral("A Failure"), QStringLiteral("OK"),
@@ -303,6 +315,46 @@ private Q_SLOTS:
         mPresenter->endSheet(&sheet);
         QCOMPARE(mEnded, 1);
         QVERIFY(!sheet.isVisible());
+    }
+
+    void aSheetIsBegunOnce()
+    {
+        mWindow->appear();
+        Sheet sheet;
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        mPresenter->endSheet(&sheet);
+        QVERIFY(!sheet.isVisible());
+        mPresenter->endSheet(&sheet);
+        QCOMPARE(mEnded, 1);
+    }
+
+    void onlyAHostThatQuitsClosesASheetThatRefuses()
+    {
+        mWindow->appear();
+        const HostThatStays host;
+        Sheet sheet;
+        for (int ended = 1; ended <= 2; ++ended) {
+            mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+            // Also after a quit that came to nothing.
+            QVERIFY(!sheet.close());
+            QVERIFY(sheet.isVisible());
+            host.isToldToQuit();
+            QVERIFY(sheet.close());
+            QVERIFY(!sheet.isVisible());
+            QCOMPARE(mEnded, ended);
+        }
+    }
+
+    void theCloseButtonCancels()
+    {
+        mWindow->appear();
+        Sheet sheet;
+        sheet.setCancelAction([&] { mPresenter->endSheet(&sheet); });
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        QVERIFY(sheet.close());
+        QVERIFY(!sheet.isVisible());
+        QCOMPARE(mEnded, 1);
     }
 
     void whenASheetEndsItIsStillOnScreen()

@@ -110,6 +110,7 @@ private Q_SLOTS:
     void aMissingDomainIsNotCreated();
     void aNewFileIsItsOwnersAlone();
     void theModeIsKept();
+    void theOwnerIsKept();
     void aSymbolicLinkStays();
     void aLinkToNothingGetsItsTarget();
     void aReaderNeverSeesHalfAFile();
@@ -454,6 +455,21 @@ void UserDefaultsTest::theModeIsKept()
     QVERIFY(defaults->synchronize());
     QCOMPARE(fileMode(), mode_t(0640));
     QVERIFY(onlyTheDomainIsInTheFolder());
+}
+
+void UserDefaultsTest::theOwnerIsKept()
+{
+    fileHolds(smallDomain(1));
+    // Only the superuser can write a file that is somebody else's.
+    const uid_t owner = ::geteuid() == 0 ? Nobody : ::geteuid();
+    const QByteArray path = QFile::encodeName(mFile);
+    QCOMPARE(::chown(path.constData(), owner, static_cast<gid_t>(-1)), 0);
+    const auto defaults = platform::makeFileUserDefaults();
+    setSize(*defaults, 2);
+    QVERIFY(defaults->synchronize());
+    struct stat status = {};
+    QCOMPARE(::stat(path.constData(), &status), 0);
+    QCOMPARE(status.st_uid, owner);
 }
 
 void UserDefaultsTest::aSymbolicLinkStays()
