@@ -241,6 +241,7 @@ class MetersTest(ScriptedPaneTest):
         for meter, level in zip(METERS, (0.3, 0.6)):
             wait_until(lambda: abs((self.pane.value(meter) or 0) - level) < 1e-6, f"{meter} {level}",
                        details=self.pane.dump)
+        self.pane.wait_for("Live picture", role="image")
         self.pane.press("Stop Preview")
         wait_until(lambda: self.pane.value(METERS[0]) == 0, "silence", details=self.pane.dump)
 
