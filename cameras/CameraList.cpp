@@ -1,5 +1,5 @@
 #include "agent/NotificationNames.h"
-#include "agent/RemoteNames.h"
+#include "agent/WireTypes.h"
 #include "cameras/CamCell.h"
 #include "cameras/CameraTableModel.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
@@ -14,50 +14,14 @@
 #include <QPushButton>
 #include <QToolButton>
 
-#include <cmath>
 #include <limits>
 
 namespace {
 
-std::int32_t intOfReal(double real)
-{
-    constexpr auto Highest = std::numeric_limits<std::int32_t>::max();
-    return std::isfinite(real) && std::abs(real) <= Highest ? static_cast<std::int32_t>(real) : 0;
-}
-
-/// The number as 32 bits; 0 for what is no number.
-std::int32_t intValue(const QVariant &value)
-{
-    switch (value.userType()) {
-    case QMetaType::Float:
-    case QMetaType::Double:
-        return intOfReal(value.toDouble());
-    case QMetaType::Bool:
-    case QMetaType::UChar:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-        return static_cast<std::int32_t>(value.toLongLong());
-    case QMetaType::ULongLong:
-        return static_cast<std::int32_t>(value.toULongLong());
-    default:
-        return 0;
-    }
-}
-
-/// The string; null for what is no string.
-QString stringValue(const QVariant &value)
-{
-    return value.userType() == QMetaType::QString ? value.toString() : QString();
-}
-
 std::shared_ptr<KS7Cam> cameraFromEntry(const QVariantMap &entry)
 {
-    return KS7Cam::camWithName(stringValue(entry.value(RecordKeys::FriendlyName)),
-                               stringValue(entry.value(RecordKeys::CameraIDString)),
-                               intValue(entry.value(RecordKeys::Status)));
+    const auto record = recordFromDictionary(entry).value_or(CameraRecord());
+    return KS7Cam::camWithName(record.friendlyName, record.cameraIDString, record.status);
 }
 
 std::int32_t statusOf(const std::shared_ptr<KS7Cam> &camera)

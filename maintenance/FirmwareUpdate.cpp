@@ -2,6 +2,7 @@
 #include "logging/KS7OrvexLogger.h"
 #include "pane/KS7SettingsWindowController.h"
 #include "platform/Indicators.h"
+#include "platform/IntValue.h"
 #include "platform/RunLoop.h"
 #include "platform/Sheets.h"
 

@@ -3,6 +3,7 @@
 #include "cameras/KS7Cam.h"
 #include "logging/KS7OrvexLogger.h"
 #include "pane/KS7SettingsWindowController.h"
+#include "platform/IntValue.h"
 #include "platform/RunLoop.h"
 #include "platform/Sheets.h"
 

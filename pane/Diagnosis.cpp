@@ -3,6 +3,7 @@
 #include "about/Version.h"
 #include "agent/RemoteNames.h"
 #include "agent/RemoteProtocols.h"
+#include "agent/WireTypes.h"
 #include "cameras/KS7Cam.h"
 #include "logging/KS7OrvexLogger.h"
 #include "platform/Bundle.h"
@@ -68,9 +69,8 @@ QString onOneLine(const QString &text)
 
 QString describeCamera(const QVariantMap &record)
 {
-    const auto camera = KS7Cam::camWithName(record.value(RecordKeys::FriendlyName).toString(),
-                                            record.value(RecordKeys::CameraIDString).toString(),
-                                            record.value(RecordKeys::Status).toInt());
+    const auto told = recordFromDictionary(record).value_or(CameraRecord());
+    const auto camera = KS7Cam::camWithName(told.friendlyName, told.cameraIDString, told.status);
     return onOneLine(QStringLiteral("%1 (%2): status %3 %4")
                          .arg(camera->friendlyName(), camera->cameraIDString())
                          .arg(camera->status())

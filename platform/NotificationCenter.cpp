@@ -35,22 +35,4 @@ bool LocalNotificationCenter::hasObservers(const QString &name) const
                        [&](const Registration &registration) { return registration.name == name; });
 }
 
-int intValue(const QVariantMap &userInfo, const QString &key)
-{
-    const QVariant value = userInfo.value(key);
-    switch (static_cast<int>(value.userType())) {
-    case QMetaType::Bool:
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-    case QMetaType::UChar:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-        return static_cast<int>(value.toLongLong());
-    default:
-        return 0;
-    }
-}
-
 } // namespace platform

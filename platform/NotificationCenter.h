@@ -48,7 +48,4 @@ private:
     std::vector<Registration> mRegistrations;
 };
 
-/// An integer of a user info: numbers are cut to 32 bits, a missing key or another type reads as 0.
-int intValue(const QVariantMap &userInfo, const QString &key);
-
 } // namespace platform

@@ -2,6 +2,7 @@
 #include "pane/KS7SettingsWindowController.h"
 #include "platform/Capture.h"
 #include "platform/Indicators.h"
+#include "platform/IntValue.h"
 #include "platform/RunLoop.h"
 #include "platform/Sheets.h"
 #include "preview/KS7PreviewController.h"

@@ -2,6 +2,7 @@
 #include "logging/KS7OrvexLogger.h"
 #include "pane/KS7SettingsWindowController.h"
 #include "platform/Hardware.h"
+#include "platform/IntValue.h"
 #include "platform/UserDefaults.h"
 #include "settings/KS7Domain.h"
 
@@ -9,26 +10,12 @@
 #include <QComboBox>
 #include <QLabel>
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
-
 namespace {
 
 constexpr int DefaultSizeIndex = 1;
 constexpr std::uint64_t HertzPerMegahertz = 1'000'000;
 // Slower processors cannot keep up with more than the smallest picture.
 constexpr int SlowestForLargePictureMhz = 1002;
-
-/// The number cut to an integer; a fraction is dropped, not rounded.
-int integerValue(const QVariant &number)
-{
-    using Limits = std::numeric_limits<int>;
-    if (static_cast<int>(number.userType()) != QMetaType::Double)
-        return static_cast<int>(number.toLongLong());
-    const double value = number.toDouble();
-    return std::isnan(value) ? 0 : static_cast<int>(std::clamp<double>(value, Limits::min(), Limits::max()));
-}
 
 QVariantMap stateOf(const QCheckBox *checkbox)
 {
@@ -40,7 +27,7 @@ QVariantMap stateOf(const QCheckBox *checkbox)
 int KS7SettingsWindowController::sizeIndexFromKS7Prefs(platform::UserDefaults &defaults)
 {
     const QVariant index = KS7Domain::domainObjectForKey(defaults, PreferenceKeys::VideoSize2);
-    return index.isValid() ? integerValue(index) : DefaultSizeIndex;
+    return index.isValid() ? platform::intValue(index) : DefaultSizeIndex;
 }
 
 int KS7SettingsWindowController::getCPUMhz(platform::ProcessorClock &clock)

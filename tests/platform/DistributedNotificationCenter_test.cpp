@@ -1,5 +1,6 @@
 #include "platform/DistributedNotificationCenter.h"
 
+#include "platform/IntValue.h"
 #include "platform/SessionBus.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/RecordingAgent.h"
