@@ -36,10 +36,14 @@ inline const QString LocalDisconnected = QStringLiteral("Disconnected");
 // Services of the desktop that more than one place asks for.
 inline const QString Daemon = QStringLiteral("org.freedesktop.DBus");
 inline const QString DaemonPath = QStringLiteral("/org/freedesktop/DBus");
+inline const QString Properties = QStringLiteral("org.freedesktop.DBus.Properties");
 inline const QString BlueZ = QStringLiteral("org.bluez");
 inline const QString Logind = QStringLiteral("org.freedesktop.login1");
 inline const QString LogindPath = QStringLiteral("/org/freedesktop/login1");
 inline const QString LogindManager = QStringLiteral("org.freedesktop.login1.Manager");
+inline const QString LogindSession = QStringLiteral("org.freedesktop.login1.Session");
+inline const QString LogindUser = QStringLiteral("org.freedesktop.login1.User");
+inline const QString PrepareForSleep = QStringLiteral("PrepareForSleep");
 inline const QString PackageKit = QStringLiteral("org.freedesktop.PackageKit");
 
 } // namespace platform::bus

@@ -99,7 +99,6 @@ constexpr int BlueZTimeoutMs = 1000;
 const QString BlueZConnection = QStringLiteral("ks7-bluez");
 const QString BlueZDeviceInterface = bus::BlueZ + QStringLiteral(".Device1");
 const QString BlueZAddress = QStringLiteral("Address");
-const QString PropertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString PropertiesGet = QStringLiteral("Get");
 
 class BlueZDevice : public BluetoothDevice {
@@ -112,7 +111,7 @@ public:
     [[nodiscard]] QString getAddressString() const override
     {
         QDBusMessage call =
-            QDBusMessage::createMethodCall(bus::BlueZ, mObjectPath, PropertiesInterface, PropertiesGet);
+            QDBusMessage::createMethodCall(bus::BlueZ, mObjectPath, bus::Properties, PropertiesGet);
         call << BlueZDeviceInterface << BlueZAddress;
         call.setAutoStartService(false);
         const QDBusMessage reply = systemBus().call(call, QDBus::Block, BlueZTimeoutMs);

@@ -34,7 +34,7 @@ LogindPower::LogindPower()
 LogindPower::~LogindPower()
 {
     // The connection stays: Qt would close it in a thread of its own, with answers still on their way.
-    mBus.disconnect(bus::Logind, bus::LogindPath, bus::LogindManager, QStringLiteral("PrepareForSleep"), this,
+    mBus.disconnect(bus::Logind, bus::LogindPath, bus::LogindManager, bus::PrepareForSleep, this,
                     SLOT(prepareForSleep(bool)));
 }
 
@@ -45,7 +45,7 @@ std::uint32_t LogindPower::registerForSystemPower(void *refcon, Callback callbac
     mBus = QDBusConnection::connectToBus(QDBusConnection::SystemBus, PowerConnection);
     if (!mBus.isConnected())
         return 0;
-    mBus.connect(bus::Logind, bus::LogindPath, bus::LogindManager, QStringLiteral("PrepareForSleep"), this,
+    mBus.connect(bus::Logind, bus::LogindPath, bus::LogindManager, bus::PrepareForSleep, this,
                  SLOT(prepareForSleep(bool)));
     mWatcher = std::make_unique<QDBusServiceWatcher>(bus::Logind, mBus);
     connect(mWatcher.get(), &QDBusServiceWatcher::serviceRegistered, this, &LogindPower::logindCame);

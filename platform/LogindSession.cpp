@@ -15,9 +15,6 @@ namespace platform {
 namespace {
 
 const QString SessionConnection = QStringLiteral("ks7-preferences-session");
-const QString SessionInterface = QStringLiteral("org.freedesktop.login1.Session");
-const QString UserInterface = QStringLiteral("org.freedesktop.login1.User");
-const QString PropertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString PropertiesChanged = QStringLiteral("PropertiesChanged");
 const QString Active = QStringLiteral("Active");
 
@@ -31,8 +28,7 @@ QDBusMessage managerQuestion(const QString &method, const QVariant &argument)
 
 QDBusMessage propertyQuestion(const QString &path, const QString &interface, const QString &property)
 {
-    auto question =
-        QDBusMessage::createMethodCall(bus::Logind, path, PropertiesInterface, QStringLiteral("Get"));
+    auto question = QDBusMessage::createMethodCall(bus::Logind, path, bus::Properties, QStringLiteral("Get"));
     question.setAutoStartService(false);
     question << interface << property;
     return question;
@@ -81,7 +77,7 @@ LogindSession::~LogindSession()
     if (!mStarted)
         return;
     // The connection stays: Qt would close it in a thread of its own, with answers still on their way.
-    mBus.disconnect(bus::Logind, mSessionPath, PropertiesInterface, PropertiesChanged, this,
+    mBus.disconnect(bus::Logind, mSessionPath, bus::Properties, PropertiesChanged, this,
                     SLOT(propertiesChanged(QString, QVariantMap, QStringList)));
 }
 
@@ -142,25 +138,26 @@ void LogindSession::findSessionOfProcess()
 // counts.
 void LogindSession::findDisplayOfUser()
 {
-    const QString user = QStringLiteral("/org/freedesktop/login1/user/self");
-    ask(propertyQuestion(user, UserInterface, QStringLiteral("Display")), [this](const QDBusMessage &answer) {
-        const QString path = displayPathOf(answer);
-        if (!path.isEmpty())
-            watchSession(path);
-    });
+    const QString user = bus::LogindPath + QStringLiteral("/user/self");
+    ask(propertyQuestion(user, bus::LogindUser, QStringLiteral("Display")),
+        [this](const QDBusMessage &answer) {
+            const QString path = displayPathOf(answer);
+            if (!path.isEmpty())
+                watchSession(path);
+        });
 }
 
 void LogindSession::watchSession(const QString &path)
 {
     mSessionPath = path;
-    mBus.connect(bus::Logind, path, PropertiesInterface, PropertiesChanged, this,
+    mBus.connect(bus::Logind, path, bus::Properties, PropertiesChanged, this,
                  SLOT(propertiesChanged(QString, QVariantMap, QStringList)));
     readActive();
 }
 
 void LogindSession::readActive()
 {
-    ask(propertyQuestion(mSessionPath, SessionInterface, Active), [this](const QDBusMessage &answer) {
+    ask(propertyQuestion(mSessionPath, bus::LogindSession, Active), [this](const QDBusMessage &answer) {
         const QVariant active = propertyOf(answer);
         if (active.userType() == QMetaType::Bool)
             setActive(active.toBool());
@@ -170,7 +167,7 @@ void LogindSession::readActive()
 void LogindSession::propertiesChanged(const QString &interface, const QVariantMap &changed,
                                       const QStringList &invalid)
 {
-    if (interface != SessionInterface)
+    if (interface != bus::LogindSession)
         return;
     if (changed.value(Active).userType() == QMetaType::Bool)
         setActive(changed.value(Active).toBool());

@@ -15,7 +15,6 @@ namespace {
 
 const QString ServicePath = QStringLiteral("/org/freedesktop/PackageKit");
 const QString TransactionInterface = bus::PackageKit + QStringLiteral(".Transaction");
-const QString PropertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString PercentageProperty = QStringLiteral("Percentage");
 
 // The numbers of the package service's interface.
@@ -117,7 +116,7 @@ void PackageKitTransaction::listen(const QString &service, const QString &path)
                  SLOT(onErrorCode(uint, QString)));
     mBus.connect(service, path, TransactionInterface, QStringLiteral("Finished"), this,
                  SLOT(onFinished(uint, uint)));
-    mBus.connect(service, path, PropertiesInterface, QStringLiteral("PropertiesChanged"), this,
+    mBus.connect(service, path, bus::Properties, QStringLiteral("PropertiesChanged"), this,
                  SLOT(onPropertiesChanged(QString, QVariantMap, QStringList)));
 }
 

@@ -1,3 +1,4 @@
+#include "platform/BusNames.h"
 #include "platform/LogindPower.h"
 #include "platform/LogindSession.h"
 #include "platform/Workspace.h"
@@ -13,14 +14,12 @@
 
 #include <vector>
 
+namespace bus = platform::bus;
+
 namespace {
 
-const QString Logind = QStringLiteral("org.freedesktop.login1");
-const QString LogindPath = QStringLiteral("/org/freedesktop/login1");
-const QString Manager = QStringLiteral("org.freedesktop.login1.Manager");
-const QString Session = QStringLiteral("org.freedesktop.login1.Session");
 const QString Mock = QStringLiteral("org.freedesktop.DBus.Mock");
-const QString SessionPath = QStringLiteral("/org/freedesktop/login1/session/c1");
+const QString SessionPath = bus::LogindPath + QStringLiteral("/session/c1");
 
 /// The messages that the callback was handed, with their arguments.
 struct Received {
@@ -51,7 +50,7 @@ class LogindTest : public QObject {
                       {QStringLiteral("-m"), QStringLiteral("dbusmock"), QStringLiteral("--system"),
                        QStringLiteral("--template"), QStringLiteral("logind")});
         QVERIFY(mLogind.waitForStarted());
-        QTRY_VERIFY_WITH_TIMEOUT(QDBusConnection::systemBus().interface()->isServiceRegistered(Logind),
+        QTRY_VERIFY_WITH_TIMEOUT(QDBusConnection::systemBus().interface()->isServiceRegistered(bus::Logind),
                                  30'000);
     }
 
@@ -59,13 +58,13 @@ class LogindTest : public QObject {
     {
         mLogind.kill();
         mLogind.waitForFinished();
-        QTRY_VERIFY(!QDBusConnection::systemBus().interface()->isServiceRegistered(Logind));
+        QTRY_VERIFY(!QDBusConnection::systemBus().interface()->isServiceRegistered(bus::Logind));
     }
 
     static QDBusMessage tell(const QString &path, const QString &interface, const QString &method,
                              const QVariantList &arguments)
     {
-        auto call = QDBusMessage::createMethodCall(Logind, path, interface, method);
+        auto call = QDBusMessage::createMethodCall(bus::Logind, path, interface, method);
         call.setArguments(arguments);
         return QDBusConnection::systemBus().call(call);
     }
@@ -73,13 +72,13 @@ class LogindTest : public QObject {
     static void logindPrepares(bool start)
     {
         const QVariantList arguments{start};
-        tell(LogindPath, Mock, QStringLiteral("EmitSignal"),
-             {Manager, QStringLiteral("PrepareForSleep"), QStringLiteral("b"), arguments});
+        tell(bus::LogindPath, Mock, QStringLiteral("EmitSignal"),
+             {bus::LogindManager, bus::PrepareForSleep, QStringLiteral("b"), arguments});
     }
 
     static int inhibitors()
     {
-        const auto answer = tell(LogindPath, Manager, QStringLiteral("ListInhibitors"), {});
+        const auto answer = tell(bus::LogindPath, bus::LogindManager, QStringLiteral("ListInhibitors"), {});
         const auto list = answer.arguments().value(0).value<QDBusArgument>();
         int count = 0;
         list.beginArray();
@@ -103,7 +102,7 @@ class LogindTest : public QObject {
     static void setActive(bool active)
     {
         tell(SessionPath, Mock, QStringLiteral("UpdateProperties"),
-             {Session, QVariantMap{{QStringLiteral("Active"), active}}});
+             {bus::LogindSession, QVariantMap{{QStringLiteral("Active"), active}}});
     }
 
     static int openDescriptors()
@@ -235,7 +234,7 @@ private Q_SLOTS:
     void aSwitchOfTheUserIsToldOnceEachWay()
     {
         startLogind();
-        tell(LogindPath, QStringLiteral("org.freedesktop.DBus.Mock"), QStringLiteral("AddSession"),
+        tell(bus::LogindPath, Mock, QStringLiteral("AddSession"),
              {QStringLiteral("c1"), QStringLiteral("seat0"), 1000U, QStringLiteral("me"), true});
         qputenv("XDG_SESSION_ID", "c1");
         platform::LogindSession session;
