@@ -48,13 +48,6 @@ QObject *prefPanesManager(platform::HostClasses &classes)
     return manager;
 }
 
-/// A sheet whose end handler has nothing more to say goes off the screen.
-void orderOut(QWidget *sheet)
-{
-    sheet->setFocus();
-    sheet->hide();
-}
-
 } // namespace
 
 void KS7SettingsWindowController::setupConnections()
@@ -146,9 +139,9 @@ void KS7SettingsWindowController::displayAgentError()
                                       });
 }
 
-void KS7SettingsWindowController::agentErrorDidEnd(QWidget *sheet, int, void *)
+void KS7SettingsWindowController::agentErrorDidEnd(QWidget *sheet, int returnCode, void *contextInfo)
 {
-    orderOut(sheet);
+    sheetDidEnd(sheet, returnCode, contextInfo);
     const QPointer<QObject> manager = prefPanesManager(*mServices.hostClasses);
     if (!respondsTo(manager, "showAll(QObject*)"))
         return;
@@ -168,7 +161,7 @@ void KS7SettingsWindowController::displayBluetoothError()
         });
 }
 
-void KS7SettingsWindowController::bluetoothErrorDidEnd(QWidget *sheet, int, void *)
+void KS7SettingsWindowController::bluetoothErrorDidEnd(QWidget *sheet, int returnCode, void *contextInfo)
 {
-    orderOut(sheet);
+    sheetDidEnd(sheet, returnCode, contextInfo);
 }

@@ -24,6 +24,7 @@
 #include <QTranslator>
 
 #include <algorithm>
+#include <initializer_list>
 
 using Controller = KS7SettingsWindowController;
 
@@ -73,6 +74,15 @@ void setWidthInCharacters(QWidget *sheet, int characters)
 }
 
 constexpr int FirmwareSheetWidth = 80;
+
+/// The sheet that an interface file describes; it belongs to the view.
+template <class InterfaceFile>
+platform::Sheet *makeSheet(InterfaceFile *file, QWidget *view)
+{
+    auto *sheet = new platform::Sheet(view);
+    file->setupUi(sheet);
+    return sheet;
+}
 
 /// As wide as high, whatever the theme makes of buttons with a text.
 void makeSquare(QAbstractButton *button, int side)
@@ -161,9 +171,8 @@ void PaneNib::loadSheets()
 void PaneNib::loadPropertiesSheet()
 {
     auto &outlets = mController->outlets;
-    outlets.propertiesSheet = new platform::Sheet(mMainView);
     Ui::PropertiesSheet properties;
-    properties.setupUi(outlets.propertiesSheet);
+    outlets.propertiesSheet = makeSheet(&properties, mMainView);
     outlets.cameraNameText = properties.cameraNameText;
     outlets.cameraIDText = properties.cameraIDText;
     outlets.ignoreCheckbox = properties.ignoreCheckbox;
@@ -173,9 +182,8 @@ void PaneNib::loadPropertiesSheet()
 void PaneNib::loadPasskeySheet()
 {
     auto &outlets = mController->outlets;
-    outlets.pinSheet = new platform::Sheet(mMainView);
     Ui::PasskeySheet passkey;
-    passkey.setupUi(outlets.pinSheet);
+    outlets.pinSheet = makeSheet(&passkey, mMainView);
     outlets.newPINText = passkey.newPINText;
     outlets.pinOkayButton = passkey.pinOkayButton;
     new FirstResponder(outlets.newPINText, outlets.pinSheet);
@@ -184,9 +192,8 @@ void PaneNib::loadPasskeySheet()
 void PaneNib::loadFirmwareSheet()
 {
     auto &outlets = mController->outlets;
-    outlets.firmwareSheet = new platform::Sheet(mMainView);
     Ui::FirmwareSheet firmware;
-    firmware.setupUi(outlets.firmwareSheet);
+    outlets.firmwareSheet = makeSheet(&firmware, mMainView);
     outlets.firmwareCheckingIndicator = firmware.firmwareCheckingIndicator;
     outlets.firmwareStatusText = firmware.firmwareStatusText;
     outlets.firmwareMainText = firmware.firmwareMainText;
@@ -198,6 +205,37 @@ void PaneNib::loadFirmwareSheet()
     new FirstResponder(outlets.firmwareContinueButton, outlets.firmwareSheet);
 }
 
+namespace {
+
+/// Sends the action of a control to the controller, with the control as its sender.
+template <class Control, class Signal>
+void connectAction(Control *control, Signal signal, Controller *controller,
+                   void (Controller::*action)(QObject *))
+{
+    QObject::connect(control, signal, controller,
+                     [controller, action, control] { (controller->*action)(control); });
+}
+
+/// A button and what a click on it does.
+struct Click {
+    QAbstractButton *button;
+    void (Controller::*action)(QObject *);
+};
+
+void connectClicks(Controller *controller, std::initializer_list<Click> clicks)
+{
+    for (const auto &click : clicks)
+        connectAction(click.button, &QAbstractButton::clicked, controller, click.action);
+}
+
+/// A button that no outlet holds.
+QAbstractButton *buttonIn(const QWidget *sheet, const char *name)
+{
+    return sheet->findChild<QAbstractButton *>(QLatin1String(name));
+}
+
+} // namespace
+
 void PaneNib::fillPulldownMenu()
 {
     auto *controller = mController.get();
@@ -205,8 +243,7 @@ void PaneNib::fillPulldownMenu()
     const auto add = [&](const QString &title, void (Controller::*action)(QObject *), int tag = 0) {
         QAction *item = menu->addAction(title);
         item->setData(tag);
-        QObject::connect(item, &QAction::triggered, controller,
-                         [controller, action, item] { (controller->*action)(item); });
+        connectAction(item, &QAction::triggered, controller, action);
     };
     menu->addMenu(new ChooseCameraMenu(controller->outlets.cameraListTable, menu));
     add(KS7SettingsWindowController::tr("Use This Camera"), &Controller::setActiveCamera);
@@ -221,37 +258,23 @@ void PaneNib::fillPulldownMenu()
     controller->outlets.pulldownMenu->setMenu(menu);
 }
 
-namespace {
-
-/// Sends the action of a control to the controller, with the control as its sender.
-template <class Control, class Signal>
-void connectAction(Control *control, Signal signal, Controller *controller,
-                   void (Controller::*action)(QObject *))
-{
-    QObject::connect(control, signal, controller,
-                     [controller, action, control] { (controller->*action)(control); });
-}
-
-} // namespace
-
 void PaneNib::connectListActions()
 {
-    auto *controller = mController.get();
-    const auto &outlets = controller->outlets;
-    connectAction(outlets.addButton, &QPushButton::clicked, controller, &Controller::addCameras);
-    connectAction(outlets.removeButton, &QPushButton::clicked, controller, &Controller::removeCamera);
-    connectAction(outlets.startButton, &QPushButton::clicked, controller, &Controller::startVideo);
+    const auto &outlets = mController->outlets;
+    connectClicks(mController.get(),
+                  {{outlets.addButton, &Controller::addCameras},
+                   {outlets.removeButton, &Controller::removeCamera},
+                   {outlets.startButton, &Controller::startVideo}});
 }
 
 void PaneNib::connectSettingsActions()
 {
-    auto *controller = mController.get();
-    const auto &outlets = controller->outlets;
-    connectAction(outlets.enableKS7Checkbox, &QCheckBox::clicked, controller, &Controller::enableKS7Checkbox);
-    connectAction(outlets.statusMenuCheckbox, &QCheckBox::clicked, controller,
-                  &Controller::statusMenuCheckbox);
-    connectAction(outlets.debugLog, &QCheckBox::clicked, controller, &Controller::debugLogCheckbox);
-    connectAction(outlets.optimizeForPopUp, QOverload<int>::of(&QComboBox::activated), controller,
+    const auto &outlets = mController->outlets;
+    connectClicks(mController.get(),
+                  {{outlets.enableKS7Checkbox, &Controller::enableKS7Checkbox},
+                   {outlets.statusMenuCheckbox, &Controller::statusMenuCheckbox},
+                   {outlets.debugLog, &Controller::debugLogCheckbox}});
+    connectAction(outlets.optimizeForPopUp, QOverload<int>::of(&QComboBox::activated), mController.get(),
                   &Controller::optimizeForChanged);
 }
 
@@ -259,27 +282,19 @@ void PaneNib::connectMaintenanceActions()
 {
     auto *controller = mController.get();
     const auto &outlets = controller->outlets;
-    const auto button = [](QWidget *sheet, const char *name) {
-        return sheet->findChild<QPushButton *>(QLatin1String(name));
-    };
-    connectAction(button(outlets.propertiesSheet, "propertiesOkayButton"), &QPushButton::clicked, controller,
-                  &Controller::propertiesOkay);
-    connectAction(button(outlets.propertiesSheet, "propertiesCancelButton"), &QPushButton::clicked,
-                  controller, &Controller::propertiesCancel);
-    connectAction(outlets.ignoreCheckbox, &QCheckBox::clicked, controller, &Controller::ignoreCamera);
-    outlets.propertiesSheet->setCancelAction([controller] { controller->propertiesCancel(nullptr); });
-
-    connectAction(outlets.pinOkayButton, &QPushButton::clicked, controller, &Controller::pinOkay);
-    connectAction(button(outlets.pinSheet, "pinCancelButton"), &QPushButton::clicked, controller,
-                  &Controller::pinCancel);
+    connectClicks(
+        controller,
+        {{buttonIn(outlets.propertiesSheet, "propertiesOkayButton"), &Controller::propertiesOkay},
+         {buttonIn(outlets.propertiesSheet, "propertiesCancelButton"), &Controller::propertiesCancel},
+         {outlets.ignoreCheckbox, &Controller::ignoreCamera},
+         {outlets.pinOkayButton, &Controller::pinOkay},
+         {buttonIn(outlets.pinSheet, "pinCancelButton"), &Controller::pinCancel},
+         {outlets.firmwareContinueButton, &Controller::firmwareContinue},
+         {outlets.firmwareCancelButton, &Controller::firmwareCancel}});
     QObject::connect(outlets.newPINText, &QLineEdit::textChanged, controller,
                      [controller] { controller->controlTextDidChange({}); });
+    outlets.propertiesSheet->setCancelAction([controller] { controller->propertiesCancel(nullptr); });
     outlets.pinSheet->setCancelAction([controller] { controller->pinCancel(nullptr); });
-
-    connectAction(outlets.firmwareContinueButton, &QPushButton::clicked, controller,
-                  &Controller::firmwareContinue);
-    connectAction(outlets.firmwareCancelButton, &QPushButton::clicked, controller,
-                  &Controller::firmwareCancel);
     outlets.firmwareSheet->setCancelAction([controller] {
         if (!controller->outlets.firmwareCancelButton->isHidden())
             controller->firmwareCancel(nullptr);

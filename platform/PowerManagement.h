@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <memory>
 
 namespace platform {
 
@@ -26,8 +24,5 @@ public:
     /// Answers the message that brought `messageArgument`: the machine may sleep.
     virtual void allowPowerChange(std::uint32_t rootPort, void *messageArgument) = 0;
 };
-
-/// A machine that never sleeps.
-std::shared_ptr<PowerManagement> makeNullPowerManagement();
 
 } // namespace platform
