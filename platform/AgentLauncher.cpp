@@ -10,14 +10,6 @@ namespace {
 const QString InstalledAgent = QStringLiteral("/Library/Application Support/KS-7/KS7Agent.app");
 const QString ProgramInFolder = QStringLiteral("KS7Agent");
 
-QString agentProgram()
-{
-    const QString chosen = qEnvironmentVariable("KS7_AGENT");
-    const QFileInfo agent(chosen.isEmpty() ? InstalledAgent : chosen);
-    return agent.isDir() ? QDir(agent.absoluteFilePath()).filePath(ProgramInFolder)
-                         : agent.absoluteFilePath();
-}
-
 class DetachedAgentLauncher final : public AgentLauncher {
 public:
     bool launch() override
@@ -37,6 +29,14 @@ public:
 };
 
 } // namespace
+
+QString agentProgram()
+{
+    const QString chosen = qEnvironmentVariable("KS7_AGENT");
+    const QFileInfo agent(chosen.isEmpty() ? InstalledAgent : chosen);
+    return agent.isDir() ? QDir(agent.absoluteFilePath()).filePath(ProgramInFolder)
+                         : agent.absoluteFilePath();
+}
 
 std::shared_ptr<AgentLauncher> makeAgentLauncher()
 {

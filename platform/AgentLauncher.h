@@ -15,6 +15,9 @@ public:
     virtual bool launch() = 0;
 };
 
+/// The program that is started, there or not: in a folder that is an application, its program.
+QString agentProgram();
+
 /// The agent that $KS7_AGENT names, else the one at its installed place.
 std::shared_ptr<AgentLauncher> makeAgentLauncher();
 

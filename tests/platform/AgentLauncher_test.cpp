@@ -77,9 +77,13 @@ private Q_SLOTS:
 
     void theInstalledAgentIsTheDefault()
     {
+        const auto installed = QStringLiteral("/Library/Application Support/KS-7/KS7Agent.app");
         // None is installed where tests run.
-        QVERIFY(!QFile::exists(QStringLiteral("/Library/Application Support/KS-7/KS7Agent.app")));
+        QVERIFY(!QFile::exists(installed));
         QVERIFY(!launch(QString()));
+        QCOMPARE(platform::agentProgram(), installed);
+        qunsetenv("KS7_AGENT");
+        QCOMPARE(platform::agentProgram(), installed);
     }
 
     void anAgentThatExitsAtOnceHasBeenLaunched()
