@@ -1,8 +1,11 @@
 #include "agent/NotificationNames.h"
 #include "agent/RemoteNames.h"
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "platform/Sheets.h"
 #include "tests/support/PaneFixture.h"
 
 #include <QDir>
+#include <QPushButton>
 #include <QTest>
 
 using namespace std::chrono_literals;
@@ -169,6 +172,32 @@ private Q_SLOTS:
         QVERIFY2(linkJournal().isEmpty(), "nothing reconnects by itself");
     }
 
+    void aDeathEmptiesTheTableAndStopsThePreview()
+    {
+        pane().keepLog();
+        pane().capture->addDevice(QStringLiteral("KS-7 Wireless Webcam"));
+        pane().agent.addCamera(QStringLiteral("a"), QStringLiteral("Kitchen"), 4);
+        pane().agent.prefer(QStringLiteral("a"));
+        pane().show();
+        pane().controller().startVideo(nullptr);
+        pane().sheets->beginSheet(pane().outlets().pinSheet, nullptr, [](QWidget *, int, void *) {});
+        QCOMPARE(pane().outlets().cameraListTable->numberOfRows(), 1);
+        pane().takeJournal();
+        pane().takeLog();
+        pane().connections->killAgent();
+        QCOMPARE(pane().outlets().cameraListTable->numberOfRows(), 0);
+        QVERIFY(!pane().outlets().startButton->isEnabled());
+        QVERIFY(!pane().controller().isStreaming());
+        QCOMPARE(pane().takeLog(),
+                 (QStringList{QStringLiteral("connectionDidDie:"), QStringLiteral("cameraStatusChanged")}));
+        // The sheets are ended, the list is read without an agent, and then the picture stops.
+        const auto journal = pane().takeJournal();
+        QCOMPARE(journal.first(), QStringLiteral("end ") + pane().outlets().pinSheet->objectName());
+        QCOMPARE(journal.last(), QStringLiteral("stop session"));
+        QVERIFY(journal.contains(QStringLiteral("synchronize")));
+        QVERIFY(journal.filter(QStringLiteral("remote ")).isEmpty());
+    }
+
     void theUSBConnectionsDeathDropsBoth()
     {
         pane().show();
@@ -266,8 +295,22 @@ private Q_SLOTS:
             QStringLiteral("KS-7 could not activate Bluetooth. Make sure that Bluetooth is available and "
                            "turned on."));
         QCOMPARE(shown.window, pane().sheets->applicationMainWindow());
-        pane().sheets->dismissAlert();
+        QVERIFY(pane().sheets->dismissAlert());
         QCOMPARE(pane().runLoop->pendingCount(), 1U); // the showing's makeItKey alone
+    }
+
+    void aLossOfBluetoothStopsThePreviewAndRefreshesBeforeItIsReported()
+    {
+        pane().capture->addDevice(QStringLiteral("KS-7 Wireless Webcam"));
+        showPane();
+        pane().controller().startVideo(nullptr);
+        pane().takeJournal();
+        pane().agentPosts(NotificationNames::NoBluetooth);
+        QVERIFY(!pane().controller().isStreaming());
+        QCOMPARE(journalOf({QStringLiteral("stop session"), QStringLiteral("remote cameraDict"),
+                            QStringLiteral("alert")}),
+                 (QStringList{QStringLiteral("stop session"), QStringLiteral("remote cameraDict"),
+                              QStringLiteral("alert ") + BluetoothErrorTitle}));
     }
 
     void bluetoothFoundWithoutALossDoesNothing()
@@ -327,7 +370,7 @@ private Q_SLOTS:
     {
         agentErrorShown();
         const auto pending = pane().runLoop->pendingCount();
-        pane().sheets->dismissAlert();
+        QVERIFY(pane().sheets->dismissAlert());
         QCOMPARE(pane().runLoop->pendingCount(), pending);
     }
 

@@ -4,10 +4,12 @@
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "platform/DBusConnection.h"
 #include "platform/DistributedNotificationCenter.h"
+#include "platform/Indicators.h"
 #include "platform/SessionBus.h"
 #include "tests/support/PaneFixture.h"
 #include "tests/support/RecordingAgent.h"
 
+#include <QCheckBox>
 #include <QTest>
 
 namespace {
@@ -162,8 +164,40 @@ private Q_SLOTS:
         pane().show();
         heard();
         pane().hide();
-        QCOMPARE(heard().filter(QStringLiteral("camera")), QStringList());
+        QCOMPARE(heard(), QStringList());
         QVERIFY(!pane().controller().isConnected());
+    }
+
+    void theSwitchesSpeakTheAgentsWords()
+    {
+        pane().keyboard->held = platform::KeyboardModifiers::OptionKey;
+        pane().show();
+        heard();
+        const auto &outlets = pane().outlets();
+        for (auto *box : {outlets.enableKS7Checkbox, outlets.statusMenuCheckbox, outlets.debugLog})
+            box->click();
+        pane().controller().optimizeForChanged(nullptr);
+        QCOMPARE(heard(),
+                 (QStringList{QStringLiteral("post KS7ToggleEnabled Value=0"),
+                              QStringLiteral("post KS7ToggleStatusMenu Value=0"),
+                              QStringLiteral("post KS7ToggleDebugLog Value=1"),
+                              QStringLiteral("post KS7ChangedOptimizedPreference")}));
+    }
+
+    void theAgentsWordsAreUnderstood()
+    {
+        pane().show();
+        agent().post(QStringLiteral("KS7FirmwareUpdateProgress"),
+                     {{QStringLiteral("Value"), 1}, {QStringLiteral("Total"), 4}});
+        QTRY_COMPARE(pane().outlets().firmwareCheckingIndicator->doubleValue(), 0.25);
+        agent().post(QStringLiteral("KS7PassKeySet"),
+                     {{QStringLiteral("Result"), 0}, {QStringLiteral("PassKey"), QStringLiteral("4711")}});
+        QTRY_COMPARE(pane().sheets->alerts.size(), std::size_t(1));
+        QVERIFY(pane().sheets->alerts[0].alert.message.contains(QStringLiteral("\"4711\"")));
+        agent().post(QStringLiteral("KS7PassKeySet"),
+                     {{QStringLiteral("Result"), 5}, {QStringLiteral("PassKey"), QStringLiteral("4712")}});
+        QTRY_COMPARE(pane().sheets->alerts.size(), std::size_t(2));
+        QVERIFY(pane().sheets->alerts[1].alert.message.endsWith(QStringLiteral("Error: 5")));
     }
 
     void aHiddenPaneStillHears()

@@ -14,6 +14,8 @@
 
 #include <limits>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 const QString Address = QStringLiteral("00-11-22-33-44-55");
@@ -25,6 +27,9 @@ QVariantMap record(int status, const QString &cameraID, const QString &name)
             {RecordKeys::CameraIDString, cameraID},
             {RecordKeys::FriendlyName, name}};
 }
+
+constexpr auto LongerThanOthersMayTake = 3500ms;
+constexpr auto MuchTooLate = 25s;
 
 int warnings = 0;
 
@@ -343,6 +348,36 @@ private Q_SLOTS:
         QVERIFY(mConnection->isValid());
         agentAnswers("indexOfPreferredKS7Cam", {3ULL});
         QCOMPARE(mDevice->indexOfPreferredKS7Cam(), std::uint64_t(3));
+    }
+
+    void workOnTheCamerasMemoryGetsItsTime_data()
+    {
+        QTest::addColumn<QString>("method");
+        QTest::newRow("firmware") << QStringLiteral("startUpdate");
+        QTest::newRow("passkey") << QStringLiteral("setPassKey");
+    }
+    void workOnTheCamerasMemoryGetsItsTime()
+    {
+        QFETCH(QString, method);
+        agent().answer(method, {17});
+        agent().answerLate(method, LongerThanOthersMayTake);
+        QCOMPARE(method == QLatin1String("setPassKey") ? mUSB->setPassKey(Name) : mUSB->startUpdate(), 17);
+        QVERIFY(mUSBConnection->isValid());
+    }
+
+    void noOtherCallWaitsUntilTheMachineSleepsAnyway()
+    {
+        agentAnswers("validateName", {true});
+        agent().answerLate(QStringLiteral("validateName"), MuchTooLate);
+        QVERIFY(!mDevice->validateName(Name));
+        QVERIFY(!mConnection->isValid());
+    }
+
+    void callsWithoutAResultWaitForTheirAnswer()
+    {
+        agent().hangIn(QStringLiteral("flush"));
+        mDevice->flush();
+        QVERIFY2(!mConnection->isValid(), "the missing answer was missed");
     }
 
     void textsComeAsTheyAre_data()

@@ -1,6 +1,7 @@
 #include "cameras/CamCell.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "cameras/PrefsBundle.h"
+#include "pane/KS7SettingsWindowController.h"
 #include "tests/support/Doubles.h"
 
 #include <QPainter>
@@ -27,11 +28,26 @@ Dot dotOfColor(const QColor &color)
 
 } // namespace
 
+/// The pane's resources, and which of them were asked for.
+class AskedBundle final : public platform::Bundle {
+public:
+    [[nodiscard]] QString pathForResource(const QString &name, const QString &type) const override
+    {
+        asked.append(name + QLatin1Char('.') + type);
+        return mResources.pathForResource(name, type);
+    }
+    [[nodiscard]] QVariantMap infoDictionary() const override { return mResources.infoDictionary(); }
+    mutable QStringList asked;
+
+private:
+    FakeBundle mResources;
+};
+
 /// The rows of the camera table, pixel by pixel.
 class CamCellTest : public QObject {
     Q_OBJECT
 
-    std::shared_ptr<FakeBundle> mBundle = std::make_shared<FakeBundle>();
+    std::shared_ptr<AskedBundle> mBundle = std::make_shared<AskedBundle>();
     std::shared_ptr<FakeRunLoop> mRunLoop = std::make_shared<FakeRunLoop>(nullptr);
     std::unique_ptr<KS7AnimatingStatusTableView> mTable;
     CamCell mCell;
@@ -187,6 +203,62 @@ private Q_SLOTS:
             showCamera(QStringLiteral("Kitchen"), status);
             QCOMPARE(int(dotOf(drawn())), dot);
         }
+    }
+
+    void theSecondPhaseOfTheBlinkingIsGray_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::newRow("pairing") << 2;
+        QTest::newRow("starting") << 3;
+    }
+    void theSecondPhaseOfTheBlinkingIsGray()
+    {
+        QFETCH(int, status);
+        KS7SettingsWindowController noCameras({}, nullptr);
+        mTable->settingsController = &noCameras;
+        showCamera(QStringLiteral("Kitchen"), status);
+        QCOMPARE(int(dotOf(drawn())), int(Dot::Orange));
+        mTable->cycle(nullptr);
+        mTable->settingsController = nullptr;
+        QCOMPARE(int(dotOf(drawn())), int(Dot::Gray));
+        // No camera was starting, so that tick was the last; drawing began the blinking anew.
+        QCOMPARE(int(dotOf(drawn())), int(Dot::Orange));
+    }
+
+    void theDotsAreLoadedOnceForEveryCell()
+    {
+        QStringList loaded;
+        for (const auto *dot : {"greendot", "reddot", "orangedot", "graydot"})
+            loaded << QLatin1String(dot) + QStringLiteral(".png")
+                   << QLatin1String(dot) + QStringLiteral("@2x.png");
+        QCOMPARE(mBundle->asked, loaded);
+        CamCell other;
+        other.initTextCell(QStringLiteral("foobar"), mBundle);
+        for (const int status : {0, 1, 2, 3, 4, 5}) {
+            showCamera(QStringLiteral("Kitchen"), status);
+            drawn();
+        }
+        QCOMPARE(mBundle->asked, loaded);
+    }
+
+    void theNameIsOfTwelvePixelsAndTheStatusOfTen()
+    {
+        showCamera(QStringLiteral("Kitchen"), 4);
+        const auto image = drawn();
+        QImage expected(image.size(), image.format());
+        expected.fill(mGround);
+        QPainter painter(&expected);
+        const auto write = [&](const QRect &where, int size, const QColor &color, const QString &text) {
+            QFont font = mTable->font();
+            font.setPixelSize(size);
+            painter.setFont(font);
+            painter.setPen(color);
+            painter.drawText(where, Qt::AlignLeft | Qt::AlignTop, text);
+        };
+        write(QRect(23, 13, 190, 20), 12, Qt::black, QStringLiteral("Kitchen"));
+        write(QRect(33, 29, 190, 20), 10, DarkGray, QStringLiteral("Streaming"));
+        const QRect besideTheDot(32, 10, 200, 36);
+        QCOMPARE(image.copy(besideTheDot), expected.copy(besideTheDot));
     }
 
     void aRowWithoutARecordIsARedDotAlone_data() { scales(); }

@@ -160,6 +160,45 @@ private Q_SLOTS:
         QCOMPARE(table().clickedRow(), -1);
     }
 
+    void aClickSettlesTheRemoveButtonBeforeTheAgentIsTold_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<bool>("removable");
+        QTest::newRow("at rest") << 1 << true;
+        QTest::newRow("pairing") << 2 << false;
+        QTest::newRow("starting") << 3 << false;
+        QTest::newRow("streaming") << 4 << false;
+    }
+    void aClickSettlesTheRemoveButtonBeforeTheAgentIsTold()
+    {
+        QFETCH(int, status);
+        QFETCH(bool, removable);
+        agent().addCamera(Kitchen, QStringLiteral("Kitchen"), status);
+        showPane();
+        outlets().removeButton->setEnabled(!removable);
+        QVERIFY(agent().during.empty());
+        std::optional<bool> enabled;
+        agent().during[QStringLiteral("setPreferredDeviceAddress")] = [&] {
+            enabled = outlets().removeButton->isEnabled();
+        };
+        clickRow(0);
+        QCOMPARE(enabled, std::optional<bool>(removable));
+    }
+
+    void aClickOnARowWithoutACameraMakesItRemovableForTheMoment()
+    {
+        addThreeCameras();
+        agent().sorted.removeLast();
+        showPane();
+        std::optional<bool> enabled;
+        agent().during[QStringLiteral("setPreferredDeviceAddress")] = [&] {
+            enabled = outlets().removeButton->isEnabled();
+        };
+        clickRow(2);
+        QCOMPARE(enabled, std::optional<bool>(true));
+        QVERIFY(!outlets().removeButton->isEnabled());
+    }
+
     void useThisCameraWithoutASelectionPrefersNobody()
     {
         addThreeCameras();
@@ -451,6 +490,7 @@ private Q_SLOTS:
                                     4LL,
                                     4ULL,
                                     4.9,
+                                    4.9F,
                                     QVariant::fromValue<uchar>(4),
                                     QVariant::fromValue<short>(4),
                                     0x1'0000'0004LL};

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QPaintEvent>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -13,6 +14,29 @@
 
 using namespace std::chrono_literals;
 namespace Names = NotificationNames;
+
+namespace {
+
+class PaintCounter final : public QObject {
+public:
+    explicit PaintCounter(QWidget *widget)
+        : QObject(widget)
+    {
+        widget->installEventFilter(this);
+    }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            ++count;
+            last = static_cast<QPaintEvent *>(event)->region();
+        }
+        return false;
+    }
+    int count = 0;
+    QRegion last;
+};
+
+} // namespace
 
 /// The camera table under a person's hand: clicks, keys, animation, what a screen reader is told.
 class TableTest : public QObject {
@@ -341,6 +365,18 @@ private Q_SLOTS:
         QVERIFY(table().isAnimatingStatus());
         mFixture->runLoop->advance(500ms);
         QVERIFY(!table().isAnimatingStatus());
+    }
+
+    void everyTickDrawsTheWholeTableAtOnce()
+    {
+        showCameras(3);
+        statusBecomes(0, 3);
+        PaintCounter paints(table().viewport());
+        mFixture->runLoop->advance(500ms);
+        QCOMPARE(paints.count, 1);
+        QCOMPARE(paints.last.boundingRect(), table().viewport()->rect());
+        mFixture->runLoop->advance(500ms);
+        QCOMPARE(paints.count, 2);
     }
 
     void aPairingCameraAloneBlinksOnceAndStopsOnGray()

@@ -28,11 +28,12 @@
 
 namespace {
 
-// The C library's own doors to the system log and to the clock, so that what the logger hands through is
-// seen.
+// The C library's own doors to the system log, the clock and the disk, so that what the logger hands through
+// is seen.
 std::mutex systemLogLock;
 QList<std::pair<int, QByteArray>> systemLog;
 thread_local int clockReadings = 0;
+thread_local int diskWaits = 0;
 
 void recordSystemLog(int priority, const char *format, va_list arguments)
 {
@@ -65,6 +66,12 @@ extern "C" int clock_gettime(clockid_t clock, timespec *now) noexcept
 {
     ++clockReadings;
     return static_cast<int>(::syscall(SYS_clock_gettime, clock, now));
+}
+
+extern "C" int fsync(int descriptor)
+{
+    ++diskWaits;
+    return static_cast<int>(::syscall(SYS_fsync, descriptor));
 }
 
 namespace {
@@ -164,6 +171,7 @@ private Q_SLOTS:
     void theMessageIsTheFormatOfTwoSinks();
     void conversionsWithoutArgumentsStand();
     void withAllSinksOffTheClockIsNotRead();
+    void aPercentSignInTheNameIsPartOfTheFormat();
     void errnoIsLeftAlone();
 
     void functionsFormat();
@@ -176,6 +184,8 @@ private Q_SLOTS:
     void anotherFolderStartsAFile();
     void theHomeFolderIsATilde();
     void theSeparatorIsWrittenOnDemand();
+    void theFileIsSeenToTheDiskWhenAskedFor();
+    void withoutAFileNothingWaitsForTheDisk();
 
     void openingAndRevealing();
     void nothingToOpenOrReveal();
@@ -457,6 +467,15 @@ void KS7OrvexLoggerTest::withAllSinksOffTheClockIsNotRead()
     QVERIFY(clockReadings > before);
 }
 
+void KS7OrvexLoggerTest::aPercentSignInTheNameIsPartOfTheFormat()
+{
+    KS7OrvexLogger::setAppName(QStringLiteral("50%% off"));
+    KS7OrvexLogger::createDefaultLoggerToFile(false, true);
+    const QByteArray text = written(stdout, [] { OrvexLog(u"on"); });
+    QVERIFY2(matches(stampPattern() + QStringLiteral("50% off: on\n"), QString::fromUtf8(text)),
+             text.constData());
+}
+
 void KS7OrvexLoggerTest::errnoIsLeftAlone()
 {
     loggerToFile();
@@ -578,6 +597,35 @@ void KS7OrvexLoggerTest::theSeparatorIsWrittenOnDemand()
     QVERIFY(matches(QStringLiteral("===== \\S+ \\S+.* ====="), lines()[1]));
 }
 
+void KS7OrvexLoggerTest::theFileIsSeenToTheDiskWhenAskedFor()
+{
+    loggerToFile();
+    const auto waits = [](const std::function<void()> &work) {
+        diskWaits = 0;
+        work();
+        return diskWaits;
+    };
+    QCOMPARE(waits([] { OrvexLog(u"a line alone"); }), 0);
+    QCOMPARE(waits([] { gMainLogger->flush(); }), 1);
+    QCOMPARE(waits([] { flushOrvexLog(); }), 1);
+    QCOMPARE(waits([] { gMainLogger->markLog(); }), 1);
+    QCOMPARE(waits([] { gMainLogger->createLogFile(); }), 1);
+    QCOMPARE(waits([] { gMainLogger->setLogToFile(true); }), 1);
+    QCOMPARE(waits([] { gMainLogger->setLogToFile(false); }), 1);
+    QCOMPARE(waits([] { gMainLogger->setLogToFile(false); }), 1);
+    QCOMPARE(waits([] { gMainLogger->markLog(); }), 0);
+}
+
+void KS7OrvexLoggerTest::withoutAFileNothingWaitsForTheDisk()
+{
+    const int before = diskWaits;
+    KS7OrvexLogger::createDefaultLoggerToFile(false, false);
+    gMainLogger->flush();
+    gMainLogger->setLogToFile(false);
+    gMainLogger->markLog();
+    QCOMPARE(diskWaits, before);
+}
+
 void KS7OrvexLoggerTest::openingAndRevealing()
 {
     const auto workspace = std::make_shared<RecordingWorkspace>();
@@ -646,6 +694,12 @@ void KS7OrvexLoggerTest::aFolderInTheFilesPlace()
     const QString expected =
         AppName + QStringLiteral(": Couldn't open log file for writing at ") + folder() + QLatin1Char('/');
     QVERIFY2(text.contains(expected.toUtf8()), text.constData());
+    // The path is kept, without a file that is open.
+    const auto workspace = std::make_shared<RecordingWorkspace>();
+    gMainLogger->setWorkspace(workspace);
+    gMainLogger->revealLogFile();
+    QCOMPARE(workspace->selected.size(), 1);
+    QVERIFY(workspace->selected[0].startsWith(folder() + QLatin1Char('/') + AppName));
 }
 
 void KS7OrvexLoggerTest::failuresOfTheFirstLoggerGoNowhere()

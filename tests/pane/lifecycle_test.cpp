@@ -2,8 +2,10 @@
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "platform/Connection.h"
 #include "platform/Indicators.h"
+#include "platform/Workspace.h"
 #include "tests/support/PaneFixture.h"
 
+#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -55,6 +57,40 @@ private Q_SLOTS:
         QVERIFY(!fixture.controller().isSwitchedOut());
         QVERIFY(!fixture.controller().isBluetoothOff());
         QVERIFY(!fixture.controller().hasLevelsTimer());
+        QCOMPARE(fixture.controller().indexOfPreferred(), -1);
+    }
+
+    void aControllerMadeAnewForgetsEverything()
+    {
+        PaneFixture fixture;
+        fixture.agent.addCamera(QStringLiteral("a"), QStringLiteral("Kitchen"), 4);
+        fixture.agent.prefer(QStringLiteral("a"));
+        fixture.show();
+        fixture.controller().startVideo(nullptr);
+        fixture.workspaceCenter->deliver(platform::NSWorkspaceSessionDidResignActiveNotification);
+        fixture.agentPosts(Names::NoBluetooth);
+        fixture.agentPosts(Names::AgentStarted);
+        auto &controller = fixture.controller();
+        QVERIFY(controller.isConnected() && controller.isSwitchedOut() && controller.isBluetoothOff());
+        QCOMPARE(controller.indexOfPreferred(), 0);
+        QCOMPARE(controller.cameras().size(), 1);
+        QCOMPARE(controller.init(), &controller);
+        QVERIFY(!controller.isConnected() && !controller.isSwitchedOut() && !controller.isBluetoothOff());
+        QVERIFY(!controller.hasLevelsTimer());
+        QCOMPARE(controller.indexOfPreferred(), -1);
+        QVERIFY(controller.cameras().isEmpty());
+    }
+
+    void theLogIsThereBeforeTheAgentIsLookedFor()
+    {
+        PaneFixture fixture;
+        fixture.keepLog();
+        fixture.agent.running = false;
+        fixture.load();
+        fixture.runLoop->turn();
+        QCOMPARE(fixture.takeLog(),
+                 QStringList({QStringLiteral("Unabled to make connection to agent."),
+                              QStringLiteral("cameraStatusChanged")}));
     }
 
     void startUpObservesTheEighteenInTheirOrder()
@@ -81,21 +117,46 @@ private Q_SLOTS:
     void loadingConnectsBeforeAnythingIsObserved()
     {
         PaneFixture fixture;
-        QStringList observedWhileConnecting{QStringLiteral("never connected")};
         fixture.agent.running = false;
         fixture.agent.appearsAtAttempt = 2;
         fixture.load();
-        const auto journal = fixture.takeJournal();
         QVERIFY(fixture.controller().isConnected());
-        QVERIFY(journal.indexOf(QStringLiteral("connect KS7AgentServer")) >= 0);
-        QCOMPARE(fixture.launcher->launches, 1);
-        QCOMPARE(fixture.power->registrations, 1);
+        const auto journal = fixture.takeJournal();
+        const auto connected = journal.lastIndexOf(QStringLiteral("connect KS7AgentServerUSB"));
+        QVERIFY(connected >= 0);
+        QCOMPARE(connected + 1, journal.indexOf(QStringLiteral("observe KS7StreamingStarted")));
+    }
+
+    void theLocalObserversAndThePowerHookFollowAndTheControlsComeLast()
+    {
+        PaneFixture fixture;
+        fixture.load();
+        const auto journal = fixture.takeJournal();
+        const auto distributed = journal.indexOf(QStringLiteral("observe KS7ChangedOptimizedPreference"));
+        QCOMPARE(journal.mid(distributed + 1),
+                 QStringList({QStringLiteral("observe NSConnectionDidDieNotification"),
+                              QStringLiteral("observe QuickTimeError"),
+                              QStringLiteral("register for power messages"),
+                              QStringLiteral("observe GoingToSleep"),
+                              // The settings are read while the controls are filled.
+                              QStringLiteral("synchronize")}));
+    }
+
+    void theTableIsTheFirstResponderFromTheStart()
+    {
+        PaneFixture fixture;
+        fixture.load();
+        QCOMPARE(fixture.pane->mainView()->focusWidget(),
+                 static_cast<QWidget *>(fixture.outlets().cameraListTable));
     }
 
     void bothMetersStartAtNought()
     {
         PaneFixture fixture;
         fixture.load();
+        fixture.outlets().levelIndicator_l->setDoubleValue(0.7);
+        fixture.outlets().levelIndicator_r->setDoubleValue(0.8);
+        fixture.controller().setupUI();
         QCOMPARE(fixture.outlets().levelIndicator_l->doubleValue(), 0.0);
         QCOMPARE(fixture.outlets().levelIndicator_r->doubleValue(), 0.0);
     }
@@ -147,6 +208,7 @@ private Q_SLOTS:
         fixture.load();
         fixture.runLoop->turn();
         fixture.hide();
+        fixture.keyboard->onLook = [&] { fixture.journal->append(QStringLiteral("look at the keyboard")); };
         fixture.takeJournal();
         fixture.show();
         const auto journal = fixture.takeJournal();
@@ -154,9 +216,12 @@ private Q_SLOTS:
                                      QStringLiteral("connect KS7AgentServer"),
                                      QStringLiteral("connect KS7AgentServerUSB"),
                                      QStringLiteral("remote flush"),
+                                     QStringLiteral("look at the keyboard"),
                                      QStringLiteral("remote cameraDict"),
                                      QStringLiteral("post KS7StartDiscovering"),
-                                     QStringLiteral("updater started")};
+                                     QStringLiteral("updater started"),
+                                     QStringLiteral("observe NSWorkspaceSessionDidBecomeActiveNotification"),
+                                     QStringLiteral("observe NSWorkspaceSessionDidResignActiveNotification")};
         QStringList seen;
         for (const auto &line : journal) {
             if (milestones.contains(line) && !seen.contains(line))
@@ -204,6 +269,35 @@ private Q_SLOTS:
         QVERIFY(fixture.takeJournal().contains(QStringLiteral("connect KS7AgentServer")));
     }
 
+    void hidingEndsThePreviewThenTheLinkThenTheWatch()
+    {
+        PaneFixture fixture;
+        fixture.capture->addDevice(QStringLiteral("KS-7 Wireless Webcam"));
+        fixture.show();
+        fixture.controller().startVideo(nullptr);
+        fixture.sheets->beginSheet(fixture.outlets().pinSheet, nullptr, [](QWidget *, int, void *) {});
+        fixture.takeJournal();
+        fixture.hide();
+        const auto journal = fixture.takeJournal();
+        QCOMPARE(journal.first(), QStringLiteral("stop session"));
+        QVERIFY(journal.contains(QStringLiteral("end ") + fixture.outlets().pinSheet->objectName()));
+        QCOMPARE(journal.mid(journal.size() - 2),
+                 QStringList({QStringLiteral("forget NSWorkspaceSessionDidBecomeActiveNotification"),
+                              QStringLiteral("forget NSWorkspaceSessionDidResignActiveNotification")}));
+    }
+
+    void hidingEndsAPreviewWithoutAnAgentToo()
+    {
+        PaneFixture fixture;
+        fixture.capture->addDevice(QStringLiteral("KS-7 Wireless Webcam"));
+        fixture.agent.running = false;
+        fixture.show();
+        fixture.controller().startVideo(nullptr);
+        QVERIFY(fixture.capture->sessions.back()->isRunning());
+        fixture.hide();
+        QVERIFY(!fixture.capture->sessions.back()->isRunning());
+    }
+
     void notificationsAreStillHandledWhileHidden()
     {
         PaneFixture fixture;
@@ -218,11 +312,13 @@ private Q_SLOTS:
     void thePanesOwnPreferencePostComesBackToIt()
     {
         PaneFixture fixture;
-        fixture.defaults->agentWrites(QStringLiteral("VideoSize2"), 0);
         fixture.show();
-        fixture.takeJournal();
+        QVERIFY(!fixture.outlets().optimizeForPopUp->isHidden());
+        // Seen by what the processor's speed makes of the pop-up when it is set up again.
+        fixture.clock->hertz = 0;
         fixture.controller().optimizeForChanged(nullptr);
         QCOMPARE(fixture.distributedCenter->postCount(Names::ChangedOptimizedPreference), 1);
+        QVERIFY(fixture.outlets().optimizeForPopUp->isHidden());
     }
 };
 

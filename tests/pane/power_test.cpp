@@ -69,6 +69,33 @@ private Q_SLOTS:
         QCOMPARE(journal.last(), QStringLiteral("allow power change 7"));
     }
 
+    void theNumbersOfTheMessagesAreTheSystems()
+    {
+        showPaneWithPreview();
+        mPane->power->send(0xE0000270, token(1));
+        QCOMPARE(mPane->power->allowed, std::vector<void *>{token(1)});
+        QVERIFY(mPane->controller().isStreaming());
+        mPane->power->send(0xE0000300, token(2));
+        QVERIFY(mPane->controller().isStreaming());
+        mPane->power->send(0xE0000280, token(3));
+        QCOMPARE(mPane->power->allowed, (std::vector<void *>{token(1), token(3)}));
+        QVERIFY(!mPane->controller().isStreaming());
+    }
+
+    void theLogTellsHowTheSleepWasMet()
+    {
+        mPane->keepLog();
+        mPane->show();
+        mPane->takeLog();
+        mPane->power->send(platform::kIOMessageSystemWillSleep, token(1));
+        QCOMPARE(mPane->takeLog(),
+                 QStringList({QStringLiteral("Sleeping: Got sleep notification. Need to stop streaming"),
+                              QStringLiteral("cameraStatusChanged"),
+                              QStringLiteral("Sleeping: Calling IOAllowPowerChange")}));
+        mPane->power->send(platform::kIOMessageSystemHasPoweredOn, nullptr);
+        QCOMPARE(mPane->takeLog(), QStringList());
+    }
+
     void theLinkStaysOpenAcrossSleep()
     {
         showPaneWithPreview();

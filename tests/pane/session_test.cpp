@@ -55,6 +55,36 @@ private Q_SLOTS:
                 < journal.indexOf(QStringLiteral("close device")));
     }
 
+    void switchingAwayStopsAPreviewWithoutAnAgentToo()
+    {
+        showPaneWithPreview();
+        controller().closeConnections();
+        controller().startVideo(nullptr);
+        QVERIFY(controller().isStreaming());
+        switchAway();
+        QVERIFY(!controller().isStreaming());
+        QVERIFY(!mCamera->isOpen());
+    }
+
+    void theLogTellsOfBothSwitches()
+    {
+        mPane->keepLog();
+        mPane->show();
+        mPane->takeLog();
+        const QStringList lost{QStringLiteral("connectionDidDie:"), QStringLiteral("cameraStatusChanged")};
+        switchAway();
+        QCOMPARE(
+            mPane->takeLog(),
+            QStringList{QStringLiteral("Got switched out for fast user switching. Need to stop streaming")}
+                + lost);
+        comeBack();
+        QCOMPARE(
+            mPane->takeLog(),
+            QStringList{QStringLiteral("Came back after being user switched. Maybe reconnect to agent.")});
+        comeBack();
+        QCOMPARE(mPane->takeLog(), QStringList());
+    }
+
     void comingBackFindsTheAgentAgain()
     {
         showPaneWithPreview();

@@ -271,13 +271,13 @@ void SettingsControlsTest::choosingASizeWritesThenSynchronizesThenPosts()
 {
     agentWrites(PreferenceKeys::VideoSize2, 1);
     fixture->show();
-    fixture->takeJournal();
     QVariant seenByTheAgent;
     fixture->distributedCenter->addObserver(
         this, NotificationNames::ChangedOptimizedPreference, [&](const platform::Notification &notification) {
             seenByTheAgent = fixture->defaults->stored(PreferenceKeys::VideoSize2);
             QVERIFY(notification.userInfo.isEmpty());
         });
+    fixture->takeJournal();
     choose(0);
     const QStringList expected{QStringLiteral("write domain"), QStringLiteral("synchronize"),
                                QStringLiteral("post KS7ChangedOptimizedPreference")};

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QPushButton>
 
 #include <algorithm>
 
@@ -129,20 +130,23 @@ void FakeRunLoop::advance(milliseconds time)
 
 // Centres -----------------------------------------------------------------------------------------------
 
-RecordingCenter::RecordingCenter(Journal journal)
+RecordingCenter::RecordingCenter(Journal journal, Noted noted)
     : mJournal(std::move(journal))
+    , mNoted(noted)
 {
 }
 
 void RecordingCenter::addObserver(const void *observer, const QString &name,
                                   platform::NotificationHandler handler)
 {
+    note(mJournal, QStringLiteral("observe ") + name);
     registrations.append(name);
     mCenter.addObserver(observer, name, std::move(handler));
 }
 
 void RecordingCenter::removeObserver(const void *observer, const QString &name)
 {
+    note(mJournal, QStringLiteral("forget ") + name);
     registrations.removeOne(name);
     mCenter.removeObserver(observer, name);
 }
@@ -150,7 +154,8 @@ void RecordingCenter::removeObserver(const void *observer, const QString &name)
 void RecordingCenter::postNotificationName(const QString &name, const void *object,
                                            const QVariantMap &userInfo)
 {
-    note(mJournal, QStringLiteral("post ") + name);
+    if (mNoted == PostsToo)
+        note(mJournal, QStringLiteral("post ") + name);
     posts.push_back({name, object, userInfo});
     mCenter.postNotificationName(name, object, userInfo);
 }
@@ -457,6 +462,7 @@ QVariant FakeDefaults::stored(const QString &key) const
 
 std::uint32_t FakePower::registerForSystemPower(void *refcon, Callback callback)
 {
+    note(mJournal, QStringLiteral("register for power messages"));
     ++registrations;
     mRefcon = refcon;
     mCallback = callback;
@@ -593,16 +599,26 @@ QWidget *FakeSheets::windowOf(const platform::Sheet *sheet) const
     return isUp(sheet) ? find(sheet)->window : nullptr;
 }
 
-void FakeSheets::dismissAlert()
+bool FakeSheets::dismissAlert()
 {
     const auto shown = alerts.front();
     alerts.erase(alerts.begin());
     QWidget box;
+    QPushButton button(&box);
     box.show();
+    button.setFocus();
     shown.didEnd(&box, 0, nullptr);
+    return box.isHidden() && box.focusWidget() == &box;
 }
 
 // The rest ----------------------------------------------------------------------------------------------
+
+std::uint32_t FakeKeyboard::currentKeyModifiers()
+{
+    if (onLook)
+        onLook();
+    return held;
+}
 
 bool FakeWorkspace::openURL(const QUrl &url)
 {

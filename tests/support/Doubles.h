@@ -76,7 +76,9 @@ private:
 /// A centre that keeps a list of what was posted and delivers at once.
 class RecordingCenter final : public platform::NotificationCenter {
 public:
-    explicit RecordingCenter(Journal journal = {});
+    /// What of it goes into the journal.
+    enum Noted { ObserversOnly, PostsToo };
+    explicit RecordingCenter(Journal journal, Noted noted = ObserversOnly);
     void addObserver(const void *observer, const QString &name,
                      platform::NotificationHandler handler) override;
     void removeObserver(const void *observer, const QString &name) override;
@@ -92,6 +94,7 @@ public:
 
 private:
     Journal mJournal;
+    Noted mNoted;
     platform::LocalNotificationCenter mCenter;
 };
 
@@ -309,8 +312,9 @@ public:
     [[nodiscard]] bool isUp(const platform::Sheet *sheet) const;
     /// The window that the sheet hangs on, null when the sheet is not up.
     [[nodiscard]] QWidget *windowOf(const platform::Sheet *sheet) const;
-    /// The person presses the alert's button.
-    void dismissAlert();
+    /// The person presses the alert's button. Answers whether its end handler took the alert off the screen,
+    /// with the focus left on nothing in it.
+    bool dismissAlert();
     std::vector<ShownAlert> alerts;
     /// Every alert ever begun, by title.
     QStringList alertTitles;
@@ -343,8 +347,10 @@ public:
 
 class FakeKeyboard final : public platform::KeyboardModifiers {
 public:
-    std::uint32_t currentKeyModifiers() override { return held; }
+    std::uint32_t currentKeyModifiers() override;
     std::uint32_t held = 0;
+    /// Runs when somebody looks at what is held.
+    std::function<void()> onLook;
 };
 
 class FakeClock final : public platform::ProcessorClock {

@@ -1,12 +1,17 @@
 #include "tests/support/PaneFixture.h"
 
+#include <QDir>
+#include <QFile>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
 
 PaneFixture::PaneFixture()
     : runLoop(std::make_shared<FakeRunLoop>(journal))
-    , localCenter(std::make_shared<RecordingCenter>())
-    , distributedCenter(std::make_shared<RecordingCenter>(journal))
-    , workspaceCenter(std::make_shared<RecordingCenter>())
+    , localCenter(std::make_shared<RecordingCenter>(journal))
+    , distributedCenter(std::make_shared<RecordingCenter>(journal, RecordingCenter::PostsToo))
+    , workspaceCenter(std::make_shared<RecordingCenter>(journal))
     , agent(journal)
     , protocols(std::make_shared<FakeProtocols>(agent))
     , connections(std::make_shared<FakeConnections>(journal, agent, localCenter))
@@ -78,6 +83,40 @@ void PaneFixture::agentPosts(const QString &name, const QVariantMap &userInfo)
 {
     distributedCenter->deliver(name, userInfo);
     runLoop->turn();
+}
+
+namespace {
+
+QDir logFolder()
+{
+    return QDir(QDir::homePath() + QStringLiteral("/Library/Logs/KS7_Logs/KS-7 System Preferences"));
+}
+
+} // namespace
+
+void PaneFixture::keepLog()
+{
+    logFolder().removeRecursively();
+    defaults->agentWrites(QStringLiteral("LogToFile"), true);
+}
+
+QStringList PaneFixture::takeLog()
+{
+    constexpr int StampLength = 24;
+    QStringList lines;
+    const auto names = logFolder().entryList(QDir::Files, QDir::Name);
+    for (const auto &name : names) {
+        QFile file(logFolder().filePath(name));
+        if (file.open(QIODevice::ReadOnly))
+            lines += QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    }
+    lines.erase(std::remove_if(lines.begin(), lines.end(),
+                               [](const QString &line) { return line.startsWith(QLatin1String("=====")); }),
+                lines.end());
+    QStringList messages;
+    for (const auto &line : lines.mid(std::exchange(mLogLinesTaken, static_cast<int>(lines.size()))))
+        messages.append(line.mid(StampLength));
+    return messages;
 }
 
 QStringList PaneFixture::takeJournal(const QString &prefix)

@@ -27,6 +27,10 @@ public:
     void agentPosts(const QString &name, const QVariantMap &userInfo = {});
     /// The lines of the journal since the last call that begin with `prefix`, the prefix cut off.
     QStringList takeJournal(const QString &prefix = {});
+    /// Has the pane log into a file from its start, as the agent's preferences may say; before load().
+    void keepLog();
+    /// The messages logged since the last call.
+    QStringList takeLog();
     QStringList takeRemoteCalls() { return takeJournal(QStringLiteral("remote ")); }
 
     Journal journal = std::make_shared<QStringList>();
@@ -53,4 +57,7 @@ public:
     std::shared_ptr<FakeBundle> bundle;
     std::unique_ptr<KSPreferencesPanePref> pane;
     QWidget window;
+
+private:
+    int mLogLinesTaken = 0;
 };

@@ -9,6 +9,7 @@
 #include <QDBusVirtualObject>
 #include <QMutex>
 #include <QThread>
+#include <QTimer>
 #include <QUuid>
 
 #include <utility>
@@ -124,13 +125,20 @@ public:
             return true;
         if (locked([&] { return mFailing.contains(method); }))
             return connection.send(message.createErrorReply(QDBusError::Failed, QStringLiteral("no")));
-        return connection.send(message.createReply(locked([&] { return mAnswers.value(method); })));
+        const auto reply = message.createReply(locked([&] { return mAnswers.value(method); }));
+        if (const auto delay = locked([&] { return mDelays.value(method, 0); }); delay > 0) {
+            QTimer::singleShot(delay, this, [reply, connection] { connection.send(reply); });
+            return true;
+        }
+        return connection.send(reply);
     }
 
     mutable QMutex mMutex;
     QString mUniqueName;
     QList<QDBusMessage> mMessages;
     QHash<QString, QVariantList> mAnswers;
+    /// In milliseconds.
+    QHash<QString, int> mDelays;
     QStringList mHanging;
     QStringList mFailing;
     QStringList mDying;
@@ -202,6 +210,11 @@ void RecordingAgent::answer(const QString &method, const QVariantList &values)
 void RecordingAgent::answerError(const QString &method)
 {
     mWorker->locked([&] { mWorker->mFailing += method; });
+}
+
+void RecordingAgent::answerLate(const QString &method, std::chrono::milliseconds delay)
+{
+    mWorker->locked([&] { mWorker->mDelays[method] = static_cast<int>(delay.count()); });
 }
 
 void RecordingAgent::hangIn(const QString &method)

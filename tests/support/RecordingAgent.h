@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include <chrono>
 #include <memory>
 
 class AgentWorker;
@@ -29,6 +30,8 @@ public:
     /// From now on `method` answers these values, of whatever types.
     void answer(const QString &method, const QVariantList &values);
     void answerError(const QString &method);
+    /// From now on `method` is answered this long after it was heard.
+    void answerLate(const QString &method, std::chrono::milliseconds delay);
     /// From now on `method` is heard and never answered.
     void hangIn(const QString &method);
     /// From now on every call is heard and never answered.
