@@ -18,6 +18,7 @@ public:
     void stopRunning() override { mRunning = false; }
     [[nodiscard]] bool isRunning() const override { return mRunning; }
     void setFrameHandler(FrameHandler) override { }
+    void setLargestFrame(const QSize &) override { }
 
 private:
     bool mRunning = false;
@@ -49,6 +50,7 @@ void CaptureView::setCaptureSession(const std::shared_ptr<CaptureSession> &sessi
     if (mSession)
         mSession->setFrameHandler({});
     mSession = session;
+    mAskedFor = {};
     showFrame({});
     if (mSession)
         mSession->setFrameHandler([this](const QImage &frame) { showFrame(frame); });
@@ -57,8 +59,22 @@ void CaptureView::setCaptureSession(const std::shared_ptr<CaptureSession> &sessi
 void CaptureView::showFrame(const QImage &frame)
 {
     mFrame = frame;
+    askForFittingFrames();
     if (isVisible())
         update();
+}
+
+void CaptureView::askForFittingFrames()
+{
+    if (!mSession || mAskedFor == pixels())
+        return;
+    mAskedFor = pixels();
+    mSession->setLargestFrame(mAskedFor);
+}
+
+QSize CaptureView::pixels() const
+{
+    return (QSizeF(size()) * devicePixelRatioF()).toSize();
 }
 
 QSize CaptureView::sizeHint() const
@@ -70,9 +86,9 @@ QRectF CaptureView::pictureRect() const
 {
     // Whole pixels of the screen, so that a picture of the right size is copied and not scaled.
     const qreal ratio = devicePixelRatioF();
-    const QSize pixels = (QSizeF(size()) * ratio).toSize();
-    const QSize picture = mFrame.size().scaled(pixels, Qt::KeepAspectRatio);
-    const QPoint corner((pixels.width() - picture.width()) / 2, (pixels.height() - picture.height()) / 2);
+    const QSize place = pixels();
+    const QSize picture = mFrame.size().scaled(place, Qt::KeepAspectRatio);
+    const QPoint corner((place.width() - picture.width()) / 2, (place.height() - picture.height()) / 2);
     return {QPointF(corner) / ratio, QSizeF(picture) / ratio};
 }
 

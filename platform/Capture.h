@@ -65,6 +65,9 @@ public:
     /// Called on the main thread with the newest picture; older ones that were not shown yet are dropped.
     /// A null picture says that the one before is over: nothing of it may be shown again.
     virtual void setFrameHandler(FrameHandler handler) = 0;
+    /// Larger pictures are made so small on their way that they fit, in their own shape, so that whoever
+    /// shows them need not. Without this they come as the camera sends them.
+    virtual void setLargestFrame(const QSize &pixels) = 0;
 };
 
 /// The capture system: devices and sessions.
@@ -97,11 +100,14 @@ protected:
 
 private:
     void showFrame(const QImage &frame);
+    void askForFittingFrames();
+    [[nodiscard]] QSize pixels() const;
     [[nodiscard]] QRectF pictureRect() const;
 
     std::shared_ptr<CaptureSession> mSession;
     const void *mDelegate = nullptr;
     QImage mFrame;
+    QSize mAskedFor;
 };
 
 /// A capture system without devices.

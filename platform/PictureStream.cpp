@@ -5,23 +5,23 @@
 #include "platform/RunLoop.h"
 
 #include <gst/app/gstappsink.h>
-#include <gst/base/gstbasetransform.h>
 #include <gst/gst.h>
 #include <gst/video/video.h>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace platform {
 namespace {
 
-// What the widgets paint without converting it. No picture is larger than a screen wall.
+// What the widgets paint without converting it.
 #if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
 #define KS7_NATIVE_FORMAT "BGRx"
 #else
 #define KS7_NATIVE_FORMAT "xRGB"
 #endif
-constexpr auto PictureCaps =
-    "video/x-raw, format=" KS7_NATIVE_FORMAT ", width=[1,8192], height=[1,8192], pixel-aspect-ratio=1/1";
+// No picture is larger than a screen wall.
+constexpr QSize LargestPicture(8192, 8192);
 
 /// A sample and the mapping of its pixels, for as long as an image shows them.
 struct MappedSample {
@@ -62,11 +62,11 @@ QImage imageOver(GstSample *sample)
 QImage opaqueCopy(const QImage &picture)
 {
     QImage copy(picture.size(), QImage::Format_RGB32);
+    const int width = copy.width();
     for (int y = 0; y < copy.height(); ++y) {
         const auto *from = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
         auto *to = reinterpret_cast<QRgb *>(copy.scanLine(y));
-        for (int x = 0; x < copy.width(); ++x)
-            to[x] = from[x] | 0xFF000000U;
+        std::transform(from, from + width, to, [](QRgb pixel) { return pixel | 0xFF000000U; });
     }
     return copy;
 }
@@ -119,20 +119,54 @@ GstElement *makeSink()
     GstElement *sink = make("appsink");
     if (!sink)
         return nullptr;
-    GstCaps *caps = gst_caps_from_string(PictureCaps);
-    g_object_set(sink, "max-buffers", 1U, "drop", TRUE, "sync", FALSE, "caps", caps, nullptr);
-    gst_caps_unref(caps);
+    g_object_set(sink, "max-buffers", 1U, "drop", TRUE, "sync", FALSE, nullptr);
     return sink;
+}
+
+/// Converts and scales in one go. Colours are not smoothed between the pixels that share one, which nobody
+/// sees and which would cost as much as all the rest; nor is there a border where the last pixel does not
+/// fit.
+GstElement *makeConverter()
+{
+    GstElement *converter = make("videoconvertscale");
+    if (!converter)
+        return nullptr;
+    gst_util_set_object_arg(G_OBJECT(converter), "chroma-mode", "none");
+    g_object_set(converter, "add-borders", FALSE, nullptr);
+    return converter;
+}
+
+GstCaps *capsOfPicturesUpTo(const QSize &size)
+{
+    return gst_caps_new_simple("video/x-raw", "format", G_TYPE_STRING, KS7_NATIVE_FORMAT, "width",
+                               GST_TYPE_INT_RANGE, 1, size.width(), "height", GST_TYPE_INT_RANGE, 1,
+                               size.height(), "pixel-aspect-ratio", GST_TYPE_FRACTION, 1, 1, nullptr);
+}
+
+/// Whether pixels come in at the element as they are to go out.
+bool takesNativePixels(GstElement *element)
+{
+    GstPad *pad = gst_element_get_static_pad(element, "sink");
+    GstCaps *caps = gst_pad_get_current_caps(pad);
+    gst_object_unref(pad);
+    if (!caps)
+        return false;
+    const char *format = gst_structure_get_string(gst_caps_get_structure(caps, 0), "format");
+    const bool isNative = qstrcmp(format, KS7_NATIVE_FORMAT) == 0;
+    gst_caps_unref(caps);
+    return isNative;
 }
 
 } // namespace
 
 PictureStream::PictureStream(QString nodeName, std::shared_ptr<RunLoop> runLoop, PictureHandler onPicture,
-                             FailureHandler onFailure)
+                             FailureHandler onFailure, NewFormatHandler onNewFormat)
     : mNodeName(std::move(nodeName))
     , mRunLoop(std::move(runLoop))
     , mOnPicture(std::move(onPicture))
     , mOnFailure(std::move(onFailure))
+    , mOnNewFormat(std::move(onNewFormat))
+    , mLimit(LargestPicture)
 {
 }
 
@@ -172,7 +206,7 @@ bool PictureStream::connect()
 
 bool PictureStream::build()
 {
-    GstElement *const elements[] = {makeSource(mNodeName, mSocket->descriptor()), make("videoconvertscale"),
+    GstElement *const elements[] = {makeSource(mNodeName, mSocket->descriptor()), makeConverter(),
                                     makeSink()};
     mPipeline = gst_pipeline_new(nullptr);
     bool complete = true;
@@ -184,11 +218,24 @@ bool PictureStream::build()
     if (!complete)
         return false;
     mConverter = elements[1];
+    GstPad *input = gst_element_get_static_pad(mConverter, "sink");
+    gst_pad_add_probe(
+        input, static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
+        [](GstPad *pad, GstPadProbeInfo *info, void *stream) {
+            return static_cast<GstPadProbeReturn>(onInput(pad, info, stream));
+        },
+        this, nullptr);
+    gst_object_unref(input);
     GstAppSinkCallbacks callbacks = {};
     callbacks.new_sample = [](GstAppSink *sink, void *stream) {
         return static_cast<GstFlowReturn>(onSample(sink, stream));
     };
     gst_app_sink_set_callbacks(GST_APP_SINK(elements[2]), &callbacks, this, nullptr);
+    {
+        const std::lock_guard guard(mLock);
+        mSink = elements[2];
+        limitSink();
+    }
     return gst_element_link_many(elements[0], elements[1], elements[2], nullptr);
 }
 
@@ -211,8 +258,32 @@ void PictureStream::stop()
         return;
     // After this no streaming thread is left, and so nobody who could call back.
     gst_element_set_state(mPipeline, GST_STATE_NULL);
+    {
+        const std::lock_guard guard(mLock);
+        mSink = nullptr;
+    }
     gst_object_unref(mPipeline);
     mPipeline = nullptr;
+}
+
+void PictureStream::limitTo(const QSize &pixels)
+{
+    const std::lock_guard guard(mLock);
+    // A range of one number is none.
+    mLimit = pixels.boundedTo(LargestPicture).expandedTo({2, 2});
+    if (mSink)
+        limitSink();
+}
+
+void PictureStream::limitSink()
+{
+    GstCaps *caps = capsOfPicturesUpTo(mLimit);
+    gst_app_sink_set_caps(GST_APP_SINK(mSink), caps);
+    gst_caps_unref(caps);
+    // Whoever sends pictures looks at what is wanted only when told.
+    GstPad *pad = gst_element_get_static_pad(mSink, "sink");
+    gst_pad_push_event(pad, gst_event_new_reconfigure());
+    gst_object_unref(pad);
 }
 
 void PictureStream::close()
@@ -223,6 +294,30 @@ void PictureStream::close()
     // The source waits up to half a minute for a camera that does not come, unless its connection ends.
     if (mStarting)
         mSocket->cut();
+}
+
+int PictureStream::onInput(GstPad *, GstPadProbeInfo *input, void *stream)
+{
+    auto *self = static_cast<PictureStream *>(stream);
+    if ((GST_PAD_PROBE_INFO_TYPE(input) & GST_PAD_PROBE_TYPE_BUFFER) != 0)
+        return self->isOfTheSameFormat(GST_PAD_PROBE_INFO_BUFFER(input)) ? GST_PAD_PROBE_OK
+                                                                         : GST_PAD_PROBE_DROP;
+    if (GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(input)) == GST_EVENT_CAPS)
+        self->mPictureSize = 0;
+    return GST_PAD_PROBE_OK;
+}
+
+/// PipeWire's source does not tell when a camera changes its format, and goes on with bytes that mean
+/// something else. Pictures of one format are all of one size; the others are not looked at, and whoever can
+/// begins anew.
+bool PictureStream::isOfTheSameFormat(GstBuffer *picture)
+{
+    const std::size_t size = gst_buffer_get_size(picture);
+    if (size > 0 && mPictureSize == 0)
+        mPictureSize = size;
+    if (size > 0 && size != mPictureSize)
+        report([this] { mOnNewFormat(); });
+    return size > 0 && size == mPictureSize;
 }
 
 int PictureStream::onSample(GstAppSink *sink, void *stream)
@@ -248,9 +343,9 @@ int PictureStream::onMessage(GstBus *, GstMessage *message, void *stream)
 QImage PictureStream::imageOf(GstSample *sample) const
 {
     const QImage image = imageOver(sample);
-    // Pixels that no conversion has copied are the camera's: it waits for them, and may take them away.
-    const bool untouched = gst_base_transform_is_passthrough(GST_BASE_TRANSFORM(mConverter));
-    return untouched ? opaqueCopy(image) : image;
+    // Pixels that were not converted may be the camera's own, who waits for them and may take them away; and
+    // may hold what the camera has left in the unused byte.
+    return takesNativePixels(mConverter) ? opaqueCopy(image) : image;
 }
 
 void PictureStream::arrive(const QImage &picture)
@@ -284,14 +379,19 @@ void PictureStream::fail(int code)
     if (mClosed || mFailed)
         return;
     mFailed = true;
-    mRunLoop->performOnMainThread([stream = shared_from_this(), code] {
+    report([this, code] { mOnFailure(code); });
+}
+
+void PictureStream::report(std::function<void()> handler)
+{
+    mRunLoop->performOnMainThread([stream = shared_from_this(), handler = std::move(handler)] {
         bool closed = false;
         {
             const std::lock_guard guard(stream->mLock);
             closed = stream->mClosed;
         }
         if (!closed)
-            stream->mOnFailure(code);
+            handler();
     });
 }
 

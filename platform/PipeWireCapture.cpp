@@ -83,10 +83,14 @@ public:
     void stopRunning() override;
     [[nodiscard]] bool isRunning() const override { return mRunning; }
     void setFrameHandler(FrameHandler handler) override { mFrameHandler = std::move(handler); }
+    void setLargestFrame(const QSize &pixels) override;
 
 private:
     void show(const QImage &picture);
     void reportFailure(int code);
+    void beginStream();
+    void endStream();
+    void beginAnew();
     void lookWhetherStalled();
 
     const Context mContext;
@@ -94,6 +98,7 @@ private:
     std::shared_ptr<PictureStream> mStream;
     std::unique_ptr<Timer> mStallTimer;
     FrameHandler mFrameHandler;
+    std::optional<QSize> mLargestFrame;
     bool mRunning = false;
 };
 
@@ -117,11 +122,18 @@ void PipeWireSession::startRunning()
     mRunning = true;
     if (!mDevice)
         return;
+    beginStream();
+    mStallTimer = mContext.runLoop->scheduledTimer(StallInterval, [this] { lookWhetherStalled(); });
+}
+
+void PipeWireSession::beginStream()
+{
     mStream = std::make_shared<PictureStream>(
         mDevice->uniqueID(), mContext.runLoop, [this](const QImage &picture) { show(picture); },
-        [this](int code) { reportFailure(code); });
+        [this](int code) { reportFailure(code); }, [this] { beginAnew(); });
+    if (mLargestFrame)
+        mStream->limitTo(*mLargestFrame);
     mContext.streams->post([stream = mStream] { stream->start(); });
-    mStallTimer = mContext.runLoop->scheduledTimer(StallInterval, [this] { lookWhetherStalled(); });
 }
 
 void PipeWireSession::stopRunning()
@@ -130,10 +142,29 @@ void PipeWireSession::stopRunning()
     mStallTimer.reset();
     if (!mStream)
         return;
+    endStream();
+    show({});
+}
+
+void PipeWireSession::endStream()
+{
     mStream->close();
     mContext.streams->post([stream = std::move(mStream)] { stream->stop(); });
     mStream.reset();
-    show({});
+}
+
+void PipeWireSession::beginAnew()
+{
+    // What was shown last stays until the next picture.
+    endStream();
+    beginStream();
+}
+
+void PipeWireSession::setLargestFrame(const QSize &pixels)
+{
+    mLargestFrame = pixels;
+    if (mStream)
+        mStream->limitTo(pixels);
 }
 
 void PipeWireSession::show(const QImage &picture)

@@ -138,6 +138,28 @@ private Q_SLOTS:
         QCOMPARE(drawnAtDoubleScale(*mView).pixelColor(5, 10), QColor(Qt::black));
     }
 
+    void picturesAreAskedForInPixelsOfTheScreen()
+    {
+        showView({200, 100});
+        mView->setCaptureSession(mSession);
+        const qreal ratio = mView->devicePixelRatioF();
+        QCOMPARE(mSession->largestFrame, (QSizeF(200, 100) * ratio).toSize());
+        mSession->startRunning();
+        mView->resize(300, 200);
+        mSession->deliverFrame(plainPicture({200, 100}, Qt::green));
+        QCOMPARE(mSession->largestFrame, (QSizeF(300, 200) * ratio).toSize());
+    }
+
+    void everySessionIsAskedForFittingPictures()
+    {
+        showView({200, 100});
+        mView->setCaptureSession(mSession);
+        const auto other = std::make_shared<FakeSession>(Journal());
+        mView->setCaptureSession(other);
+        QCOMPARE(other->largestFrame, mSession->largestFrame);
+        QVERIFY(!other->largestFrame.isEmpty());
+    }
+
     void aHiddenViewPaintsNothing()
     {
         startWithPicture(plainPicture({80, 60}, Qt::blue));

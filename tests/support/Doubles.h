@@ -259,11 +259,13 @@ public:
     void stopRunning() override;
     [[nodiscard]] bool isRunning() const override { return mRunning; }
     void setFrameHandler(FrameHandler handler) override { mFrameHandler = std::move(handler); }
+    void setLargestFrame(const QSize &pixels) override { largestFrame = pixels; }
     void deliverFrame(const QImage &frame);
 
     bool accepts = true;
     std::optional<platform::CaptureError> addError;
     std::shared_ptr<platform::CaptureDeviceInput> input;
+    QSize largestFrame;
 
 private:
     Journal mJournal;
