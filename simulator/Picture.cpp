@@ -6,7 +6,8 @@ namespace simulator {
 
 namespace {
 
-/// Without the caption where the plug-in that writes text is missing.
+/// Without the caption where the plug-in that writes text is missing. The sink's own memory is not drawn
+/// into, since it goes with a watcher who leaves while somebody still draws.
 QString pipelineText(const PictureSettings &settings, bool hasText)
 {
     const auto size = QStringLiteral("video/x-raw,width=%1,height=%2,framerate=%3/1")
@@ -18,7 +19,8 @@ QString pipelineText(const PictureSettings &settings, bool hasText)
         : QString();
     return QStringLiteral(
                "videotestsrc name=source pattern=ball background-color=0xff2a6099 is-live=true ! %1 %2"
-               "! videoconvert ! video/x-raw,format=BGRx ! pipewiresink name=sink mode=provide")
+               "! videoconvert ! video/x-raw,format=BGRx "
+               "! identity drop-allocation=true ! pipewiresink name=sink mode=provide")
         .arg(size, text);
 }
 

@@ -14,6 +14,7 @@ from stand_in_agent import PREFERENCES, PROGRAM, TIMEOUT, StandInAgent, wait_unt
 
 NAME = "KS-7 Wireless Webcam"
 ONE = "00-1b-dc-0f-00-01"
+WATCHERS = 30
 
 
 def cameras():
@@ -55,6 +56,13 @@ class AgentPicture(unittest.TestCase):
         self.agent.script.setStatus(ONE, 4, signature="si")
         wait_until(lambda: NAME in cameras(), "the picture is offered again")
         self.assertEqual(pull(NAME), 0)
+
+    def test_watchers_may_come_and_go(self):
+        self.camera_streams()
+        for _ in range(WATCHERS):
+            self.assertEqual(pull(NAME, frames=2), 0)
+        self.assertFalse(self.agent.has_ended())
+        self.assertEqual(cameras(), {NAME: NAME})
 
     def test_it_goes_with_the_agent(self):
         for end in (lambda: self.agent.end(), lambda: self.agent.script.die()):
