@@ -1,0 +1,163 @@
+#!/usr/bin/python3
+"""The machine goes to sleep and wakes while the pane shows the picture of a real PipeWire, with logind played by
+python-dbusmock; and a pane that is not looked at any more does nothing at all."""
+
+import json
+import os
+import pathlib
+import subprocess
+import sys
+import time
+import unittest
+
+import dbus
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+
+import accessible  # noqa: E402
+import stand_in  # noqa: E402
+
+BUILD = pathlib.Path(os.environ["KS7_BUILD"])
+LOGIND = "org.freedesktop.login1"
+MANAGER = "org.freedesktop.login1.Manager"
+KITCHEN = "00-1b-dc-0f-2a-9c"
+# Seconds without a single wake-up, after which none is to be expected: no timer of the preview is slower.
+CALM = 3
+# Time to run as many programs side by side as there are tests.
+PATIENCE = 120
+
+
+def wait_until(condition, what, details=lambda: ""):
+    return accessible.wait_until(condition, what, PATIENCE, details)
+
+
+class Logind:
+    def __init__(self):
+        self.bus = dbus.SystemBus()
+        self.process = subprocess.Popen(["/usr/bin/python3", "-m", "dbusmock", "--system", "--template", "logind"],
+                                        stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
+        wait_until(lambda: self.bus.name_has_owner(LOGIND), "logind on the bus")
+        self.manager = self.bus.get_object(LOGIND, "/org/freedesktop/login1")
+
+    def prepares(self, sleep):
+        self.manager.EmitSignal(MANAGER, "PrepareForSleep", "b", [dbus.Boolean(sleep)],
+                                dbus_interface="org.freedesktop.DBus.Mock")
+
+    def held_up(self):
+        """How often the pane makes it wait with the sleep."""
+        held = self.manager.ListInhibitors(dbus_interface=MANAGER)
+        return sum((str(what), str(who), str(mode)) == ("sleep", "KS-7", "delay") for what, who, _, mode, _, _ in held)
+
+    def end(self):
+        self.process.kill()
+        self.process.wait()
+
+
+def watchers():
+    """Streams that take a picture from PipeWire."""
+    objects = json.loads(subprocess.run(["pw-dump"], capture_output=True, text=True, check=True).stdout or "[]")
+    nodes = [(each.get("info") or {}).get("props") or {} for each in objects
+             if each.get("type") == "PipeWire:Interface:Node"]
+    return [node for node in nodes if node.get("media.class") == "Stream/Input/Video"]
+
+
+def tasks(process):
+    return list(pathlib.Path(f"/proc/{process.pid}/task").iterdir())
+
+
+def wake_ups(process):
+    lines = [line for task in tasks(process) for line in (task / "status").read_text().splitlines()]
+    return sum(int(line.split()[1]) for line in lines if line.startswith("voluntary_ctxt_switches"))
+
+
+class SleepTest(unittest.TestCase):
+    def setUp(self):
+        self.logind = Logind()
+        self.addCleanup(self.logind.end)
+        self.simulator = subprocess.Popen([BUILD / "bin" / "ks7-agent-simulator", "--quick", "--scenario", "scripted"],
+                                          stdin=subprocess.DEVNULL)
+        self.addCleanup(self.end_simulator)
+        self.agent = stand_in.Agent().wait_up()
+        self.agent.setPreference("KS7On", dbus.Boolean(True, variant_level=1))
+        self.agent.addCamera(KITCHEN, "Kitchen", "2A9C", 4, signature="sssi")
+        self.agent.setPreferred(KITCHEN)
+        self.pane = accessible.launch([BUILD / "bin" / "ks7-preferences"], env={"KS7_AGENT": "/nonexistent"})
+        self.addCleanup(self.pane.end)
+        wait_until(lambda: self.logind.held_up() == 1, "the pane makes the sleep wait")
+
+    def end_simulator(self):
+        self.simulator.kill()
+        self.simulator.wait()
+
+    def start_preview(self):
+        self.pane.press("Start Preview", timeout=PATIENCE)
+        self.pane.wait_for("Stop Preview", timeout=PATIENCE)
+        wait_until(lambda: len(watchers()) == 1, "the picture is taken")
+
+    def assert_stopped(self):
+        self.pane.wait_for("Start Preview", timeout=PATIENCE)
+        wait_until(lambda: not watchers(), "the picture is let go of")
+
+    def test_the_preview_stops_before_the_machine_sleeps(self):
+        self.start_preview()
+        self.logind.prepares(True)
+        wait_until(lambda: self.logind.held_up() == 0, "the machine may sleep")
+        self.assert_stopped()
+        self.logind.prepares(False)
+        wait_until(lambda: self.logind.held_up() == 1, "the next sleep waits")
+        self.assert_stopped()
+        self.start_preview()
+        self.logind.prepares(True)
+        wait_until(lambda: self.logind.held_up() == 0, "the machine may sleep again")
+        self.assert_stopped()
+
+    def test_it_stops_right_after_its_start_too(self):
+        self.pane.press("Start Preview", timeout=PATIENCE)
+        self.pane.wait_for("Stop Preview", timeout=PATIENCE)
+        self.logind.prepares(True)
+        wait_until(lambda: self.logind.held_up() == 0, "the machine may sleep")
+        self.assert_stopped()
+
+    def test_an_agent_that_hangs_does_not_keep_the_machine_awake(self):
+        self.start_preview()
+        self.agent.hang(0.0)
+        self.agent.clearRecord()
+        self.logind.prepares(True)
+        wait_until(lambda: self.logind.held_up() == 0, "the machine may sleep")
+        self.assert_stopped()
+        # It was waited for once at most.
+        self.assertLessEqual(len(self.agent.recordedCalls()), 1, self.agent.recordedCalls())
+        self.agent.resume()
+        self.logind.prepares(False)
+        wait_until(lambda: self.logind.held_up() == 1, "the next sleep waits")
+
+    def test_no_order_of_messages_makes_it_wait_for_good(self):
+        self.start_preview()
+        for order in ((True, True), (False, False, True), (True, False, True), (False, True, True, False, True)):
+            for sleep in order:
+                self.logind.prepares(sleep)
+            wait_until(lambda: self.logind.held_up() == 0, f"the machine may sleep after {order}")
+        self.logind.prepares(False)
+        wait_until(lambda: self.logind.held_up() == 1, "the next sleep waits")
+        self.pane.end()
+        wait_until(lambda: self.logind.held_up() == 0, "nothing is left of the pane")
+
+    def test_a_hidden_pane_does_nothing(self):
+        self.start_preview()
+        self.pane.press("Show All")
+        self.pane.wait_for("KS-7", role="push button")
+        wait_until(lambda: not watchers(), "the picture is let go of")
+        last = [wake_ups(self.pane.process), time.monotonic()]
+
+        def is_calm():
+            now = wake_ups(self.pane.process)
+            if now != last[0]:
+                last[:] = now, time.monotonic()
+            return time.monotonic() - last[1] > CALM
+        wait_until(is_calm, f"{CALM} s without a wake-up")
+        names = [(task / "comm").read_text() for task in tasks(self.pane.process)]
+        self.assertFalse([name for name in names if "pipewire" in name], names)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
