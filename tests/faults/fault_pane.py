@@ -169,9 +169,9 @@ class FaultCase(unittest.TestCase):
         self.addCleanup(agent.end)
         return agent
 
-    def open_pane(self, agent=NOWHERE, **options):
+    def open_pane(self, agent=NOWHERE, **env):
         """The pane in a window on the display, with a hand on it."""
-        pane = accessible.launch([HOST], env={"KS7_AGENT": str(agent)}, **options)
+        pane = accessible.launch([HOST], env={"KS7_AGENT": str(agent), **env})
         self.addCleanup(pane.end)
         return pane
 
@@ -181,10 +181,16 @@ class FaultCase(unittest.TestCase):
         self.addCleanup(self.end_process, process)
         return process
 
+    @staticmethod
+    def heap_report():
+        return pathlib.Path(os.environ["KS7_SESSION_FOLDER"]) / "heap"
+
+    def report_heap(self):
+        """What a program needs in its environment to tell of its heap."""
+        return {"LD_PRELOAD": str(MeasuredHeap.LIBRARY), "KS7_HEAP_REPORT": str(self.heap_report())}
+
     def start_measured_pane(self):
-        report = pathlib.Path(os.environ["KS7_SESSION_FOLDER"]) / "heap"
-        process = self.start_pane(LD_PRELOAD=str(MeasuredHeap.LIBRARY), KS7_HEAP_REPORT=str(report))
-        return MeasuredHeap(process.pid, report)
+        return MeasuredHeap(self.start_pane(**self.report_heap()).pid, self.heap_report())
 
     @staticmethod
     def end_process(process):

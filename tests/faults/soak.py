@@ -4,7 +4,7 @@ changes passkeys, updates firmware, kills and restarts the agent, at random.
 
 Told in KS7_SOAK_SECONDS how long (480 unless told, 600 at most) and in KS7_SOAK_SEED where to begin; the seed is
 printed, and with it a round can be had again. At the end the program holds no more of the machine than after its
-first round: 2 MB of memory, the same descriptors, the same threads.
+first round: 2 MB of memory, half a one of them on the heap, the same descriptors, the same threads.
 """
 
 import os
@@ -14,7 +14,7 @@ import time
 import unittest
 
 import dbus
-from fault_pane import (DESK, KITCHEN, MEGABYTE, NOT_STREAMING, CameraProcess, FaultCase, Measured, accessible,
+from fault_pane import (DESK, KITCHEN, MEGABYTE, NOT_STREAMING, CameraProcess, FaultCase, MeasuredHeap, accessible,
                         wait_until)
 
 LONGEST = 600
@@ -145,21 +145,23 @@ class Soak(FaultCase):
         print(f"\nseed {SEED}, {SECONDS} s", flush=True)
         end = time.monotonic() + SECONDS
         first = self.start_agent().add_cameras()
-        self.pane = self.open_pane()
+        self.pane = self.open_pane(**self.report_heap())
         self.wait_for_cameras(self.pane)
         first.kill()
         self.begin_agent()
-        host = Measured(self.pane.process.pid)
+        host = MeasuredHeap(self.pane.process.pid, self.heap_report())
         self.round()
-        held, resident = self.held(host), host.resident()
+        held, kept, resident = self.held(host), host.kept(), host.resident()
         rounds = 1
         while time.monotonic() < end:
             self.round()
             rounds += 1
         wait_until(lambda: self.held(host) == held, "the descriptors and threads of the first round",
                    lambda: f"{held}\n{self.held(host)}")
-        grown = host.resident() - resident
-        print(f"seed {SEED}: {rounds} rounds, {self.deeds} deeds, {grown // 1024} kB grown", flush=True)
+        kept_more, grown = host.kept() - kept, host.resident() - resident
+        print(f"seed {SEED}: {rounds} rounds, {self.deeds} deeds, {grown // 1024} kB grown, {kept_more // 1024} kB of them "
+              "on the heap", flush=True)
+        self.assertLessEqual(kept_more, MEGABYTE // 2)
         self.assertLessEqual(grown, 2 * MEGABYTE)
         self.assertEqual(self.close(self.pane), 0)
 
