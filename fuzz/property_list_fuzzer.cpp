@@ -14,7 +14,7 @@ void require(bool condition)
 
 } // namespace
 
-/// What parses keeps its keys and values through a rewrite, and takes a new value beside them.
+/// What parses keeps its keys and their types through a rewrite, and takes a new value beside them.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     using platform::PropertyListDictionary;
@@ -29,8 +29,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const auto again = PropertyListDictionary::fromXml(rewritten);
     require(again.has_value());
     require(again->value(added).toInt() == 1);
-    for (const QString &key : keys)
+    for (const QString &key : keys) {
         require(again->keys().contains(key));
+        require(key == added || again->value(key).userType() == domain->value(key).userType());
+    }
     require(again->toXml() == rewritten);
     return 0;
 }
