@@ -1,0 +1,271 @@
+#!/usr/bin/python3
+"""Measures the live preview beside gst-launch with the same camera, turn about, on a display, a bus and a PipeWire of its
+own, and tells the figures as bench/run takes them: number, what, beside, samples, limit, unit.
+
+The camera numbers its pictures in bars across their middle. Whoever shows them, the numbers are read back from the
+display as soon as it has changed, so that both are watched in the same way, from outside.
+"""
+
+import argparse
+import collections
+import contextlib
+import ctypes
+import json
+import os
+import pathlib
+import statistics
+import subprocess
+import sys
+import threading
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+SUPPORT = ROOT / "tests" / "support"
+sys.path.insert(0, str(SUPPORT))
+
+import accessible  # noqa: E402
+
+NODE = "KS-7 Wireless Webcam"
+AGENT = "com.orvex.KS7AgentServer"
+SCRIPT = "com.orvex.KS7AgentSimulator"
+CAMERA = "00-1b-dc-0f-00-01"
+FORMATS = ("YUY2 640x480", "BGRx 640x480", "YUY2 1280x720")
+BITS = 16
+HALF_A_PICTURE = 1000 / 30 / 2
+TICKS = os.sysconf("SC_CLK_TCK")
+
+
+class XImage(ctypes.Structure):
+    _fields_ = [("width", ctypes.c_int), ("height", ctypes.c_int), ("xoffset", ctypes.c_int),
+                ("format", ctypes.c_int), ("data", ctypes.POINTER(ctypes.c_uint32))]
+
+
+class Eye:
+    """Reads the numbers off a window."""
+
+    def __init__(self, window):
+        self.window = int(window)
+        self.x11 = ctypes.CDLL("libX11.so.6")
+        self.damage = ctypes.CDLL("libXdamage.so.1")
+        self.x11.XOpenDisplay.restype = ctypes.c_void_p
+        self.x11.XGetImage.restype = ctypes.POINTER(XImage)
+        self.x11.XGetImage.argtypes = [ctypes.c_void_p, ctypes.c_ulong, ctypes.c_int, ctypes.c_int, ctypes.c_uint,
+                                       ctypes.c_uint, ctypes.c_ulong, ctypes.c_int]
+        self.display = ctypes.c_void_p(self.x11.XOpenDisplay(None))
+        bases = ctypes.c_int(), ctypes.c_int()
+        self.damage.XDamageQueryExtension(self.display, *map(ctypes.byref, bases))
+        self.damage.XDamageCreate(self.display, ctypes.c_ulong(self.window), 0)
+        self.event = (ctypes.c_long * 24)()
+        self.size = accessible._x_box(window)[2:]
+        self.bars = None
+
+    def line(self, y):
+        """The pixels of one line of the window."""
+        image = self.x11.XGetImage(self.display, self.window, 0, y, self.size[0], 1, 0xFFFFFFFF, 2)
+        pixels = image.contents.data[:self.size[0]]
+        self.x11.XDestroyImage(image)
+        return pixels
+
+    def find_bars(self):
+        """Where the green bar begins and the red one ends, and in which line."""
+        for y in range(4, self.size[1], 8):
+            pixels = self.line(y)
+            green = [x for x, p in enumerate(pixels) if p >> 16 & 255 < 60 and p >> 8 & 255 > 200 and p & 255 < 60]
+            red = [x for x, p in enumerate(pixels) if p >> 16 & 255 > 200 and p >> 8 & 255 < 60 and p & 255 < 60]
+            if len(green) > 10 and len(red) > 10 and green[0] < red[-1]:
+                return green[0], red[-1] + 1, y
+        return None
+
+    def number(self):
+        """The number that is shown now."""
+        left, right, y = self.bars
+        width = (right - left) / (BITS + 2)
+        pixels = self.line(y)
+        number = 0
+        for bar in range(1, BITS + 1):
+            number = number << 1 | (pixels[int(left + (bar + 0.5) * width)] >> 8 & 255 > 128)
+        return number
+
+    def changed(self, end):
+        """Waits for the next change of the window; False when there is none until the end."""
+        while not self.x11.XPending(self.display):
+            if time.monotonic() > end:
+                return False
+            time.sleep(0.0005)
+        while self.x11.XPending(self.display):
+            self.x11.XNextEvent(self.display, ctypes.byref(self.event))
+        return True
+
+    def wait_for_picture(self, patience=30):
+        end = time.monotonic() + patience
+        while not self.bars:
+            if not self.changed(end):
+                sys.exit("no picture was shown")
+            self.bars = self.find_bars()
+
+    def close(self):
+        self.x11.XCloseDisplay(self.display)
+
+    def watch(self, seconds):
+        """When each number was first seen."""
+        seen = {}
+        end = time.monotonic() + seconds
+        while self.changed(end):
+            seen.setdefault(self.number(), time.monotonic())
+        return seen
+
+
+class Camera:
+    """Numbered pictures, and when each was sent."""
+
+    def __init__(self, program, form):
+        self.sent = {}
+        self.process = subprocess.Popen([program, NODE, "KS-7", "0x2a6099", form, "30"], stdin=subprocess.PIPE,
+                                        stdout=subprocess.PIPE, text=True)
+        self.process.stdin.write("number\ntell\n")
+        self.process.stdin.flush()
+        threading.Thread(target=self.listen, daemon=True).start()
+
+    def listen(self):
+        for line in self.process.stdout:
+            _, number, moment = line.split()
+            self.sent[int(number) % 2 ** BITS] = int(moment) / 1e9
+
+    def end(self):
+        self.process.kill()
+        self.process.wait()
+
+
+def processor_time(pid):
+    words = pathlib.Path(f"/proc/{pid}/stat").read_text().rsplit(")", 1)[1].split()
+    return (int(words[11]) + int(words[12])) / TICKS
+
+
+def play(operation, *arguments):
+    subprocess.run(["dbus-send", "--session", "--print-reply", f"--dest={AGENT}", f"/{SCRIPT.replace('.', '/')}",
+                    f"{SCRIPT}.{operation}", *arguments], check=True, stdout=subprocess.DEVNULL)
+
+
+def window_of(*search):
+    return accessible.wait_until(lambda: accessible.xdotool("search", "--onlyvisible", *search).split(), "a window")[0]
+
+
+class Pane:
+    """Our side."""
+    name = "ours"
+
+    def __init__(self, build):
+        self.command = [build / "bin" / "ks7-preferences"]
+        self.environment = dict(os.environ, KS7_AGENT="/nonexistent")
+        self.first_pictures = []
+        # Where the button is, told once by the accessibility that the measured one runs without.
+        with accessible.launch(self.command, env={"KS7_AGENT": "/nonexistent"}) as pane:
+            button = pane.wait_for("Start Preview", role="push button")
+            pane.wait_state(button, "enabled")
+            x, y, width, height = pane.rectangle(button)
+            left, top, *_ = accessible._x_box(pane.x_windows()[0])
+            self.button = x - left + width // 2, y - top + height // 2
+
+    def start(self):
+        process = subprocess.Popen(self.command, env=self.environment, stdin=subprocess.DEVNULL,
+                                   stderr=subprocess.DEVNULL)
+        window = window_of("--pid", process.pid)
+        eye = Eye(window)
+        # What opening has begun is over.
+        while eye.changed(time.monotonic() + 1):
+            pass
+        accessible.xdotool("mousemove", "--sync", "--window", window, *self.button)
+        clicked = time.monotonic()
+        accessible.xdotool("click", 1)
+        eye.wait_for_picture()
+        self.first_pictures.append((time.monotonic() - clicked) * 1000)
+        return process, eye
+
+
+class Launch:
+    """Theirs."""
+    name = "theirs"
+
+    def start(self):
+        process = subprocess.Popen(["gst-launch-1.0", "-q", "pipewiresrc", f"target-object={NODE}", "!", "videoconvert",
+                                    "!", "ximagesink"], stdin=subprocess.DEVNULL)
+        eye = Eye(window_of("--name", "gst-launch"))
+        eye.wait_for_picture()
+        return process, eye
+
+
+def measure(side, camera, seconds):
+    """Processor time in percent of one core, the share of the pictures that was seen, and their delay."""
+    process, eye = side.start()
+    before = processor_time(process.pid)
+    time.sleep(seconds)
+    used = processor_time(process.pid) - before
+    begin = time.monotonic()
+    seen = eye.watch(max(3, seconds / 3))
+    # What was sent last may still be on its way.
+    sent = {number: moment for number, moment in camera.sent.items() if begin < moment < time.monotonic() - 0.3}
+    delays = [seen[number] - moment for number, moment in sent.items() if number in seen]
+    process.terminate()
+    process.wait()
+    eye.close()
+    told = {"processor": used / seconds * 100, "shown": len(delays) / len(sent) * 100,
+            "delay": statistics.median(delays) * 1000}
+    print(side.name, {what: round(value, 2) for what, value in told.items()}, flush=True)
+    return told
+
+
+def figures(form, told):
+    """What was measured of one format: told[side] is a list of what measure() answered."""
+    def samples(side, what):
+        return [each[what] for each in told[side]]
+    ours, theirs = samples("ours", "processor"), samples("theirs", "processor")
+    beside = "gst-launch-1.0 pipewiresrc ! videoconvert ! ximagesink"
+    picture = f"preview of {form} at 30 a second"
+    # Limits are upper ones: what is counted is what is missed.
+    return [(10, f"{picture}: processor time", beside, [a / b for a, b in zip(ours, theirs)], 1.1, "×"),
+            (10, f"{picture}: pictures sent and not seen", "none", [100 - each for each in samples("ours", "shown")], 1, " %"),
+            (10, f"{picture}: from the camera's clock to the screen", "half the time between two pictures",
+             samples("ours", "delay"), HALF_A_PICTURE, " ms"),
+            (10, f"{picture}: from the camera's clock to the screen, {beside}", "-", samples("theirs", "delay"), None, " ms")]
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--build", default=str(ROOT / "build-bench"))
+    parser.add_argument("--seconds", type=float, default=30)
+    parser.add_argument("--rounds", type=int, default=2)
+    options = parser.parse_args()
+    if "KS7_SESSION_FOLDER" not in os.environ:
+        os.execv(SUPPORT / "private_session.py", ["private_session.py", "--bus", "--window-manager", "--pipewire", "--",
+                                                  "/usr/bin/python3", *sys.argv])
+    build = pathlib.Path(options.build)
+    # Which plug-ins there are is found out once, and not part of anybody's time.
+    subprocess.run(["gst-inspect-1.0"], stdout=subprocess.DEVNULL, check=True)
+    with contextlib.ExitStack() as ending:
+        agent = subprocess.Popen([build / "bin" / "ks7-agent-simulator", "--no-picture", "--scenario", "scripted"])
+        ending.callback(lambda: (agent.kill(), agent.wait()))
+        accessible.wait_until(lambda: subprocess.run(
+            ["dbus-send", "--session", "--print-reply", f"--dest={AGENT}", "/", "org.freedesktop.DBus.Peer.Ping"],
+            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0, "the agent")
+        play("setPreference", "string:KS7On", "variant:boolean:true")
+        play("addCamera", f"string:{CAMERA}", "string:Kitchen", "string:0001", "int32:4")
+        play("setPreferred", f"string:{CAMERA}")
+        pane = Pane(build)
+        sides = pane, Launch()
+        for form in FORMATS:
+            camera = Camera(build / "bench" / "virtual_camera", form)
+            told = collections.defaultdict(list)
+            try:
+                for _ in range(options.rounds):
+                    for side in sides:
+                        told[side.name].append(measure(side, camera, options.seconds))
+            finally:
+                camera.end()
+            for figure in figures(form, told):
+                print(json.dumps(figure), flush=True)
+        print(json.dumps((10, "preview: from the click to the first picture, 750 ms of it by design", "-",
+                          pane.first_pictures, None, " ms")), flush=True)
+
+
+if __name__ == "__main__":
+    main()
