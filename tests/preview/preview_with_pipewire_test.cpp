@@ -1,3 +1,4 @@
+#include "platform/IntValue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/PipeWireCapture.h"
 #include "platform/RunLoop.h"
