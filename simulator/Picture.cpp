@@ -6,8 +6,9 @@ namespace simulator {
 
 namespace {
 
-/// Without the caption where the plug-in that writes text is missing. The sink's own memory is not drawn
-/// into, since it goes with a watcher who leaves while somebody still draws.
+constexpr int BytesPerPixel = 4;
+
+/// Without the caption where the plug-in that writes text is missing.
 QString pipelineText(const PictureSettings &settings, bool hasText)
 {
     const auto size = QStringLiteral("video/x-raw,width=%1,height=%2,framerate=%3/1")
@@ -20,7 +21,7 @@ QString pipelineText(const PictureSettings &settings, bool hasText)
     return QStringLiteral(
                "videotestsrc name=source pattern=ball background-color=0xff2a6099 is-live=true ! %1 %2"
                "! videoconvert ! video/x-raw,format=BGRx "
-               "! identity drop-allocation=true ! pipewiresink name=sink mode=provide")
+               "! pipewiresink name=sink mode=provide")
         .arg(size, text);
 }
 
@@ -37,6 +38,33 @@ bool hasElement(const char *name)
 GstElement *part(GstElement *pipeline, const char *name)
 {
     return gst_bin_get_by_name(GST_BIN(pipeline), name);
+}
+
+/// The sink's memory goes with a watcher who leaves, so nobody upstream may draw into it: its pool is taken
+/// out of its answer, and pictures are copied into it. A pool that is not set up before the first watcher
+/// comes hands out buffers without memory.
+GstPadProbeReturn keepPool(GstPad * /*pad*/, GstPadProbeInfo *info, void *pictureSize)
+{
+    GstQuery *query = gst_pad_probe_info_get_query(info);
+    if (GST_QUERY_TYPE(query) != GST_QUERY_ALLOCATION || gst_query_get_n_allocation_pools(query) == 0)
+        return GST_PAD_PROBE_OK;
+    GstCaps *caps = nullptr;
+    GstBufferPool *pool = nullptr;
+    guint least = 0;
+    guint most = 0;
+    gst_query_parse_allocation(query, &caps, nullptr);
+    gst_query_parse_nth_allocation_pool(query, 0, &pool, nullptr, &least, &most);
+    gst_query_remove_nth_allocation_pool(query, 0);
+    if (!pool)
+        return GST_PAD_PROBE_OK;
+    if (!gst_buffer_pool_is_active(pool)) {
+        GstStructure *config = gst_buffer_pool_get_config(pool);
+        gst_buffer_pool_config_set_params(config, caps, GPOINTER_TO_UINT(pictureSize), least, most);
+        gst_buffer_pool_set_config(pool, config);
+        gst_buffer_pool_set_active(pool, TRUE);
+    }
+    gst_object_unref(pool);
+    return GST_PAD_PROBE_OK;
 }
 
 } // namespace
@@ -75,6 +103,7 @@ bool Picture::build()
     }
     GstElement *sink = part(mPipeline, "sink");
     publishAs(sink);
+    copyInto(sink);
     gst_object_unref(sink);
     GstBus *bus = gst_element_get_bus(mPipeline);
     gst_bus_set_sync_handler(bus, &Picture::watch, this, nullptr);
@@ -90,6 +119,17 @@ void Picture::publishAs(GstElement *sink) const
                           mSettings.nodeDescription.toUtf8().constData(), nullptr);
     g_object_set(sink, "stream-properties", properties, nullptr);
     gst_structure_free(properties);
+}
+
+void Picture::copyInto(GstElement *sink) const
+{
+    const auto size = static_cast<guint>(mSettings.width * mSettings.height * BytesPerPixel);
+    GstPad *pad = gst_element_get_static_pad(sink, "sink");
+    // Called once the sink has answered.
+    const auto answered =
+        static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM | GST_PAD_PROBE_TYPE_PULL);
+    gst_pad_add_probe(pad, answered, keepPool, GUINT_TO_POINTER(size), nullptr);
+    gst_object_unref(pad);
 }
 
 void Picture::setCaption(const QString &caption)

@@ -27,6 +27,7 @@ Q_SIGNALS:
 private:
     bool build();
     void publishAs(GstElement *sink) const;
+    void copyInto(GstElement *sink) const;
     void setCaption(const QString &caption);
     void fail(const QString &why);
     static GstBusSyncReply watch(GstBus *bus, GstMessage *message, void *picture);
