@@ -57,14 +57,21 @@ class AccessibilityTest(ScriptedPaneTest):
     def assert_all_can_be_read(self):
         """Walks the whole tree: a name for everything that can be used or measured, a role that readers know."""
         for node in self.shown():
-            role, name = role_of(node), name_of(node)
-            self.assertIn(role, INTERACTIVE | OTHER, f"{name!r}\n{self.pane.dump()}")
-            if role in INTERACTIVE or role == "progress bar" or self.pane.has(node, "focusable"):
-                self.assertTrue(name, f"a {role} without a name\n{self.pane.dump()}")
-            if role in ("text", "combo box"):
-                self.assertTrue(self.related(node, "labelled-by"), f"the {role} {name!r} has no label")
-            if role == "progress bar":
-                self.assertTrue(0 <= self.pane.value(node) <= 1, name)
+            problem = self.what_cannot_be_read(node)
+            if problem:
+                self.fail(f"{problem}\n{self.pane.dump()}")
+
+    def what_cannot_be_read(self, node):
+        role, name = role_of(node), name_of(node)
+        if role not in INTERACTIVE | OTHER:
+            return f"{name!r} has the role {role}"
+        if not name and (role in INTERACTIVE or role == "progress bar" or self.pane.has(node, "focusable")):
+            return f"a {role} without a name"
+        if role in ("text", "combo box") and not self.related(node, "labelled-by"):
+            return f"the {role} {name!r} has no label"
+        if role == "progress bar" and not 0 <= self.pane.value(node) <= 1:
+            return f"the meter {name!r} is out of its range"
+        return None
 
     def assert_controls(self, *expected, within):
         names = [(role_of(node), name_of(node)) for node in self.pane.nodes(self.pane.wait_for(within))
