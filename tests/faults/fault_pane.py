@@ -88,7 +88,7 @@ class CameraProcess:
     def __init__(self):
         # The end of its input would be the camera's.
         self.process = subprocess.Popen([BUILD / "tests" / "virtual_camera", self.NAME, "KS-7"],
-                                        stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+                                        stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
         wait_until(self.is_up, "the camera in PipeWire")
 
     def is_up(self):

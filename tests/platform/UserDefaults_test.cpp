@@ -548,7 +548,7 @@ void UserDefaultsTest::pendingChangesAreWrittenWhenTheProgramQuits()
     fileHolds(smallDomain(1));
     const auto defaults = platform::makeFileUserDefaults();
     setSize(*defaults, 2);
-    QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(QCoreApplication::instance(), &QCoreApplication::quit, Qt::QueuedConnection);
     QCOMPARE(QCoreApplication::exec(), 0);
     QVERIFY(fileBytes().contains("<integer>2</integer>"));
 }

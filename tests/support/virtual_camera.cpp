@@ -328,7 +328,7 @@ void Camera::paint(std::uint8_t *picture, bool isNew) const
         mAgreed.write(row, y, picture);
     for (int x = 0; x < mAgreed.width; ++x) {
         const int bar = x * (Bits + 2) / mAgreed.width;
-        const bool isOne = bar > 0 && (mNumber >> (Bits - bar) & 1U) != 0;
+        const bool isOne = bar > 0 && bar <= Bits && (mNumber >> (Bits - bar) & 1U) != 0;
         row[static_cast<std::size_t>(x)] = bar == 0 ? First : bar > Bits ? Last : isOne ? White : 0;
     }
     for (int y = mAgreed.height / 4 * 2 - 16; mNumbered && y < mAgreed.height / 4 * 2 + 16; ++y)
