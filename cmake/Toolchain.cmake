@@ -18,7 +18,8 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
 find_program(CCACHE ccache)
 if(CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+  # What it needs to know with precompiled headers.
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
 endif()
 
 # Ours only: generated code (moc, uic, D-Bus) is compiled with them too and is clean.
@@ -27,6 +28,8 @@ if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
   # The macros in PipeWire's headers are statement expressions and leave out what is variadic.
   add_compile_options(-Wno-gnu-statement-expression -Wno-gnu-zero-variadic-macro-arguments)
 endif()
+# Some libraries ask for it; asked for by all, headers can be compiled for all at once.
+add_compile_options(-pthread)
 add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
                         QT_USE_QSTRINGBUILDER)
 
