@@ -228,6 +228,13 @@ void connectClicks(Controller *controller, std::initializer_list<Click> clicks)
         connectAction(click.button, &QAbstractButton::clicked, controller, click.action);
 }
 
+/// A check box and what its new state means. An assistive tool turns it over without a click on it; what the
+/// pane itself shows with it comes with its signals blocked.
+void connectSwitch(Controller *controller, QCheckBox *box, void (Controller::*action)(QObject *))
+{
+    connectAction(box, &QCheckBox::toggled, controller, action);
+}
+
 /// A button that no outlet holds.
 QAbstractButton *buttonIn(const QWidget *sheet, const char *name)
 {
@@ -270,10 +277,9 @@ void PaneNib::connectListActions()
 void PaneNib::connectSettingsActions()
 {
     const auto &outlets = mController->outlets;
-    connectClicks(mController.get(),
-                  {{outlets.enableKS7Checkbox, &Controller::enableKS7Checkbox},
-                   {outlets.statusMenuCheckbox, &Controller::statusMenuCheckbox},
-                   {outlets.debugLog, &Controller::debugLogCheckbox}});
+    connectSwitch(mController.get(), outlets.enableKS7Checkbox, &Controller::enableKS7Checkbox);
+    connectSwitch(mController.get(), outlets.statusMenuCheckbox, &Controller::statusMenuCheckbox);
+    connectSwitch(mController.get(), outlets.debugLog, &Controller::debugLogCheckbox);
     connectAction(outlets.optimizeForPopUp, QOverload<int>::of(&QComboBox::activated), mController.get(),
                   &Controller::optimizeForChanged);
 }

@@ -22,6 +22,13 @@ QVariantMap stateOf(const QCheckBox *checkbox)
     return {{UserInfoKeys::Value, checkbox->isChecked() ? 1 : 0}};
 }
 
+/// Shows a state, which is not to choose it.
+void show(QCheckBox *checkbox, bool on)
+{
+    const QSignalBlocker quiet(checkbox);
+    checkbox->setChecked(on);
+}
+
 } // namespace
 
 int KS7SettingsWindowController::sizeIndexFromKS7Prefs(platform::UserDefaults &defaults)
@@ -53,13 +60,13 @@ bool KS7SettingsWindowController::isKS7On()
 
 void KS7SettingsWindowController::setupStatusMenuCheckbox()
 {
-    outlets.statusMenuCheckbox->setChecked(
-        KS7Domain::boolForKey(*mServices.userDefaults, PreferenceKeys::ShowStatusMenu, true));
+    show(outlets.statusMenuCheckbox,
+         KS7Domain::boolForKey(*mServices.userDefaults, PreferenceKeys::ShowStatusMenu, true));
 }
 
 void KS7SettingsWindowController::setupEnableKS7Checkbox()
 {
-    outlets.enableKS7Checkbox->setChecked(isKS7On());
+    show(outlets.enableKS7Checkbox, isKS7On());
     cameraListChanged({});
 }
 
@@ -78,7 +85,7 @@ void KS7SettingsWindowController::setupOptimizePopup()
 
 void KS7SettingsWindowController::setupDebugButton()
 {
-    outlets.debugLog->setChecked(shouldDebugLog(*mServices.userDefaults));
+    show(outlets.debugLog, shouldDebugLog(*mServices.userDefaults));
     const auto modifiers = mServices.keyboard->currentKeyModifiers();
     const bool optionHeld = (modifiers & platform::KeyboardModifiers::OptionKey) != 0;
     outlets.debugLog->setVisible(optionHeld || outlets.debugLog->isChecked());

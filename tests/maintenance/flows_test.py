@@ -210,6 +210,9 @@ class FlowsTest(ScriptedPaneTest):
             wait_until(lambda: self.posts(post), post, details=self.pane.dump)
             wait_until(lambda: not self.stored()[setting], f"{setting} off", details=self.pane.dump)
             self.pane.wait_state(node, "checked", False)
+        # The hand of an assistive tool.
+        self.pane.press(node)
+        wait_until(lambda: self.stored()["ShowStatusMenu"], "the status menu on", details=self.pane.dump)
         self.agent.setPreference("KS7On", True)
         self.agent.post("KS7OnOffChanged", {})
         self.pane.wait_state("Enable KS-7", "checked")

@@ -3,6 +3,7 @@
 #include "settings/KS7Domain.h"
 #include "tests/support/PaneFixture.h"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
@@ -68,6 +69,7 @@ private Q_SLOTS:
     void slowProcessorsHideThePopUp();
     void thePopUpIsNotShownAgain();
     void theSwitchesPostTheirState();
+    void anAssistiveToolTurnsTheSwitches();
     void theSwitchKeepsItsStateUntilTheAgentAnswers();
     void choosingASizeWritesThenSynchronizesThenPosts();
     void choosingASizeKeepsEveryOtherValue();
@@ -254,6 +256,26 @@ void SettingsControlsTest::theSwitchesPostTheirState()
     clickAndExpectPost(outlets.debugLog, NotificationNames::ToggleDebugLog, 1);
     clickAndExpectPost(outlets.debugLog, NotificationNames::ToggleDebugLog, 0);
     QCOMPARE(fixture->journal->count(QStringLiteral("write domain")), 0);
+}
+
+void SettingsControlsTest::anAssistiveToolTurnsTheSwitches()
+{
+    fixture->keyboard->held = platform::KeyboardModifiers::OptionKey;
+    fixture->show();
+    const auto &outlets = fixture->outlets();
+    const std::map<QCheckBox *, QString> switches{
+        {outlets.enableKS7Checkbox, NotificationNames::ToggleEnabled},
+        {outlets.statusMenuCheckbox, NotificationNames::ToggleStatusMenu},
+        {outlets.debugLog, NotificationNames::ToggleDebugLog}};
+    for (const auto &[box, notification] : switches) {
+        const int before = fixture->distributedCenter->postCount(notification);
+        const bool wasChecked = box->isChecked();
+        QAccessible::queryAccessibleInterface(box)->actionInterface()->doAction(
+            QAccessibleActionInterface::toggleAction());
+        QCOMPARE(box->isChecked(), !wasChecked);
+        QCOMPARE(fixture->distributedCenter->postCount(notification), before + 1);
+    }
+    QCOMPARE(logFiles().size(), 1);
 }
 
 void SettingsControlsTest::theSwitchKeepsItsStateUntilTheAgentAnswers()
