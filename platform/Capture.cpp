@@ -8,28 +8,6 @@ namespace {
 
 constexpr QSize UsualPicture{640, 480};
 
-class NullSession final : public CaptureSession {
-public:
-    bool addInput(const std::shared_ptr<CaptureDeviceInput> &, std::optional<CaptureError> &) override
-    {
-        return false;
-    }
-    void startRunning() override { mRunning = true; }
-    void stopRunning() override { mRunning = false; }
-    [[nodiscard]] bool isRunning() const override { return mRunning; }
-    void setFrameHandler(FrameHandler) override { }
-    void setLargestFrame(const QSize &) override { }
-
-private:
-    bool mRunning = false;
-};
-
-class NullCapture final : public Capture {
-public:
-    std::vector<std::shared_ptr<CaptureDevice>> videoInputDevices() override { return {}; }
-    std::shared_ptr<CaptureSession> makeSession() override { return std::make_shared<NullSession>(); }
-};
-
 } // namespace
 
 CaptureView::CaptureView(QWidget *parent)
@@ -110,11 +88,6 @@ void CaptureView::drawRect(const QRect &rect)
 void CaptureView::paintEvent(QPaintEvent *event)
 {
     drawRect(event->rect());
-}
-
-std::shared_ptr<Capture> makeNullCapture()
-{
-    return std::make_shared<NullCapture>();
 }
 
 } // namespace platform

@@ -110,7 +110,4 @@ private:
     QSize mAskedFor;
 };
 
-/// A capture system without devices.
-std::shared_ptr<Capture> makeNullCapture();
-
 } // namespace platform

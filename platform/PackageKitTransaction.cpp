@@ -46,7 +46,7 @@ bool saysNoPermission(const QString &errorName)
 {
     return errorName.endsWith(QStringLiteral(".RefusedByPolicy"))
         || errorName.endsWith(QStringLiteral(".Denied"))
-        || errorName == QStringLiteral("org.freedesktop.DBus.Error.AccessDenied");
+        || errorName == QDBusError::errorString(QDBusError::AccessDenied);
 }
 
 } // namespace

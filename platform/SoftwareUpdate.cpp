@@ -1,31 +1,6 @@
 #include "platform/SoftwareUpdate.h"
 
 namespace platform {
-namespace {
-
-class NullUpdater final : public KS7SUUpdater {
-public:
-    void applicationDidFinishLaunching() override { }
-};
-
-class NullUpdateFramework final : public SoftwareUpdateFramework {
-public:
-    std::shared_ptr<KS7SUUpdater> updaterForBundle(const std::shared_ptr<Bundle> &) override
-    {
-        return mUpdater;
-    }
-    std::shared_ptr<KS7SUUpdater> initForBundle(const std::shared_ptr<Bundle> &) override
-    {
-        return std::make_shared<NullUpdater>();
-    }
-    UpdateOffer &offer() override { return mOffer; }
-
-private:
-    std::shared_ptr<NullUpdater> mUpdater = std::make_shared<NullUpdater>();
-    UpdateOffer mOffer;
-};
-
-} // namespace
 
 void UpdateOffer::offer(const QString &version)
 {
@@ -64,11 +39,6 @@ void UpdateOffer::enter(Stage stage)
     if (stage != Stage::Failed)
         mReason.clear();
     Q_EMIT changed();
-}
-
-std::shared_ptr<SoftwareUpdateFramework> makeNullUpdateFramework()
-{
-    return std::make_shared<NullUpdateFramework>();
 }
 
 } // namespace platform

@@ -70,7 +70,4 @@ public:
     virtual UpdateOffer &offer() = 0;
 };
 
-/// A framework that never finds an update.
-std::shared_ptr<SoftwareUpdateFramework> makeNullUpdateFramework();
-
 } // namespace platform
