@@ -9,6 +9,7 @@
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 
 namespace platform {
@@ -74,11 +75,8 @@ LogindSession::LogindSession()
 
 LogindSession::~LogindSession()
 {
-    if (!mStarted)
-        return;
     // The connection stays: Qt would close it in a thread of its own, with answers still on their way.
-    mBus.disconnect(bus::Logind, mSessionPath, bus::Properties, PropertiesChanged, this,
-                    SLOT(propertiesChanged(QString, QVariantMap, QStringList)));
+    unwatchSession();
 }
 
 void LogindSession::addObserver(const void *observer, const QString &name, NotificationHandler handler)
@@ -102,8 +100,13 @@ void LogindSession::start()
 {
     mStarted = true;
     mBus = QDBusConnection::connectToBus(QDBusConnection::SystemBus, SessionConnection);
-    if (mBus.isConnected())
-        findSession();
+    if (!mBus.isConnected())
+        return;
+    // What has changed while there was none was told to nobody.
+    mWatcher =
+        std::make_unique<QDBusServiceWatcher>(bus::Logind, mBus, QDBusServiceWatcher::WatchForRegistration);
+    connect(mWatcher.get(), &QDBusServiceWatcher::serviceRegistered, this, &LogindSession::findSession);
+    findSession();
 }
 
 void LogindSession::findSession()
@@ -149,10 +152,18 @@ void LogindSession::findDisplayOfUser()
 
 void LogindSession::watchSession(const QString &path)
 {
+    unwatchSession();
     mSessionPath = path;
     mBus.connect(bus::Logind, path, bus::Properties, PropertiesChanged, this,
                  SLOT(propertiesChanged(QString, QVariantMap, QStringList)));
     readActive();
+}
+
+void LogindSession::unwatchSession()
+{
+    if (!mSessionPath.isEmpty())
+        mBus.disconnect(bus::Logind, mSessionPath, bus::Properties, PropertiesChanged, this,
+                        SLOT(propertiesChanged(QString, QVariantMap, QStringList)));
 }
 
 void LogindSession::readActive()

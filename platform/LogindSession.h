@@ -7,15 +7,17 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 class QDBusMessage;
+class QDBusServiceWatcher;
 
 namespace platform {
 
 /// The workspace's notification centre: tells when the user's own session gets or loses the screen, as
 /// logind's property Active says, and only on a change. Asks nothing before somebody observes; without
-/// logind nothing is told.
+/// logind nothing is told. One that comes, or comes back, is asked then.
 class LogindSession final : public QObject, public NotificationCenter {
     Q_OBJECT
 public:
@@ -38,12 +40,14 @@ private:
     void findSessionOfProcess();
     void findDisplayOfUser();
     void watchSession(const QString &path);
+    void unwatchSession();
     void readActive();
     void setActive(bool active);
     void ask(const QDBusMessage &question, Answer answer);
 
     LocalNotificationCenter mObservers;
     QDBusConnection mBus;
+    std::unique_ptr<QDBusServiceWatcher> mWatcher;
     QString mSessionPath;
     std::optional<bool> mActive;
     bool mStarted = false;

@@ -7,7 +7,10 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDBusObjectPath>
 #include <QDBusReply>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
 #include <QDir>
 #include <QProcess>
 #include <QTest>
@@ -35,6 +38,35 @@ void receive(void *refcon, std::uint32_t, std::uint32_t message, void *argument)
     if (allows && *allows && message == platform::kIOMessageSystemWillSleep)
         (*allows)->allowPowerChange(1, argument);
 }
+
+/// Knows one session, which has the screen or not; comes and goes as it is told.
+class SmallLogind final : public QDBusVirtualObject {
+public:
+    SmallLogind()
+        : mBus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("small logind")))
+    {
+        mBus.registerVirtualObject(bus::LogindPath, this, QDBusConnection::SubPath);
+    }
+    void come(bool active)
+    {
+        mActive = active;
+        mBus.registerService(bus::Logind);
+    }
+    void go() { mBus.unregisterService(bus::Logind); }
+
+    [[nodiscard]] QString introspect(const QString &) const override { return {}; }
+    bool handleMessage(const QDBusMessage &question, const QDBusConnection &connection) override
+    {
+        const QVariant answer = question.member() == QLatin1String("GetSession")
+            ? QVariant::fromValue(QDBusObjectPath(SessionPath))
+            : QVariant::fromValue(QDBusVariant(mActive));
+        return connection.send(question.createReply(answer));
+    }
+
+private:
+    QDBusConnection mBus;
+    bool mActive = false;
+};
 
 } // namespace
 
@@ -256,6 +288,31 @@ private Q_SLOTS:
         setActive(false);
         QTRY_COMPARE(session.isActive(), std::optional<bool>(false));
         QCOMPARE(heard, expected);
+    }
+
+    void aLogindThatComesBackTellsOfASwitchInBetween()
+    {
+        qputenv("XDG_SESSION_ID", "c1");
+        SmallLogind logind;
+        platform::LogindSession session;
+        QStringList heard;
+        for (const auto &name : {platform::NSWorkspaceSessionDidBecomeActiveNotification,
+                                 platform::NSWorkspaceSessionDidResignActiveNotification})
+            session.addObserver(this, name,
+                                [&](const platform::Notification &told) { heard.append(told.name); });
+        logind.come(true);
+        QTRY_COMPARE(session.isActive(), std::optional<bool>(true));
+        logind.go();
+        logind.come(false);
+        QTRY_COMPARE(session.isActive(), std::optional<bool>(false));
+        QCOMPARE(heard, QStringList{platform::NSWorkspaceSessionDidResignActiveNotification});
+        logind.go();
+        logind.come(false);
+        logind.go();
+        logind.come(true);
+        QTRY_COMPARE(session.isActive(), std::optional<bool>(true));
+        QCOMPARE(heard.size(), 2);
+        logind.go();
     }
 
     void aSessionNobodyKnowsIsNeitherActiveNorNot()

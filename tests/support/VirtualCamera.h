@@ -12,7 +12,7 @@ public:
         QStringList arguments{nodeName, description, QStringLiteral("0x") + QString::number(color, 16)};
         if (!format.isEmpty())
             arguments.append(format);
-        mProcess.setStandardErrorFile(QProcess::nullDevice());
+        mProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         mProcess.start(QStringLiteral(VIRTUAL_CAMERA), arguments);
         mProcess.waitForStarted();
     }

@@ -9,8 +9,8 @@
   --this-display the caller's display and home; only what was asked for is private
   --keep DIR     use DIR as the session's folder and leave it there
 
-Everything is ended and removed when the command ends; its exit code is ours. Without --display,
-Qt programs draw off-screen.
+Everything is ended and removed when the command ends; its exit code is ours. When the command fails, a server that
+did not outlive it is named, with its last words. Without --display, Qt programs draw off-screen.
 """
 
 import argparse
@@ -145,6 +145,14 @@ class Session:
         with self.log("wireplumber") as log:
             self.spawn(["wireplumber"], stdout=log, stderr=log)
 
+    def tell_of_the_dead(self):
+        """For whoever looks for the reason of a failure that was none of the command's own."""
+        dead = [process for process in self.processes if process.poll() is not None]
+        for process in dead:
+            print(f"private_session: {process.args[0]} ended with {process.returncode}", file=sys.stderr)
+        for log in sorted(self.folder.glob("*.log")) if dead else ():
+            print(f"{log.name}:", *log.read_text(errors="replace").splitlines()[-10:], sep="\n  ", file=sys.stderr)
+
     def end(self):
         for process in reversed(self.processes):
             try:
@@ -189,7 +197,10 @@ def run(options, folder):
         if options.pipewire:
             session.start_pipewire()
         session.env["KS7_SESSION_FOLDER"] = str(folder)
-        return subprocess.call(options.command, env=session.env)
+        code = subprocess.call(options.command, env=session.env)
+        if code:
+            session.tell_of_the_dead()
+        return code
     finally:
         session.end()
 
