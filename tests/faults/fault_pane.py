@@ -92,7 +92,9 @@ class CameraProcess:
         wait_until(self.is_up, "the camera in PipeWire")
 
     def is_up(self):
-        told = subprocess.run(["pw-dump"], capture_output=True, text=True, stdin=subprocess.DEVNULL)
+        """Whether the session manager has it, too: before that nobody brings a camera and its watcher together."""
+        told = subprocess.run(["pw-metadata", "-n", "default", "0"], capture_output=True, text=True,
+                              stdin=subprocess.DEVNULL)
         return self.NAME in told.stdout
 
     def end(self):

@@ -50,6 +50,7 @@ class FlowsTest(ScriptedPaneTest):
     def expect_alert(self, title, message):
         self.pane.wait_for(title)
         self.pane.wait_for(message)
+        self.wait_focused("OK", "push button")
         key("Return")
         self.pane.wait_gone(message)
 
@@ -137,9 +138,11 @@ class FlowsTest(ScriptedPaneTest):
         self.choose_action(*UPDATE_FIRMWARE)
         self.pane.wait_for("Update Firmware puts the latest firmware version on your KS-7.")
         self.pane.wait_for("Click Continue to proceed.")
+        self.wait_focused("Continue", "push button")
         key("Return")
         self.pane.wait_for("Do not disconnect the camera until the update is complete.")
         self.pane.wait_for("Click Continue to start the update.")
+        self.wait_focused("Continue", "push button")
 
     def test_an_update_runs_to_its_end(self):
         self.agent.setBehaviour("firmware", False)
@@ -171,6 +174,7 @@ class FlowsTest(ScriptedPaneTest):
         self.plug_in(needs_firmware=True)
         self.choose_action(*UPDATE_FIRMWARE)
         self.pane.wait_for("Click Continue to proceed.")
+        self.wait_focused("Continue", "push button")
         key("Escape")
         self.pane.wait_gone("Click Continue to proceed.")
 
@@ -192,6 +196,7 @@ class FlowsTest(ScriptedPaneTest):
         self.pane.wait_gone("Now updating firmware.")
         self.pane.press("Show All")
         self.pane.wait_for("KS-7", role="push button")
+        self.pane.wait_state(self.pane.wait_for(role="frame"), "active")
         key("alt+F4")
         self.assertEqual(self.pane.wait_ended(), 0)
 

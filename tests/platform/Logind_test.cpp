@@ -137,6 +137,14 @@ class LogindTest : public QObject {
              {bus::LogindSession, QVariantMap{{QStringLiteral("Active"), active}}});
     }
 
+    void listen(platform::LogindSession &session, QStringList &heard)
+    {
+        for (const auto &name : {platform::NSWorkspaceSessionDidBecomeActiveNotification,
+                                 platform::NSWorkspaceSessionDidResignActiveNotification})
+            session.addObserver(this, name,
+                                [&heard](const platform::Notification &told) { heard.append(told.name); });
+    }
+
     static int openDescriptors()
     {
         return QDir(QStringLiteral("/proc/self/fd"))
@@ -271,10 +279,7 @@ private Q_SLOTS:
         qputenv("XDG_SESSION_ID", "c1");
         platform::LogindSession session;
         QStringList heard;
-        for (const auto &name : {platform::NSWorkspaceSessionDidBecomeActiveNotification,
-                                 platform::NSWorkspaceSessionDidResignActiveNotification})
-            session.addObserver(this, name,
-                                [&](const platform::Notification &told) { heard.append(told.name); });
+        listen(session, heard);
         QTRY_VERIFY(session.isActive().has_value());
         QVERIFY(heard.isEmpty());
         setActive(true);
@@ -296,10 +301,7 @@ private Q_SLOTS:
         SmallLogind logind;
         platform::LogindSession session;
         QStringList heard;
-        for (const auto &name : {platform::NSWorkspaceSessionDidBecomeActiveNotification,
-                                 platform::NSWorkspaceSessionDidResignActiveNotification})
-            session.addObserver(this, name,
-                                [&](const platform::Notification &told) { heard.append(told.name); });
+        listen(session, heard);
         logind.come(true);
         QTRY_COMPARE(session.isActive(), std::optional<bool>(true));
         logind.go();

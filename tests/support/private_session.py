@@ -144,6 +144,12 @@ class Session:
         self.wait_for(socket.exists, "PipeWire")
         with self.log("wireplumber") as log:
             self.spawn(["wireplumber"], stdout=log, stderr=log)
+        self.wait_for(self.has_session_manager, "PipeWire's session manager")
+
+    def has_session_manager(self):
+        asked = subprocess.run(["pw-metadata", "-n", "default"], env=self.env, capture_output=True,
+                               stdin=subprocess.DEVNULL)
+        return b"Found" in asked.stdout
 
     def tell_of_the_dead(self):
         """For whoever looks for the reason of a failure that was none of the command's own."""
