@@ -231,7 +231,7 @@ void Script::clearRecord()
 
 void Script::quit()
 {
-    QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+    QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
 }
 
 } // namespace simulator

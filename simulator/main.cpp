@@ -29,7 +29,7 @@ int runAgent(const simulator::Options &options)
 int runPicture(const simulator::Options &options)
 {
     simulator::Picture picture(options.pictureSettings);
-    QObject::connect(&picture, &simulator::Picture::failed, qApp,
+    QObject::connect(&picture, &simulator::Picture::failed, QCoreApplication::instance(),
                      [] { QCoreApplication::exit(EXIT_FAILURE); });
     if (!picture.start(options.pictureSettings.nodeDescription))
         return EXIT_FAILURE;

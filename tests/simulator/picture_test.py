@@ -17,10 +17,20 @@ ONE = "00-1b-dc-0f-00-01"
 WATCHERS = 30
 
 
+def pipewire_objects():
+    """What changes while pw-dump looks stands in a second list behind the first."""
+    text = subprocess.run(["pw-dump"], capture_output=True, text=True, check=True).stdout.strip()
+    objects = {}
+    while text:
+        listed, end = json.JSONDecoder().raw_decode(text)
+        objects |= {each["id"]: each for each in listed}
+        text = text[end:].strip()
+    return objects.values()
+
+
 def cameras():
     """node.name to node.description of every Video/Source."""
-    objects = json.loads(subprocess.run(["pw-dump"], capture_output=True, text=True, check=True).stdout or "[]")
-    nodes = [(each.get("info") or {}).get("props") or {} for each in objects
+    nodes = [(each.get("info") or {}).get("props") or {} for each in pipewire_objects()
              if each.get("type") == "PipeWire:Interface:Node"]
     return {node["node.name"]: node.get("node.description") for node in nodes
             if node.get("media.class") == "Video/Source"}
