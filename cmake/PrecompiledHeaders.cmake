@@ -17,7 +17,8 @@ function(ks7_precompile_headers)
     foreach(target ${ARGN})
       target_precompile_headers(${target} REUSE_FROM ks7_precompiled)
       # moc's own output needs little of them.
-      set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/mocs_compilation.cpp
+      get_target_property(folder ${target} BINARY_DIR)
+      set_source_files_properties(${folder}/${target}_autogen/mocs_compilation.cpp TARGET_DIRECTORY ${target}
                                   PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
     endforeach()
   endif()

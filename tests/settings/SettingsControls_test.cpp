@@ -11,6 +11,8 @@
 #include <QLabel>
 #include <QTest>
 
+#include <map>
+
 namespace {
 
 constexpr std::uint64_t Megahertz = 1'000'000;
