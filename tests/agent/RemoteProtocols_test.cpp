@@ -6,6 +6,7 @@
 #include "platform/NotificationCenter.h"
 #include "platform/RunLoop.h"
 #include "platform/SessionBus.h"
+#include "tests/support/LogLines.h"
 #include "tests/support/RecordingAgent.h"
 
 #include <QDBusArgument>
@@ -30,15 +31,6 @@ QVariantMap record(int status, const QString &cameraID, const QString &name)
 
 constexpr auto LongerThanOthersMayTake = 3500ms;
 constexpr auto MuchTooLate = 25s;
-
-int warnings = 0;
-
-/// Counts what is written to the platform's log category.
-void countWarnings(QtMsgType, const QMessageLogContext &context, const QString &)
-{
-    if (qstrcmp(context.category, "ks7.platform") == 0)
-        ++warnings;
-}
 
 } // namespace
 
@@ -312,8 +304,7 @@ private Q_SLOTS:
               "cameras", "getPreferredKS7Cam", "isPreferredDeviceAddress", "startUpdate",
               "connectedCamNeedsFirmwareUpdate", "setPassKey", "connectedCamHasBTAddress"})
             agentAnswers(method, garbage);
-        warnings = 0;
-        const auto previous = qInstallMessageHandler(countWarnings);
+        const LogLines log;
         float left = 9;
         mDevice->getAudioLevel_l(&left, &left);
         const bool nothing = mDevice->cameraDict().isEmpty() && mDevice->indexOfPreferredKS7Cam() == 0
@@ -322,21 +313,18 @@ private Q_SLOTS:
             && !mDevice->isPreferredDeviceAddress(Address) && mUSB->startUpdate() == 0
             && !mUSB->connectedCamNeedsFirmwareUpdate() && mUSB->setPassKey(Name) == 0
             && !mUSB->connectedCamHasBTAddress(Address);
-        qInstallMessageHandler(previous);
         QVERIFY(nothing);
         QCOMPARE(left, 9.0F);
-        QCOMPARE(warnings, 12);
+        QCOMPARE(log.lines.size(), 12);
         QVERIFY2(mConnection->isValid(), "a babbling agent is not a dead one");
     }
 
     void aResultWhereNoneIsDeclaredIsReported()
     {
         agentAnswers("flush", {1});
-        warnings = 0;
-        const auto previous = qInstallMessageHandler(countWarnings);
+        const LogLines log;
         mDevice->flush();
-        qInstallMessageHandler(previous);
-        QCOMPARE(warnings, 1);
+        QCOMPARE(log.lines.size(), 1);
     }
 
     void anErrorCountsAsNoAnswerAndChangesNothing()

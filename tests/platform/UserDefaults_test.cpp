@@ -1,4 +1,5 @@
 #include "platform/UserDefaults.h"
+#include "tests/support/LogLines.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -9,6 +10,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <optional>
 #include <sys/inotify.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -68,17 +70,6 @@ public:
 private:
     rlimit mBefore = {};
 };
-
-QtMessageHandler testsHandler = nullptr;
-QStringList complaints;
-
-void collectComplaint(QtMsgType type, const QMessageLogContext &context, const QString &message)
-{
-    if (qstrcmp(context.category, "ks7.platform") == 0)
-        complaints += message;
-    else
-        testsHandler(type, context, message);
-}
 
 QByteArray smallDomain(int size, const QByteArray &rest = {})
 {
@@ -150,6 +141,7 @@ private:
 
     std::unique_ptr<QTemporaryDir> mFolder;
     QString mFile;
+    std::optional<LogLines> mLog;
     QStringList mExpectedComplaints;
 };
 
@@ -159,13 +151,13 @@ void UserDefaultsTest::init()
     mFile = mFolder->filePath(Domain + QStringLiteral(".plist"));
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(mFolder->path()));
     mExpectedComplaints.clear();
-    complaints.clear();
-    testsHandler = qInstallMessageHandler(collectComplaint);
+    mLog.emplace();
 }
 
 void UserDefaultsTest::cleanup()
 {
-    qInstallMessageHandler(testsHandler);
+    const QStringList complaints = mLog->lines;
+    mLog.reset();
     QVERIFY2(complaints.size() == mExpectedComplaints.size(), qPrintable(complaints.join(QLatin1Char('\n'))));
     for (int line = 0; line < complaints.size(); ++line)
         QVERIFY2(complaints[line].contains(QRegularExpression(mExpectedComplaints[line])),
