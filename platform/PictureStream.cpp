@@ -174,6 +174,7 @@ PictureStream::~PictureStream() = default;
 
 void PictureStream::start()
 {
+    mBegun = true;
     if (!connect())
         return;
     if (!build()) {

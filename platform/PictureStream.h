@@ -47,6 +47,8 @@ public:
     void limitTo(const QSize &pixels);
     /// Reports the failure of the run; the first one only. Any thread.
     void fail(int code);
+    /// Whether start() was called. Any thread.
+    [[nodiscard]] bool hasBegun() const { return mBegun; }
     /// Whether a picture has arrived since the last call.
     bool takeArrived() { return mArrived.exchange(false); }
     /// False while a look-up that was begun has not ended. Any thread.
@@ -77,6 +79,7 @@ private:
     GstElement *mPipeline = nullptr;
     GstElement *mConverter = nullptr;
     std::size_t mPictureSize = 0; // in bytes, of the streaming thread alone
+    std::atomic<bool> mBegun = false;
     std::atomic<bool> mArrived = false;
     std::atomic<bool> mLookingUp = false;
 

@@ -20,13 +20,56 @@ constexpr auto LookUpPatience = 3s;
 /// A camera without a new picture for so long is looked up again.
 constexpr auto StallInterval = 1s;
 
+/// A stream that starts or stops for so long must not keep the next one waiting.
+constexpr auto StreamPatience = 1s;
+/// What is under way at the end has so long to be over; what hangs is left to itself.
+constexpr auto EndPatience = 2s;
+
+/// The threads that wait for PipeWire, so that the main thread need not.
+class Workers {
+public:
+    Workers() = default;
+    ~Workers();
+    Workers(const Workers &) = delete;
+    Workers &operator=(const Workers &) = delete;
+
+    /// Apart from the streams, because the start of a picture may wait long for its camera.
+    SerialWorker &lookUps() { return mLookUps; }
+    /// For the next stream: the last one's, so that one stops before the other starts, unless it hangs.
+    std::shared_ptr<SerialWorker> streams();
+
+private:
+    SerialWorker mLookUps;
+    std::shared_ptr<SerialWorker> mStreams = std::make_shared<SerialWorker>();
+    std::vector<std::shared_ptr<SerialWorker>> mHeldUp;
+};
+
+Workers::~Workers()
+{
+    const auto deadline = SerialWorker::Clock::now() + EndPatience;
+    mLookUps.waitUntilIdle(deadline);
+    mStreams->waitUntilIdle(deadline);
+    for (const auto &worker : mHeldUp)
+        worker->waitUntilIdle(deadline);
+}
+
+std::shared_ptr<SerialWorker> Workers::streams()
+{
+    if (!mStreams->isHeldUp(StreamPatience))
+        return mStreams;
+    mHeldUp.erase(std::remove_if(mHeldUp.begin(), mHeldUp.end(),
+                                 [](const auto &worker) { return worker->waitUntilIdle({}); }),
+                  mHeldUp.end());
+    mHeldUp.push_back(mStreams);
+    mStreams = std::make_shared<SerialWorker>();
+    return mStreams;
+}
+
 /// Main thread's handle on what all objects of the capture system share.
 struct Context {
     std::shared_ptr<NotificationCenter> localCenter;
     std::shared_ptr<RunLoop> runLoop;
-    /// Apart from each other, because the start of a picture may wait long for its camera.
-    std::shared_ptr<SerialWorker> lookUps;
-    std::shared_ptr<SerialWorker> streams;
+    std::shared_ptr<Workers> workers;
 };
 
 bool contains(const std::vector<PipeWireNode> &nodes, const QString &name)
@@ -96,6 +139,7 @@ private:
     const Context mContext;
     std::shared_ptr<CaptureDevice> mDevice;
     std::shared_ptr<PictureStream> mStream;
+    std::shared_ptr<SerialWorker> mStreamWorker;
     std::unique_ptr<Timer> mStallTimer;
     FrameHandler mFrameHandler;
     std::optional<QSize> mLargestFrame;
@@ -133,7 +177,8 @@ void PipeWireSession::beginStream()
         [this](int code) { reportFailure(code); }, [this] { beginAnew(); });
     if (mLargestFrame)
         mStream->limitTo(*mLargestFrame);
-    mContext.streams->post([stream = mStream] { stream->start(); });
+    mStreamWorker = mContext.workers->streams();
+    mStreamWorker->post([stream = mStream] { stream->start(); });
 }
 
 void PipeWireSession::stopRunning()
@@ -149,7 +194,8 @@ void PipeWireSession::stopRunning()
 void PipeWireSession::endStream()
 {
     mStream->close();
-    mContext.streams->post([stream = std::move(mStream)] { stream->stop(); });
+    // After its own start, however long that takes.
+    mStreamWorker->post([stream = std::move(mStream)] { stream->stop(); });
     mStream.reset();
 }
 
@@ -181,10 +227,13 @@ void PipeWireSession::reportFailure(int code)
 
 void PipeWireSession::lookWhetherStalled()
 {
+    // It still waits for another one, which hangs.
+    if (!mStream->hasBegun() && mStreamWorker->isHeldUp(StreamPatience))
+        beginAnew();
     // A node that goes takes its pictures with it and says nothing; one that is slow is still there.
     if (mStream->takeArrived() || !mStream->beginLookUp())
         return;
-    mContext.lookUps->post([stream = mStream] {
+    mContext.workers->lookUps().post([stream = mStream] {
         const auto nodes = lookUpPipeWireNodes(LookUpPatience);
         if (nodes && !contains(*nodes, stream->nodeName()))
             stream->fail(-ENODEV);
@@ -219,9 +268,8 @@ private:
 std::shared_ptr<Capture> makePipeWireCapture(std::shared_ptr<NotificationCenter> localCenter,
                                              std::shared_ptr<RunLoop> runLoop)
 {
-    return std::make_shared<PipeWireCapture>(Context{std::move(localCenter), std::move(runLoop),
-                                                     std::make_shared<SerialWorker>(),
-                                                     std::make_shared<SerialWorker>()});
+    return std::make_shared<PipeWireCapture>(
+        Context{std::move(localCenter), std::move(runLoop), std::make_shared<Workers>()});
 }
 
 } // namespace platform

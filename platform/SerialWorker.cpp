@@ -5,10 +5,9 @@
 #include <condition_variable>
 #include <deque>
 #include <mutex>
+#include <optional>
 #include <system_error>
 #include <thread>
-
-using namespace std::chrono_literals;
 
 namespace platform {
 
@@ -16,19 +15,13 @@ struct SerialWorker::Queue {
     std::mutex lock;
     std::condition_variable changed;
     std::deque<Work> works;
+    std::optional<Clock::time_point> begun; // of the work under way
     bool draining = false;
 };
 
 SerialWorker::SerialWorker()
     : mQueue(std::make_shared<Queue>())
 {
-}
-
-SerialWorker::~SerialWorker()
-{
-    constexpr auto Patience = 2s;
-    std::unique_lock guard(mQueue->lock);
-    mQueue->changed.wait_for(guard, Patience, [this] { return !mQueue->draining; });
 }
 
 void SerialWorker::post(Work work)
@@ -46,16 +39,30 @@ void SerialWorker::post(Work work)
     }
 }
 
+bool SerialWorker::isHeldUp(std::chrono::milliseconds patience) const
+{
+    const std::lock_guard guard(mQueue->lock);
+    return mQueue->begun && Clock::now() - *mQueue->begun > patience;
+}
+
+bool SerialWorker::waitUntilIdle(Clock::time_point deadline)
+{
+    std::unique_lock guard(mQueue->lock);
+    return mQueue->changed.wait_until(guard, deadline, [this] { return !mQueue->draining; });
+}
+
 void SerialWorker::drain(const std::shared_ptr<Queue> &queue)
 {
     std::unique_lock guard(queue->lock);
     while (!queue->works.empty()) {
         auto work = std::move(queue->works.front());
         queue->works.pop_front();
+        queue->begun = Clock::now();
         guard.unlock();
         work();
         work = nullptr;
         guard.lock();
+        queue->begun.reset();
     }
     queue->draining = false;
     queue->changed.notify_all();
