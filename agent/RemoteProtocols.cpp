@@ -15,12 +15,6 @@ constexpr auto CallTimeout = 3000ms;
 /// Work on the camera's flash memory happens inside these calls.
 constexpr auto SlowCallTimeout = 30000ms;
 
-void reportUnexpected(const QDBusMessage &answer)
-{
-    qCWarning(KS7_PLATFORM, "An answer of the agent has an unexpected type: \"%s\"",
-              qUtf8Printable(answer.signature()));
-}
-
 /// Makes the calls of one generated proxy and judges their answers. What is not an answer of exactly the
 /// declared type is none.
 template <class Interface>
@@ -59,14 +53,18 @@ public:
     bool isAnswered(QDBusPendingReply<Types...> &reply)
     {
         reply.waitForFinished();
-        // The reply's own check looks at the types declared and lets further ones follow.
-        const bool typed = reply.error().type() != QDBusError::InvalidSignature
-            && (reply.isError() || reply.reply().arguments().size() == reply.count());
-        if (!typed)
-            reportUnexpected(reply.reply());
-        if (reply.isError())
+        if (reply.isError()) {
+            if (reply.error().type() == QDBusError::InvalidSignature)
+                qCWarning(KS7_PLATFORM, "An answer of the agent: %s", qUtf8Printable(reply.error().message()));
             mRoot->callFailed(reply.error());
-        return typed && !reply.isError();
+            return false;
+        }
+        // The reply's own check looks at the types declared and lets further ones follow.
+        const bool complete = reply.reply().arguments().size() == reply.count();
+        if (!complete)
+            qCWarning(KS7_PLATFORM, "An answer of the agent is longer than it should be: \"%s\"",
+                      qUtf8Printable(reply.reply().signature()));
+        return complete;
     }
 
     Interface *interfaceForCall()

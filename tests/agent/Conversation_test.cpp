@@ -1,8 +1,6 @@
 #include "agent/NotificationNames.h"
 #include "agent/RemoteNames.h"
-#include "agent/WireTypes.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
-#include "platform/DBusConnection.h"
 #include "platform/DistributedNotificationCenter.h"
 #include "platform/Indicators.h"
 #include "platform/SessionBus.h"
@@ -20,11 +18,6 @@ const QString Desk = QStringLiteral("66-77-88-99-AA-BB");
 /// The value of a post that the pane never makes, to know when all before it has arrived.
 constexpr int FullStop = 77;
 
-QVariantMap entry(int status, const QString &name)
-{
-    return dictionaryFromRecord(CameraRecord{status, QStringLiteral("4455"), name});
-}
-
 } // namespace
 
 /// The pane on a real bus as an agent outside sees it: call by call and post by post, in order, with no
@@ -39,21 +32,7 @@ private:
 
     PaneFixture &pane() { return *mPane; }
     RecordingAgent &agent() { return *mAgent; }
-    void putOnTheBus(platform::Services &services)
-    {
-        services.distributedCenter = std::make_shared<platform::DistributedNotificationCenter>(mBus);
-        services.connections =
-            std::make_shared<platform::DBusConnectionRegistry>(mBus, services.runLoop, services.localCenter);
-    }
-    void agentKnowsTwoCamerasAndPrefersTheDesks()
-    {
-        agent().answer(QStringLiteral("cameraDict"),
-                       {QVariant::fromValue(CameraDictionary{{Kitchen, entry(0, QStringLiteral("Kitchen"))},
-                                                             {Desk, entry(1, QStringLiteral("Desk"))}})});
-        agent().answer(QStringLiteral("sortedDeviceList"), {QStringList{Kitchen, Desk}});
-        agent().answer(QStringLiteral("indexOfPreferredKS7Cam"), {1ULL});
-        agent().answer(QStringLiteral("getPreferredKS7Cam"), {entry(1, QStringLiteral("Desk"))});
-    }
+    void agentKnowsTwoCamerasAndPrefersTheDesks() { agent().knowTwoCameras(Kitchen, Desk); }
     /// One refresh while `address` is in the selected row.
     static QStringList refresh(const QString &address = {})
     {
@@ -89,8 +68,7 @@ private Q_SLOTS:
         mAgent->publishBoth();
         mBus = std::make_shared<platform::SessionBus>();
         mPane = std::make_unique<PaneFixture>();
-        mPane->protocols = makeDBusProtocols();
-        mPane->refit = [this](platform::Services &services) { putOnTheBus(services); };
+        mPane->talkOver(mBus);
     }
     void cleanup()
     {

@@ -1,11 +1,7 @@
 #include "agent/NotificationNames.h"
 #include "agent/RemoteNames.h"
-#include "agent/WireTypes.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
-#include "platform/DBusConnection.h"
-#include "platform/DistributedNotificationCenter.h"
 #include "platform/PowerManagement.h"
-#include "platform/SessionBus.h"
 #include "tests/support/PaneFixture.h"
 #include "tests/support/RecordingAgent.h"
 
@@ -23,11 +19,6 @@ namespace {
 const QString Kitchen = QStringLiteral("00-11-22-33-44-55");
 const QString Desk = QStringLiteral("66-77-88-99-AA-BB");
 
-QVariantMap entry(int status, const QString &name)
-{
-    return dictionaryFromRecord(CameraRecord{status, QStringLiteral("4455"), name});
-}
-
 } // namespace
 
 /// An agent that is lost in the midst of one remote call, whichever it is and whatever a person was about:
@@ -41,7 +32,6 @@ private:
 
     std::unique_ptr<RecordingAgent> mAgent;
     std::unique_ptr<PaneFixture> mPane;
-    std::shared_ptr<platform::SessionBus> mBus;
 
     PaneFixture &pane() { return *mPane; }
     RecordingAgent &agent() { return *mAgent; }
@@ -53,35 +43,11 @@ private:
     {
         mAgent.reset();
         mAgent = std::make_unique<RecordingAgent>();
-        agent().answer(QStringLiteral("cameraDict"),
-                       {QVariant::fromValue(CameraDictionary{{Kitchen, entry(0, QStringLiteral("Kitchen"))},
-                                                             {Desk, entry(1, QStringLiteral("Desk"))}})});
-        agent().answer(QStringLiteral("sortedDeviceList"), {QStringList{Kitchen, Desk}});
-        agent().answer(QStringLiteral("indexOfPreferredKS7Cam"), {1ULL});
-        agent().answer(QStringLiteral("getPreferredKS7Cam"), {entry(1, QStringLiteral("Desk"))});
+        agent().knowTwoCameras(Kitchen, Desk);
         agent().answer(QStringLiteral("connectedCamHasBTAddress"), {true});
         agent().publishBoth();
     }
-    void putOnTheBus(platform::Services &services)
-    {
-        services.distributedCenter = std::make_shared<platform::DistributedNotificationCenter>(mBus);
-        services.connections =
-            std::make_shared<platform::DBusConnectionRegistry>(mBus, services.runLoop, services.localCenter);
-    }
-    /// Turns both loops: what the bus brings and what the pane has put off.
-    void turn()
-    {
-        QCoreApplication::processEvents();
-        pane().runLoop->turn();
-    }
-    template <class Condition>
-    bool turnUntil(Condition condition)
-    {
-        return QTest::qWaitFor([&] {
-            turn();
-            return condition();
-        });
-    }
+    void turn() { pane().turn(); }
 
     // What a person, the agent or the machine does.
 
@@ -180,8 +146,8 @@ private:
     }
     void paneIsLeftWithoutAgent()
     {
-        QVERIFY(turnUntil([this] { return !controller().isConnected(); }));
-        QVERIFY(turnUntil([this] { return deaths() > 0; }));
+        QVERIFY(pane().turnUntil([this] { return !controller().isConnected(); }));
+        QVERIFY(pane().turnUntil([this] { return deaths() > 0; }));
         QCOMPARE(rows(), 0);
         QVERIFY(!controller().isStreaming());
         QVERIFY(!controller().hasLevelsTimer());
@@ -205,7 +171,7 @@ private:
         const int before = deaths();
         startAgent();
         agent().post(NotificationNames::AgentStarted);
-        QVERIFY(turnUntil([this] { return controller().isConnected() && rows() == 2; }));
+        QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 2; }));
         QCOMPARE(deaths(), before);
     }
     void doTheDeed(const QString &deed)
@@ -218,10 +184,8 @@ private Q_SLOTS:
     void init()
     {
         startAgent();
-        mBus = std::make_shared<platform::SessionBus>();
         mPane = std::make_unique<PaneFixture>();
-        pane().protocols = makeDBusProtocols();
-        pane().refit = [this](platform::Services &services) { putOnTheBus(services); };
+        pane().talkOver();
         pane().capture->addDevice(QStringLiteral("KS-7 Wireless Webcam"));
         pane().defaults->agentWrites(QStringLiteral("KS7On"), true);
         pane().show();
@@ -231,7 +195,6 @@ private Q_SLOTS:
     void cleanup()
     {
         mPane.reset();
-        mBus.reset();
         mAgent.reset();
     }
 

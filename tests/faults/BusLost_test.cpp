@@ -2,9 +2,6 @@
 #include "agent/RemoteNames.h"
 #include "agent/WireTypes.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
-#include "platform/DBusConnection.h"
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/SessionBus.h"
 #include "tests/support/PaneFixture.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/RecordingAgent.h"
@@ -44,27 +41,9 @@ private:
         mAgent->answer(QStringLiteral("sortedDeviceList"), {QStringList{Kitchen}});
         mAgent->publishBoth();
     }
-    static void putOnTheBus(platform::Services &services)
-    {
-        const auto bus = std::make_shared<platform::SessionBus>();
-        services.distributedCenter = std::make_shared<platform::DistributedNotificationCenter>(bus);
-        services.connections =
-            std::make_shared<platform::DBusConnectionRegistry>(bus, services.runLoop, services.localCenter);
-    }
-    template <class Condition>
-    bool turnUntil(Condition condition)
-    {
-        return QTest::qWaitFor(
-            [&] {
-                QCoreApplication::processEvents();
-                pane().runLoop->turn();
-                return condition();
-            },
-            30000);
-    }
     void paneHasNoAgent()
     {
-        QVERIFY(turnUntil([this] { return !controller().isConnected() && deaths() == 1; }));
+        QVERIFY(pane().turnUntil([this] { return !controller().isConnected() && deaths() == 1; }));
         QCOMPARE(rows(), 0);
     }
     /// A person's hand on what needs no agent, and on what would need one.
@@ -85,10 +64,9 @@ private Q_SLOTS:
         startAgent();
         mPane = std::make_unique<PaneFixture>();
         pane().defaults->agentWrites(QStringLiteral("KS7On"), true);
-        pane().protocols = makeDBusProtocols();
-        pane().refit = putOnTheBus;
+        pane().talkOver();
         pane().show();
-        QVERIFY(turnUntil([this] { return rows() == 1; }));
+        QVERIFY(pane().turnUntil([this] { return rows() == 1; }));
     }
     void cleanup()
     {
@@ -112,10 +90,10 @@ private Q_SLOTS:
         startAgent();
         pane().hide();
         pane().show();
-        QVERIFY(turnUntil([this] { return controller().isConnected() && rows() == 1; }));
+        QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 1; }));
         mAgent->post(NotificationNames::CameraListChanged);
         mAgent->takeJournal();
-        QVERIFY(turnUntil([this] { return mAgent->journal().contains(QStringLiteral("cameraDict")); }));
+        QVERIFY(pane().turnUntil([this] { return mAgent->journal().contains(QStringLiteral("cameraDict")); }));
     }
 
     void aBusThatStandsStillCostsOneCall()
@@ -128,11 +106,11 @@ private Q_SLOTS:
         mDaemon.resume();
         // What was written to the bus meanwhile arrives now, in its order: the one call comes before the
         // search.
-        QVERIFY(turnUntil([this] { return mAgent->journal().contains(Search); }));
+        QVERIFY(pane().turnUntil([this] { return mAgent->journal().contains(Search); }));
         QCOMPARE(mAgent->takeJournal(), QStringList({QStringLiteral("cameraDict"), Search}));
         QCOMPARE(deaths(), 1);
         mAgent->post(NotificationNames::AgentStarted);
-        QVERIFY(turnUntil([this] { return controller().isConnected() && rows() == 1; }));
+        QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 1; }));
         QCOMPARE(mAgent->takeJournal().count(QStringLiteral("cameraDict")), 1);
     }
 };

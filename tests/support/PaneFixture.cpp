@@ -1,5 +1,10 @@
 #include "tests/support/PaneFixture.h"
 
+#include "agent/RemoteProtocols.h"
+#include "platform/DBusConnection.h"
+#include "platform/DistributedNotificationCenter.h"
+
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QVBoxLayout>
@@ -63,6 +68,16 @@ void PaneFixture::load()
     pane->initWithBundle(services, protocols);
 }
 
+void PaneFixture::talkOver(const std::shared_ptr<platform::SessionBus> &bus)
+{
+    protocols = makeDBusProtocols();
+    refit = [bus](platform::Services &services) {
+        services.distributedCenter = std::make_shared<platform::DistributedNotificationCenter>(bus);
+        services.connections =
+            std::make_shared<platform::DBusConnectionRegistry>(bus, services.runLoop, services.localCenter);
+    };
+}
+
 void PaneFixture::show()
 {
     if (!pane)
@@ -71,6 +86,12 @@ void PaneFixture::show()
     pane->mainView()->show();
     window.show();
     pane->willSelect();
+}
+
+void PaneFixture::turn()
+{
+    QCoreApplication::processEvents();
+    runLoop->turn();
 }
 
 void PaneFixture::hide()

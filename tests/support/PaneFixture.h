@@ -2,8 +2,10 @@
 
 #include "pane/KS7SettingsWindowController.h"
 #include "pane/KSPreferencesPanePref.h"
+#include "platform/SessionBus.h"
 #include "tests/support/Doubles.h"
 
+#include <QTest>
 #include <QWidget>
 
 #include <functional>
@@ -17,9 +19,20 @@ public:
 
     /// Loads the pane: start-up runs.
     void load();
+    /// Has the pane talk to the agent over this bus and no double; before load().
+    void talkOver(const std::shared_ptr<platform::SessionBus> &bus = std::make_shared<platform::SessionBus>());
     /// Puts the view into a window and shows the pane.
     void show();
     void hide();
+
+    /// Turns both loops: what the bus brings and what the pane has put off.
+    void turn();
+    template <class Condition>
+    bool turnUntil(Condition condition)
+    {
+        constexpr int Patience = 30000; // ms
+        return QTest::qWaitFor([&] { return (turn(), condition()); }, Patience);
+    }
 
     [[nodiscard]] KS7SettingsWindowController &controller() const { return *pane->mSettingsWindowController; }
     [[nodiscard]] Outlets &outlets() const { return controller().outlets; }

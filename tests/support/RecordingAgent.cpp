@@ -207,6 +207,19 @@ void RecordingAgent::answer(const QString &method, const QVariantList &values)
     mWorker->locked([&] { mWorker->mAnswers[method] = values; });
 }
 
+void RecordingAgent::knowTwoCameras(const QString &kitchen, const QString &desk)
+{
+    const auto entry = [](int status, const QString &name) {
+        return dictionaryFromRecord(CameraRecord{status, QStringLiteral("4455"), name});
+    };
+    const auto desksEntry = entry(1, QStringLiteral("Desk"));
+    const CameraDictionary cameras{{kitchen, entry(0, QStringLiteral("Kitchen"))}, {desk, desksEntry}};
+    answer(QStringLiteral("cameraDict"), {QVariant::fromValue(cameras)});
+    answer(QStringLiteral("sortedDeviceList"), {QStringList{kitchen, desk}});
+    answer(QStringLiteral("indexOfPreferredKS7Cam"), {1ULL});
+    answer(QStringLiteral("getPreferredKS7Cam"), {desksEntry});
+}
+
 void RecordingAgent::answerError(const QString &method)
 {
     mWorker->locked([&] { mWorker->mFailing += method; });

@@ -30,6 +30,8 @@ public:
     /// From now on `method` answers these values, of whatever types.
     void answer(const QString &method, const QVariantList &values);
     void answerError(const QString &method);
+    /// From now on there are a kitchen's camera and a desk's, which is preferred.
+    void knowTwoCameras(const QString &kitchen, const QString &desk);
     /// From now on `method` is answered this long after it was heard.
     void answerLate(const QString &method, std::chrono::milliseconds delay);
     /// From now on `method` is heard and never answered.
