@@ -55,7 +55,8 @@ public:
         reply.waitForFinished();
         if (reply.isError()) {
             if (reply.error().type() == QDBusError::InvalidSignature)
-                qCWarning(KS7_PLATFORM, "An answer of the agent: %s", qUtf8Printable(reply.error().message()));
+                qCWarning(KS7_PLATFORM, "An answer of the agent: %s",
+                          qUtf8Printable(reply.error().message()));
             mRoot->callFailed(reply.error());
             return false;
         }

@@ -93,7 +93,8 @@ private Q_SLOTS:
         QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 1; }));
         mAgent->post(NotificationNames::CameraListChanged);
         mAgent->takeJournal();
-        QVERIFY(pane().turnUntil([this] { return mAgent->journal().contains(QStringLiteral("cameraDict")); }));
+        QVERIFY(
+            pane().turnUntil([this] { return mAgent->journal().contains(QStringLiteral("cameraDict")); }));
     }
 
     void aBusThatStandsStillCostsOneCall()

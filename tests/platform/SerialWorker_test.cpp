@@ -64,6 +64,7 @@ class SerialWorkerTest : public QObject {
 
 private:
     std::shared_ptr<Gate> mGate;
+    int mThreadsAtRest = 0;
 
     void postWorkThatHangs(SerialWorker &worker)
     {
@@ -72,8 +73,13 @@ private:
     }
 
 private Q_SLOTS:
+    void initTestCase() { mThreadsAtRest = threads(); }
     void init() { mGate = std::make_shared<Gate>(); }
-    void cleanup() { mGate->open(); }
+    void cleanup()
+    {
+        mGate->open();
+        QTRY_COMPARE_WITH_TIMEOUT(threads(), mThreadsAtRest, 30000);
+    }
 
     void worksInTheOrderOfPosting()
     {
@@ -88,12 +94,12 @@ private Q_SLOTS:
 
     void itsThreadEndsWithTheWork()
     {
-        const int before = threads();
         SerialWorker worker;
+        QCOMPARE(threads(), mThreadsAtRest);
         postWorkThatHangs(worker);
-        QCOMPARE(threads(), before + 1);
+        QCOMPARE(threads(), mThreadsAtRest + 1);
         mGate->open();
-        QTRY_COMPARE_WITH_TIMEOUT(threads(), before, 30000);
+        QTRY_COMPARE_WITH_TIMEOUT(threads(), mThreadsAtRest, 30000);
     }
 
     void letsGoOfWhatTheWorkHeldOnItsThread()

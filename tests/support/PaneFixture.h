@@ -20,7 +20,8 @@ public:
     /// Loads the pane: start-up runs.
     void load();
     /// Has the pane talk to the agent over this bus and no double; before load().
-    void talkOver(const std::shared_ptr<platform::SessionBus> &bus = std::make_shared<platform::SessionBus>());
+    void
+    talkOver(const std::shared_ptr<platform::SessionBus> &bus = std::make_shared<platform::SessionBus>());
     /// Puts the view into a window and shows the pane.
     void show();
     void hide();
