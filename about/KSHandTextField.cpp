@@ -1,8 +1,8 @@
 #include "about/KSHandTextField.h"
 
+#include "platform/Accessible.h"
 #include "platform/QtCompat.h"
 
-#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QStyleOptionFocusRect>
@@ -41,19 +41,13 @@ public:
     }
 };
 
-QAccessibleInterface *makeAccessibleLink(const QString &, QObject *object)
-{
-    auto *field = qobject_cast<KSHandTextField *>(object);
-    return field ? new AccessibleLink(field) : nullptr;
-}
-
 } // namespace
 
 KSHandTextField::KSHandTextField(QWidget *parent)
     : LinkLabel(parent)
 {
     setFocusPolicy(Qt::TabFocus);
-    QAccessible::installFactory(makeAccessibleLink);
+    platform::installAccessible<KSHandTextField, AccessibleLink>();
     resetCursorRects();
 }
 

@@ -1,8 +1,8 @@
 #include "cameras/CameraTableAccessible.h"
 
 #include "cameras/KS7AnimatingStatusTableView.h"
+#include "platform/Accessible.h"
 
-#include <QAccessibleWidget>
 #include <QHash>
 #include <QPointer>
 #include <QWindow>
@@ -204,18 +204,9 @@ private:
     mutable QHash<int, QAccessible::Id> mRows;
 };
 
-QAccessibleInterface *makeInterface(const QString &className, QObject *object)
-{
-    if (className != QLatin1String(Table::staticMetaObject.className()))
-        return nullptr;
-    auto *table = qobject_cast<Table *>(object);
-    return table ? new TableAccessible(table) : nullptr;
-}
-
 } // namespace
 
 void installCameraTableAccessibility()
 {
-    // Installing the same factory again changes nothing.
-    QAccessible::installFactory(makeInterface);
+    platform::installAccessible<Table, TableAccessible>();
 }

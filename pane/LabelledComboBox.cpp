@@ -1,7 +1,8 @@
 #include "pane/LabelledComboBox.h"
 
+#include "platform/Accessible.h"
+
 #include <QAbstractItemView>
-#include <QAccessibleWidget>
 
 namespace {
 
@@ -83,17 +84,10 @@ private:
     [[nodiscard]] bool isOpen() const { return comboBox()->view()->isVisible(); }
 };
 
-QAccessibleInterface *makeInterface(const QString &className, QObject *object)
-{
-    return className == QLatin1String(LabelledComboBox::staticMetaObject.className())
-        ? new ComboBoxAccessible(static_cast<LabelledComboBox *>(object))
-        : nullptr;
-}
-
 } // namespace
 
 LabelledComboBox::LabelledComboBox(QWidget *parent)
     : QComboBox(parent)
 {
-    QAccessible::installFactory(makeInterface);
+    platform::installAccessible<LabelledComboBox, ComboBoxAccessible>();
 }

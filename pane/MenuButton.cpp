@@ -1,6 +1,7 @@
 #include "pane/MenuButton.h"
 
-#include <QAccessibleWidget>
+#include "platform/Accessible.h"
+
 #include <QMenu>
 
 namespace {
@@ -46,18 +47,11 @@ private:
     [[nodiscard]] QMenu *menu() const { return static_cast<MenuButton *>(widget())->menu(); }
 };
 
-QAccessibleInterface *makeInterface(const QString &className, QObject *object)
-{
-    return className == QLatin1String(MenuButton::staticMetaObject.className())
-        ? new MenuButtonAccessible(static_cast<MenuButton *>(object))
-        : nullptr;
-}
-
 } // namespace
 
 MenuButton::MenuButton(QWidget *parent)
     : QToolButton(parent)
 {
-    QAccessible::installFactory(makeInterface);
+    platform::installAccessible<MenuButton, MenuButtonAccessible>();
     setPopupMode(InstantPopup);
 }

@@ -1,6 +1,7 @@
 #include "platform/Indicators.h"
 
-#include <QAccessibleWidget>
+#include "platform/Accessible.h"
+
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPair>
@@ -30,18 +31,31 @@ double boundedFraction(double value)
     return std::isnan(value) ? 0.0 : std::clamp(value, 0.0, 1.0);
 }
 
+double fractionOf(const LevelIndicator &meter)
+{
+    return meter.fraction();
+}
+
+double fractionOf(const ProgressIndicator &bar)
+{
+    return boundedFraction(bar.doubleValue());
+}
+
 /// A value from 0 to 1, read by assistive programs and changed by nobody.
+template <class Indicator>
 class FractionAccessible final : public QAccessibleWidget, public QAccessibleValueInterface {
     using Relations = QVector<QPair<QAccessibleInterface *, QAccessible::Relation>>;
 
 public:
-    FractionAccessible(QWidget *widget, double (*fraction)(const QObject *))
-        : QAccessibleWidget(widget, QAccessible::ProgressBar)
-        , mFraction(fraction)
+    explicit FractionAccessible(Indicator *indicator)
+        : QAccessibleWidget(indicator, QAccessible::ProgressBar)
     {
     }
 
-    [[nodiscard]] QVariant currentValue() const override { return mFraction(object()); }
+    [[nodiscard]] QVariant currentValue() const override
+    {
+        return fractionOf(*static_cast<const Indicator *>(object()));
+    }
     void setCurrentValue(const QVariant &) override { }
     [[nodiscard]] QVariant minimumValue() const override { return 0.0; }
     [[nodiscard]] QVariant maximumValue() const override { return 1.0; }
@@ -68,31 +82,7 @@ protected:
             return static_cast<QAccessibleValueInterface *>(this);
         return QAccessibleWidget::interface_cast(type);
     }
-
-private:
-    double (*mFraction)(const QObject *);
 };
-
-double fractionOfLevel(const QObject *indicator)
-{
-    return static_cast<const LevelIndicator *>(indicator)->fraction();
-}
-
-double fractionOfProgress(const QObject *indicator)
-{
-    return boundedFraction(static_cast<const ProgressIndicator *>(indicator)->doubleValue());
-}
-
-QAccessibleInterface *makeInterface(const QString &className, QObject *object)
-{
-    if (className == QLatin1String(LevelIndicator::staticMetaObject.className()))
-        return new FractionAccessible(static_cast<QWidget *>(object), fractionOfLevel);
-    if (className == QLatin1String(ProgressIndicator::staticMetaObject.className()))
-        return new FractionAccessible(static_cast<QWidget *>(object), fractionOfProgress);
-    if (className == QLatin1String(SpinnerIndicator::staticMetaObject.className()))
-        return new QAccessibleWidget(static_cast<QWidget *>(object), QAccessible::Animation);
-    return nullptr;
-}
 
 QColor segmentColor(double place)
 {
@@ -114,7 +104,7 @@ QColor unlitColor(const QPalette &palette)
 LevelIndicator::LevelIndicator(QWidget *parent)
     : QWidget(parent)
 {
-    QAccessible::installFactory(makeInterface);
+    installAccessible<LevelIndicator, FractionAccessible<LevelIndicator>>();
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
@@ -172,7 +162,7 @@ void LevelIndicator::paintEvent(QPaintEvent *event)
 ProgressIndicator::ProgressIndicator(QWidget *parent)
     : QProgressBar(parent)
 {
-    QAccessible::installFactory(makeInterface);
+    installAccessible<ProgressIndicator, FractionAccessible<ProgressIndicator>>();
     setRange(0, Steps);
     setValue(0);
 }
@@ -186,7 +176,7 @@ void ProgressIndicator::setDoubleValue(double value)
 SpinnerIndicator::SpinnerIndicator(QWidget *parent)
     : QWidget(parent)
 {
-    QAccessible::installFactory(makeInterface);
+    installAccessible<SpinnerIndicator, AccessibleOfRole<QAccessible::Animation>>();
     QSizePolicy policy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     policy.setRetainSizeWhenHidden(true);
     setSizePolicy(policy);

@@ -1,24 +1,13 @@
 #include "preview/KS7QTCaptureView.h"
 
-#include <QAccessibleWidget>
+#include "platform/Accessible.h"
+
 #include <QPainter>
-
-namespace {
-
-/// Assistive programs pass over what they take for a mere container.
-QAccessibleInterface *makeInterface(const QString &className, QObject *object)
-{
-    return className == QLatin1String(KS7QTCaptureView::staticMetaObject.className())
-        ? new QAccessibleWidget(static_cast<QWidget *>(object), QAccessible::Graphic)
-        : nullptr;
-}
-
-} // namespace
 
 KS7QTCaptureView::KS7QTCaptureView(QWidget *parent)
     : platform::CaptureView(parent)
 {
-    QAccessible::installFactory(makeInterface);
+    platform::installAccessible<KS7QTCaptureView, platform::AccessibleOfRole<QAccessible::Graphic>>();
     setVisible(false);
 }
 
