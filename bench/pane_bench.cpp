@@ -176,28 +176,30 @@ private:
 
     double refreshBare(BareTable &table)
     {
-        QElapsedTimer clock;
-        clock.start();
-        mClient.post(QStringLiteral("KS7HeardByNobodyElse"));
-        mClient.hear();
-        mTexts = mClient.call(mCalls);
-        table.showTexts(mTexts, mCameras);
-        return static_cast<double>(clock.nsecsElapsed()) / 1e6;
+        return refreshBy(table, [this] { mTexts = mClient.call(mCalls); });
     }
 
     /// The same, the calls alone made by the library that the pane makes them with.
     double refreshOverQtDBus(BareTable &table)
     {
+        return refreshBy(table, [this] {
+            for (const auto &words : mCalls) {
+                auto call = callOf(words.section(QLatin1Char(' '), 0, 0));
+                if (words.contains(QLatin1Char(' ')))
+                    call << words.section(QLatin1Char(' '), 1);
+                QDBusConnection::sessionBus().call(call);
+            }
+        });
+    }
+
+    template <class Calls>
+    double refreshBy(BareTable &table, Calls makeCalls)
+    {
         QElapsedTimer clock;
         clock.start();
         mClient.post(QStringLiteral("KS7HeardByNobodyElse"));
         mClient.hear();
-        for (const auto &words : mCalls) {
-            auto call = callOf(words.section(QLatin1Char(' '), 0, 0));
-            if (words.contains(QLatin1Char(' ')))
-                call << words.section(QLatin1Char(' '), 1);
-            QDBusConnection::sessionBus().call(call);
-        }
+        makeCalls();
         table.showTexts(mTexts, mCameras);
         return static_cast<double>(clock.nsecsElapsed()) / 1e6;
     }

@@ -14,6 +14,8 @@ public:
     using Work = std::function<void()>;
 
     SerialWorker();
+    SerialWorker(const SerialWorker &) = delete;
+    SerialWorker &operator=(const SerialWorker &) = delete;
 
     /// Runs `work` after what was posted before. Whatever it captures is destroyed on the worker's thread.
     void post(Work work);

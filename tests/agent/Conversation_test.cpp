@@ -1,5 +1,4 @@
 #include "agent/NotificationNames.h"
-#include "agent/RemoteNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "platform/DistributedNotificationCenter.h"
 #include "platform/Indicators.h"

@@ -1,11 +1,9 @@
 #include "agent/NotificationNames.h"
-#include "agent/RemoteNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "platform/PowerManagement.h"
 #include "tests/support/PaneFixture.h"
 #include "tests/support/RecordingAgent.h"
 
-#include <QCoreApplication>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>

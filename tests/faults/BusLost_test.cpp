@@ -6,7 +6,6 @@
 #include "tests/support/PrivateBus.h"
 #include "tests/support/RecordingAgent.h"
 
-#include <QCoreApplication>
 #include <QPushButton>
 #include <QTest>
 
