@@ -90,10 +90,14 @@ std::optional<QString> AgentService::takeNames()
 
 void AgentService::showPicture()
 {
+    const auto camera = mModel.roster().preferred();
     if (mModel.isStreaming())
-        mPicture.start(mModel.roster().preferred()->name);
+        mPicture.start(camera->name);
     else
         mPicture.stop();
+    // So that the picture is there as soon as the camera streams.
+    if (camera && camera->status == kKS7CamStarting)
+        mPicture.prepare();
 }
 
 void AgentService::busHasGone()

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "simulator/AgentModel.h"
+#include "simulator/BackgroundPicture.h"
 #include "simulator/BusNotifier.h"
 #include "simulator/DeviceController.h"
 #include "simulator/Faults.h"
 #include "simulator/Options.h"
 #include "simulator/PaneListener.h"
-#include "simulator/Picture.h"
 #include "simulator/Recorder.h"
 #include "simulator/Script.h"
 #include "simulator/UsbController.h"
@@ -46,7 +46,7 @@ private:
     DeviceController mDeviceController;
     UsbController mUsbController;
     Script mScript;
-    Picture mPicture;
+    BackgroundPicture mPicture;
 };
 
 } // namespace simulator

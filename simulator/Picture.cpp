@@ -90,9 +90,14 @@ bool Picture::start(const QString &caption)
     return false;
 }
 
-bool Picture::build()
+void Picture::prepare()
 {
     gst_init(nullptr, nullptr);
+}
+
+bool Picture::build()
+{
+    prepare();
     GError *error = nullptr;
     const QByteArray text = pipelineText(mSettings, hasElement("textoverlay")).toUtf8();
     mPipeline = gst_parse_launch_full(text.constData(), nullptr, GST_PARSE_FLAG_FATAL_ERRORS, &error);

@@ -16,6 +16,8 @@ public:
     explicit Picture(const PictureSettings &settings);
     ~Picture() override;
 
+    /// What a start does only once, done ahead of it.
+    void prepare();
     /// Changes the caption when the picture is shown already. False when there is no picture.
     bool start(const QString &caption);
     void stop();

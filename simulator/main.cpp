@@ -1,6 +1,7 @@
 #include "simulator/AgentService.h"
 #include "simulator/ExitSignals.h"
 #include "simulator/Options.h"
+#include "simulator/Picture.h"
 
 #include <QCoreApplication>
 

@@ -20,6 +20,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests" / "support"))
 
 import accessible  # noqa: E402
+import pipewire_nodes  # noqa: E402
 import stand_in  # noqa: E402
 
 DARK = """[Appearance]
@@ -231,6 +232,7 @@ def live_preview(tour):
     """the live picture"""
     with tour.preferences() as pane:
         pane.wait_for("Kitchen, Streaming")
+        pipewire_nodes.wait_for_camera()
         pane.press("Start Preview")
         pane.wait_for("Stop Preview")
         accessible.wait_until(lambda: (pane.value("Left audio level") or 0) > 0, "a sound", details=pane.dump)

@@ -2,6 +2,7 @@
 #include "about/KSHandTextField.h"
 #include "about/Version.h"
 #include "tests/support/PaneFixture.h"
+#include "tests/support/Patience.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -122,7 +123,7 @@ void AboutTest::showAboutBox()
     (*about)->trigger();
     QVERIFY(box());
     QApplication::setActiveWindow(box());
-    QVERIFY(QTest::qWaitForWindowActive(box()));
+    QVERIFY(QTest::qWaitForWindowActive(box(), Patience));
 }
 
 void AboutTest::lookDark(bool dark)
@@ -185,12 +186,12 @@ void AboutTest::theLinkCanBeReadOnDark()
     fixture->show();
     const auto company = [this] { return runsOf(fixture->outlets().copyright).constLast(); };
     lookDark(true);
-    QTRY_VERIFY(company().color.lightness() > 150);
+    QTRY_VERIFY_WITH_TIMEOUT(company().color.lightness() > 150, Patience);
     const auto dark = company();
     QVERIFY(dark.underlined);
     QVERIFY(dark.color.blue() > dark.color.red() && dark.color.blue() > dark.color.green());
     lookDark(false);
-    QTRY_COMPARE(company().color, QColor(Qt::blue));
+    QTRY_COMPARE_WITH_TIMEOUT(company().color, QColor(Qt::blue), Patience);
 }
 
 void AboutTest::theAboutBoxTellsVersionAndSite()

@@ -1,6 +1,7 @@
 #include "platform/PackageKitUpdater.h"
 #include "platform/UpdateMemory.h"
 #include "tests/support/LogLines.h"
+#include "tests/support/Patience.h"
 #include "tests/support/PrivateBus.h"
 
 #include <QFileInfo>
@@ -104,7 +105,7 @@ void UpdaterTest::cleanup()
     mFramework.reset();
     if (mPackageKit) {
         mPackageKit->kill();
-        QTRY_COMPARE_WITH_TIMEOUT(mPackageKit->state(), QProcess::NotRunning, 30000);
+        QTRY_COMPARE_WITH_TIMEOUT(mPackageKit->state(), QProcess::NotRunning, Patience);
     }
     mPackageKit.reset();
 }
@@ -121,7 +122,7 @@ void UpdaterTest::startPackageKit()
     mPackageKit->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     const QByteArray behaviour = QJsonDocument(mBehaviour).toJson(QJsonDocument::Compact);
     mPackageKit->start(QStringLiteral(PACKAGEKIT_STAND_IN), {QString::fromUtf8(behaviour)});
-    QTRY_VERIFY_WITH_TIMEOUT(calls().contains(QStringLiteral("ready")), 30000);
+    QTRY_VERIFY_WITH_TIMEOUT(calls().contains(QStringLiteral("ready")), Patience);
     mCalls.clear();
 }
 
@@ -160,7 +161,7 @@ void UpdaterTest::offerUpdate()
 {
     startPackageKit();
     showPane();
-    QTRY_COMPARE(offer().stage(), Stage::Offered);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
 }
 
 void UpdaterTest::offersTheNewerPackageOfItsOwnFile()
@@ -184,9 +185,10 @@ void UpdaterTest::offersNothingWhenItsFileBelongsToNoPackage()
     mBehaviour[QStringLiteral("owners")] = QJsonObject();
     startPackageKit();
     showPane();
-    QTRY_VERIFY(asked(QStringLiteral("SearchFiles")));
+    QTRY_VERIFY_WITH_TIMEOUT(asked(QStringLiteral("SearchFiles")), Patience);
     // There is no second question before the first one has come to nothing.
-    QTRY_VERIFY((showPaneTheNextDay(), calls().filter(QStringLiteral("SearchFiles")).size() > 1));
+    QTRY_VERIFY_WITH_TIMEOUT((showPaneTheNextDay(), calls().filter(QStringLiteral("SearchFiles")).size() > 1),
+                             Patience);
     QVERIFY(!asked(QStringLiteral("GetUpdates")));
     QCOMPARE(offer().stage(), Stage::None);
 }
@@ -196,8 +198,9 @@ void UpdaterTest::offersNothingWhenUpToDate()
     mBehaviour[QStringLiteral("updates")] = QJsonArray();
     startPackageKit();
     showPane();
-    QTRY_VERIFY(asked(QStringLiteral("GetUpdates")));
-    QTRY_VERIFY((showPaneTheNextDay(), calls().filter(QStringLiteral("GetUpdates")).size() > 1));
+    QTRY_VERIFY_WITH_TIMEOUT(asked(QStringLiteral("GetUpdates")), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT((showPaneTheNextDay(), calls().filter(QStringLiteral("GetUpdates")).size() > 1),
+                             Patience);
     QCOMPARE(offer().stage(), Stage::None);
 }
 
@@ -238,7 +241,7 @@ void UpdaterTest::asksOnceADay()
     // A question of the day after ends the wait for one that must not come.
     mNow = mNow.addSecs(2 * 60 * 60);
     showPane();
-    QTRY_COMPARE(offer().stage(), Stage::Offered);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
     QCOMPARE(calls().filter(QStringLiteral("SearchFiles")).size(), 2);
 }
 
@@ -247,7 +250,7 @@ void UpdaterTest::asksAgainTheNextDay()
     offerUpdate();
     Q_EMIT offer().laterChosen();
     showPaneTheNextDay();
-    QTRY_COMPARE(offer().stage(), Stage::Offered);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
 }
 
 void UpdaterTest::asksAgainWhenTheClockWentBack()
@@ -256,7 +259,7 @@ void UpdaterTest::asksAgainWhenTheClockWentBack()
     Q_EMIT offer().laterChosen();
     mNow = mNow.addYears(-1);
     showPane();
-    QTRY_COMPARE(offer().stage(), Stage::Offered);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
 }
 
 void UpdaterTest::remembersAcrossProcessesThatItAsked()
@@ -267,7 +270,7 @@ void UpdaterTest::remembersAcrossProcessesThatItAsked()
     QVERIFY(memory.askedWithinADay(mNow.addSecs(60)));
     QVERIFY(!memory.askedWithinADay(mNow.addDays(1)));
     showPaneTheNextDay();
-    QTRY_COMPARE(offer().stage(), Stage::Offered);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
     QCOMPARE(calls().filter(QStringLiteral("SearchFiles")).size(), 2);
 }
 
@@ -285,7 +288,8 @@ void UpdaterTest::skippedVersionIsNotOfferedAgain()
     Q_EMIT offer().skipChosen();
     QCOMPARE(offer().stage(), Stage::None);
     startUpdater();
-    QTRY_VERIFY((showPaneTheNextDay(), calls().filter(QStringLiteral("GetUpdates")).size() > 2));
+    QTRY_VERIFY_WITH_TIMEOUT((showPaneTheNextDay(), calls().filter(QStringLiteral("GetUpdates")).size() > 2),
+                             Patience);
     QCOMPARE(offer().stage(), Stage::None);
 }
 
@@ -305,7 +309,7 @@ void UpdaterTest::installsThePackageAndShowsProgress()
     connect(&offer(), &UpdateOffer::changed, this, [&] { percentages.push_back(offer().percentage()); });
     Q_EMIT offer().installChosen();
     QCOMPARE(offer().stage(), Stage::Installing);
-    QTRY_COMPARE(offer().stage(), Stage::Installed);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Installed, Patience);
     const int unknown = UpdateOffer::UnknownPercentage;
     QCOMPARE(percentages, (std::vector<int>{unknown, 40, unknown}));
     QVERIFY(calls().contains(QStringLiteral("UpdatePackages 2 ") + NewerPackage));
@@ -316,7 +320,7 @@ void UpdaterTest::letsTheServiceAskForAPassword()
 {
     offerUpdate();
     Q_EMIT offer().installChosen();
-    QTRY_COMPARE(offer().stage(), Stage::Installed);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Installed, Patience);
     QVERIFY(calls().contains(QStringLiteral("SetHints background=false interactive=true")));
 }
 
@@ -333,7 +337,7 @@ void UpdaterTest::offersAgainWhenThePersonRefuses()
     mBehaviour[QStringLiteral("install")] = install;
     offerUpdate();
     Q_EMIT offer().installChosen();
-    QTRY_COMPARE(offer().stage(), Stage::Offered);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
     QVERIFY(asked(QStringLiteral("UpdatePackages")));
 }
@@ -343,7 +347,7 @@ void UpdaterTest::tellsWhyAnInstallationFailed()
     mBehaviour[QStringLiteral("install")] = QStringLiteral("failed");
     offerUpdate();
     Q_EMIT offer().installChosen();
-    QTRY_COMPARE(offer().stage(), Stage::Failed);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Failed, Patience);
     QCOMPARE(offer().reason(), QStringLiteral("There is no <b>network</b>."));
     Q_EMIT offer().laterChosen();
     QCOMPARE(offer().stage(), Stage::None);
@@ -355,7 +359,7 @@ void UpdaterTest::tellsThatTheServiceVanished()
     offerUpdate();
     Q_EMIT offer().installChosen();
     const LogLines log;
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Failed, 30000);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Failed, Patience);
     QCOMPARE(offer().reason(), QString());
     QCOMPARE(log.lines.size(), 1);
 }
@@ -366,12 +370,12 @@ void UpdaterTest::keepsQuietWhenTheServiceVanishesOverAQuestion()
     startPackageKit();
     const LogLines log;
     showPane();
-    QTRY_COMPARE(log.lines.size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Patience);
     QCOMPARE(offer().stage(), Stage::None);
     mBehaviour.remove(QStringLiteral("query"));
     startPackageKit();
     showPaneTheNextDay();
-    QTRY_COMPARE(offer().stage(), Stage::Offered);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
     QCOMPARE(log.lines.size(), 1);
 }
 
@@ -381,16 +385,16 @@ void UpdaterTest::keepsQuietWhenTheBusDiesOverAQuestion()
     startPackageKit();
     const LogLines log;
     showPane();
-    QTRY_VERIFY(asked(QStringLiteral("SearchFiles")));
+    QTRY_VERIFY_WITH_TIMEOUT(asked(QStringLiteral("SearchFiles")), Patience);
     mSystemBus.kill();
-    QTRY_COMPARE(log.lines.size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Patience);
     QCOMPARE(offer().stage(), Stage::None);
     // The next day's question goes over the new bus: the one without an answer is over.
     mBehaviour.remove(QStringLiteral("query"));
     restartBus();
     startPackageKit();
     showPaneTheNextDay();
-    QTRY_COMPARE(offer().stage(), Stage::Offered);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
     QCOMPARE(log.lines.size(), 1);
 }
 
@@ -400,10 +404,10 @@ void UpdaterTest::tellsThatTheBusDiedOverAnInstallation()
     offerUpdate();
     const LogLines log;
     Q_EMIT offer().installChosen();
-    QTRY_VERIFY(asked(QStringLiteral("UpdatePackages")));
+    QTRY_VERIFY_WITH_TIMEOUT(asked(QStringLiteral("UpdatePackages")), Patience);
     QCOMPARE(offer().stage(), Stage::Installing);
     mSystemBus.kill();
-    QTRY_COMPARE(offer().stage(), Stage::Failed);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Failed, Patience);
     QCOMPARE(offer().reason(), QString());
     QCOMPARE(log.lines.size(), 1);
     restartBus();
@@ -416,10 +420,10 @@ void UpdaterTest::keepsQuietWhenTheQuestionFails()
     const LogLines log;
     const QString line = QStringLiteral("No answer about updates: no network");
     showPane();
-    QTRY_COMPARE(log.lines, QStringList({line}));
+    QTRY_COMPARE_WITH_TIMEOUT(log.lines, QStringList({line}), Patience);
     // The next day's question fails as well, and both are a line for those who look for it.
     showPaneTheNextDay();
-    QTRY_COMPARE(log.lines, QStringList({line, line}));
+    QTRY_COMPARE_WITH_TIMEOUT(log.lines, QStringList({line, line}), Patience);
     QCOMPARE(calls().filter(QStringLiteral("SearchFiles")).size(), 2);
     QCOMPARE(offer().stage(), Stage::None);
     QVERIFY(!asked(QStringLiteral("GetUpdates")));
@@ -429,12 +433,12 @@ void UpdaterTest::keepsQuietWithoutAService()
 {
     const LogLines log;
     showPane();
-    QTRY_COMPARE(log.lines.size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Patience);
     QVERIFY(log.lines.first().startsWith(QStringLiteral("No answer about updates: ")));
     // The service comes the next day and is then found: the failure has left nothing behind.
     startPackageKit();
     showPaneTheNextDay();
-    QTRY_COMPARE(offer().stage(), Stage::Offered);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
 }
 
 void UpdaterTest::keepsTheRunLoopTurningWhileTheServiceIsSilent()
@@ -445,11 +449,11 @@ void UpdaterTest::keepsTheRunLoopTurningWhileTheServiceIsSilent()
     showPane();
     bool turned = false;
     QTimer::singleShot(0, this, [&] { turned = true; });
-    QTRY_VERIFY(turned);
+    QTRY_VERIFY_WITH_TIMEOUT(turned, Patience);
     QCOMPARE(offer().stage(), Stage::None);
     QCOMPARE(::kill(process, SIGCONT), 0);
     // A blocking call would have given up on the silent service and lost this answer.
-    QTRY_COMPARE(offer().stage(), Stage::Offered);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
 }
 
 void UpdaterTest::theSharedUpdaterIsOne()

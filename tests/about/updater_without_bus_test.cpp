@@ -1,4 +1,5 @@
 #include "platform/PackageKitUpdater.h"
+#include "tests/support/Patience.h"
 
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -27,7 +28,7 @@ void UpdaterWithoutBusTest::saysSoInTheLogOnceADay()
         });
     framework->updaterForBundle(nullptr)->applicationDidFinishLaunching();
     framework->updaterForBundle(nullptr)->applicationDidFinishLaunching();
-    const bool told = QTest::qWaitFor([] { return lines > 0; });
+    const bool told = QTest::qWaitFor([] { return lines > 0; }, Patience);
     QCoreApplication::processEvents();
     qInstallMessageHandler(previous);
     QVERIFY(told);

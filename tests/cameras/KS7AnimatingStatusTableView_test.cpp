@@ -2,6 +2,7 @@
 #include "cameras/CameraTableModel.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "tests/support/PaneFixture.h"
+#include "tests/support/Patience.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -57,7 +58,7 @@ class TableTest : public QObject {
             agent().addCamera(address(row), QStringLiteral("Camera %1").arg(row), status);
         mFixture->show();
         mFixture->runLoop->turn();
-        QVERIFY(QTest::qWaitForWindowExposed(&mFixture->window));
+        QVERIFY(QTest::qWaitForWindowExposed(&mFixture->window, Patience));
         mFixture->takeJournal();
     }
 
@@ -248,10 +249,10 @@ private Q_SLOTS:
     {
         showCameras(3);
         mFixture->window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window));
+        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window, Patience));
         for (const auto key : {Qt::Key_Tab, Qt::Key_Backtab}) {
             table().setFocus();
-            QTRY_VERIFY(table().hasFocus());
+            QTRY_VERIFY_WITH_TIMEOUT(table().hasFocus(), Patience);
             QTest::keyClick(&table(), key);
             QVERIFY(!table().hasFocus());
             QVERIFY(mFixture->window.focusWidget() != nullptr);

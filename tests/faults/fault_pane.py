@@ -28,12 +28,10 @@ DESK = "00-1b-dc-0f-3b-71"
 NOT_STREAMING = 1
 CAMERAS = ("Kitchen, Not Streaming", "Desk, Not Streaming")
 MEGABYTE = 1024 * 1024
-# Time to run as many programs side by side as there are tests.
-PATIENCE = 120
 
 
 def wait_until(condition, what, details=lambda: ""):
-    return accessible.wait_until(condition, what, PATIENCE, details)
+    return accessible.wait_until(condition, what, details=details)
 
 
 class AgentProcess:

@@ -1,5 +1,6 @@
 #include "pane/PaneOnScreen.h"
 #include "tests/hosts/RecordingPane.h"
+#include "tests/support/Patience.h"
 
 #include <QTest>
 
@@ -57,8 +58,8 @@ void PaneOnScreenTest::init()
 void PaneOnScreenTest::openModule()
 {
     mModule->show();
-    QVERIFY(QTest::qWaitForWindowExposed(mModule.get()));
-    QTRY_COMPARE(mPane->told, Shown);
+    QVERIFY(QTest::qWaitForWindowExposed(mModule.get(), Patience));
+    QTRY_COMPARE_WITH_TIMEOUT(mPane->told, Shown, Patience);
 }
 
 void PaneOnScreenTest::thePaneIsToldOnceThatItIsShown()
@@ -96,7 +97,7 @@ void PaneOnScreenTest::showingTellsNothingWhileTheWindowIsNot()
     settle();
     QCOMPARE(mPane->told, QStringList());
     window.show();
-    QTRY_COMPARE(mPane->told, Shown);
+    QTRY_COMPARE_WITH_TIMEOUT(mPane->told, Shown, Patience);
     mModule.reset();
 }
 
@@ -104,9 +105,9 @@ void PaneOnScreenTest::anIconifiedWindowStillShowsThePane()
 {
     openModule();
     mModule->showMinimized();
-    QTRY_VERIFY(!mModule->windowHandle()->isExposed());
+    QTRY_VERIFY_WITH_TIMEOUT(!mModule->windowHandle()->isExposed(), Patience);
     mModule->showNormal();
-    QVERIFY(QTest::qWaitForWindowExposed(mModule.get()));
+    QVERIFY(QTest::qWaitForWindowExposed(mModule.get(), Patience));
     settle();
     QCOMPARE(mPane->told, Shown);
 }

@@ -9,6 +9,7 @@ import unittest
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
 
 from accessible import listen, name_of, role_of, wait_until  # noqa: E402
+from pipewire_nodes import wait_for_camera  # noqa: E402
 from scripted_pane import KITCHEN, ScriptedPaneTest  # noqa: E402
 
 DESK = "00-1b-dc-0f-77-01"
@@ -243,6 +244,7 @@ class MetersTest(ScriptedPaneTest):
         self.agent.setStatus(KITCHEN, 4)
         self.pane.wait_for("Kitchen, Streaming")
         self.agent.setAudioLevels(0.2, 0.4)
+        wait_for_camera()
         self.pane.press("Start Preview")
         # The meters fill earlier than the agent's numbers do.
         for meter, level in zip(METERS, (0.3, 0.6)):

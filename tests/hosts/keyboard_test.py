@@ -9,6 +9,7 @@ import unittest
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
 
 from accessible import key, type_text, wait_until  # noqa: E402
+from pipewire_nodes import wait_for_camera  # noqa: E402
 from scripted_pane import KITCHEN, PREFERENCES, ScriptedPaneTest  # noqa: E402
 
 DESK = "00-1b-dc-0f-77-01"
@@ -181,6 +182,7 @@ class KeyboardTest(ScriptedPaneTest):
     def test_the_preview_is_started_and_stopped(self):
         self.agent.setStatus(KITCHEN, 4)
         self.pane.wait_for("Kitchen, Streaming")
+        wait_for_camera()
         self.tab_to("Start Preview")
         key("space")
         self.pane.wait_focused("Stop Preview")

@@ -1,6 +1,7 @@
 #include "logging/KS7OrvexLogger.h"
 
 #include "platform/Workspace.h"
+#include "tests/support/Patience.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -266,7 +267,7 @@ QStringList KS7OrvexLoggerTest::lines()
 void KS7OrvexLoggerTest::nextSecond()
 {
     const std::time_t now = std::time(nullptr);
-    QTRY_VERIFY(std::time(nullptr) != now);
+    QTRY_VERIFY_WITH_TIMEOUT(std::time(nullptr) != now, Patience);
 }
 
 void KS7OrvexLoggerTest::everyFileNameSoonIs(const std::function<bool(const QString &)> &make)
@@ -556,7 +557,7 @@ void KS7OrvexLoggerTest::twoFilesOfOneSecondAreOne()
         gMainLogger->createLogFile();
         return std::time(nullptr) == before;
     };
-    QTRY_VERIFY(startsTwoAtOnce());
+    QTRY_VERIFY_WITH_TIMEOUT(startsTwoAtOnce(), Patience);
     QCOMPARE(lines(), QStringList());
 }
 

@@ -8,6 +8,7 @@
 #include "preview/KS7PreviewController.h"
 #include "preview/KS7QTCaptureView.h"
 #include "tests/support/PaneFixture.h"
+#include "tests/support/Patience.h"
 
 #include <QAccessible>
 #include <QCheckBox>
@@ -71,7 +72,7 @@ class MainViewTest : public QObject {
         mFixture->window.resize(width, height);
         mFixture->show();
         mFixture->runLoop->turn();
-        QVERIFY(QTest::qWaitForWindowExposed(&mFixture->window));
+        QVERIFY(QTest::qWaitForWindowExposed(&mFixture->window, Patience));
         mFixture->takeJournal();
     }
 
@@ -371,7 +372,7 @@ private Q_SLOTS:
             wasOpen = menu->isVisible() && button->state().expanded;
             menu->actions().constLast()->trigger();
         });
-        QTRY_VERIFY(wasOpen);
+        QTRY_VERIFY_WITH_TIMEOUT(wasOpen, Patience);
         QVERIFY(!menu->isVisible());
     }
 
@@ -436,7 +437,7 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QVERIFY(painted.region().isEmpty());
         meter->setDoubleValue(0.75);
-        QTRY_VERIFY(!painted.region().isEmpty());
+        QTRY_VERIFY_WITH_TIMEOUT(!painted.region().isEmpty(), Patience);
         const QRect risen = painted.region().boundingRect();
         QVERIFY(std::abs(risen.left() - meter->width() * 0.5) <= OneSegment);
         QVERIFY(std::abs(risen.right() - meter->width() * 0.75) <= OneSegment);
@@ -456,7 +457,7 @@ private Q_SLOTS:
         QVERIFY(spinner->isVisible());
         QVERIFY(outlets().discoveringMessage->isVisible());
         // The window has no reason to grow.
-        QTRY_COMPARE(view()->minimumSizeHint(), least);
+        QTRY_COMPARE_WITH_TIMEOUT(view()->minimumSizeHint(), least, Patience);
         mFixture->agentPosts(Names::StoppedDiscovering);
         QVERIFY(!spinner->isVisible());
         QCOMPARE(outlets().pulldownMenu->geometry(), buttons);
@@ -468,7 +469,7 @@ private Q_SLOTS:
         mFixture->agent.prefer(QStringLiteral("a"));
         showPane();
         mFixture->window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window));
+        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window, Patience));
         outlets().enableKS7Checkbox->setFocus();
         QList<QWidget *> visited;
         for (int step = 0; step < 20 && !visited.contains(mFixture->window.focusWidget()); ++step) {

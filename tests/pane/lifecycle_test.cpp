@@ -4,6 +4,7 @@
 #include "platform/Indicators.h"
 #include "platform/Workspace.h"
 #include "tests/support/PaneFixture.h"
+#include "tests/support/Patience.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -247,7 +248,7 @@ private Q_SLOTS:
     {
         PaneFixture fixture;
         fixture.show();
-        QVERIFY(QTest::qWaitForWindowActive(&fixture.window));
+        QVERIFY(QTest::qWaitForWindowActive(&fixture.window, Patience));
         fixture.outlets().addButton->setFocus();
         fixture.runLoop->advance(99ms);
         QCOMPARE(fixture.window.focusWidget(), static_cast<QWidget *>(fixture.outlets().addButton));

@@ -15,6 +15,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 
 import accessible  # noqa: E402
 import stand_in  # noqa: E402
+from pipewire_nodes import wait_for_camera, watchers  # noqa: E402
 
 BUILD = pathlib.Path(os.environ["KS7_BUILD"])
 LOGIND = "org.freedesktop.login1"
@@ -22,12 +23,10 @@ MANAGER = "org.freedesktop.login1.Manager"
 KITCHEN = "00-1b-dc-0f-2a-9c"
 # Seconds without a single wake-up, after which none is to be expected: no timer of the preview is slower.
 CALM = 3
-# Time to run as many programs side by side as there are tests.
-PATIENCE = 120
 
 
 def wait_until(condition, what, details=lambda: ""):
-    return accessible.wait_until(condition, what, PATIENCE, details)
+    return accessible.wait_until(condition, what, details=details)
 
 
 class Logind:
@@ -52,13 +51,6 @@ class Logind:
         self.process.wait()
 
 
-def watchers():
-    """How many streams take a picture from PipeWire."""
-    told = subprocess.run(["pw-cli", "ls", "Node"], capture_output=True, text=True, check=True,
-                          stdin=subprocess.DEVNULL)
-    return told.stdout.count('media.class = "Stream/Input/Video"')
-
-
 def tasks(process):
     return list(pathlib.Path(f"/proc/{process.pid}/task").iterdir())
 
@@ -79,6 +71,7 @@ class SleepTest(unittest.TestCase):
         self.agent.setPreference("KS7On", dbus.Boolean(True, variant_level=1))
         self.agent.addCamera(KITCHEN, "Kitchen", "2A9C", 4, signature="sssi")
         self.agent.setPreferred(KITCHEN)
+        wait_for_camera()
         self.pane = accessible.launch([BUILD / "bin" / "ks7-preferences"], env={"KS7_AGENT": "/nonexistent"})
         self.addCleanup(self.pane.end)
         wait_until(lambda: self.logind.held_up() == 1, "the pane makes the sleep wait")
@@ -88,12 +81,12 @@ class SleepTest(unittest.TestCase):
         self.simulator.wait()
 
     def start_preview(self):
-        self.pane.press("Start Preview", timeout=PATIENCE)
-        self.pane.wait_for("Stop Preview", timeout=PATIENCE)
+        self.pane.press("Start Preview")
+        self.pane.wait_for("Stop Preview")
         wait_until(lambda: watchers() == 1, "the picture is taken")
 
     def assert_stopped(self):
-        self.pane.wait_for("Start Preview", timeout=PATIENCE)
+        self.pane.wait_for("Start Preview")
         wait_until(lambda: watchers() == 0, "the picture is let go of")
 
     def test_the_preview_stops_before_the_machine_sleeps(self):
@@ -110,8 +103,8 @@ class SleepTest(unittest.TestCase):
         self.assert_stopped()
 
     def test_it_stops_right_after_its_start_too(self):
-        self.pane.press("Start Preview", timeout=PATIENCE)
-        self.pane.wait_for("Stop Preview", timeout=PATIENCE)
+        self.pane.press("Start Preview")
+        self.pane.wait_for("Stop Preview")
         self.logind.prepares(True)
         wait_until(lambda: self.logind.held_up() == 0, "the machine may sleep")
         self.assert_stopped()

@@ -1,4 +1,5 @@
 #include "platform/AgentLauncher.h"
+#include "tests/support/Patience.h"
 
 #include <QDir>
 #include <QFile>
@@ -41,7 +42,7 @@ private Q_SLOTS:
         const auto program = path(QStringLiteral("my agent"));
         install(program, agentThatLeavesItsMark());
         QVERIFY(launch(program));
-        QTRY_VERIFY(QFile::exists(mark()));
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(mark()), Patience);
     }
 
     void aFolderStandsForItsProgram()
@@ -49,7 +50,7 @@ private Q_SLOTS:
         QVERIFY(QDir(mFolder->path()).mkdir(QStringLiteral("Agent.app")));
         install(path(QStringLiteral("Agent.app/KS7Agent")), agentThatLeavesItsMark());
         QVERIFY(launch(path(QStringLiteral("Agent.app"))));
-        QTRY_VERIFY(QFile::exists(mark()));
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(mark()), Patience);
     }
 
     void noShellReadsThePath()
@@ -57,7 +58,7 @@ private Q_SLOTS:
         const auto program = path(QStringLiteral("agent; touch $(pwd) \"x\""));
         install(program, agentThatLeavesItsMark());
         QVERIFY(launch(program));
-        QTRY_VERIFY(QFile::exists(mark()));
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(mark()), Patience);
     }
 
     void whatCannotBeStartedIsRefused()
@@ -101,7 +102,7 @@ private Q_SLOTS:
         QVERIFY(launch(path(QStringLiteral("slow"))));
         QVERIFY(!QFile::exists(mark()));
         install(release, QString(), false);
-        QTRY_VERIFY(QFile::exists(mark()));
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(mark()), Patience);
     }
 
     void theAgentHoldsNoneOfOurOutput()
@@ -111,7 +112,7 @@ private Q_SLOTS:
                                "echo \"$ends\" > '%1.new'\nmv '%1.new' '%1'\n")
                     .arg(mark()));
         QVERIFY(launch(path(QStringLiteral("quiet"))));
-        QTRY_VERIFY(QFile::exists(mark()));
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(mark()), Patience);
         QFile answer(mark());
         QVERIFY(answer.open(QIODevice::ReadOnly));
         const auto ends = answer.readAll();

@@ -1,4 +1,5 @@
 #include "platform/Hardware.h"
+#include "tests/support/Patience.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -45,7 +46,7 @@ void BlueZDeviceTest::init()
                   {QStringLiteral("-m"), QStringLiteral("dbusmock"), QStringLiteral("--system"),
                    QStringLiteral("--template"), QStringLiteral("bluez5")});
     QVERIFY(mDaemon.waitForStarted());
-    QTRY_VERIFY_WITH_TIMEOUT(QDBusConnection::systemBus().interface()->isServiceRegistered(BlueZ), 30'000);
+    QTRY_VERIFY_WITH_TIMEOUT(QDBusConnection::systemBus().interface()->isServiceRegistered(BlueZ), Patience);
     const QString bluez = QStringLiteral("org.bluez.Mock");
     mockIsTold(QStringLiteral("/"), bluez, QStringLiteral("AddAdapter"),
                {QStringLiteral("hci0"), QStringLiteral("machine")});
@@ -57,7 +58,7 @@ void BlueZDeviceTest::cleanup()
 {
     mDaemon.kill();
     QVERIFY(mDaemon.waitForFinished());
-    QTRY_VERIFY(!QDBusConnection::systemBus().interface()->isServiceRegistered(BlueZ));
+    QTRY_VERIFY_WITH_TIMEOUT(!QDBusConnection::systemBus().interface()->isServiceRegistered(BlueZ), Patience);
 }
 
 void BlueZDeviceTest::mockIsTold(const QString &path, const QString &interface, const QString &method,

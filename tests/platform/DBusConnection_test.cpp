@@ -6,6 +6,7 @@
 #include "platform/NotificationCenter.h"
 #include "platform/RunLoop.h"
 #include "platform/SessionBus.h"
+#include "tests/support/Patience.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/RecordingAgent.h"
 
@@ -132,7 +133,7 @@ private Q_SLOTS:
     {
         QVERIFY(!open(RemoteNames::AgentServer));
         QCOMPARE(mDeaths.size(), 0);
-        QTRY_COMPARE(ownerWatches(), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(ownerWatches(), 0, Patience);
     }
 
     void aRegisteredNameGivesAConnectionWithARoot()
@@ -176,7 +177,7 @@ private Q_SLOTS:
         QVERIFY(mUSB->isValid());
         mDevice->invalidate();
         mAgent->leaveBus();
-        QTRY_VERIFY(!mUSB->isValid());
+        QTRY_VERIFY_WITH_TIMEOUT(!mUSB->isValid(), Patience);
         QCOMPARE(mDeaths, (QList<const void *>{mDevice.get(), mUSB.get()}));
     }
 
@@ -186,7 +187,7 @@ private Q_SLOTS:
         connectToBoth();
         mDevice.reset();
         mUSB.reset();
-        QTRY_COMPARE(ownerWatches(), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(ownerWatches(), 0, Patience);
         QCOMPARE(mDeaths.size(), 0);
     }
 
@@ -196,7 +197,7 @@ private Q_SLOTS:
         connectToBoth();
         mDevice->invalidate();
         mUSB->invalidate();
-        QTRY_COMPARE(ownerWatches(), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(ownerWatches(), 0, Patience);
     }
 
     void twoHundredReconnectionsLeaveNothing()
@@ -207,7 +208,7 @@ private Q_SLOTS:
             mDevice->invalidate();
         }
         mUSB.reset();
-        QTRY_COMPARE(ownerWatches(), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(ownerWatches(), 0, Patience);
         QCOMPARE(mDeaths.size(), 200);
     }
 
@@ -216,7 +217,7 @@ private Q_SLOTS:
         startAgent();
         connectToBoth();
         mAgent->release(RemoteNames::AgentServerUSB);
-        QTRY_COMPARE(mDeaths, QList<const void *>{mUSB.get()});
+        QTRY_COMPARE_WITH_TIMEOUT(mDeaths, QList<const void *>{mUSB.get()}, Patience);
         QVERIFY(mDevice->isValid());
     }
 
@@ -229,7 +230,7 @@ private Q_SLOTS:
         QVERIFY(successor.publish(RemoteNames::AgentServer));
         // Not yet told of the change, the new connection must not take it for its own.
         const auto reopened = open(RemoteNames::AgentServer);
-        QTRY_COMPARE(mDeaths, QList<const void *>{mDevice.get()});
+        QTRY_COMPARE_WITH_TIMEOUT(mDeaths, QList<const void *>{mDevice.get()}, Patience);
         settle();
         QVERIFY(reopened->isValid());
         mProtocols->deviceController(reopened->rootProxy())->flush();
@@ -256,7 +257,7 @@ private Q_SLOTS:
         startAgentProcess();
         connectToBoth();
         signalAgent(SIGKILL);
-        QTRY_COMPARE(mDeaths.size(), 2);
+        QTRY_COMPARE_WITH_TIMEOUT(mDeaths.size(), 2, Patience);
         QVERIFY(!mDevice->isValid());
         QVERIFY(!mUSB->isValid());
     }
@@ -267,7 +268,7 @@ private Q_SLOTS:
         connectToBoth();
         QVERIFY(!device()->validateName(QStringLiteral("x")));
         QCOMPARE(mDeaths.size(), 0);
-        QTRY_COMPARE(mDeaths.size(), 2);
+        QTRY_COMPARE_WITH_TIMEOUT(mDeaths.size(), 2, Patience);
         settle();
         QCOMPARE(mDeaths.size(), 2);
     }
@@ -288,7 +289,7 @@ private Q_SLOTS:
             QVERIFY(!usbProxy->connectedCamHasBTAddress(QStringLiteral("a")));
         }
         QVERIFY2(mDeaths.isEmpty(), "the death comes through the run loop");
-        QTRY_COMPARE(mDeaths, (QList<const void *>{mDevice.get(), mUSB.get()}));
+        QTRY_COMPARE_WITH_TIMEOUT(mDeaths, (QList<const void *>{mDevice.get(), mUSB.get()}), Patience);
         signalAgent(SIGCONT);
         settle();
         QCOMPARE(mDeaths.size(), 2);
@@ -324,7 +325,7 @@ private Q_SLOTS:
         device()->flush();
         mDevice->invalidate();
         QCOMPARE(mDeaths.size(), 0);
-        QTRY_COMPARE(mDeaths, (QList<const void *>{mDevice.get(), mUSB.get()}));
+        QTRY_COMPARE_WITH_TIMEOUT(mDeaths, (QList<const void *>{mDevice.get(), mUSB.get()}), Patience);
     }
 
     void theBusGoingIsTheDeathOfBothAndOfNothingElse()
@@ -332,7 +333,7 @@ private Q_SLOTS:
         startAgent();
         connectToBoth();
         mBusDaemon.kill();
-        QTRY_COMPARE(mDeaths, (QList<const void *>{mDevice.get(), mUSB.get()}));
+        QTRY_COMPARE_WITH_TIMEOUT(mDeaths, (QList<const void *>{mDevice.get(), mUSB.get()}), Patience);
         QVERIFY(!open(RemoteNames::AgentServer));
         mBusDaemon.start();
     }
@@ -361,7 +362,7 @@ private Q_SLOTS:
             QVERIFY(!open(RemoteNames::AgentServer));
         mBusDaemon.resume();
         startAgent();
-        QTRY_VERIFY(open(RemoteNames::AgentServer));
+        QTRY_VERIFY_WITH_TIMEOUT(open(RemoteNames::AgentServer), Patience);
     }
 
     void theHostsSharedConnectionIsLeftAlone()

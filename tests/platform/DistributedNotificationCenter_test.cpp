@@ -2,6 +2,7 @@
 
 #include "platform/IntValue.h"
 #include "platform/SessionBus.h"
+#include "tests/support/Patience.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/RecordingAgent.h"
 
@@ -41,7 +42,7 @@ private:
     void waitForLast()
     {
         mStranger->post(Last);
-        QTRY_VERIFY(mHeard.contains(Last));
+        QTRY_VERIFY_WITH_TIMEOUT(mHeard.contains(Last), Patience);
         mHeard.removeAll(Last);
     }
 
@@ -66,7 +67,7 @@ private Q_SLOTS:
     {
         observe(OtherName);
         mStranger->post(OtherName, {{QStringLiteral("Value"), 7}, {QStringLiteral("PassKey"), Name}});
-        QTRY_COMPARE(mHeard, QStringList{OtherName});
+        QTRY_COMPARE_WITH_TIMEOUT(mHeard, QStringList{OtherName}, Patience);
         QCOMPARE(platform::intValue(mUserInfo, QStringLiteral("Value")), 7);
         QCOMPARE(mUserInfo.value(QStringLiteral("PassKey")).toString(), Name);
     }
@@ -74,7 +75,8 @@ private Q_SLOTS:
     void aPostReachesOthers()
     {
         mCenter->postNotificationName(Name, nullptr, {{QStringLiteral("Value"), 1}});
-        QTRY_COMPARE(mStranger->journal(), QStringList{QStringLiteral("post %1 Value=1").arg(Name)});
+        QTRY_COMPARE_WITH_TIMEOUT(mStranger->journal(),
+                                  QStringList{QStringLiteral("post %1 Value=1").arg(Name)}, Patience);
         const auto message = mStranger->lastCall(Name);
         QCOMPARE(message.type(), QDBusMessage::SignalMessage);
         QCOMPARE(message.path(), QStringLiteral("/com/orvex/DistributedNotificationCenter"));
@@ -87,7 +89,8 @@ private Q_SLOTS:
     void aPostWithoutUserInfoCarriesAnEmptyOne()
     {
         mCenter->postNotificationName(Name);
-        QTRY_COMPARE(mStranger->journal(), QStringList{QStringLiteral("post ") + Name});
+        QTRY_COMPARE_WITH_TIMEOUT(mStranger->journal(), QStringList{QStringLiteral("post ") + Name},
+                                  Patience);
         QCOMPARE(mStranger->lastCall(Name).signature(), QStringLiteral("a{sv}"));
     }
 
@@ -96,7 +99,7 @@ private Q_SLOTS:
         observe(Name);
         mCenter->postNotificationName(Name, this);
         QVERIFY2(mHeard.isEmpty(), "a post never waits for its observers");
-        QTRY_COMPARE(mHeard, QStringList{Name});
+        QTRY_COMPARE_WITH_TIMEOUT(mHeard, QStringList{Name}, Patience);
     }
 
     void handlersRunInTheOrderOfTheirRegistration()
@@ -105,9 +108,9 @@ private Q_SLOTS:
         observe(OtherName, QStringLiteral("second"));
         observe(OtherName, QStringLiteral("third"));
         mStranger->post(OtherName);
-        QTRY_COMPARE(
-            mHeard,
-            (QStringList{QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")}));
+        QTRY_COMPARE_WITH_TIMEOUT(
+            mHeard, (QStringList{QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")}),
+            Patience);
     }
 
     void postsArriveInTheOrderInWhichTheyWereMade()
@@ -119,7 +122,7 @@ private Q_SLOTS:
             posted.append(i % 3 == 0 ? Name : OtherName);
             mStranger->post(posted.constLast());
         }
-        QTRY_COMPARE(mHeard, posted);
+        QTRY_COMPARE_WITH_TIMEOUT(mHeard, posted, Patience);
     }
 
     void unknownNamesAreNotHeard()
@@ -146,7 +149,7 @@ private Q_SLOTS:
         observe(OtherName);
         mUserInfo = {{QStringLiteral("Value"), 1}};
         mStranger->postRaw(OtherName, arguments);
-        QTRY_COMPARE(mHeard, QStringList{OtherName});
+        QTRY_COMPARE_WITH_TIMEOUT(mHeard, QStringList{OtherName}, Patience);
         QCOMPARE(mUserInfo, QVariantMap());
     }
 
@@ -154,7 +157,7 @@ private Q_SLOTS:
     {
         observe(OtherName);
         mStranger->post(OtherName, {{QStringLiteral("Value"), QStringList{Name}}});
-        QTRY_COMPARE(mHeard, QStringList{OtherName});
+        QTRY_COMPARE_WITH_TIMEOUT(mHeard, QStringList{OtherName}, Patience);
         QCOMPARE(platform::intValue(mUserInfo, QStringLiteral("Value")), 0);
     }
 
@@ -174,11 +177,12 @@ private Q_SLOTS:
                              [this](const Notification &) { mHeard.append(QStringLiteral("theirs")); });
         mCenter->removeObserver(this, OtherName);
         mStranger->post(OtherName);
-        QTRY_COMPARE(mHeard, QStringList{QStringLiteral("theirs")});
+        QTRY_COMPARE_WITH_TIMEOUT(mHeard, QStringList{QStringLiteral("theirs")}, Patience);
         observe(OtherName, QStringLiteral("mine"));
         mHeard.clear();
         mStranger->post(OtherName);
-        QTRY_COMPARE(mHeard, (QStringList{QStringLiteral("theirs"), QStringLiteral("mine")}));
+        QTRY_COMPARE_WITH_TIMEOUT(mHeard, (QStringList{QStringLiteral("theirs"), QStringLiteral("mine")}),
+                                  Patience);
     }
 
     void aHandlerMayRegisterAndRemove()
@@ -189,20 +193,20 @@ private Q_SLOTS:
             mCenter->postNotificationName(Name);
         });
         mStranger->post(OtherName);
-        QTRY_COMPARE(mHeard, QStringList{Name});
+        QTRY_COMPARE_WITH_TIMEOUT(mHeard, QStringList{Name}, Patience);
     }
 
     void theObserversOutliveTheBus()
     {
         observe(OtherName);
         mBusDaemon.kill();
-        QTRY_VERIFY(!mBus->connection().isConnected());
+        QTRY_VERIFY_WITH_TIMEOUT(!mBus->connection().isConnected(), Patience);
         mCenter->postNotificationName(Name);
         mBusDaemon.start();
         mStranger = std::make_unique<RecordingAgent>();
         mBus->reopenIfLost();
         mStranger->post(OtherName);
-        QTRY_COMPARE(mHeard, QStringList{OtherName});
+        QTRY_COMPARE_WITH_TIMEOUT(mHeard, QStringList{OtherName}, Patience);
     }
 };
 

@@ -1,4 +1,5 @@
 #include "platform/Hardware.h"
+#include "tests/support/Patience.h"
 
 #include <QProcess>
 #include <QTest>
@@ -25,7 +26,7 @@ private:
 void KeyboardModifiersTest::initTestCase()
 {
     mWindow.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&mWindow));
+    QVERIFY(QTest::qWaitForWindowExposed(&mWindow, Patience));
 }
 
 void KeyboardModifiersTest::xdotool(const char *verb, const char *key)
@@ -37,15 +38,16 @@ void KeyboardModifiersTest::altIsTheOptionKey()
 {
     QCOMPARE(mKeyboard->currentKeyModifiers(), 0U);
     press("Alt_L");
-    QTRY_COMPARE(mKeyboard->currentKeyModifiers(), std::uint32_t(platform::KeyboardModifiers::OptionKey));
+    QTRY_COMPARE_WITH_TIMEOUT(mKeyboard->currentKeyModifiers(),
+                              std::uint32_t(platform::KeyboardModifiers::OptionKey), Patience);
     release("Alt_L");
-    QTRY_COMPARE(mKeyboard->currentKeyModifiers(), 0U);
+    QTRY_COMPARE_WITH_TIMEOUT(mKeyboard->currentKeyModifiers(), 0U, Patience);
 }
 
 void KeyboardModifiersTest::otherKeysAreNot()
 {
     press("Shift_L");
-    QTRY_VERIFY(QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ShiftModifier));
+    QTRY_VERIFY_WITH_TIMEOUT(QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ShiftModifier), Patience);
     QCOMPARE(mKeyboard->currentKeyModifiers(), 0U);
     release("Shift_L");
 }

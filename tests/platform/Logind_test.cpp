@@ -2,6 +2,7 @@
 #include "platform/LogindPower.h"
 #include "platform/LogindSession.h"
 #include "platform/Workspace.h"
+#include "tests/support/Patience.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -83,14 +84,15 @@ class LogindTest : public QObject {
                        QStringLiteral("--template"), QStringLiteral("logind")});
         QVERIFY(mLogind.waitForStarted());
         QTRY_VERIFY_WITH_TIMEOUT(QDBusConnection::systemBus().interface()->isServiceRegistered(bus::Logind),
-                                 30'000);
+                                 Patience);
     }
 
     void killLogind()
     {
         mLogind.kill();
         mLogind.waitForFinished();
-        QTRY_VERIFY(!QDBusConnection::systemBus().interface()->isServiceRegistered(bus::Logind));
+        QTRY_VERIFY_WITH_TIMEOUT(!QDBusConnection::systemBus().interface()->isServiceRegistered(bus::Logind),
+                                 Patience);
     }
 
     static QDBusMessage tell(const QString &path, const QString &interface, const QString &method,
@@ -180,10 +182,10 @@ private Q_SLOTS:
         {
             platform::LogindPower power;
             QVERIFY(power.registerForSystemPower(nullptr, receive) != 0);
-            QTRY_VERIFY(power.holdsInhibitor());
+            QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Patience);
             QCOMPARE(inhibitors(), 1);
         }
-        QTRY_COMPARE(inhibitors(), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(inhibitors(), 0, Patience);
     }
 
     void sleepWaitsForTheAnswerToItsOwnMessage()
@@ -191,16 +193,16 @@ private Q_SLOTS:
         startLogind();
         platform::LogindPower power;
         power.registerForSystemPower(nullptr, receive);
-        QTRY_VERIFY(power.holdsInhibitor());
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Patience);
         logindPrepares(true);
-        QTRY_COMPARE(received.size(), std::size_t(1));
+        QTRY_COMPARE_WITH_TIMEOUT(received.size(), std::size_t(1), Patience);
         QCOMPARE(received[0].message, std::uint32_t(platform::kIOMessageSystemWillSleep));
         QVERIFY(received[0].argument);
         power.allowPowerChange(1, nullptr);
         QVERIFY(power.holdsInhibitor());
         power.allowPowerChange(1, received[0].argument);
         QVERIFY(!power.holdsInhibitor());
-        QTRY_COMPARE(inhibitors(), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(inhibitors(), 0, Patience);
     }
 
     void wakingTakesTheInhibitorAgain()
@@ -209,11 +211,11 @@ private Q_SLOTS:
         platform::LogindPower power;
         platform::LogindPower *allows = &power;
         power.registerForSystemPower(&allows, receive);
-        QTRY_VERIFY(power.holdsInhibitor());
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Patience);
         logindPrepares(true);
-        QTRY_VERIFY(!power.holdsInhibitor());
+        QTRY_VERIFY_WITH_TIMEOUT(!power.holdsInhibitor(), Patience);
         logindPrepares(false);
-        QTRY_VERIFY(power.holdsInhibitor());
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Patience);
         QCOMPARE(received.back().message, std::uint32_t(platform::kIOMessageSystemHasPoweredOn));
         QCOMPARE(inhibitors(), 1);
     }
@@ -223,10 +225,10 @@ private Q_SLOTS:
         startLogind();
         platform::LogindPower power;
         power.registerForSystemPower(nullptr, receive);
-        QTRY_VERIFY(power.holdsInhibitor());
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Patience);
         logindPrepares(true);
         logindPrepares(true);
-        QTRY_COMPARE(received.size(), std::size_t(2));
+        QTRY_COMPARE_WITH_TIMEOUT(received.size(), std::size_t(2), Patience);
         QVERIFY(received[0].argument != received[1].argument);
         power.allowPowerChange(1, received[0].argument);
         QVERIFY(power.holdsInhibitor());
@@ -235,8 +237,8 @@ private Q_SLOTS:
         QVERIFY(!power.holdsInhibitor());
         logindPrepares(false);
         logindPrepares(false);
-        QTRY_COMPARE(received.size(), std::size_t(4));
-        QTRY_VERIFY(power.holdsInhibitor());
+        QTRY_COMPARE_WITH_TIMEOUT(received.size(), std::size_t(4), Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Patience);
         QCOMPARE(inhibitors(), 1);
     }
 
@@ -246,13 +248,13 @@ private Q_SLOTS:
         platform::LogindPower power;
         platform::LogindPower *allows = &power;
         power.registerForSystemPower(&allows, receive);
-        QTRY_VERIFY(power.holdsInhibitor());
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Patience);
         const int before = openDescriptors();
         for (int night = 0; night < 20; ++night) {
             logindPrepares(true);
-            QTRY_VERIFY(!power.holdsInhibitor());
+            QTRY_VERIFY_WITH_TIMEOUT(!power.holdsInhibitor(), Patience);
             logindPrepares(false);
-            QTRY_VERIFY(power.holdsInhibitor());
+            QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Patience);
         }
         QCOMPARE(openDescriptors(), before);
         QCOMPARE(inhibitors(), 1);
@@ -263,11 +265,11 @@ private Q_SLOTS:
         startLogind();
         platform::LogindPower power;
         power.registerForSystemPower(nullptr, receive);
-        QTRY_VERIFY(power.holdsInhibitor());
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Patience);
         killLogind();
-        QTRY_VERIFY(!power.holdsInhibitor());
+        QTRY_VERIFY_WITH_TIMEOUT(!power.holdsInhibitor(), Patience);
         startLogind();
-        QTRY_VERIFY(power.holdsInhibitor());
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Patience);
         QCOMPARE(inhibitors(), 1);
     }
 
@@ -280,7 +282,7 @@ private Q_SLOTS:
         platform::LogindSession session;
         QStringList heard;
         listen(session, heard);
-        QTRY_VERIFY(session.isActive().has_value());
+        QTRY_VERIFY_WITH_TIMEOUT(session.isActive().has_value(), Patience);
         QVERIFY(heard.isEmpty());
         setActive(true);
         setActive(false);
@@ -288,10 +290,10 @@ private Q_SLOTS:
         setActive(true);
         const QStringList expected{platform::NSWorkspaceSessionDidResignActiveNotification,
                                    platform::NSWorkspaceSessionDidBecomeActiveNotification};
-        QTRY_COMPARE(heard, expected);
+        QTRY_COMPARE_WITH_TIMEOUT(heard, expected, Patience);
         session.removeObserver(this, platform::NSWorkspaceSessionDidResignActiveNotification);
         setActive(false);
-        QTRY_COMPARE(session.isActive(), std::optional<bool>(false));
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(false), Patience);
         QCOMPARE(heard, expected);
     }
 
@@ -303,16 +305,16 @@ private Q_SLOTS:
         QStringList heard;
         listen(session, heard);
         logind.come(true);
-        QTRY_COMPARE(session.isActive(), std::optional<bool>(true));
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(true), Patience);
         logind.go();
         logind.come(false);
-        QTRY_COMPARE(session.isActive(), std::optional<bool>(false));
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(false), Patience);
         QCOMPARE(heard, QStringList{platform::NSWorkspaceSessionDidResignActiveNotification});
         logind.go();
         logind.come(false);
         logind.go();
         logind.come(true);
-        QTRY_COMPARE(session.isActive(), std::optional<bool>(true));
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(true), Patience);
         QCOMPARE(heard.size(), 2);
         logind.go();
     }

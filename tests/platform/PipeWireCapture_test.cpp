@@ -2,6 +2,7 @@
 #include "platform/NotificationCenter.h"
 #include "platform/PipeWireCapture.h"
 #include "platform/RunLoop.h"
+#include "tests/support/Patience.h"
 #include "tests/support/VirtualCamera.h"
 
 #include <QDeadlineTimer>
@@ -110,7 +111,7 @@ private:
     std::shared_ptr<CaptureDevice> waitFor(const QString &name)
     {
         std::shared_ptr<CaptureDevice> device;
-        [&] { QTRY_VERIFY_WITH_TIMEOUT((device = find(name)), 30000); }();
+        [&] { QTRY_VERIFY_WITH_TIMEOUT((device = find(name)), Patience); }();
         return device;
     }
     void plugIn(const QString &format = {}, QRgb color = Red)
@@ -150,7 +151,7 @@ private:
     {
         mFrames = 0;
         mSession->startRunning();
-        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 0, 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 0, Patience);
         mSession->stopRunning();
     }
     /// Starts and stops so often with a picture in between, and as often without waiting for one.
@@ -205,7 +206,7 @@ private:
         QVERIFY(mSession);
         listen();
         mSession->startRunning();
-        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 3, 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 3, Patience);
     }
 
 private Q_SLOTS:
@@ -283,7 +284,7 @@ private Q_SLOTS:
             listen();
             mFrames = 0;
             mSession->startRunning();
-            QTRY_VERIFY_WITH_TIMEOUT(mFrames > 5, 30000);
+            QTRY_VERIFY_WITH_TIMEOUT(mFrames > 5, Patience);
             QVERIFY(arrived(color));
             mSession->stopRunning();
         }
@@ -308,7 +309,7 @@ private Q_SLOTS:
         showInView({400, 240});
         QCOMPARE(shownAt(200, 120), QRgb(0xFF000000));
         mSession->startRunning();
-        QTRY_VERIFY_WITH_TIMEOUT(looksLike(shownAt(200, 120), Green), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(looksLike(shownAt(200, 120), Green), Patience);
         QVERIFY(looksLike(shownAt(45, 2), Green));
         QVERIFY(looksLike(shownAt(354, 237), Green));
         QCOMPARE(shownAt(10, 120), QRgb(0xFF000000));
@@ -328,7 +329,7 @@ private Q_SLOTS:
                 kept = picture;
         });
         mSession->startRunning();
-        QTRY_VERIFY_WITH_TIMEOUT(!kept.isNull(), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(!kept.isNull(), Patience);
         mSession.reset();
         mCapture.reset();
         mCamera.reset();
@@ -358,7 +359,7 @@ private Q_SLOTS:
         listen();
         mSession->setLargestFrame(limit);
         mSession->startRunning();
-        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 0, 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 0, Patience);
         QVERIFY(arrived(Red));
         QCOMPARE(mLast.size(), expected);
         QCOMPARE(qAlpha(mLast.pixel(0, 0)), 255);
@@ -371,10 +372,10 @@ private Q_SLOTS:
         openSession();
         listen();
         mSession->startRunning();
-        QTRY_COMPARE_WITH_TIMEOUT(mLast.size(), QSize(640, 480), 30000);
+        QTRY_COMPARE_WITH_TIMEOUT(mLast.size(), QSize(640, 480), Patience);
         for (const QSize &size : {QSize(320, 240), QSize(400, 300), QSize(160, 120), QSize(640, 480)}) {
             mSession->setLargestFrame(size);
-            QTRY_COMPARE_WITH_TIMEOUT(mLast.size(), size, 30000);
+            QTRY_COMPARE_WITH_TIMEOUT(mLast.size(), size, Patience);
             QVERIFY(arrived(Red));
         }
         QVERIFY(mErrors.empty());
@@ -386,7 +387,7 @@ private Q_SLOTS:
         openSession();
         listen();
         mSession->startRunning();
-        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 0, 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 0, Patience);
         mCamera->tell(QStringLiteral("colour 0xff00ff00"));
         mCamera->tell(QStringLiteral("tell"));
         mFrames = 0;
@@ -413,15 +414,15 @@ private Q_SLOTS:
         openSession();
         listen();
         mSession->startRunning();
-        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 3, 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 3, Patience);
         mCamera->tell(QStringLiteral("colour 0xff00ff00"));
         mCamera->tell(QStringLiteral("format ") + format);
-        QTRY_VERIFY_WITH_TIMEOUT(arrived(Green) && mLast.size() == size, 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(arrived(Green) && mLast.size() == size, Patience);
         QVERIFY(mErrors.empty());
         mSession->stopRunning();
         QVERIFY(mLast.isNull());
         mSession->startRunning();
-        QTRY_VERIFY_WITH_TIMEOUT(arrived(Green) && mLast.size() == size, 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(arrived(Green) && mLast.size() == size, Patience);
         QVERIFY(mErrors.empty());
     }
 
@@ -431,9 +432,9 @@ private Q_SLOTS:
         openSession();
         listen();
         mSession->startRunning();
-        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 3, 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 3, Patience);
         mCamera->unplug();
-        QTRY_VERIFY_WITH_TIMEOUT(!mErrors.empty(), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(!mErrors.empty(), Patience);
         QCOMPARE(mErrors.size(), std::size_t(1));
         QVERIFY(mErrors.front() != 0);
         QVERIFY(mSession->isRunning());
@@ -441,7 +442,7 @@ private Q_SLOTS:
         plugIn(QString(), Green);
         waitFor(CameraName);
         mSession->startRunning();
-        QTRY_VERIFY_WITH_TIMEOUT(arrived(Green), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(arrived(Green), Patience);
         QCOMPARE(mErrors.size(), std::size_t(1));
     }
 
@@ -453,15 +454,15 @@ private Q_SLOTS:
         openSession();
         listen();
         mSession->startRunning();
-        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 3, 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 3, Patience);
         mCamera->unplug();
-        QTRY_VERIFY_WITH_TIMEOUT(!mErrors.empty(), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(!mErrors.empty(), Patience);
         QVERIFY(arrived(Red));
         mSession->stopRunning();
         mErrors.clear();
         mFrames = 0;
         mSession->startRunning();
-        QTRY_VERIFY_WITH_TIMEOUT(!mErrors.empty(), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(!mErrors.empty(), Patience);
         QCOMPARE(mFrames, 0);
     }
 
@@ -490,7 +491,7 @@ private Q_SLOTS:
         mSession->startRunning();
         // It is watched, and so long that it would have been found missing more than once.
         mCamera->tell(QStringLiteral("tell"));
-        QTRY_VERIFY_WITH_TIMEOUT(mCamera->told() > 90, 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(mCamera->told() > 90, Patience);
         QCOMPARE(shownAt(160, 120), QRgb(0xFF000000));
         QVERIFY(mErrors.empty());
         QVERIFY(mSession->isRunning());
@@ -504,16 +505,16 @@ private Q_SLOTS:
         openSession();
         showInView({320, 240});
         mSession->startRunning();
-        QTRY_VERIFY_WITH_TIMEOUT(looksLike(shownAt(160, 120), Red), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(looksLike(shownAt(160, 120), Red), Patience);
         mCamera->tell(QStringLiteral("pause"));
         mCamera->tell(QStringLiteral("colour 0xff00ff00"));
         // So long that the silent node must have been found to be there more than once.
         mCamera->tell(QStringLiteral("tell"));
-        QTRY_VERIFY_WITH_TIMEOUT(mCamera->told() > 90, 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(mCamera->told() > 90, Patience);
         QVERIFY(mErrors.empty());
         QVERIFY(looksLike(shownAt(160, 120), Red));
         mCamera->tell(QStringLiteral("resume"));
-        QTRY_VERIFY_WITH_TIMEOUT(looksLike(shownAt(160, 120), Green), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(looksLike(shownAt(160, 120), Green), Patience);
     }
 
     void aDeviceThatHasGoneCannotBeOpened()
@@ -522,7 +523,7 @@ private Q_SLOTS:
         const auto device = waitFor(CameraName);
         QVERIFY(device);
         mCamera->unplug();
-        QTRY_VERIFY_WITH_TIMEOUT(!find(CameraName), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(!find(CameraName), Patience);
         std::optional<CaptureError> error;
         QVERIFY(!device->open(error));
         QVERIFY(error);
@@ -617,15 +618,15 @@ private Q_SLOTS:
         mFrames = 0;
         mSession->startRunning();
         // PipeWire's source now waits for somebody who brings the camera, and that half a minute long.
-        QTRY_VERIFY_WITH_TIMEOUT(aSourceIsAtWork(), 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(aSourceIsAtWork(), Patience);
         const QDeadlineTimer impatience(waits ? 0 : 1500);
-        QTRY_VERIFY(impatience.hasExpired());
+        QTRY_VERIFY_WITH_TIMEOUT(impatience.hasExpired(), Patience);
         mSession->stopRunning();
         if (waits)
             mSession->startRunning();
         kill(policy, SIGCONT);
         mSession->startRunning();
-        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 0, 15000);
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 0, Patience);
         mSession->stopRunning();
         QVERIFY(mErrors.empty());
     }
@@ -637,7 +638,7 @@ private Q_SLOTS:
         const int pipeWire = pidOf(QStringLiteral("pipewire"));
         QVERIFY(pipeWire > 0);
         kill(pipeWire, SIGKILL);
-        QTRY_VERIFY_WITH_TIMEOUT(!mErrors.empty(), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(!mErrors.empty(), Patience);
         QCOMPARE(mErrors.size(), std::size_t(1));
         QVERIFY(mErrors.front() != 0);
         mSession->stopRunning();
@@ -648,14 +649,14 @@ private Q_SLOTS:
         daemon.start(QStringLiteral("pipewire"), QStringList());
         QVERIFY(daemon.waitForStarted());
         const QString socket = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/pipewire-0");
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(socket), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(socket), Patience);
         policy.start(QStringLiteral("wireplumber"), QStringList());
         plugIn(QString(), Green);
         QVERIFY(waitFor(CameraName));
-        QTRY_VERIFY_WITH_TIMEOUT(policyKnowsTheCamera(), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(policyKnowsTheCamera(), Patience);
         mErrors.clear();
         mSession->startRunning();
-        QTRY_VERIFY_WITH_TIMEOUT(arrived(Green), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(arrived(Green), Patience);
         QVERIFY(mErrors.empty());
         mSession->stopRunning();
         for (QProcess *process : {&policy, &daemon}) {

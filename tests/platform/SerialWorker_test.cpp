@@ -1,4 +1,5 @@
 #include "platform/SerialWorker.h"
+#include "tests/support/Patience.h"
 
 #include <QDir>
 #include <QTest>
@@ -78,7 +79,7 @@ private Q_SLOTS:
     void cleanup()
     {
         mGate->open();
-        QTRY_COMPARE_WITH_TIMEOUT(threads(), mThreadsAtRest, 30000);
+        QTRY_COMPARE_WITH_TIMEOUT(threads(), mThreadsAtRest, Patience);
     }
 
     void worksInTheOrderOfPosting()
@@ -99,7 +100,7 @@ private Q_SLOTS:
         postWorkThatHangs(worker);
         QCOMPARE(threads(), mThreadsAtRest + 1);
         mGate->open();
-        QTRY_COMPARE_WITH_TIMEOUT(threads(), mThreadsAtRest, 30000);
+        QTRY_COMPARE_WITH_TIMEOUT(threads(), mThreadsAtRest, Patience);
     }
 
     void letsGoOfWhatTheWorkHeldOnItsThread()
@@ -122,7 +123,7 @@ private Q_SLOTS:
         QVERIFY(!worker.isHeldUp(0ms));
         postWorkThatHangs(worker);
         QVERIFY(!worker.isHeldUp(1h));
-        QTRY_VERIFY(worker.isHeldUp(10ms));
+        QTRY_VERIFY_WITH_TIMEOUT(worker.isHeldUp(10ms), Patience);
         mGate->open();
         QVERIFY(worker.waitUntilIdle(inTime()));
         QVERIFY(!worker.isHeldUp(0ms));
@@ -146,7 +147,7 @@ private Q_SLOTS:
         }
         QVERIFY(!*done);
         mGate->open();
-        QTRY_VERIFY_WITH_TIMEOUT(done->load(), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(done->load(), Patience);
     }
 };
 

@@ -1,4 +1,5 @@
 #include "platform/Sheets.h"
+#include "tests/support/Patience.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -34,7 +35,7 @@ public:
         show();
         activateWindow();
         field.setFocus();
-        QVERIFY(QTest::qWaitForWindowActive(this));
+        QVERIFY(QTest::qWaitForWindowActive(this, Patience));
     }
     QLineEdit field;
     QPushButton button;
@@ -97,7 +98,7 @@ private:
     }
     static void waitForTheAlertToHaveTheKeyboard()
     {
-        QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget *>(theAlert()));
+        QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), static_cast<QWidget *>(theAlert()), Patience);
     }
     static bool hangsOn(const QWidget *dialog, const QWidget *window)
     {
@@ -177,7 +178,7 @@ private Q_SLOTS:
         clickTheButtonOf(*mWindow);
         QCOMPARE(mWindow->clicks, 1);
         beginAlert(Failure, mWindow.get());
-        QVERIFY(QTest::qWaitForWindowExposed(theAlert()));
+        QVERIFY(QTest::qWaitForWindowExposed(theAlert(), Patience));
         clickTheButtonOf(*mWindow);
         QCOMPARE(mWindow->clicks, 1);
         QTest::keyClick(theAlert(), Qt::Key_Escape);
@@ -193,7 +194,7 @@ private Q_SLOTS:
         waitForTheAlertToHaveTheKeyboard();
         QVERIFY(!mWindow->field.hasFocus());
         QTest::keyClick(theAlert(), Qt::Key_Escape);
-        QTRY_VERIFY(mWindow->field.hasFocus());
+        QTRY_VERIFY_WITH_TIMEOUT(mWindow->field.hasFocus(), Patience);
     }
 
     void theSameWordsAreShownOnceAndEndForEveryone()
@@ -227,7 +228,7 @@ private Q_SLOTS:
         beginAlert(Failure, nullptr);
         QCOMPARE(alertsOnScreen().size(), 0);
         mWindow->appear();
-        QTRY_VERIFY(theAlert());
+        QTRY_VERIFY_WITH_TIMEOUT(theAlert(), Patience);
         QVERIFY(hangsOn(theAlert(), mWindow.get()));
         QTest::keyClick(theAlert(), Qt::Key_Escape);
         QCOMPARE(mEnded, 2);
@@ -238,7 +239,7 @@ private Q_SLOTS:
         beginAlert(Failure, mWindow.get());
         QCOMPARE(alertsOnScreen().size(), 0);
         mWindow->appear();
-        QTRY_VERIFY(theAlert());
+        QTRY_VERIFY_WITH_TIMEOUT(theAlert(), Patience);
     }
 
     void anAlertWhoseWindowNeverComesTakesTheNext()
@@ -247,7 +248,7 @@ private Q_SLOTS:
         beginAlert(Failure, other.get());
         other.reset();
         mWindow->appear();
-        QTRY_VERIFY(theAlert());
+        QTRY_VERIFY_WITH_TIMEOUT(theAlert(), Patience);
         QVERIFY(hangsOn(theAlert(), mWindow.get()));
     }
 
@@ -256,7 +257,7 @@ private Q_SLOTS:
         QDialog host;
         beginAlert(Failure, nullptr);
         host.show();
-        QTRY_VERIFY(theAlert());
+        QTRY_VERIFY_WITH_TIMEOUT(theAlert(), Patience);
         QVERIFY(hangsOn(theAlert(), &host));
     }
 
@@ -267,7 +268,7 @@ private Q_SLOTS:
         mWindow->appear();
         QCOMPARE(mPresenter->applicationMainWindow(), mWindow.get());
         aboutBox.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&aboutBox));
+        QVERIFY(QTest::qWaitForWindowActive(&aboutBox, Patience));
         QCOMPARE(mPresenter->applicationMainWindow(), mWindow.get());
     }
 
@@ -278,7 +279,7 @@ private Q_SLOTS:
         other.appear();
         QCOMPARE(mPresenter->applicationMainWindow(), &other);
         mWindow->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(mWindow.get()));
+        QVERIFY(QTest::qWaitForWindowActive(mWindow.get(), Patience));
         QCOMPARE(mPresenter->applicationMainWindow(), mWindow.get());
     }
 
@@ -299,7 +300,7 @@ private Q_SLOTS:
         beginAlert(Failure, mWindow.get());
         const QPointer<QMessageBox> box = theAlert();
         mWindow.reset();
-        QTRY_VERIFY(box.isNull());
+        QTRY_VERIFY_WITH_TIMEOUT(box.isNull(), Patience);
         QCOMPARE(mEnded, 0);
     }
 
@@ -371,7 +372,7 @@ private Q_SLOTS:
         mPresenter->endSheet(&sheet);
         QVERIFY(wasVisible);
         QCOMPARE(code, 0);
-        QTRY_VERIFY(mWindow->field.hasFocus());
+        QTRY_VERIFY_WITH_TIMEOUT(mWindow->field.hasFocus(), Patience);
     }
 
     void endingASheetThatIsNotUpDoesNothing()
@@ -422,7 +423,7 @@ private Q_SLOTS:
         sheet.reset();
         beginAlert(Failure, mWindow.get());
         QTest::keyClick(theAlert(), Qt::Key_Escape);
-        QTRY_VERIFY(mWindow->field.hasFocus());
+        QTRY_VERIFY_WITH_TIMEOUT(mWindow->field.hasFocus(), Patience);
         QCOMPARE(mEnded, 1);
     }
 
@@ -434,7 +435,7 @@ private Q_SLOTS:
         beginAlert(Failure, mWindow.get());
         waitForTheAlertToHaveTheKeyboard();
         QTest::keyClick(theAlert(), Qt::Key_Escape);
-        QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget *>(&sheet));
+        QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), static_cast<QWidget *>(&sheet), Patience);
         QVERIFY(sheet.isVisible());
     }
 };

@@ -1,5 +1,6 @@
 #include "platform/Workspace.h"
 
+#include "tests/support/Patience.h"
 #include "tests/support/PrivateBus.h"
 
 #include <QDBusConnection>
@@ -81,7 +82,10 @@ private:
     {
         return QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
     }
-    void expectFolderOpened() { QTRY_COMPARE(mOpened, QStringList{urlOf(mFolder->path())}); }
+    void expectFolderOpened()
+    {
+        QTRY_COMPARE_WITH_TIMEOUT(mOpened, QStringList{urlOf(mFolder->path())}, Patience);
+    }
 
     std::unique_ptr<QTemporaryDir> mFolder;
     std::shared_ptr<platform::Workspace> mWorkspace;
@@ -134,7 +138,7 @@ void WorkspaceTest::aMissingFileIsNeitherOpenedNorShown()
     QVERIFY(!mWorkspace->selectFile(file()));
     // What is asked next comes after anything that was asked for the missing one.
     QVERIFY(mWorkspace->selectFile(mFolder->path()));
-    QTRY_COMPARE(fileManager.shown, QStringList{urlOf(mFolder->path())});
+    QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown, QStringList{urlOf(mFolder->path())}, Patience);
     QCOMPARE(mOpened, QStringList());
 }
 
@@ -143,12 +147,12 @@ void WorkspaceTest::aFileIsShownInTheFileManager()
     const FileManagerStandIn fileManager;
     QVERIFY(fileManager.isThere());
     QVERIFY(mWorkspace->selectFile(file()));
-    QTRY_COMPARE(fileManager.shown, QStringList{urlOf(file())});
+    QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown, QStringList{urlOf(file())}, Patience);
     QVERIFY(fileManager.shown.constFirst().endsWith(QStringLiteral("/a%20log%20%251.log")));
     QCOMPARE(fileManager.startUpIds, QStringList{QString()});
     // The answer to the first question has been heard when the second has been asked.
     QVERIFY(mWorkspace->selectFile(file()));
-    QTRY_COMPARE(fileManager.shown.size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown.size(), 2, Patience);
     QCOMPARE(mOpened, QStringList());
 }
 
@@ -159,7 +163,7 @@ void WorkspaceTest::aRelativePathIsShownByItsWholeOne()
     QVERIFY(QDir::setCurrent(mFolder->path()));
     QVERIFY(mWorkspace->selectFile(QFileInfo(file()).fileName()));
     QDir::setCurrent(before);
-    QTRY_COMPARE(fileManager.shown, QStringList{urlOf(file())});
+    QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown, QStringList{urlOf(file())}, Patience);
 }
 
 void WorkspaceTest::nobodyWaitsForTheFileManager()
@@ -168,7 +172,7 @@ void WorkspaceTest::nobodyWaitsForTheFileManager()
     const FileManagerStandIn fileManager;
     QVERIFY(mWorkspace->selectFile(file()));
     QCOMPARE(fileManager.shown, QStringList());
-    QTRY_COMPARE(fileManager.shown.size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown.size(), 1, Patience);
 }
 
 void WorkspaceTest::withoutAFileManagerTheFolderIsOpened()
@@ -194,7 +198,7 @@ void WorkspaceTest::aBusThatCameBackIsAsked()
     const FileManagerStandIn fileManager;
     QVERIFY(fileManager.isThere());
     // The loss may be noticed only by the next question, which then ends at the folder too.
-    QTRY_VERIFY(mWorkspace->selectFile(file()) && !fileManager.shown.isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(mWorkspace->selectFile(file()) && !fileManager.shown.isEmpty(), Patience);
 }
 
 void WorkspaceTest::aWorkspaceThatIsGoneOpensNothing()
@@ -205,7 +209,7 @@ void WorkspaceTest::aWorkspaceThatIsGoneOpensNothing()
     // A later one works as the first did.
     mWorkspace = platform::makeWorkspace();
     QVERIFY(mWorkspace->selectFile(mFolder->path()));
-    QTRY_VERIFY(fileManager.shown.contains(urlOf(mFolder->path())));
+    QTRY_VERIFY_WITH_TIMEOUT(fileManager.shown.contains(urlOf(mFolder->path())), Patience);
     QCOMPARE(mOpened, QStringList());
 }
 

@@ -1,5 +1,6 @@
 #include "preview/KS7QTCaptureView.h"
 #include "tests/support/Doubles.h"
+#include "tests/support/Patience.h"
 
 #include <QTest>
 
@@ -42,7 +43,7 @@ private:
     {
         mView->resize(size);
         mView->show();
-        QVERIFY(QTest::qWaitForWindowExposed(mView.get()));
+        QVERIFY(QTest::qWaitForWindowExposed(mView.get(), Patience));
     }
     void startWithPicture(const QImage &picture)
     {
@@ -176,12 +177,12 @@ private Q_SLOTS:
     {
         showView({80, 60});
         startWithPicture(plainPicture({80, 60}, Qt::blue));
-        QTRY_VERIFY(mView->paints > 0);
+        QTRY_VERIFY_WITH_TIMEOUT(mView->paints > 0, Patience);
         QCoreApplication::processEvents();
         mView->paints = 0;
         for (int i = 0; i < 10; ++i)
             mSession->deliverFrame(plainPicture({80, 60}, Qt::red));
-        QTRY_VERIFY(mView->paints > 0);
+        QTRY_VERIFY_WITH_TIMEOUT(mView->paints > 0, Patience);
         QCoreApplication::processEvents();
         QCOMPARE(mView->paints, 1);
     }

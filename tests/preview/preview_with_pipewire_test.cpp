@@ -4,6 +4,7 @@
 #include "platform/RunLoop.h"
 #include "preview/KS7PreviewController.h"
 #include "preview/KS7QTCaptureView.h"
+#include "tests/support/Patience.h"
 #include "tests/support/VirtualCamera.h"
 
 #include <QTest>
@@ -16,7 +17,6 @@ const QString LegacyCameraID =
 constexpr QRgb Black = 0xFF000000;
 constexpr QRgb Red = 0xFFFF0000;
 constexpr QRgb Blue = 0xFF0000FF;
-constexpr int Patience = 30000;
 
 } // namespace
 

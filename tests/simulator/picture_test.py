@@ -1,39 +1,21 @@
 """The picture that the stand-in agent offers while its camera streams, on a real PipeWire."""
 
-import json
 import os
 import pathlib
 import signal
 import subprocess
 import sys
+import tempfile
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 
+from pipewire_nodes import AGENT_CAMERA, cameras  # noqa: E402
 from stand_in_agent import PREFERENCES, PROGRAM, TIMEOUT, StandInAgent, wait_until  # noqa: E402
 
-NAME = "KS-7 Wireless Webcam"
 ONE = "00-1b-dc-0f-00-01"
 WATCHERS = 30
-
-
-def pipewire_objects():
-    """What changes while pw-dump looks stands in a second list behind the first."""
-    text = subprocess.run(["pw-dump"], capture_output=True, text=True, check=True).stdout.strip()
-    objects = {}
-    while text:
-        listed, end = json.JSONDecoder().raw_decode(text)
-        objects |= {each["id"]: each for each in listed}
-        text = text[end:].strip()
-    return objects.values()
-
-
-def cameras():
-    """node.name to node.description of every Video/Source."""
-    nodes = [(each.get("info") or {}).get("props") or {} for each in pipewire_objects()
-             if each.get("type") == "PipeWire:Interface:Node"]
-    return {node["node.name"]: node.get("node.description") for node in nodes
-            if node.get("media.class") == "Video/Source"}
+HELPERS = 100
 
 
 def pull(node, caps="video/x-raw", frames=5):
@@ -54,25 +36,25 @@ class AgentPicture(unittest.TestCase):
     def camera_streams(self):
         self.agent.add_camera(ONE, "Kitchen", 4)
         self.agent.script.setPreferred(ONE)
-        wait_until(lambda: NAME in cameras(), "the picture is offered")
+        wait_until(lambda: AGENT_CAMERA in cameras(), "the picture is offered")
 
     def test_there_is_a_picture_while_the_camera_streams(self):
         self.assertEqual(cameras(), {})
         self.camera_streams()
-        self.assertEqual(cameras(), {NAME: NAME})
-        self.assertEqual(pull(NAME), 0)
+        self.assertEqual(cameras(), {AGENT_CAMERA: AGENT_CAMERA})
+        self.assertEqual(pull(AGENT_CAMERA), 0)
         self.agent.script.setStatus(ONE, 1, signature="si")
         wait_until(lambda: not cameras(), "the picture has gone")
         self.agent.script.setStatus(ONE, 4, signature="si")
-        wait_until(lambda: NAME in cameras(), "the picture is offered again")
-        self.assertEqual(pull(NAME), 0)
+        wait_until(lambda: AGENT_CAMERA in cameras(), "the picture is offered again")
+        self.assertEqual(pull(AGENT_CAMERA), 0)
 
     def test_watchers_may_come_and_go(self):
         self.camera_streams()
         for _ in range(WATCHERS):
-            self.assertEqual(pull(NAME, frames=2), 0)
+            self.assertEqual(pull(AGENT_CAMERA, frames=2), 0)
         self.assertFalse(self.agent.has_ended())
-        self.assertEqual(cameras(), {NAME: NAME})
+        self.assertEqual(cameras(), {AGENT_CAMERA: AGENT_CAMERA})
 
     def test_it_goes_with_the_agent(self):
         for end in (lambda: self.agent.end(), lambda: self.agent.script.die()):
@@ -85,7 +67,7 @@ class AgentPicture(unittest.TestCase):
     def test_it_stays_when_the_camera_is_renamed(self):
         self.camera_streams()
         self.agent.devices.setName("Pantry", ONE)
-        self.assertEqual(pull(NAME), 0)
+        self.assertEqual(pull(AGENT_CAMERA), 0)
 
     def test_the_agent_does_without_a_picture(self):
         self.assertEqual(self.agent.end(), 0)
@@ -94,6 +76,48 @@ class AgentPicture(unittest.TestCase):
         self.agent.script.setPreferred(ONE)
         self.assertEqual(self.agent.status_of(ONE), 4)
         self.assertEqual(cameras(), {})
+
+
+class SlowStart(unittest.TestCase):
+    """GStreamer reads all of its plug-ins at its first start, through a helper that is held up here."""
+
+    def setUp(self):
+        PREFERENCES.unlink(missing_ok=True)
+        folder = pathlib.Path(tempfile.mkdtemp(dir=os.environ["KS7_SESSION_FOLDER"]))
+        self.begun, gate = folder / "begun", folder / "gate"
+        os.mkfifo(gate)
+        # Read and write, so that neither end waits for the other.
+        self.gate = open(gate, "r+b", buffering=0)
+        self.addCleanup(self.gate.close)
+        helper = folder / "helper"
+        helper.write_text(f"#!/bin/sh\ntouch {self.begun}\nread _ < {gate}\n")
+        helper.chmod(0o700)
+        self.agent = StandInAgent("--quick", "--scenario", "scripted", env={
+            **os.environ, "GST_REGISTRY": str(folder / "registry"), "GST_PLUGIN_SCANNER_1_0": str(helper)})
+
+    def tearDown(self):
+        self.open_gate()
+        self.agent.end()
+
+    def open_gate(self):
+        """For this helper and any that is started after it."""
+        self.gate.write(b"\n" * HELPERS)
+
+    def begin(self):
+        self.agent.add_camera(ONE, "Kitchen", 4)
+        self.agent.script.setPreferred(ONE)
+        wait_until(self.begun.exists, "the helper is held up")
+
+    def test_the_agent_answers_meanwhile_and_the_picture_comes_later(self):
+        self.begin()
+        self.assertEqual(self.agent.status_of(ONE), 4)
+        self.assertEqual(cameras(), {})
+        self.open_gate()
+        wait_until(lambda: AGENT_CAMERA in cameras(), "the picture is offered")
+
+    def test_the_agent_ends_meanwhile(self):
+        self.begin()
+        self.assertEqual(self.agent.end(), 0)
 
 
 class NoPipeWire(unittest.TestCase):
@@ -123,10 +147,10 @@ class PictureAlone(unittest.TestCase):
     def test_two_cameras_side_by_side(self):
         programs = [subprocess.Popen([PROGRAM, "--picture-only", "--node-name", name, "--node-description", text,
                                       "--size", "320x240", "--framerate", "15"])
-                    for name, text in (("first", "One"), ("second", NAME))]
+                    for name, text in (("first", "One"), ("second", AGENT_CAMERA))]
         try:
             wait_until(lambda: len(cameras()) == 2, "both pictures are offered")
-            self.assertEqual(cameras(), {"first": "One", "second": NAME})
+            self.assertEqual(cameras(), {"first": "One", "second": AGENT_CAMERA})
             for name in ("first", "second"):
                 self.assertEqual(pull(name, "video/x-raw,width=320,height=240,framerate=15/1"), 0)
         finally:

@@ -4,6 +4,7 @@
 #include "pane/KSPreferencesPanePref.h"
 #include "platform/SessionBus.h"
 #include "tests/support/Doubles.h"
+#include "tests/support/Patience.h"
 
 #include <QTest>
 #include <QWidget>
@@ -31,7 +32,6 @@ public:
     template <class Condition>
     bool turnUntil(Condition condition)
     {
-        constexpr int Patience = 30000; // ms
         return QTest::qWaitFor([&] { return (turn(), condition()); }, Patience);
     }
 

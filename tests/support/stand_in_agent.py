@@ -12,7 +12,7 @@ from gi.repository import GLib
 
 dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
 
-TIMEOUT = 30
+TIMEOUT = 90
 NOTIFICATIONS = "com.orvex.DistributedNotificationCenter"
 NOTIFICATIONS_PATH = "/com/orvex/DistributedNotificationCenter"
 AGENT = "com.orvex.KS7AgentServer"
