@@ -16,6 +16,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 
 import accessible  # noqa: E402
 import stand_in  # noqa: E402
+from pipewire_nodes import AGENT_CAMERA  # noqa: E402
 
 BUILD = pathlib.Path(os.environ["KS7_BUILD"])
 HOST = BUILD / "bin" / "ks7-preferences"
@@ -81,11 +82,9 @@ class AgentProcess:
 class CameraProcess:
     """The camera's picture in PipeWire, by its name."""
 
-    NAME = "KS-7 Wireless Webcam"
-
     def __init__(self):
         # The end of its input would be the camera's.
-        self.process = subprocess.Popen([BUILD / "tests" / "virtual_camera", self.NAME, "KS-7"],
+        self.process = subprocess.Popen([BUILD / "tests" / "virtual_camera", AGENT_CAMERA, "KS-7"],
                                         stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
         wait_until(self.is_up, "the camera in PipeWire")
 
@@ -93,7 +92,7 @@ class CameraProcess:
         """Whether the session manager has it, too: before that nobody brings a camera and its watcher together."""
         told = subprocess.run(["pw-metadata", "-n", "default", "0"], capture_output=True, text=True,
                               stdin=subprocess.DEVNULL)
-        return self.NAME in told.stdout
+        return AGENT_CAMERA in told.stdout
 
     def end(self):
         self.process.kill()

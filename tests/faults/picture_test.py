@@ -7,6 +7,8 @@ import subprocess
 import unittest
 
 from fault_pane import KITCHEN, CameraProcess, FaultCase, accessible, wait_until
+from held_up_gstreamer import HeldUpGStreamer
+from pipewire_nodes import watchers
 
 SOCKET = pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "pipewire-0"
 
@@ -33,14 +35,17 @@ class PipeWire:
         SOCKET.unlink(missing_ok=True)
 
 
-class Picture(FaultCase):
+class PictureCase(FaultCase):
     def setUp(self):
         super().setUp()
         self.start_pipewire()
         self.agent = self.start_agent().add_cameras()
         self.agent.script.setPreferred(KITCHEN)
-        self.pane = self.open_pane()
+        self.pane = self.open_pane(**self.environment())
         self.wait_for_cameras(self.pane)
+
+    def environment(self):
+        return {}
 
     def start_pipewire(self):
         self.pipewire = PipeWire()
@@ -53,6 +58,8 @@ class Picture(FaultCase):
         self.pane.wait_for("Stop Preview")
         self.pane.wait_for("Live picture")
 
+
+class Picture(PictureCase):
     def start_and(self, *keys):
         """The click and the keys stand in the display's queue one after the other, so that the keys come long before
         the picture would show."""
@@ -104,6 +111,39 @@ class Picture(FaultCase):
 
     def test_the_window_is_closed_during_the_preview(self):
         self.expect_a_preview()
+        self.assertEqual(self.close(self.pane), 0)
+
+
+class FirstPreview(PictureCase):
+    """GStreamer reads all of its plug-ins before the first picture in a home, for as long as that takes."""
+
+    def environment(self):
+        self.gstreamer = HeldUpGStreamer()
+        self.addCleanup(self.gstreamer.close)
+        return self.gstreamer.environment()
+
+    def setUp(self):
+        super().setUp()
+        self.expect_a_preview()
+        wait_until(self.gstreamer.has_begun, "the picture is held up")
+
+    def test_the_window_answers_meanwhile_and_the_picture_comes_later(self):
+        self.agent.script.renameCamera(KITCHEN, "Pantry")
+        self.wait_for_rows(self.pane, "Pantry, Not Streaming", "Desk, Not Streaming")
+        self.assertEqual(watchers(), 0)
+        self.gstreamer.let_go()
+        wait_until(lambda: watchers() == 1, "the picture is taken")
+        self.assertEqual(self.close(self.pane), 0)
+
+    def test_a_preview_stopped_meanwhile_is_not_in_the_way_of_the_next(self):
+        self.pane.press("Stop Preview")
+        self.pane.wait_gone("Live picture")
+        self.expect_a_preview()
+        self.gstreamer.let_go()
+        wait_until(lambda: watchers() == 1, "the picture is taken")
+        self.assertEqual(self.close(self.pane), 0)
+
+    def test_the_window_is_closed_meanwhile(self):
         self.assertEqual(self.close(self.pane), 0)
 
 

@@ -5,17 +5,16 @@ import pathlib
 import signal
 import subprocess
 import sys
-import tempfile
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 
+from held_up_gstreamer import HeldUpGStreamer  # noqa: E402
 from pipewire_nodes import AGENT_CAMERA, cameras  # noqa: E402
 from stand_in_agent import PREFERENCES, PROGRAM, TIMEOUT, StandInAgent, wait_until  # noqa: E402
 
 ONE = "00-1b-dc-0f-00-01"
 WATCHERS = 30
-HELPERS = 100
 
 
 def pull(node, caps="video/x-raw", frames=5):
@@ -79,44 +78,25 @@ class AgentPicture(unittest.TestCase):
 
 
 class SlowStart(unittest.TestCase):
-    """GStreamer reads all of its plug-ins at its first start, through a helper that is held up here."""
-
     def setUp(self):
         PREFERENCES.unlink(missing_ok=True)
-        folder = pathlib.Path(tempfile.mkdtemp(dir=os.environ["KS7_SESSION_FOLDER"]))
-        self.begun, gate = folder / "begun", folder / "gate"
-        os.mkfifo(gate)
-        # Read and write, so that neither end waits for the other.
-        self.gate = open(gate, "r+b", buffering=0)
-        self.addCleanup(self.gate.close)
-        helper = folder / "helper"
-        helper.write_text(f"#!/bin/sh\ntouch {self.begun}\nread _ < {gate}\n")
-        helper.chmod(0o700)
-        self.agent = StandInAgent("--quick", "--scenario", "scripted", env={
-            **os.environ, "GST_REGISTRY": str(folder / "registry"), "GST_PLUGIN_SCANNER_1_0": str(helper)})
-
-    def tearDown(self):
-        self.open_gate()
-        self.agent.end()
-
-    def open_gate(self):
-        """For this helper and any that is started after it."""
-        self.gate.write(b"\n" * HELPERS)
-
-    def begin(self):
+        self.gstreamer = HeldUpGStreamer()
+        self.agent = StandInAgent("--quick", "--scenario", "scripted", env={**os.environ, **self.gstreamer.environment()})
         self.agent.add_camera(ONE, "Kitchen", 4)
         self.agent.script.setPreferred(ONE)
-        wait_until(self.begun.exists, "the helper is held up")
+        wait_until(self.gstreamer.has_begun, "the picture is held up")
+
+    def tearDown(self):
+        self.gstreamer.close()
+        self.agent.end()
 
     def test_the_agent_answers_meanwhile_and_the_picture_comes_later(self):
-        self.begin()
         self.assertEqual(self.agent.status_of(ONE), 4)
         self.assertEqual(cameras(), {})
-        self.open_gate()
+        self.gstreamer.let_go()
         wait_until(lambda: AGENT_CAMERA in cameras(), "the picture is offered")
 
     def test_the_agent_ends_meanwhile(self):
-        self.begin()
         self.assertEqual(self.agent.end(), 0)
 
 
