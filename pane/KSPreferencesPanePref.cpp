@@ -44,7 +44,8 @@ KSPreferencesPanePref *KSPreferencesPanePref::initWithBundle(const platform::Ser
 
 QWidget *KSPreferencesPanePref::mainWindow() const
 {
-    return mainView() ? mainView()->window() : nullptr;
+    // Between two places of a host the view is in no window, and no window either.
+    return mainView() && mainView()->parentWidget() ? mainView()->window() : nullptr;
 }
 
 void KSPreferencesPanePref::willSelect()

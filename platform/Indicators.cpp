@@ -185,16 +185,13 @@ SpinnerIndicator::SpinnerIndicator(QWidget *parent)
 
 void SpinnerIndicator::startAnimation()
 {
-    if (mTimerId == 0)
-        mTimerId = startTimer(SpinnerInterval);
+    mAnimating = true;
     setVisible(true);
 }
 
 void SpinnerIndicator::stopAnimation()
 {
-    if (mTimerId != 0)
-        killTimer(mTimerId);
-    mTimerId = 0;
+    mAnimating = false;
     setVisible(false);
 }
 
@@ -219,9 +216,20 @@ void SpinnerIndicator::paintEvent(QPaintEvent *)
     }
 }
 
+void SpinnerIndicator::showEvent(QShowEvent *)
+{
+    if (mAnimating)
+        mTimer.start(SpinnerInterval, this);
+}
+
+void SpinnerIndicator::hideEvent(QHideEvent *)
+{
+    mTimer.stop();
+}
+
 void SpinnerIndicator::timerEvent(QTimerEvent *event)
 {
-    if (event->timerId() != mTimerId)
+    if (event->timerId() != mTimer.timerId())
         return;
     mStep = (mStep + 1) % SpinnerSpokes;
     update();

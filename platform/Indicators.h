@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QPointer>
 #include <QProgressBar>
 #include <QWidget>
@@ -66,15 +67,19 @@ public:
 
     void startAnimation();
     void stopAnimation();
-    [[nodiscard]] bool isAnimating() const { return mTimerId != 0; }
+    [[nodiscard]] bool isAnimating() const { return mAnimating; }
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void timerEvent(QTimerEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
-    int mTimerId = 0;
+    bool mAnimating = false;
+    // Runs only while somebody can see it.
+    QBasicTimer mTimer;
     int mStep = 0;
 };
 

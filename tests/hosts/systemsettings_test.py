@@ -6,6 +6,8 @@ import pathlib
 import sys
 import unittest
 
+import dbus
+
 BUILD = pathlib.Path(os.environ["KS7_BUILD"])
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
 
@@ -74,6 +76,16 @@ class SystemSettingsTest(unittest.TestCase):
             self.assertEqual(self.showings() - before, 10)
             accessible.key("ctrl+q")
             self.assertEqual(settings.wait_ended(), 0)
+
+    def test_what_the_agent_reports_while_another_module_is_shown_is_seen(self):
+        with system_settings("kcm_ks7") as settings:
+            self.wait_for_cameras(settings)
+            self.choose(settings, OTHER_MODULE)
+            settings.wait_gone("Add Camera")
+            self.agent.post("KS7PassKeySet", dbus.Dictionary({"Result": 9}, signature="sv"))
+            settings.wait_for("Passkey Not Changed")
+            settings.press("OK")
+            settings.wait_gone("Passkey Not Changed")
 
 
 if __name__ == "__main__":

@@ -10,6 +10,7 @@
 #include "tests/support/PaneFixture.h"
 #include "tests/support/Patience.h"
 
+#include <QAbstractEventDispatcher>
 #include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
@@ -461,6 +462,30 @@ private Q_SLOTS:
         mFixture->agentPosts(Names::StoppedDiscovering);
         QVERIFY(!spinner->isVisible());
         QCOMPARE(outlets().pulldownMenu->geometry(), buttons);
+    }
+
+    void theSpinnerOfAPaneOutOfSightWakesNobody()
+    {
+        showPane();
+        auto *spinner = outlets().searchingIndicator;
+        const auto timers = [spinner] {
+            return static_cast<int>(QAbstractEventDispatcher::instance()->registeredTimers(spinner).size());
+        };
+        mFixture->agentPosts(Names::StartedDiscovering);
+        QCOMPARE(timers(), 1);
+        mFixture->window.hide();
+        QCOMPARE(timers(), 0);
+        QVERIFY(spinner->isAnimating());
+        mFixture->window.show();
+        QCOMPARE(timers(), 1);
+        mFixture->window.hide();
+        mFixture->agentPosts(Names::StoppedDiscovering);
+        mFixture->agentPosts(Names::StartedDiscovering);
+        QCOMPARE(timers(), 0);
+        mFixture->window.show();
+        QCOMPARE(timers(), 1);
+        mFixture->agentPosts(Names::StoppedDiscovering);
+        QCOMPARE(timers(), 0);
     }
 
     void tabGoesThroughThePaneInReadingOrderAndAround()

@@ -49,6 +49,19 @@ private Q_SLOTS:
         QCOMPARE(fixture.pane->mainWindow(), &fixture.window);
     }
 
+    void withoutAPlaceThePaneHasNoWindow()
+    {
+        PaneFixture fixture;
+        fixture.show();
+        fixture.hide();
+        fixture.pane->mainView()->setParent(nullptr);
+        QCOMPARE(fixture.pane->mainWindow(), nullptr);
+        // What is to be said then is said over whatever window the host has.
+        fixture.agentPosts(Names::PassKeySet, {{UserInfoKeys::Result, 9}});
+        QCOMPARE(fixture.sheets->alerts.size(), std::size_t(1));
+        QCOMPARE(fixture.sheets->alerts.front().window, nullptr);
+    }
+
     void aFreshControllerIsDisconnectedAndPrefersNobody()
     {
         PaneFixture fixture;

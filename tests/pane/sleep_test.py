@@ -135,6 +135,8 @@ class SleepTest(unittest.TestCase):
 
     def test_a_hidden_pane_does_nothing(self):
         self.start_preview()
+        self.agent.post("KS7StartedDiscovering", dbus.Dictionary({}, signature="sv"))
+        self.pane.wait_for("Searching for cameras…")
         self.pane.press("Show All")
         self.pane.wait_for("KS-7", role="push button")
         wait_until(lambda: watchers() == 0, "the picture is let go of")
