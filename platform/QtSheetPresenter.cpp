@@ -1,5 +1,7 @@
 #include "platform/QtSheetPresenter.h"
 
+#include "platform/LogCategory.h"
+
 #include <QApplication>
 #include <QEvent>
 #include <QLabel>
@@ -11,6 +13,10 @@
 
 namespace platform {
 namespace {
+
+/// More than a person ever has to read at once. An agent that never stops complaining must not fill the
+/// desktop with boxes.
+constexpr std::size_t MostAlerts = 20;
 
 bool sameWords(const AlertSheet &a, const AlertSheet &b)
 {
@@ -139,7 +145,13 @@ void QtSheetPresenter::beginAlertSheet(const AlertSheet &alert, QWidget *window,
     if (!window)
         window = applicationMainWindow();
     if (auto *begun = findAlert(alert, window)) {
-        begun->didEnds.push_back(std::move(didEnd));
+        if (begun->didEnds.size() < MostAlerts)
+            begun->didEnds.push_back(std::move(didEnd));
+        return;
+    }
+    if (mAlerts.size() >= MostAlerts) {
+        qCWarning(KS7_PLATFORM, "too many messages wait to be read: \"%s\" is left out",
+                  qUtf8Printable(alert.title));
         return;
     }
     mAlerts.push_back({alert, {nullptr, window, nullptr, nullptr}, {std::move(didEnd)}});

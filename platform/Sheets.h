@@ -53,7 +53,8 @@ public:
 
     /// The window of the host that a message about the whole application hangs on; may be null.
     virtual QWidget *applicationMainWindow() = 0;
-    /// Shows the alert over `window`; a null window means the one that comes next.
+    /// Shows the alert over `window`; a null window means the one that comes next. Where very many have not
+    /// been read yet, a further one is left out, and nobody is told of its end.
     virtual void beginAlertSheet(const AlertSheet &alert, QWidget *window, SheetDidEnd didEnd) = 0;
     virtual void beginSheet(Sheet *sheet, QWidget *modalForWindow, SheetDidEnd didEnd) = 0;
     /// Ends the sheet with return code 0; nothing when it is not begun.

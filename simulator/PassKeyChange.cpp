@@ -13,10 +13,13 @@ namespace {
 
 constexpr int LongestPassKey = 16;
 
+/// Digits of any script, each of which counts as one.
 bool isWellFormed(const QString &passKey)
 {
-    return !passKey.isEmpty() && passKey.size() <= LongestPassKey
-        && std::all_of(passKey.begin(), passKey.end(), [](QChar each) { return each.isDigit(); });
+    const auto characters = passKey.toUcs4();
+    return !characters.isEmpty() && characters.size() <= LongestPassKey
+        && std::all_of(characters.begin(), characters.end(),
+                       [](uint each) { return QChar::category(each) == QChar::Number_DecimalDigit; });
 }
 
 } // namespace

@@ -221,6 +221,23 @@ private Q_SLOTS:
         QVERIFY(theAlert());
     }
 
+    void whoeverNeverStopsComplainingIsCutShort()
+    {
+        constexpr int VeryMany = 1000;
+        mWindow->appear();
+        for (int number = 0; number < VeryMany; ++number) {
+            beginAlert({Failure.title, Failure.defaultButton, QString::number(number)}, mWindow.get());
+            beginAlert(Failure, mWindow.get());
+        }
+        const auto shown = alertsOnScreen().size();
+        QVERIFY2(shown >= 10 && shown <= 50, qPrintable(QString::number(shown)));
+        while (!alertsOnScreen().isEmpty())
+            QTest::keyClick(alertsOnScreen().constLast(), Qt::Key_Escape);
+        QVERIFY2(mEnded >= shown && mEnded <= 100, qPrintable(QString::number(mEnded)));
+        beginAlert(OtherFailure, mWindow.get());
+        QVERIFY2(theAlert(), "whoever has read them hears of the next");
+    }
+
     void anAlertWithoutAWindowWaitsForOne()
     {
         QCOMPARE(mPresenter->applicationMainWindow(), nullptr);

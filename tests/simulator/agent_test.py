@@ -250,9 +250,10 @@ class Cable(AgentCase):
     def test_what_is_no_passkey_is_refused(self):
         self.assertNotEqual(self.agent.usb.setPassKey("1234"), 0)
         self.plug()
-        for bad in ("", "12a4", "1" * 17, "1 2"):
+        for bad in ("", "12a4", "1" * 17, "1 2", "𝟏" * 17):
             self.assertNotEqual(self.agent.usb.setPassKey(bad), 0, bad)
         self.assertEqual(self.agent.usb.setPassKey("٣" * 16), 0)
+        self.assertEqual(self.agent.usb.setPassKey("𝟏" * 16), 0)
 
     def test_a_passkey_fails_as_the_script_wants(self):
         self.plug()
