@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QTest>
 
 #include <cerrno>
@@ -98,17 +99,36 @@ QString fileNameAt(std::time_t second)
         + QStringLiteral(".log");
 }
 
+/// What is written to a standard stream goes to a descriptor of the test's while this lives.
+class Redirection {
+public:
+    Redirection(std::FILE *stream, int descriptor)
+        : mStream(stream)
+    {
+        std::fflush(stream);
+        mBefore = ::dup(::fileno(stream));
+        ::dup2(descriptor, ::fileno(stream));
+    }
+    ~Redirection()
+    {
+        std::fflush(mStream);
+        ::dup2(mBefore, ::fileno(mStream));
+        ::close(mBefore);
+    }
+    Redirection(const Redirection &) = delete;
+    Redirection &operator=(const Redirection &) = delete;
+
+private:
+    std::FILE *mStream;
+    int mBefore = -1;
+};
+
 /// What is written to a standard stream while `work` runs.
 QByteArray written(std::FILE *stream, const std::function<void()> &work)
 {
-    const int descriptor = ::fileno(stream);
-    std::fflush(stream);
-    const int before = ::dup(descriptor);
     int ends[2] = {-1, -1};
     if (::pipe2(ends, O_CLOEXEC) != 0)
         qFatal("no pipe");
-    ::dup2(ends[1], descriptor);
-    ::close(ends[1]);
     QByteArray text;
     std::thread reader([&] {
         char block[4096];
@@ -116,10 +136,11 @@ QByteArray written(std::FILE *stream, const std::function<void()> &work)
              count = ::read(ends[0], block, sizeof block))
             text.append(block, static_cast<int>(count));
     });
-    work();
-    std::fflush(stream);
-    ::dup2(before, descriptor);
-    ::close(before);
+    {
+        const Redirection toThePipe(stream, ends[1]);
+        ::close(ends[1]);
+        work();
+    }
     reader.join();
     ::close(ends[0]);
     return text;
@@ -168,6 +189,8 @@ private Q_SLOTS:
     void longMessagesAreWhole();
 
     void standardOutputHasTheNameToo();
+    void aLineIsOnStandardOutputAtOnce();
+    void fileAndStandardOutputHaveTheSameTime();
     void theSystemLogHasTheMessageAlone();
     void theMessageIsTheFormatOfTwoSinks();
     void conversionsWithoutArgumentsStand();
@@ -183,6 +206,7 @@ private Q_SLOTS:
     void linesWhileOffAreNotWritten();
     void twoFilesOfOneSecondAreOne();
     void anotherFolderStartsAFile();
+    void anotherFolderHasTheLinesThatFollow();
     void theHomeFolderIsATilde();
     void theSeparatorIsWrittenOnDemand();
     void theFileIsSeenToTheDiskWhenAskedFor();
@@ -194,6 +218,7 @@ private Q_SLOTS:
     void aFileInTheFoldersPlace();
     void aFolderThatCannotBeWritten();
     void aFolderInTheFilesPlace();
+    void theNextFileMakesAFailureGood();
     void failuresOfTheFirstLoggerGoNowhere();
     void aFolderThatGoesAwayWhileLogging();
     void aDeviceThatIsFull();
@@ -205,9 +230,11 @@ private Q_SLOTS:
 
 private:
     QString folder() { return mHome->filePath(QStringLiteral("Library/Logs/KS7_Logs/") + AppName); }
-    QString latestFile();
+    QString latestFile() { return latestFile(folder()); }
+    QString latestFile(const QString &inFolder);
     QStringList files(const QString &inFolder);
-    QStringList lines();
+    QStringList lines() { return lines(folder()); }
+    QStringList lines(const QString &inFolder);
     QByteArray contents(const QString &path);
     void nextSecond();
     void everyFileNameSoonIs(const std::function<bool(const QString &)> &make);
@@ -240,10 +267,10 @@ QStringList KS7OrvexLoggerTest::files(const QString &inFolder)
     return QDir(inFolder).entryList(QDir::Files, QDir::Name);
 }
 
-QString KS7OrvexLoggerTest::latestFile()
+QString KS7OrvexLoggerTest::latestFile(const QString &inFolder)
 {
-    const QStringList all = files(folder());
-    return all.isEmpty() ? QString() : folder() + QLatin1Char('/') + all.last();
+    const QStringList all = files(inFolder);
+    return all.isEmpty() ? QString() : inFolder + QLatin1Char('/') + all.last();
 }
 
 QByteArray KS7OrvexLoggerTest::contents(const QString &path)
@@ -253,9 +280,9 @@ QByteArray KS7OrvexLoggerTest::contents(const QString &path)
 }
 
 /// The lines of the latest file behind its separator.
-QStringList KS7OrvexLoggerTest::lines()
+QStringList KS7OrvexLoggerTest::lines(const QString &inFolder)
 {
-    const QByteArray bytes = contents(latestFile());
+    const QByteArray bytes = contents(latestFile(inFolder));
     // With its length: Qt 5 takes bytes for no longer than to the first zero.
     QStringList all = QString::fromUtf8(bytes.constData(), bytes.size()).split(QLatin1Char('\n'));
     if (all.size() < 2 || !matches(QStringLiteral("===== \\S.* ====="), all.takeFirst())
@@ -417,6 +444,39 @@ void KS7OrvexLoggerTest::standardOutputHasTheNameToo()
     QVERIFY(files(folder()).isEmpty());
 }
 
+void KS7OrvexLoggerTest::aLineIsOnStandardOutputAtOnce()
+{
+    KS7OrvexLogger::createDefaultLoggerToFile(false, true);
+    QTemporaryFile output;
+    QVERIFY(output.open());
+    // As in a pipe or a file, also when the test runs in a terminal.
+    QCOMPARE(std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ), 0);
+    QList<int> linesThere;
+    {
+        const Redirection toTheFile(stdout, output.handle());
+        for (int line = 0; line < 3; ++line) {
+            OrvexLog(u"line %d", line);
+            linesThere.append(static_cast<int>(contents(output.fileName()).count('\n')));
+        }
+    }
+    QCOMPARE(linesThere, (QList<int>{1, 2, 3}));
+}
+
+void KS7OrvexLoggerTest::fileAndStandardOutputHaveTheSameTime()
+{
+    KS7OrvexLogger::createDefaultLoggerToFile(true, true);
+    int readings = 0;
+    const QString text = QString::fromUtf8(written(stdout, [&] {
+        const int before = clockReadings;
+        gMainLogger->log(QStringLiteral("x"));
+        readings = clockReadings - before;
+    }));
+    QCOMPARE(readings, 1);
+    constexpr int StampSize = 24;
+    QVERIFY(matches(stampPattern(), text.left(StampSize)));
+    QCOMPARE(text.left(StampSize), lines()[0].left(StampSize));
+}
+
 void KS7OrvexLoggerTest::theSystemLogHasTheMessageAlone()
 {
     KS7OrvexLogger::createDefaultLoggerToFile(false, false)->setLogToConsole(true);
@@ -575,6 +635,20 @@ void KS7OrvexLoggerTest::anotherFolderStartsAFile()
     QCOMPARE(contents(other + QLatin1Char('/') + files(other)[0]), QByteArray());
 }
 
+void KS7OrvexLoggerTest::anotherFolderHasTheLinesThatFollow()
+{
+    loggerToFile();
+    OrvexLog(u"here");
+    const QString other = mHome->filePath(QStringLiteral("a/b"));
+    gMainLogger->setLogFileLocation(other);
+    QCOMPARE(lines(other), QStringList());
+    OrvexLog(u"there");
+    QCOMPARE(lines(other).size(), 1);
+    QVERIFY(matches(stampPattern() + QStringLiteral("there"), lines(other)[0]));
+    QCOMPARE(lines().size(), 1);
+    QVERIFY(lines()[0].endsWith(QStringLiteral(" here")));
+}
+
 void KS7OrvexLoggerTest::theHomeFolderIsATilde()
 {
     loggerToFile();
@@ -701,6 +775,23 @@ void KS7OrvexLoggerTest::aFolderInTheFilesPlace()
     gMainLogger->revealLogFile();
     QCOMPARE(workspace->selected.size(), 1);
     QVERIFY(workspace->selected[0].startsWith(folder() + QLatin1Char('/') + AppName));
+}
+
+void KS7OrvexLoggerTest::theNextFileMakesAFailureGood()
+{
+    everyFileNameSoonIs([](const QString &path) { return QDir().mkpath(path); });
+    const auto workspace = std::make_shared<RecordingWorkspace>();
+    loggerToFile()->setWorkspace(workspace);
+    // The path is known, but nothing is open.
+    gMainLogger->revealLogFile();
+    QCOMPARE(workspace->selected.size(), 1);
+    OrvexLog(u"nowhere to go");
+    QVERIFY(QDir(folder()).removeRecursively());
+    gMainLogger->createLogFile();
+    OrvexLog(u"there again");
+    QCOMPARE(files(folder()).size(), 1);
+    QCOMPARE(lines().size(), 1);
+    QVERIFY(matches(stampPattern() + QStringLiteral("there again"), lines()[0]));
 }
 
 void KS7OrvexLoggerTest::failuresOfTheFirstLoggerGoNowhere()
