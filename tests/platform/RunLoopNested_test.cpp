@@ -26,6 +26,7 @@ private Q_SLOTS:
     void aQuitBetweenSlicesIsNotLost();
     void aQuitQueuedBetweenSlicesIsNotLost();
     void slicesInsideSlicesAllEnd();
+    void aPauseServesNothing();
 };
 
 int RunLoopNestedTest::runApplication(const std::function<void()> &insideIt)
@@ -113,6 +114,42 @@ void RunLoopNestedTest::slicesInsideSlicesAllEnd()
         goOn.append(runLoop->runFor(1h));
     });
     QCOMPARE(goOn, QList<bool>({false, false}));
+}
+
+void RunLoopNestedTest::aPauseServesNothing()
+{
+    class Receiver : public QObject {
+    public:
+        explicit Receiver(QStringList *served)
+            : mServed(served)
+        {
+        }
+        bool event(QEvent *) override
+        {
+            mServed->append(QStringLiteral("event"));
+            return true;
+        }
+
+    private:
+        QStringList *mServed;
+    };
+    QStringList served;
+    QStringList servedInThePause;
+    Receiver receiver(&served);
+    runApplication([&] {
+        QCoreApplication::postEvent(&receiver, new QEvent(QEvent::User));
+        runLoop->performOnMainThread([&] { served.append(QStringLiteral("queued call")); });
+        runLoop->performAfterDelay(this, 1ms, [&] {
+            served.append(QStringLiteral("delayed call"));
+            QCoreApplication::quit();
+        });
+        runLoop->pause(20ms);
+        servedInThePause = served;
+    });
+    QCOMPARE(servedInThePause, QStringList());
+    QCOMPARE(served,
+             QStringList(
+                 {QStringLiteral("event"), QStringLiteral("queued call"), QStringLiteral("delayed call")}));
 }
 
 QTEST_MAIN(RunLoopNestedTest)
