@@ -180,9 +180,15 @@ void LogindSession::propertiesChanged(const QString &interface, const QVariantMa
 {
     if (interface != bus::LogindSession)
         return;
-    if (changed.value(Active).userType() == QMetaType::Bool)
-        setActive(changed.value(Active).toBool());
-    else if (invalid.contains(Active))
+    const QVariant active = changed.value(Active);
+    const bool isTold = active.userType() == QMetaType::Bool;
+    if (!isTold && !invalid.contains(Active))
+        return;
+    // Who observes takes the session to have the screen: a loss before the first answer must not be missed.
+    mActive = mActive.value_or(true);
+    if (isTold)
+        setActive(active.toBool());
+    else
         readActive();
 }
 

@@ -27,7 +27,7 @@ public:
     void addObserver(const void *observer, const QString &name, NotificationHandler handler) override;
     void removeObserver(const void *observer, const QString &name) override;
     void postNotificationName(const QString &name, const void *object, const QVariantMap &userInfo) override;
-    /// Whether the session has the screen; nothing while that is not known.
+    /// Whether the session has the screen; nothing before logind has answered or told of a change.
     [[nodiscard]] std::optional<bool> isActive() const { return mActive; }
 
 private Q_SLOTS:

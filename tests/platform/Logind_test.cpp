@@ -7,7 +7,9 @@
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusError>
 #include <QDBusMessage>
+#include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusReply>
 #include <QDBusVariant>
@@ -16,6 +18,7 @@
 #include <QProcess>
 #include <QTest>
 
+#include <utility>
 #include <vector>
 
 namespace bus = platform::bus;
@@ -24,6 +27,10 @@ namespace {
 
 const QString Mock = QStringLiteral("org.freedesktop.DBus.Mock");
 const QString SessionPath = bus::LogindPath + QStringLiteral("/session/c1");
+const QString UserPath = bus::LogindPath + QStringLiteral("/user/self");
+const QString Active = QStringLiteral("Active");
+const QString &BecameActive = platform::NSWorkspaceSessionDidBecomeActiveNotification;
+const QString &Resigned = platform::NSWorkspaceSessionDidResignActiveNotification;
 
 /// The messages that the callback was handed, with their arguments.
 struct Received {
@@ -40,14 +47,54 @@ void receive(void *refcon, std::uint32_t, std::uint32_t message, void *argument)
         (*allows)->allowPowerChange(1, argument);
 }
 
+/// A session as a user's property Display names it.
+struct NamedSession {
+    QString name;
+    QDBusObjectPath path;
+};
+
+QDBusArgument &operator<<(QDBusArgument &argument, const NamedSession &session)
+{
+    argument.beginStructure();
+    argument << session.name << session.path;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, NamedSession &session)
+{
+    argument.beginStructure();
+    argument >> session.name >> session.path;
+    argument.endStructure();
+    return argument;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(NamedSession)
+
+namespace {
+
 /// Knows one session, which has the screen or not; comes and goes as it is told.
 class SmallLogind final : public QDBusVirtualObject {
 public:
-    SmallLogind()
+    enum class Finds { ByName, ByProcess, ByDisplay };
+
+    explicit SmallLogind(Finds finds = Finds::ByName)
         : mBus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("small logind")))
+        , mFinds(finds)
     {
+        qDBusRegisterMetaType<NamedSession>();
         mBus.registerVirtualObject(bus::LogindPath, this, QDBusConnection::SubPath);
     }
+    ~SmallLogind() override
+    {
+        go();
+        mBus.unregisterObject(bus::LogindPath, QDBusConnection::UnregisterTree);
+    }
+    SmallLogind(const SmallLogind &) = delete;
+    SmallLogind &operator=(const SmallLogind &) = delete;
+
     void come(bool active)
     {
         mActive = active;
@@ -55,18 +102,77 @@ public:
     }
     void go() { mBus.unregisterService(bus::Logind); }
 
+    /// Tells of a switch together with the new value, or only that the old one no longer holds.
+    void switches(bool active)
+    {
+        mActive = active;
+        announce({{Active, active}}, {});
+    }
+    void switchesWithoutSaying(bool active)
+    {
+        mActive = active;
+        announce({}, {Active});
+    }
+
+    /// Leaves whoever asks for the session's state without an answer until answerNow().
+    void keepAnswersBack() { mKeepsAnswersBack = true; }
+    [[nodiscard]] bool hasUnanswered() const { return !mUnanswered.isEmpty(); }
+    void answerNow()
+    {
+        mKeepsAnswersBack = false;
+        for (const QDBusMessage &question : std::exchange(mUnanswered, {}))
+            mBus.send(answerTo(question));
+    }
+    /// The ways in which the session was looked for, each once.
+    [[nodiscard]] QStringList searches() const { return mSearches; }
+
     [[nodiscard]] QString introspect(const QString &) const override { return {}; }
     bool handleMessage(const QDBusMessage &question, const QDBusConnection &connection) override
     {
-        const QVariant answer = question.member() == QLatin1String("GetSession")
-            ? QVariant::fromValue(QDBusObjectPath(SessionPath))
-            : QVariant::fromValue(QDBusVariant(mActive));
-        return connection.send(question.createReply(answer));
+        const bool isSearch = question.path() != SessionPath;
+        if (isSearch && !mSearches.contains(question.member()))
+            mSearches.append(question.member());
+        if (isSearch || !mKeepsAnswersBack)
+            return connection.send(answerTo(question));
+        mUnanswered.append(question);
+        return true;
     }
 
 private:
+    [[nodiscard]] QDBusMessage answerTo(const QDBusMessage &question) const
+    {
+        const auto session = QVariant::fromValue(QDBusObjectPath(SessionPath));
+        const auto is = [&question](const QString &path, const char *method, const QVariantList &arguments) {
+            return question.path() == path && question.member() == QLatin1String(method)
+                && question.arguments() == arguments;
+        };
+        if (mFinds == Finds::ByName && is(bus::LogindPath, "GetSession", {QStringLiteral("c1")}))
+            return question.createReply(session);
+        const auto process = static_cast<uint>(QCoreApplication::applicationPid());
+        if (mFinds == Finds::ByProcess && is(bus::LogindPath, "GetSessionByPID", {process}))
+            return question.createReply(session);
+        const NamedSession display{QStringLiteral("c1"), QDBusObjectPath(SessionPath)};
+        if (mFinds == Finds::ByDisplay && is(UserPath, "Get", {bus::LogindUser, QStringLiteral("Display")}))
+            return question.createReply(QVariant::fromValue(QDBusVariant(QVariant::fromValue(display))));
+        if (is(SessionPath, "Get", {bus::LogindSession, Active}))
+            return question.createReply(QVariant::fromValue(QDBusVariant(mActive)));
+        return question.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("Not known here"));
+    }
+
+    void announce(const QVariantMap &changed, const QStringList &invalid)
+    {
+        auto signal =
+            QDBusMessage::createSignal(SessionPath, bus::Properties, QStringLiteral("PropertiesChanged"));
+        signal << bus::LogindSession << changed << invalid;
+        mBus.send(signal);
+    }
+
     QDBusConnection mBus;
+    const Finds mFinds;
     bool mActive = false;
+    bool mKeepsAnswersBack = false;
+    QList<QDBusMessage> mUnanswered;
+    QStringList mSearches;
 };
 
 } // namespace
@@ -136,13 +242,12 @@ class LogindTest : public QObject {
     static void setActive(bool active)
     {
         tell(SessionPath, Mock, QStringLiteral("UpdateProperties"),
-             {bus::LogindSession, QVariantMap{{QStringLiteral("Active"), active}}});
+             {bus::LogindSession, QVariantMap{{Active, active}}});
     }
 
     void listen(platform::LogindSession &session, QStringList &heard)
     {
-        for (const auto &name : {platform::NSWorkspaceSessionDidBecomeActiveNotification,
-                                 platform::NSWorkspaceSessionDidResignActiveNotification})
+        for (const auto &name : {BecameActive, Resigned})
             session.addObserver(this, name,
                                 [&heard](const platform::Notification &told) { heard.append(told.name); });
     }
@@ -288,10 +393,9 @@ private Q_SLOTS:
         setActive(false);
         setActive(false);
         setActive(true);
-        const QStringList expected{platform::NSWorkspaceSessionDidResignActiveNotification,
-                                   platform::NSWorkspaceSessionDidBecomeActiveNotification};
+        const QStringList expected{Resigned, BecameActive};
         QTRY_COMPARE_WITH_TIMEOUT(heard, expected, Patience);
-        session.removeObserver(this, platform::NSWorkspaceSessionDidResignActiveNotification);
+        session.removeObserver(this, Resigned);
         setActive(false);
         QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(false), Patience);
         QCOMPARE(heard, expected);
@@ -309,21 +413,135 @@ private Q_SLOTS:
         logind.go();
         logind.come(false);
         QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(false), Patience);
-        QCOMPARE(heard, QStringList{platform::NSWorkspaceSessionDidResignActiveNotification});
+        QCOMPARE(heard, QStringList{Resigned});
         logind.go();
         logind.come(false);
         logind.go();
         logind.come(true);
         QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(true), Patience);
         QCOMPARE(heard.size(), 2);
-        logind.go();
+    }
+
+    void theSessionIsFound_data()
+    {
+        using Finds = SmallLogind::Finds;
+        const auto name = QStringLiteral("GetSession");
+        const auto process = QStringLiteral("GetSessionByPID");
+        const auto display = QStringLiteral("Get");
+        QTest::addColumn<QString>("sessionId");
+        QTest::addColumn<int>("finds");
+        QTest::addColumn<QStringList>("searches");
+        QTest::newRow("by its name") << "c1" << int(Finds::ByName) << QStringList{name};
+        QTest::newRow("by the process") << "" << int(Finds::ByProcess) << QStringList{process};
+        QTest::newRow("by the process of a name nobody knows")
+            << "c7" << int(Finds::ByProcess) << QStringList{name, process};
+        QTest::newRow("as the user's display")
+            << "" << int(Finds::ByDisplay) << QStringList{process, display};
+    }
+
+    void theSessionIsFound()
+    {
+        QFETCH(QString, sessionId);
+        QFETCH(int, finds);
+        if (!sessionId.isEmpty())
+            qputenv("XDG_SESSION_ID", sessionId.toLatin1());
+        SmallLogind logind{SmallLogind::Finds(finds)};
+        logind.come(true);
+        platform::LogindSession session;
+        QStringList heard;
+        listen(session, heard);
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(true), Patience);
+        QTEST(logind.searches(), "searches");
+        logind.switches(false);
+        QTRY_COMPARE_WITH_TIMEOUT(heard, QStringList{Resigned}, Patience);
+    }
+
+    void theFirstAnswerIsNoSwitch()
+    {
+        qputenv("XDG_SESSION_ID", "c1");
+        SmallLogind logind;
+        logind.come(false);
+        platform::LogindSession session;
+        QStringList heard;
+        listen(session, heard);
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(false), Patience);
+        QCOMPARE(heard, QStringList());
+        logind.switches(true);
+        QTRY_COMPARE_WITH_TIMEOUT(heard, QStringList{BecameActive}, Patience);
+    }
+
+    void aLossBeforeTheFirstAnswerIsTold_data()
+    {
+        QTest::addColumn<bool>("says");
+        QTest::newRow("with the new value") << true;
+        QTest::newRow("without the new value") << false;
+    }
+
+    void aLossBeforeTheFirstAnswerIsTold()
+    {
+        QFETCH(bool, says);
+        qputenv("XDG_SESSION_ID", "c1");
+        SmallLogind logind;
+        logind.keepAnswersBack();
+        logind.come(true);
+        platform::LogindSession session;
+        QStringList heard;
+        listen(session, heard);
+        QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Patience);
+        if (says)
+            logind.switches(false);
+        else
+            logind.switchesWithoutSaying(false);
+        logind.answerNow();
+        QTRY_COMPARE_WITH_TIMEOUT(heard, QStringList{Resigned}, Patience);
+        // Whatever the answers might have told would be heard before this.
+        logind.switches(true);
+        QTRY_COMPARE_WITH_TIMEOUT(heard.size(), 2, Patience);
+        QCOMPARE(heard, (QStringList{Resigned, BecameActive}));
+    }
+
+    void aGainBeforeTheFirstAnswerIsNotTold()
+    {
+        qputenv("XDG_SESSION_ID", "c1");
+        SmallLogind logind;
+        logind.keepAnswersBack();
+        logind.come(false);
+        platform::LogindSession session;
+        QStringList heard;
+        listen(session, heard);
+        QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Patience);
+        logind.switches(true);
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(true), Patience);
+        logind.answerNow();
+        logind.switches(false);
+        QTRY_VERIFY_WITH_TIMEOUT(!heard.isEmpty(), Patience);
+        QCOMPARE(heard, QStringList{Resigned});
+    }
+
+    void aSwitchThatDoesNotSayWhereToIsAskedFor()
+    {
+        qputenv("XDG_SESSION_ID", "c1");
+        SmallLogind logind;
+        logind.come(true);
+        platform::LogindSession session;
+        QStringList heard;
+        listen(session, heard);
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(true), Patience);
+        logind.keepAnswersBack();
+        logind.switchesWithoutSaying(true);
+        QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Patience);
+        logind.answerNow();
+        logind.switchesWithoutSaying(false);
+        QTRY_COMPARE_WITH_TIMEOUT(heard, QStringList{Resigned}, Patience);
+        logind.switchesWithoutSaying(true);
+        QTRY_COMPARE_WITH_TIMEOUT(heard, (QStringList{Resigned, BecameActive}), Patience);
     }
 
     void aSessionNobodyKnowsIsNeitherActiveNorNot()
     {
         startLogind();
         platform::LogindSession session;
-        session.addObserver(this, platform::NSWorkspaceSessionDidResignActiveNotification,
+        session.addObserver(this, Resigned,
                             [](const platform::Notification &) { QFAIL("nobody has switched"); });
         // Its questions have been answered when a later one has.
         inhibitors();
