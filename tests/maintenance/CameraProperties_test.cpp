@@ -108,6 +108,7 @@ void CameraPropertiesTest::withNoCameraTheSheetShowsWhatItShowedBefore()
 {
     showPaneWithTwoCameras();
     openSheet();
+    fixture->outlets().ignoreCheckbox->click();
     pressButton("propertiesCancelButton");
     fixture->agent.cameraDict.clear();
     fixture->agent.sorted.clear();
@@ -117,6 +118,7 @@ void CameraPropertiesTest::withNoCameraTheSheetShowsWhatItShowedBefore()
     QVERIFY(sheetIsUp());
     QCOMPARE(shownName(), QStringLiteral("Kitchen"));
     QCOMPARE(shownID(), QStringLiteral("4455"));
+    QVERIFY(fixture->outlets().ignoreCheckbox->isChecked());
 }
 
 void CameraPropertiesTest::okWithNoCameraLeavesTheSheetOpen()

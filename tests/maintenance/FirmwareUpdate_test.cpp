@@ -1,12 +1,8 @@
 #include "agent/NotificationNames.h"
 #include "platform/Indicators.h"
 #include "platform/Sheets.h"
-#include "settings/KS7Domain.h"
 #include "tests/support/PaneFixture.h"
 
-#include <QDir>
-#include <QDirIterator>
-#include <QFile>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -98,7 +94,6 @@ private:
     {
         return fixture->outlets().firmwareCheckingIndicator;
     }
-    static QByteArray logged();
 
     std::unique_ptr<PaneFixture> fixture;
     int slice = 0;
@@ -127,6 +122,7 @@ private Q_SLOTS:
     void quittingEndsTheWaitAndTouchesNothing();
     void anAlertMayStandOverTheSheet();
     void endsOutsideAnUpdateOnlyCount();
+    void everyEndIsLogged();
     void noTextResizesOrLeavesTheSheet();
     void returnContinues();
 };
@@ -139,7 +135,7 @@ void FirmwareUpdateTest::init()
     fixture->agent.needsFirmware = true;
     fixture->agent.addCamera(Kitchen, QStringLiteral("Kitchen"), 1, QStringLiteral("4455"));
     fixture->agent.prefer(Kitchen);
-    fixture->defaults->agentWrites(PreferenceKeys::LogToFile, true);
+    fixture->keepLog();
     fixture->show();
     fixture->takeJournal();
 }
@@ -189,19 +185,6 @@ Look FirmwareUpdateTest::look() const
             !outlets.firmwareCancelButton->isHidden(),
             outlets.firmwareContinueButton->isEnabled(),
             fixture->controller().firmwareStep()};
-}
-
-QByteArray FirmwareUpdateTest::logged()
-{
-    QByteArray text;
-    QDirIterator files(QDir::homePath() + QStringLiteral("/Library/Logs"), QDir::Files,
-                       QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        QFile file(files.next());
-        if (file.open(QIODevice::ReadOnly))
-            text += file.readAll();
-    }
-    return text;
 }
 
 void FirmwareUpdateTest::everyMomentLooksAsItShould()
@@ -255,7 +238,7 @@ void FirmwareUpdateTest::anErrorAtTheEndIsOverwritten()
     startUpdate();
     QCOMPARE(rightAfterTheEnd, failed(4711));
     QCOMPARE(look(), Complete);
-    QVERIFY(logged().contains("firmwareUpdateEnded: 4711"));
+    QVERIFY(fixture->takeLog().contains(QStringLiteral("firmwareUpdateEnded: 4711")));
 }
 
 void FirmwareUpdateTest::anErrorIsShownUntilTheWaitNoticesTheEnd()
@@ -478,7 +461,7 @@ void FirmwareUpdateTest::anAlertMayStandOverTheSheet()
     });
     startUpdate();
     QCOMPARE(fixture->sheets->alerts.size(), std::size_t(1));
-    fixture->sheets->dismissAlert();
+    QVERIFY(fixture->sheets->dismissAlert());
     QVERIFY(sheetIsUp());
     pressContinue();
     QVERIFY(!sheetIsUp());
@@ -494,6 +477,21 @@ void FirmwareUpdateTest::endsOutsideAnUpdateOnlyCount()
     QCOMPARE(fixture->controller().firmwareStep(), 3);
     openSheet();
     QCOMPARE(look(), Opened);
+}
+
+void FirmwareUpdateTest::everyEndIsLogged()
+{
+    fixture->turn();
+    fixture->takeLog();
+    agentReportsEnd(0);
+    agentReportsEnd(4711);
+    agentReportsEnd(-2147483647 - 1);
+    fixture->agentPosts(NotificationNames::FirmwareUpdateEnded);
+    QCOMPARE(
+        fixture->takeLog(),
+        (QStringList{QStringLiteral("firmwareUpdateEnded: 0"), QStringLiteral("firmwareUpdateEnded: 4711"),
+                     QStringLiteral("firmwareUpdateEnded: -2147483648"),
+                     QStringLiteral("firmwareUpdateEnded: 0")}));
 }
 
 void FirmwareUpdateTest::noTextResizesOrLeavesTheSheet()

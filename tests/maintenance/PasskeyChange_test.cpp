@@ -66,6 +66,7 @@ private Q_SLOTS:
     void returnIsOkOnlyForAPasskey();
     void escapeCancels();
     void okEndsTheSheetAndSendsHalfASecondLater();
+    void anAgentThatDiesAfterOkIsToldNothing();
     void anImmediateErrorIsShown_data();
     void anImmediateErrorIsShown();
     void cancelSendsNothing();
@@ -80,6 +81,7 @@ private Q_SLOTS:
     void theUpdateItemNeedsACameraThatNeedsIt_data();
     void theUpdateItemNeedsACameraThatNeedsIt();
     void pluggingInSettlesTheItems();
+    void theCableIsLoggedThenTheSheetsEndThenTheAgentIsAsked();
     void withoutAgentTheUpdateItemIsOff();
     void thePasskeyIsInNoLog();
 };
@@ -124,7 +126,7 @@ void PasskeyChangeTest::expectAlert(const QString &title, const QString &message
     QCOMPARE(shown.alert.message, message);
     QCOMPARE(shown.alert.defaultButton, QStringLiteral("OK"));
     QCOMPARE(shown.window, &fixture->window);
-    fixture->sheets->dismissAlert();
+    QVERIFY2(fixture->sheets->dismissAlert(), "its button takes it off the screen");
     expectNoAlert();
 }
 
@@ -299,6 +301,20 @@ void PasskeyChangeTest::okEndsTheSheetAndSendsHalfASecondLater()
     QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")), QStringList());
 }
 
+void PasskeyChangeTest::anAgentThatDiesAfterOkIsToldNothing()
+{
+    openSheet();
+    paste(QStringLiteral("1234"));
+    pressOkay();
+    fixture->connections->killAgent();
+    fixture->runLoop->turn();
+    fixture->takeJournal();
+    fixture->agent.setPassKeyResult = -1;
+    fixture->runLoop->advance(1s);
+    QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")), QStringList());
+    expectNoAlert();
+}
+
 void PasskeyChangeTest::anImmediateErrorIsShown_data()
 {
     QTest::addColumn<int>("code");
@@ -404,6 +420,12 @@ void PasskeyChangeTest::unpluggingClosesTheFirmwareSheetAtStepZeroOnly()
     fixture->controller().firmwareContinue(nullptr);
     fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
     QVERIFY(firmwareSheetIsUp());
+    for (const int step : {2, 3}) {
+        fixture->agentPosts(NotificationNames::FirmwareUpdateEnded);
+        QCOMPARE(fixture->controller().firmwareStep(), step);
+        fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
+        QVERIFY2(firmwareSheetIsUp(), "the person reads how it ended");
+    }
 }
 
 void PasskeyChangeTest::theAgentsEndClosesTheSheet()
@@ -455,6 +477,27 @@ void PasskeyChangeTest::pluggingInSettlesTheItems()
     fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
     QVERIFY(!itemWithTag(35)->isEnabled());
     QVERIFY(itemWithTag(34)->isEnabled());
+}
+
+void PasskeyChangeTest::theCableIsLoggedThenTheSheetsEndThenTheAgentIsAsked()
+{
+    fixture->keepLog();
+    openSheet();
+    fixture->controller().installFirmware(nullptr);
+    fixture->takeLog();
+    QStringList logged;
+    QList<bool> sheetsUp;
+    fixture->agent.during[QStringLiteral("connectedCamHasBTAddress")] = [&] {
+        logged = fixture->takeLog();
+        sheetsUp = {sheetIsUp(), firmwareSheetIsUp()};
+    };
+    fixture->agentPosts(NotificationNames::USBDeviceConnected);
+    QCOMPARE(logged, QStringList{QStringLiteral("USB device connected")});
+    QCOMPARE(sheetsUp, (QList<bool>{true, true}));
+    fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
+    QCOMPARE(logged, QStringList{QStringLiteral("USB device disconnected")});
+    QCOMPARE(sheetsUp, (QList<bool>{false, false}));
+    QCOMPARE(fixture->takeLog(), QStringList());
 }
 
 void PasskeyChangeTest::withoutAgentTheUpdateItemIsOff()

@@ -331,6 +331,40 @@ private Q_SLOTS:
         QCOMPARE(mPane->takeJournal(), QStringList{QStringLiteral("close device")});
     }
 
+    void stopSessionOfAStartThatFailed()
+    {
+        showPane();
+        pressButton();
+        mPane->takeJournal();
+        mPane->outlets().previewView->stopSession();
+        QCOMPARE(mPane->takeJournal(), QStringList());
+        // The next start looks for the camera again.
+        mCamera = mPane->capture->addDevice(CameraID);
+        pressButton();
+        compareRunning();
+        QVERIFY(mCamera->isOpen());
+    }
+
+    void stopSessionAfterAnInputThatDidNotFitClosesTheDevice()
+    {
+        showPaneWithCamera();
+        mPane->capture->sessionsAccept = false;
+        pressButton();
+        mPane->takeJournal();
+        mPane->outlets().previewView->stopSession();
+        QCOMPARE(mPane->takeJournal(), QStringList{QStringLiteral("close device")});
+    }
+
+    void stopSessionClosesNoDeviceThatIsClosed()
+    {
+        showPaneWithCamera();
+        pressButton();
+        mCamera->close();
+        mPane->takeJournal();
+        mPane->outlets().previewView->stopSession();
+        QCOMPARE(mPane->takeJournal(), QStringList{QStringLiteral("stop session")});
+    }
+
     void metersFollowTheAgentTenTimesASecond()
     {
         mPane->agent.left = 0.5F;
@@ -428,8 +462,34 @@ private Q_SLOTS:
     {
         showPane();
         pressButton();
-        mPane->sheets->dismissAlert();
-        QVERIFY(mPane->sheets->alerts.empty());
+        QVERIFY(mPane->sheets->dismissAlert());
+    }
+
+    void hidingThePaneLeavesTheRestAsItIs()
+    {
+        // With an agent, its connection's end stops the preview in passing.
+        mPane->agent.running = false;
+        mCamera = mPane->capture->addDevice(CameraID);
+        mPane->show();
+        mPane->controller().startVideo(nullptr);
+        mPane->hide();
+        QVERIFY(!session().isRunning());
+        QVERIFY(mPane->controller().isStreaming());
+        QVERIFY(mPane->controller().hasLevelsTimer());
+        QCOMPARE(mPane->outlets().startButton->text(), QStringLiteral("Stop Preview"));
+    }
+
+    void wakingUpClearsSessionAndInput()
+    {
+        showPaneWithCamera();
+        pressButton();
+        pressButton();
+        mPane->takeJournal();
+        mPane->outlets().previewView->awakeFromNib();
+        mPane->outlets().previewView->stopSession();
+        QCOMPARE(mPane->takeJournal(), QStringList());
+        pressButton();
+        QCOMPARE(mPane->capture->sessions.size(), std::size_t(2));
     }
 
 private:
