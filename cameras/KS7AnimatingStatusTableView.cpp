@@ -36,6 +36,12 @@ QColor highlightUnderWhite()
     return color;
 }
 
+bool isAnyStarting(const QHash<QString, std::shared_ptr<KS7Cam>> &cameras)
+{
+    return std::any_of(cameras.begin(), cameras.end(),
+                       [](const auto &camera) { return camera && camera->status() == kKS7CamStarting; });
+}
+
 /// Stamps the table's one cell on each row.
 class CamCellDelegate final : public QStyledItemDelegate {
 public:
@@ -349,10 +355,6 @@ void KS7AnimatingStatusTableView::cycle(platform::Timer *)
 {
     mCycle = (mCycle + 1) % 2;
     display();
-    const auto &cameras = settingsController->cameras();
-    const bool isAnyStarting = std::any_of(cameras.begin(), cameras.end(), [](const auto &camera) {
-        return camera && camera->status() == kKS7CamStarting;
-    });
-    if (!isAnyStarting)
+    if (!settingsController || !isAnyStarting(settingsController->cameras()))
         stopAnimatingStatus();
 }

@@ -1,12 +1,13 @@
 #include "agent/NotificationNames.h"
 #include "cameras/CameraTableModel.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
+#include "tests/support/PaintWatch.h"
 #include "tests/support/PaneFixture.h"
 #include "tests/support/Patience.h"
 
 #include <QApplication>
 #include <QHeaderView>
-#include <QPaintEvent>
+#include <QImage>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -18,24 +19,37 @@ namespace Names = NotificationNames;
 
 namespace {
 
-class PaintCounter final : public QObject {
-public:
-    explicit PaintCounter(QWidget *widget)
-        : QObject(widget)
-    {
-        widget->installEventFilter(this);
-    }
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint) {
-            ++count;
-            last = static_cast<QPaintEvent *>(event)->region();
-        }
-        return false;
-    }
-    int count = 0;
-    QRegion last;
+const QColor Black(0, 0, 0);
+const QColor DarkGray(85, 85, 85);
+const QColor White(255, 255, 255);
+
+/// The colours of a row's two lines.
+struct RowInk {
+    QColor name;
+    QColor status;
 };
+
+/// The colour within the area that is furthest from the ground beside it: the text's, where it is thickest.
+QColor inkWithin(const QImage &image, const QRect &area, const QColor &ground)
+{
+    const auto distance = [&ground](const QColor &color) {
+        return std::abs(qGray(color.rgb()) - qGray(ground.rgb()));
+    };
+    QColor ink = ground;
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x) {
+            if (distance(image.pixelColor(x, y)) > distance(ink))
+                ink = image.pixelColor(x, y);
+        }
+    }
+    return ink;
+}
+
+/// Text may be thinner than a pixel everywhere.
+bool isAbout(const QColor &color, const QColor &expected)
+{
+    return std::abs(qGray(color.rgb()) - qGray(expected.rgb())) <= 24;
+}
 
 } // namespace
 
@@ -86,6 +100,22 @@ class TableTest : public QObject {
     {
         press(row);
         release(row);
+    }
+
+    /// As a screen of twice the resolution shows the row, where text is thick enough to have its full colour.
+    RowInk inkOfRow(int row)
+    {
+        constexpr int Scale = 2;
+        QImage image(table().viewport()->size() * Scale, QImage::Format_RGB32);
+        image.setDevicePixelRatio(Scale);
+        table().viewport()->render(&image);
+        const QRect cell = table().visualRect(table().model()->index(row, 0));
+        const auto area = [&cell](const QRect &part) {
+            return QRect((cell.topLeft() + part.topLeft()) * Scale, part.size() * Scale);
+        };
+        const QColor ground = image.pixelColor((cell.topRight() + QPoint(-4, 4)) * Scale);
+        return {inkWithin(image, area({3, 3, 100, 15}), ground),
+                inkWithin(image, area({13, 19, 100, 13}), ground)};
     }
 
     void statusBecomes(int row, int status)
@@ -320,6 +350,42 @@ private Q_SLOTS:
         QVERIFY(image.pixelColor(image.width() - 5, 5).value() > 240);
     }
 
+    void theSelectedRowIsWhiteAndTheOthersDark()
+    {
+        showCameras(2);
+        table().selectRow(1);
+        QVERIFY(isAbout(inkOfRow(0).name, Black));
+        QVERIFY(isAbout(inkOfRow(0).status, DarkGray));
+        QVERIFY(isAbout(inkOfRow(1).name, White));
+        QVERIFY(isAbout(inkOfRow(1).status, White));
+    }
+
+    void aDisabledTablesRowsAreGray()
+    {
+        showCameras(2);
+        mFixture->defaults->agentWrites(QStringLiteral("KS7On"), false);
+        mFixture->agentPosts(Names::OnOffChanged);
+        QVERIFY(!table().isEnabled());
+        const auto disabled = table().palette().color(QPalette::Disabled, QPalette::Text);
+        for (const int row : {0, 1}) {
+            QVERIFY(isAbout(inkOfRow(row).name, disabled));
+            QVERIFY(isAbout(inkOfRow(row).status, disabled));
+        }
+    }
+
+    void theSelectedRowIsWhiteInADisabledTableToo()
+    {
+        showCameras(2);
+        agent().prefer(address(1));
+        mFixture->agentPosts(Names::NoBluetooth);
+        QVERIFY(!table().isEnabled());
+        QCOMPARE(table().selectedRow(), 1);
+        const auto disabled = table().palette().color(QPalette::Disabled, QPalette::Text);
+        QVERIFY(isAbout(inkOfRow(0).name, disabled));
+        QVERIFY(isAbout(inkOfRow(1).name, White));
+        QVERIFY(isAbout(inkOfRow(1).status, White));
+    }
+
     void paintingAsksForTheRowsInSightOnly()
     {
         showCameras(5000);
@@ -372,12 +438,35 @@ private Q_SLOTS:
     {
         showCameras(3);
         statusBecomes(0, 3);
-        PaintCounter paints(table().viewport());
+        PaintWatch paints(table().viewport());
         mFixture->runLoop->advance(500ms);
         QCOMPARE(paints.count, 1);
         QCOMPARE(paints.last.boundingRect(), table().viewport()->rect());
         mFixture->runLoop->advance(500ms);
         QCOMPARE(paints.count, 2);
+    }
+
+    void aTickDrawsTheNewPhase()
+    {
+        showCameras(1);
+        statusBecomes(0, 3);
+        QList<int> drawn;
+        PaintWatch paints(table().viewport());
+        paints.onPaint = [&] { drawn.append(table().cycle()); };
+        for (int tick = 0; tick < 3; ++tick)
+            mFixture->runLoop->advance(500ms);
+        QCOMPARE(drawn, QList<int>({1, 0, 1}));
+    }
+
+    void aTableWithoutAControllerBlinksOnce()
+    {
+        KS7AnimatingStatusTableView alone;
+        alone.awakeFromNib(mFixture->runLoop);
+        alone.startAnimatingStatus();
+        QVERIFY(alone.isAnimatingStatus());
+        mFixture->runLoop->advance(500ms);
+        QCOMPARE(alone.cycle(), 1);
+        QVERIFY(!alone.isAnimatingStatus());
     }
 
     void aPairingCameraAloneBlinksOnceAndStopsOnGray()
