@@ -2,6 +2,9 @@
 #include "cameras/CameraTableModel.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "platform/Indicators.h"
+#include "preview/KS7PreviewController.h"
+#include "preview/KS7QTCaptureView.h"
+#include "tests/support/PaintWatch.h"
 #include "tests/support/PaneFixture.h"
 
 #include <QLabel>
@@ -10,6 +13,7 @@
 #include <QToolButton>
 
 #include <limits>
+#include <map>
 
 namespace Names = NotificationNames;
 
@@ -102,6 +106,35 @@ private Q_SLOTS:
         QCOMPARE(mFixture->takeRemoteCalls(), refreshCalls());
     }
 
+    void aRefreshReadsTheSwitchBeforeTheListAndAgainBeforeTheChoice()
+    {
+        addThreeCameras();
+        showPane();
+        controller().cameraStatusChanged();
+        QCOMPARE(mFixture->takeJournal(),
+                 QStringList({QStringLiteral("synchronize"), QStringLiteral("remote cameraDict"),
+                              QStringLiteral("remote sortedDeviceList"),
+                              QStringLiteral("remote indexOfPreferredKS7Cam"), QStringLiteral("synchronize"),
+                              QStringLiteral("remote indexOfPreferredKS7Cam"),
+                              QStringLiteral("remote connectedCamHasBTAddress nil"),
+                              QStringLiteral("remote connectedCamHasBTAddress nil"),
+                              QStringLiteral("remote getPreferredKS7Cam")}));
+    }
+
+    void switchedOffNothingIsSelectedAnyMoreWhenTheAgentIsAsked()
+    {
+        addThreeCameras();
+        agent().prefer(Desk);
+        showPane();
+        QCOMPARE(table().selectedRow(), 1);
+        switchService(false);
+        std::optional<int> selected;
+        agent().during[QStringLiteral("cameraDict")] = [&] { selected = table().selectedRow(); };
+        controller().cameraStatusChanged();
+        QCOMPARE(selected, std::optional<int>(-1));
+        QCOMPARE(mFixture->takeRemoteCalls(), refreshCalls());
+    }
+
     void fiveListChangesAreFiveRefreshes()
     {
         showPane();
@@ -138,11 +171,14 @@ private Q_SLOTS:
         addThreeCameras();
         showPane();
         agent().prefer(Desk);
-        agentSays(Names::PreferredCameraChanged);
+        // At once: the loop does not turn.
+        mFixture->distributedCenter->deliver(Names::PreferredCameraChanged);
         QCOMPARE(table().selectedRow(), 1);
-        QCOMPARE(mFixture->takeRemoteCalls(),
-                 QStringList({QStringLiteral("indexOfPreferredKS7Cam"),
-                              QStringLiteral("connectedCamHasBTAddress ") + Desk}));
+        const QStringList calls{QStringLiteral("indexOfPreferredKS7Cam"),
+                                QStringLiteral("connectedCamHasBTAddress ") + Desk};
+        QCOMPARE(mFixture->takeRemoteCalls(), calls);
+        mFixture->runLoop->turn();
+        QVERIFY(mFixture->takeRemoteCalls().isEmpty());
     }
 
     void aClickMakesTheCameraThePreferredOne()
@@ -242,8 +278,24 @@ private Q_SLOTS:
         showPane();
         agentSays(Names::NoBluetooth);
         QVERIFY(!table().isEnabled());
+        QVERIFY(table().allowsEmptySelection());
         QVERIFY(!outlets().startButton->isEnabled());
         QCOMPARE(table().selectedRow(), 1);
+    }
+
+    void withoutBluetoothAndAPreferredCameraNothingIsSelected()
+    {
+        addThreeCameras();
+        showPane();
+        table().selectRow(1);
+        QVERIFY(!table().allowsEmptySelection());
+        agentSays(Names::NoBluetooth);
+        QVERIFY(!table().isEnabled());
+        QVERIFY(table().allowsEmptySelection());
+        QCOMPARE(table().selectedRow(), -1);
+        agentSays(Names::FoundBluetooth);
+        QVERIFY(table().isEnabled());
+        QVERIFY(!table().allowsEmptySelection());
     }
 
     void aStreamingPreferredCameraForbidsAddingWhateverIsSelected()
@@ -282,6 +334,8 @@ private Q_SLOTS:
         agent().prefer(Kitchen);
         showPane();
         QCOMPARE(outlets().removeButton->isEnabled(), removable);
+        // Another one can be added unless this one streams.
+        QCOMPARE(outlets().addButton->isEnabled(), status != 4);
         QVERIFY(outlets().startButton->isEnabled());
         clickRow(0);
         QCOMPARE(outlets().removeButton->isEnabled(), removable);
@@ -309,6 +363,63 @@ private Q_SLOTS:
         QVERIFY(!outlets().pulldownMenu->isEnabled());
     }
 
+    void withoutAConnectionNoRowIsCountedAndTheMenuIsLeftAlone()
+    {
+        addThreeCameras();
+        showPane();
+        outlets().pulldownMenu->setEnabled(false);
+        // The rows go as soon as the connection is lost, while the cameras read last are still there.
+        int cameras = 0;
+        connect(table().model(), &QAbstractItemModel::rowsRemoved, this, [&] {
+            cameras = static_cast<int>(controller().cameras().size());
+            QVERIFY(!outlets().pulldownMenu->isEnabled());
+        });
+        mFixture->connections->killAgent();
+        QCOMPARE(cameras, 3);
+        QVERIFY(!outlets().pulldownMenu->isEnabled());
+        outlets().pulldownMenu->setEnabled(true);
+        QCOMPARE(controller().numberOfRowsInTableView(&table()), 0);
+        QVERIFY(outlets().pulldownMenu->isEnabled());
+    }
+
+    void theChoiceIsMadeBeforeTheRowsAreDrawn()
+    {
+        addThreeCameras();
+        showPane();
+        PaintWatch paints(table().viewport());
+        QVERIFY(paints.begin());
+        QCOMPARE(table().selectedRow(), -1);
+        agent().prefer(Desk);
+        QList<int> selected;
+        paints.onPaint = [&] { selected.append(table().selectedRow()); };
+        controller().reloadTable();
+        QCOMPARE(selected, QList<int>{1});
+    }
+
+    void aRefreshRedrawsThePictureUnlessItStreams()
+    {
+        addThreeCameras();
+        agent().prefer(Kitchen);
+        mFixture->capture->addDevice(QStringLiteral("KS-7 Wireless Webcam"));
+        showPane();
+        auto *picture = outlets().previewView->qtView;
+        PaintWatch paints(picture);
+        const auto paintsOfARefresh = [&] {
+            picture->show();
+            if (!paints.begin())
+                return -1;
+            controller().cameraStatusChanged();
+            return paints.count;
+        };
+        QCOMPARE(paintsOfARefresh(), 1);
+        outlets().startButton->click();
+        QVERIFY(controller().isStreaming());
+        QCOMPARE(paintsOfARefresh(), 0);
+        outlets().startButton->click();
+        QVERIFY(!controller().isStreaming());
+        QCOMPARE(paintsOfARefresh(), 1);
+    }
+
     void removingTellsTheAgentAndWaitsForItsAnswer()
     {
         addThreeCameras();
@@ -317,7 +428,7 @@ private Q_SLOTS:
         outlets().removeButton->click();
         QCOMPARE(mFixture->takeRemoteCalls(),
                  QStringList({QStringLiteral("removeCameraAtIndex 1 yes"),
-                              QStringLiteral("checkRemoveCurrentCam Desk")}));
+                              QStringLiteral("checkRemoveCurrentCam 1 2A9D Desk")}));
         QCOMPARE(table().numberOfRows(), 3);
     }
 
@@ -342,7 +453,7 @@ private Q_SLOTS:
         clickRow(2);
         QCOMPARE(mFixture->takeRemoteCalls(),
                  QStringList({QStringLiteral("removeCameraAtIndex -1 yes"),
-                              QStringLiteral("checkRemoveCurrentCam Attic")}));
+                              QStringLiteral("checkRemoveCurrentCam 0 2A9E Attic")}));
     }
 
     void theRecordToRemoveIsTheOneBeforeTheRemoval()
@@ -356,7 +467,7 @@ private Q_SLOTS:
             controller().cameraStatusChanged();
         };
         controller().removeCamera(nullptr);
-        QCOMPARE(mFixture->takeRemoteCalls().last(), QStringLiteral("checkRemoveCurrentCam Desk"));
+        QCOMPARE(mFixture->takeRemoteCalls().last(), QStringLiteral("checkRemoveCurrentCam 1 2A9D Desk"));
     }
 
     void plusAsksForDiscoveryAndShowsNothingYet()
@@ -414,6 +525,35 @@ private Q_SLOTS:
         showPane();
         for (const int row : {-1, 3, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()})
             QVERIFY(!controller().tableViewObjectValue(&table(), QStringLiteral("2"), row).isValid());
+    }
+
+    void aRowThatTheListDoesNotCountHasNoAddressThoughItIsSorted()
+    {
+        addThreeCameras();
+        showPane();
+        table().selectRow(2);
+        QCOMPARE(controller().selectedCamAddress(), Attic);
+        agent().cameraDict.remove(Kitchen);
+        controller().copyCamerasLocal();
+        QCOMPARE(table().selectedRow(), 2);
+        QVERIFY(controller().selectedCamAddress().isNull());
+        QCOMPARE(controller().selectedCam(), std::shared_ptr<KS7Cam>());
+        controller().setActiveCamera(nullptr);
+        QVERIFY(mFixture->takeRemoteCalls().contains(QStringLiteral("setPreferredDeviceAddress nil")));
+    }
+
+    void copyingTheListKeepsTheLowerHalfOfThePreferredIndex()
+    {
+        addThreeCameras();
+        showPane();
+        const std::map<std::uint64_t, int> kept{
+            {2, 2}, {0x1'0000'0001ULL, 1}, {0xFFFF'FFF0ULL, -16}, {NoPreferredCamera, -1}};
+        for (const auto &[index, lowerHalf] : kept) {
+            agent().indexOfPreferred = index;
+            controller().copyCamerasLocal();
+            QCOMPARE(controller().indexOfPreferred(), lowerHalf);
+        }
+        QCOMPARE(table().selectedRow(), -1);
     }
 
     void otherColumnsAndOtherTablesGetAnEmptyText()

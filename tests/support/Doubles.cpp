@@ -245,7 +245,10 @@ public:
     void checkRemoveCurrentCam(const std::optional<CameraRecord> &camera) override
     {
         record(QStringLiteral("checkRemoveCurrentCam"),
-               camera ? camera->friendlyName : QStringLiteral("nil"));
+               camera
+                   ? QStringLiteral("%1 %2 %3")
+                         .arg(QString::number(camera->status), camera->cameraIDString, camera->friendlyName)
+                   : QStringLiteral("nil"));
     }
     std::uint64_t indexOfPreferredKS7Cam() override
     {
