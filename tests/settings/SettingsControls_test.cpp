@@ -63,6 +63,7 @@ private Q_SLOTS:
     void anyNumberButZeroIsOn();
     void theStoredStatusMenuIsShown();
     void onlyTheSwitchIsReadAfresh();
+    void theSwitchIsReadBetweenTheOtherSettings();
     void theStoredSizeIsSelected();
     void aFractionOfASizeIsDropped();
     void aSizeWithoutAnItemSelectsAndWritesNothing_data();
@@ -176,6 +177,20 @@ void SettingsControlsTest::onlyTheSwitchIsReadAfresh()
     QCOMPARE(fixture->takeJournal(), QStringList());
     pane.isKS7On();
     QCOMPARE(fixture->takeJournal(), QStringList{QStringLiteral("synchronize")});
+}
+
+// The settings are read from a copy, which the switch renews: what comes before it shows the copy's value,
+// what comes after it the present one.
+void SettingsControlsTest::theSwitchIsReadBetweenTheOtherSettings()
+{
+    agentWrites(PreferenceKeys::LogToFile, false);
+    agentWrites(PreferenceKeys::ShowStatusMenu, false);
+    agentWrites(PreferenceKeys::KS7On, false);
+    agentWrites(PreferenceKeys::VideoSize2, 0);
+    fixture->load();
+    QVERIFY(fixture->outlets().statusMenuCheckbox->isChecked());
+    QVERIFY(!fixture->outlets().enableKS7Checkbox->isChecked());
+    QCOMPARE(shownSize(), 0);
 }
 
 void SettingsControlsTest::theStoredSizeIsSelected()
