@@ -72,6 +72,31 @@ private:
     rlimit mBefore = {};
 };
 
+/// An environment variable that is again at the end what it was at the start.
+class Variable {
+public:
+    explicit Variable(const char *name)
+        : mName(name)
+        , mWasSet(qEnvironmentVariableIsSet(name))
+        , mBefore(qgetenv(name))
+    {
+    }
+    ~Variable()
+    {
+        if (mWasSet)
+            qputenv(mName, mBefore);
+        else
+            qunsetenv(mName);
+    }
+    Variable(const Variable &) = delete;
+    Variable &operator=(const Variable &) = delete;
+
+private:
+    const char *mName;
+    bool mWasSet;
+    QByteArray mBefore;
+};
+
 QByteArray smallDomain(int size, const QByteArray &rest = {})
 {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist "
@@ -100,6 +125,7 @@ private Q_SLOTS:
     void malformedListsAreRefused();
 
     void aMissingDomainIsNotCreated();
+    void withoutAConfigurationFolderTheFileIsInTheUsualOne();
     void aNewFileIsItsOwnersAlone();
     void theModeIsKept();
     void theOwnerIsKept();
@@ -426,6 +452,21 @@ void UserDefaultsTest::aMissingDomainIsNotCreated()
     defaults->setPersistentDomain(std::nullopt, Domain);
     QVERIFY(defaults->synchronize());
     QVERIFY(!QFile::exists(mFile));
+}
+
+void UserDefaultsTest::withoutAConfigurationFolderTheFileIsInTheUsualOne()
+{
+    const Variable home("HOME");
+    const Variable configuration("XDG_CONFIG_HOME");
+    qputenv("HOME", QFile::encodeName(mFolder->path()));
+    qunsetenv("XDG_CONFIG_HOME");
+    mFile = mFolder->filePath(QStringLiteral(".config/") + Domain + QStringLiteral(".plist"));
+    QCOMPARE(platform::fileOfDomain(Domain), mFile);
+    const auto defaults = platform::makeFileUserDefaults();
+    forceSize(*defaults, 3);
+    QVERIFY(defaults->synchronize());
+    QVERIFY(QFile::exists(mFile));
+    QCOMPARE(sizeIn(*platform::makeFileUserDefaults()), 3);
 }
 
 void UserDefaultsTest::aNewFileIsItsOwnersAlone()
