@@ -57,6 +57,7 @@ void DistributedNotificationCenter::postNotificationName(const QString &name, co
 {
     auto signal = QDBusMessage::createSignal(bus::NotificationPath, bus::NotificationInterface, name);
     signal << userInfo;
+    mBus->reopenIfLost();
     mBus->connection().send(signal);
 }
 

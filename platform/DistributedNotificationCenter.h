@@ -15,7 +15,8 @@ class SessionBus;
 
 /// The centre across processes: broadcast signals on the session bus. The bus is asked for the observed names
 /// only, so that nobody else's notifications wake the pane. Posts never wait; what is posted comes back to
-/// the poster's own observers through the run loop. The object of a post does not travel.
+/// the poster's own observers through the run loop. The object of a post does not travel. A post over a bus
+/// that was lost, or was never there, looks once whether there is one now; else nobody hears it.
 class DistributedNotificationCenter final : public QObject, public NotificationCenter {
     Q_OBJECT
 public:

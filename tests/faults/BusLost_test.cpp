@@ -6,24 +6,28 @@
 #include "tests/support/PrivateBus.h"
 #include "tests/support/RecordingAgent.h"
 
+#include <QDeadlineTimer>
 #include <QPushButton>
 #include <QTest>
+#include <QThread>
 
 namespace {
 
 const QString Kitchen = QStringLiteral("00-11-22-33-44-55");
 const QString Search = QStringLiteral("post KS7StartDiscovering");
+const QString Showing = QStringLiteral("post KS7SystemPrefsShowing");
 
 } // namespace
 
-/// A session bus that goes away under the shown pane, or stands still: the pane is left without an agent, its
-/// controls go on, and what comes back is taken up.
+/// A session bus that goes away under the shown pane, stands still, or is not there yet: the pane is left
+/// without an agent, its controls go on, and what comes back is taken up.
 class BusLostTest : public QObject {
     Q_OBJECT
 
 private:
     PrivateBus mDaemon;
     std::unique_ptr<RecordingAgent> mAgent;
+    std::shared_ptr<platform::SessionBus> mBus;
     std::unique_ptr<PaneFixture> mPane;
 
     PaneFixture &pane() { return *mPane; }
@@ -45,6 +49,45 @@ private:
         QVERIFY(pane().turnUntil([this] { return !controller().isConnected() && deaths() == 1; }));
         QCOMPARE(rows(), 0);
     }
+    void loseTheBus()
+    {
+        mDaemon.kill();
+        paneHasNoAgent();
+    }
+    /// The connection is gone and the run loop has not turned since.
+    bool isLostUnheard()
+    {
+        const QDeadlineTimer patience(Patience);
+        while (mBus->connection().isConnected() && !patience.hasExpired())
+            QThread::yieldCurrentThread();
+        return !mBus->connection().isConnected();
+    }
+    void bringTheBusBack()
+    {
+        mDaemon.start();
+        startAgent();
+    }
+    void makePane()
+    {
+        mPane = std::make_unique<PaneFixture>();
+        pane().defaults->agentWrites(QStringLiteral("KS7On"), true);
+        mBus = std::make_shared<platform::SessionBus>();
+        pane().talkOver(mBus);
+    }
+    /// The agent hears of the showing, and before it is asked anything.
+    void showingIsAnnounced()
+    {
+        QVERIFY(pane().turnUntil([this] { return mAgent->journal().contains(Showing); }));
+        QCOMPARE(mAgent->journal().count(Showing), 1);
+        QCOMPARE(mAgent->journal().constFirst(), Showing);
+    }
+    void agentIsHeardAgain()
+    {
+        mAgent->takeJournal();
+        mAgent->post(NotificationNames::CameraListChanged);
+        QVERIFY(
+            pane().turnUntil([this] { return mAgent->journal().contains(QStringLiteral("cameraDict")); }));
+    }
     /// A person's hand on what needs no agent, and on what would need one.
     void everyControlAnswers()
     {
@@ -61,39 +104,73 @@ private Q_SLOTS:
     void init()
     {
         startAgent();
-        mPane = std::make_unique<PaneFixture>();
-        pane().defaults->agentWrites(QStringLiteral("KS7On"), true);
-        pane().talkOver();
+        makePane();
         pane().show();
         QVERIFY(pane().turnUntil([this] { return rows() == 1; }));
     }
     void cleanup()
     {
         mPane.reset();
+        mBus.reset();
         mAgent.reset();
     }
 
     void aKilledBusLeavesThePaneWithoutAnAgent()
     {
-        mDaemon.kill();
-        paneHasNoAgent();
+        loseTheBus();
         everyControlAnswers();
         mDaemon.start();
     }
 
     void aBusThatIsThereAgainIsTakenUpWhenThePaneIsShown()
     {
-        mDaemon.kill();
-        paneHasNoAgent();
-        mDaemon.start();
-        startAgent();
+        loseTheBus();
+        bringTheBusBack();
         pane().hide();
         pane().show();
         QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 1; }));
-        mAgent->post(NotificationNames::CameraListChanged);
-        mAgent->takeJournal();
-        QVERIFY(
-            pane().turnUntil([this] { return mAgent->journal().contains(QStringLiteral("cameraDict")); }));
+        showingIsAnnounced();
+        agentIsHeardAgain();
+    }
+
+    void aLossOfWhichNoWordHasComeIsNotInTheWayOfTheNextShowing()
+    {
+        mDaemon.kill();
+        bringTheBusBack();
+        QVERIFY(isLostUnheard());
+        QVERIFY(controller().isConnected());
+        pane().pane->willSelect();
+        QCOMPARE(deaths(), 1);
+        QVERIFY(controller().isConnected());
+        QCOMPARE(rows(), 1);
+        showingIsAnnounced();
+        agentIsHeardAgain();
+        QCOMPARE(deaths(), 1);
+    }
+
+    void aBusThatComesAfterThePaneIsTakenUpWhenThePaneIsShown()
+    {
+        mPane.reset();
+        mDaemon.kill();
+        makePane();
+        pane().load();
+        QVERIFY(!controller().isConnected());
+        bringTheBusBack();
+        pane().show();
+        QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 1; }));
+        showingIsAnnounced();
+        agentIsHeardAgain();
+    }
+
+    void aSearchTakesUpABusThatIsThereAgain()
+    {
+        loseTheBus();
+        bringTheBusBack();
+        pane().outlets().addButton->click();
+        QVERIFY(pane().turnUntil([this] { return mAgent->journal().contains(Search); }));
+        QVERIFY2(!controller().isConnected(), "nothing reconnects by itself");
+        mAgent->post(NotificationNames::AgentStarted);
+        QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 1; }));
     }
 
     void aBusThatStandsStillCostsOneCall()

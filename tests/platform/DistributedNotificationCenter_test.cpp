@@ -7,6 +7,7 @@
 #include "tests/support/RecordingAgent.h"
 
 #include <QDBusArgument>
+#include <QSignalSpy>
 #include <QTest>
 
 using platform::Notification;
@@ -16,6 +17,25 @@ namespace {
 const QString Name = QStringLiteral("KS7ChangedOptimizedPreference");
 const QString OtherName = QStringLiteral("KS7CameraListChanged");
 const QString Last = QStringLiteral("KS7AgentStarted");
+
+/// What anything in the process says while it lives. One at a time.
+class Complaints {
+public:
+    Complaints()
+    {
+        lines.clear();
+        mPrevious = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext &, const QString &line) { lines.append(line); });
+    }
+    ~Complaints() { qInstallMessageHandler(mPrevious); }
+    Complaints(const Complaints &) = delete;
+    Complaints &operator=(const Complaints &) = delete;
+
+    static inline QStringList lines;
+
+private:
+    QtMessageHandler mPrevious;
+};
 
 } // namespace
 
@@ -37,6 +57,13 @@ private:
             mHeard.append(as.isEmpty() ? notification.name : as);
             mUserInfo = notification.userInfo;
         });
+    }
+    void loseTheBus()
+    {
+        const QSignalSpy lost(mBus.get(), &platform::SessionBus::lost);
+        mBusDaemon.kill();
+        QTRY_COMPARE_WITH_TIMEOUT(lost.count(), 1, Patience);
+        QVERIFY(!mBus->connection().isConnected());
     }
     /// Everything that was posted before has arrived when this comes through.
     void waitForLast()
@@ -199,12 +226,68 @@ private Q_SLOTS:
     void theObserversOutliveTheBus()
     {
         observe(OtherName);
-        mBusDaemon.kill();
-        QTRY_VERIFY_WITH_TIMEOUT(!mBus->connection().isConnected(), Patience);
+        loseTheBus();
         mCenter->postNotificationName(Name);
         mBusDaemon.start();
         mStranger = std::make_unique<RecordingAgent>();
         mBus->reopenIfLost();
+        mStranger->post(OtherName);
+        QTRY_COMPARE_WITH_TIMEOUT(mHeard, QStringList{OtherName}, Patience);
+    }
+
+    void aPostOpensABusThatIsThereAgain()
+    {
+        observe(OtherName);
+        loseTheBus();
+        mBusDaemon.start();
+        mStranger = std::make_unique<RecordingAgent>();
+        mCenter->postNotificationName(Name);
+        QTRY_COMPARE_WITH_TIMEOUT(mStranger->journal(), QStringList{QStringLiteral("post ") + Name},
+                                  Patience);
+        mStranger->post(OtherName);
+        QTRY_COMPARE_WITH_TIMEOUT(mHeard, QStringList{OtherName}, Patience);
+    }
+
+    void aPostLeavesABusThatIsThereAlone()
+    {
+        const auto name = mBus->connection().baseService();
+        QVERIFY(!name.isEmpty());
+        const QSignalSpy opened(mBus.get(), &platform::SessionBus::opened);
+        mCenter->postNotificationName(Name);
+        mCenter->postNotificationName(Name);
+        QCOMPARE(mBus->connection().baseService(), name);
+        QCOMPARE(opened.count(), 0);
+    }
+
+    void postsWithoutABusSayNothingAndTheNextBusIsTakenUp()
+    {
+        loseTheBus();
+        const QSignalSpy lost(mBus.get(), &platform::SessionBus::lost);
+        const Complaints complaints;
+        for (int i = 0; i < 100; ++i)
+            mCenter->postNotificationName(Name);
+        QCOMPARE(Complaints::lines, QStringList());
+        QCOMPARE(lost.count(), 0);
+        mBusDaemon.start();
+        mStranger = std::make_unique<RecordingAgent>();
+        mCenter->postNotificationName(Name);
+        QTRY_COMPARE_WITH_TIMEOUT(mStranger->journal(), QStringList{QStringLiteral("post ") + Name},
+                                  Patience);
+    }
+
+    void aPostOpensABusThatWasNeverThere()
+    {
+        mCenter.reset();
+        mBusDaemon.kill();
+        mBus = std::make_shared<platform::SessionBus>();
+        mCenter = std::make_unique<platform::DistributedNotificationCenter>(mBus);
+        observe(OtherName);
+        QVERIFY(!mBus->connection().isConnected());
+        mBusDaemon.start();
+        mStranger = std::make_unique<RecordingAgent>();
+        mCenter->postNotificationName(Name);
+        QTRY_COMPARE_WITH_TIMEOUT(mStranger->journal(), QStringList{QStringLiteral("post ") + Name},
+                                  Patience);
         mStranger->post(OtherName);
         QTRY_COMPARE_WITH_TIMEOUT(mHeard, QStringList{OtherName}, Patience);
     }
