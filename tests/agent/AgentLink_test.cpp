@@ -72,6 +72,11 @@ private:
     {
         return static_cast<int>(pane().takeRemoteCalls().filter(QStringLiteral("cameraDict")).size());
     }
+    void noteWhenTheRowsGo()
+    {
+        QObject::connect(pane().outlets().cameraListTable->model(), &QAbstractItemModel::rowsRemoved, this,
+                         [this] { pane().journal->append(QStringLiteral("rows gone")); });
+    }
     void agentErrorShown()
     {
         startWithoutAgent();
@@ -182,6 +187,7 @@ private Q_SLOTS:
         pane().controller().startVideo(nullptr);
         pane().sheets->beginSheet(pane().outlets().pinSheet, nullptr, [](QWidget *, int, void *) {});
         QCOMPARE(pane().outlets().cameraListTable->numberOfRows(), 1);
+        noteWhenTheRowsGo();
         pane().takeJournal();
         pane().takeLog();
         pane().connections->killAgent();
@@ -190,11 +196,14 @@ private Q_SLOTS:
         QVERIFY(!pane().controller().isStreaming());
         QCOMPARE(pane().takeLog(),
                  (QStringList{QStringLiteral("connectionDidDie:"), QStringLiteral("cameraStatusChanged")}));
-        // The sheets are ended, the list is read without an agent, and then the picture stops.
+        // The sheets are ended, the rows go before anything is read anew, which is done without an agent, and
+        // then the picture stops.
         const auto journal = pane().takeJournal();
-        QCOMPARE(journal.first(), QStringLiteral("end ") + pane().outlets().pinSheet->objectName());
+        QCOMPARE(journal.mid(0, 3),
+                 (QStringList{QStringLiteral("end ") + pane().outlets().pinSheet->objectName(),
+                              QStringLiteral("rows gone"), QStringLiteral("synchronize")}));
         QCOMPARE(journal.last(), QStringLiteral("stop session"));
-        QVERIFY(journal.contains(QStringLiteral("synchronize")));
+        QCOMPARE(journal.count(QStringLiteral("stop session")), 1);
         QVERIFY(journal.filter(QStringLiteral("remote ")).isEmpty());
     }
 
@@ -225,18 +234,25 @@ private Q_SLOTS:
 
     void theDeathsOfOtherConnectionsAreIgnored()
     {
-        pane().show();
+        pane().keepLog();
+        showPane();
+        pane().takeLog();
         const int somebodyElses = 0;
         pane().localCenter->deliver(platform::NSConnectionDidDieNotification, {}, &somebodyElses);
         QVERIFY(pane().controller().isConnected());
+        QCOMPARE(pane().takeJournal(), QStringList());
+        QCOMPARE(pane().takeLog(), QStringList{QStringLiteral("connectionDidDie:")});
     }
 
     void everyDeathIsIgnoredWithoutAConnection()
     {
+        pane().keepLog();
         startWithoutAgent();
         showPane();
+        pane().takeLog();
         pane().localCenter->deliver(platform::NSConnectionDidDieNotification, {}, nullptr);
         QVERIFY2(pane().takeJournal().isEmpty(), "a death about nobody is not the missing USB connection's");
+        QCOMPARE(pane().takeLog(), QStringList{QStringLiteral("connectionDidDie:")});
     }
 
     void hidingClosesBothAndTheNextShowingReconnects()

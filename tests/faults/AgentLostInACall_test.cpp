@@ -1,6 +1,7 @@
 #include "agent/NotificationNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "platform/PowerManagement.h"
+#include "platform/Workspace.h"
 #include "tests/support/PaneFixture.h"
 #include "tests/support/RecordingAgent.h"
 
@@ -172,6 +173,28 @@ private:
         QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 2; }));
         QCOMPARE(deaths(), before);
     }
+    /// A call has timed out, and the run loop has not turned since.
+    void loseAgentUnheard()
+    {
+        agent().hangIn(QStringLiteral("cameraDict"));
+        controller().cameraStatusChanged();
+        QVERIFY(controller().isConnected());
+    }
+    /// The link has been closed meanwhile; the connection is remembered, and its death is met like any other.
+    void lateDeathIsTakenIn()
+    {
+        QVERIFY(!controller().isConnected());
+        QCOMPARE(deaths(), 0);
+        controller().startVideo(nullptr);
+        QVERIFY(controller().isStreaming());
+        pane().takeLog();
+        turn();
+        QCOMPARE(deaths(), 1);
+        QCOMPARE(pane().takeLog(),
+                 (QStringList{QStringLiteral("connectionDidDie:"), QStringLiteral("cameraStatusChanged")}));
+        QVERIFY(!controller().isStreaming());
+        QVERIFY(!pane().capture->sessions.back()->isRunning());
+    }
     void doTheDeed(const QString &deed)
     {
         agent().takeJournal();
@@ -185,6 +208,7 @@ private Q_SLOTS:
         mPane = std::make_unique<PaneFixture>();
         pane().talkOver();
         pane().capture->addDevice(QStringLiteral("KS-7 Wireless Webcam"));
+        pane().keepLog();
         pane().defaults->agentWrites(QStringLiteral("KS7On"), true);
         pane().show();
         turn();
@@ -220,6 +244,20 @@ private Q_SLOTS:
         heardLastAndOnce(call);
         QCOMPARE(deaths(), 1);
         nextAgentIsTakenUp();
+    }
+
+    void aDeathThatComesAfterThePaneWasHiddenStillCounts()
+    {
+        loseAgentUnheard();
+        pane().hide();
+        lateDeathIsTakenIn();
+    }
+
+    void aDeathThatComesAfterAnotherUserTookTheScreenStillCounts()
+    {
+        loseAgentUnheard();
+        pane().workspaceCenter->deliver(platform::NSWorkspaceSessionDidResignActiveNotification);
+        lateDeathIsTakenIn();
     }
 
     void theMachineSleepsThoughTheAgentHangs()

@@ -55,6 +55,23 @@ private Q_SLOTS:
                 < journal.indexOf(QStringLiteral("close device")));
     }
 
+    void theLinkIsClosedBeforeThePreviewStops()
+    {
+        showPaneWithPreview();
+        mPane->sheets->beginSheet(mPane->outlets().pinSheet, nullptr, [](QWidget *, int, void *) {});
+        mPane->takeJournal();
+        switchAway();
+        const auto journal = mPane->takeJournal();
+        const auto sheetEnded =
+            journal.indexOf(QStringLiteral("end ") + mPane->outlets().pinSheet->objectName());
+        const auto refreshed = journal.indexOf(QStringLiteral("synchronize"));
+        const auto stopped = journal.indexOf(QStringLiteral("stop session"));
+        QVERIFY(sheetEnded >= 0);
+        QVERIFY2(sheetEnded < refreshed, "the refresh is that of the connection's end");
+        QVERIFY(refreshed < stopped);
+        QVERIFY2(journal.filter(QStringLiteral("remote ")).isEmpty(), "nothing is asked over a closed link");
+    }
+
     void switchingAwayStopsAPreviewWithoutAnAgentToo()
     {
         showPaneWithPreview();
@@ -149,6 +166,34 @@ private Q_SLOTS:
         QVERIFY(!controller().isSwitchedOut());
         comeBack();
         QVERIFY(!controller().isConnected());
+    }
+
+    void aPaneShownTwiceMeetsASwitchTwice()
+    {
+        mPane->keepLog();
+        mPane->show();
+        mPane->pane->willSelect();
+        mPane->takeLog();
+        switchAway();
+        QCOMPARE(mPane->takeLog().count(
+                     QStringLiteral("Got switched out for fast user switching. Need to stop streaming")),
+                 2);
+    }
+
+    void oneHideEndsTheWatchOfEveryShowing()
+    {
+        mPane->keepLog();
+        showPaneWithPreview();
+        mPane->pane->willSelect();
+        mPane->hide();
+        mPane->takeJournal();
+        mPane->takeLog();
+        switchAway();
+        QVERIFY(!controller().isSwitchedOut());
+        comeBack();
+        QVERIFY(!controller().isConnected());
+        QCOMPARE(mPane->takeJournal(), QStringList());
+        QCOMPARE(mPane->takeLog(), QStringList());
     }
 
     void showingClearsTheFlag()
