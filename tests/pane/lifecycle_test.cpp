@@ -1,5 +1,6 @@
 #include "agent/NotificationNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
+#include "logging/KS7OrvexLogger.h"
 #include "platform/Connection.h"
 #include "platform/Indicators.h"
 #include "platform/Workspace.h"
@@ -105,6 +106,19 @@ private Q_SLOTS:
         QCOMPARE(fixture.takeLog(),
                  QStringList({QStringLiteral("Unabled to make connection to agent."),
                               QStringLiteral("cameraStatusChanged")}));
+    }
+
+    void theLogGoesIntoItsFileAndNeverToStandardOutput()
+    {
+        PaneFixture quiet;
+        quiet.load();
+        QVERIFY2(!gMainLogger->isLogging(), "without a file nothing is logged anywhere");
+        PaneFixture fixture;
+        fixture.keepLog();
+        fixture.load();
+        QVERIFY(gMainLogger->isLogging());
+        gMainLogger->setLogToFile(false);
+        QVERIFY2(!gMainLogger->isLogging(), "the file was all there was");
     }
 
     void startUpObservesTheEighteenInTheirOrder()

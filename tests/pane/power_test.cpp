@@ -69,6 +69,18 @@ private Q_SLOTS:
         QCOMPARE(journal.last(), QStringLiteral("allow power change 7"));
     }
 
+    void theSleepIsAnnouncedWithoutObjectAndUserInfo()
+    {
+        mPane->load();
+        mPane->localCenter->posts.clear();
+        mPane->power->send(platform::kIOMessageSystemWillSleep, token(22));
+        QCOMPARE(mPane->localCenter->posts.size(), std::size_t(1));
+        const auto &post = mPane->localCenter->posts.front();
+        QCOMPARE(post.name, QStringLiteral("GoingToSleep"));
+        QCOMPARE(post.object, nullptr);
+        QCOMPARE(post.userInfo, QVariantMap());
+    }
+
     void theNumbersOfTheMessagesAreTheSystems()
     {
         showPaneWithPreview();

@@ -21,11 +21,47 @@ ONE = "00-1b-dc-0f-00-01"
 TWO = "00-1b-dc-0f-00-02"
 
 
+# What agents of other makers are built to, written out once more: every operation in its order as
+# name(type argument, ...) -> (type argument, ...). Nothing may change here that does not change everywhere.
+WIRE = {
+    "com.orvex.KS7DeviceControllerProxy": [
+        "flush() -> ()",
+        "cameraDict() -> (a{sa{sv}} cameras)",
+        "getAudioLevel_l() -> (d l, d r)",
+        "setIgnore(b ignore, a{sv} forCam) -> ()",
+        "setName(s name, s forCamAddress) -> ()",
+        "checkRemoveCurrentCam(a{sv} camera) -> ()",
+        "indexOfPreferredKS7Cam() -> (t row)",
+        "validateName(s name) -> (b valid)",
+        "streamingStarted() -> ()",
+        "pairingInitiated() -> ()",
+        "streamingInitiated() -> ()",
+        "streamingStopped() -> ()",
+        "removeCameraAtIndex(i row, b fromFavorites) -> ()",
+        "getKnownZephraDevices() -> ()",
+        "sortedDeviceList() -> (as addresses)",
+        "cameras() -> (aa{sv} cameras)",
+        "getPreferredKS7Cam() -> (a{sv} camera)",
+        "isPreferredDeviceAddress(s address) -> (b preferred)",
+        "setPreferredDeviceAddress(s address) -> ()",
+    ],
+    "com.orvex.TernUSBCommandControllerProxy": [
+        "startUpdate() -> (i result)",
+        "connectedCamNeedsFirmwareUpdate() -> (b needed)",
+        "setPassKey(s passKey) -> (i result)",
+        "connectedCamHasBTAddress(s address) -> (b matches)",
+    ],
+}
+
+
 def methods_of(xml_text, interface):
-    """The operations of an interface in their order, each with the types of its arguments."""
+    """The operations of an interface in their order, each with its arguments, as they are written above."""
+    def arguments(method, direction):
+        return ", ".join(f"{arg.get('type')} {arg.get('name')}" for arg in method.iter("arg")
+                         if arg.get("direction") == direction)
     for node in xml.etree.ElementTree.fromstring(xml_text).iter("interface"):
         if node.get("name") == interface:
-            return [(method.get("name"), [(arg.get("direction"), arg.get("type")) for arg in method.iter("arg")])
+            return [f"{method.get('name')}({arguments(method, 'in')}) -> ({arguments(method, 'out')})"
                     for method in node.iter("method")]
     return []
 
@@ -55,10 +91,16 @@ class Serving(AgentCase):
         for name, interface in ((AGENT, "com.orvex.KS7DeviceControllerProxy"),
                                 (AGENT_USB, "com.orvex.TernUSBCommandControllerProxy")):
             declared = methods_of((ROOT / "agent" / f"{interface}.xml").read_text(), interface)
-            served = methods_of(self.agent.interface(name, "org.freedesktop.DBus.Introspectable").Introspect(),
-                                interface)
-            self.assertGreater(len(declared), 3)
-            self.assertEqual(served, declared)
+            self.assertEqual(self.served(name, interface), declared)
+            self.assertEqual(len(declared), len(WIRE[interface]))
+
+    def test_serves_every_operation_in_its_order_with_its_types_and_names(self):
+        for name, interface in zip((AGENT, AGENT_USB), WIRE):
+            self.assertEqual(self.served(name, interface), WIRE[interface])
+
+    def served(self, name, interface):
+        introspectable = self.agent.interface(name, "org.freedesktop.DBus.Introspectable")
+        return methods_of(introspectable.Introspect(), interface)
 
     def test_a_second_agent_gives_way(self):
         second = subprocess.run([PROGRAM, "--no-picture"], capture_output=True, text=True, timeout=60, check=False)
