@@ -109,6 +109,35 @@ class SleepTest(unittest.TestCase):
         wait_until(lambda: self.logind.held_up() == 0, "the machine may sleep")
         self.assert_stopped()
 
+    def sleep_is_met_under(self, *cover):
+        """The preview runs, and something lies over the pane: it stays there while the machine sleeps and wakes."""
+        self.pane.wait_for(*cover)
+        self.logind.prepares(True)
+        wait_until(lambda: self.logind.held_up() == 0, "the machine may sleep")
+        wait_until(lambda: watchers() == 0, "the picture is let go of")
+        self.assertTrue(self.pane.find(*cover), self.pane.dump())
+        self.logind.prepares(False)
+        wait_until(lambda: self.logind.held_up() == 1, "the next sleep waits")
+        self.assertTrue(self.pane.find(*cover), self.pane.dump())
+
+    def test_it_stops_whatever_lies_over_the_pane(self):
+        self.start_preview()
+        self.pane.choose("Camera Actions", "Properties…")
+        self.sleep_is_met_under("Camera ID:", "text")
+        self.pane.press("Cancel")
+        self.pane.wait_gone("Camera ID:", role="text")
+        self.assert_stopped()
+
+        self.start_preview()
+        self.pane.open_menu("Camera Actions")
+        self.sleep_is_met_under("About KS-7…", "menu item")
+        self.pane.click("About KS-7…")
+        self.assert_stopped()
+
+        self.start_preview()
+        self.sleep_is_met_under("About KS-7")
+        self.assert_stopped()
+
     def test_an_agent_that_hangs_does_not_keep_the_machine_awake(self):
         self.start_preview()
         self.agent.hang(0.0)

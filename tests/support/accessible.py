@@ -54,6 +54,12 @@ def key(*names):
     xdotool("key", "--clearmodifiers", *names)
 
 
+def point_at(x, y):
+    """Moves the pointer and waits until it is there. One that is there already would be waited for in vain, for 15 s."""
+    if not xdotool("getmouselocation").startswith(f"x:{x} y:{y} "):
+        xdotool("mousemove", "--sync", x, y)
+
+
 def type_text(text):
     xdotool("type", "--delay", 20, text)
 
@@ -366,7 +372,7 @@ class Program:
     def click(self, node, button=1, times=1):
         """A click of the mouse in the middle of it."""
         x, y, width, height = self.rectangle(node)
-        xdotool("mousemove", "--sync", x + width // 2, y + height // 2)
+        point_at(x + width // 2, y + height // 2)
         xdotool("click", "--repeat", times, "--delay", 40, button)
 
     def open_menu(self, button):
