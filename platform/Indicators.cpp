@@ -185,13 +185,11 @@ SpinnerIndicator::SpinnerIndicator(QWidget *parent)
 
 void SpinnerIndicator::startAnimation()
 {
-    mAnimating = true;
     setVisible(true);
 }
 
 void SpinnerIndicator::stopAnimation()
 {
-    mAnimating = false;
     setVisible(false);
 }
 
@@ -218,8 +216,7 @@ void SpinnerIndicator::paintEvent(QPaintEvent *)
 
 void SpinnerIndicator::showEvent(QShowEvent *)
 {
-    if (mAnimating)
-        mTimer.start(SpinnerInterval, this);
+    mTimer.start(SpinnerInterval, this);
 }
 
 void SpinnerIndicator::hideEvent(QHideEvent *)

@@ -65,9 +65,10 @@ class SpinnerIndicator : public QWidget {
 public:
     explicit SpinnerIndicator(QWidget *parent = nullptr);
 
+    /// It is there while it turns, and turns while somebody can see it.
     void startAnimation();
     void stopAnimation();
-    [[nodiscard]] bool isAnimating() const { return mAnimating; }
+    [[nodiscard]] bool isAnimating() const { return !isHidden(); }
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
@@ -77,8 +78,6 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
-    bool mAnimating = false;
-    // Runs only while somebody can see it.
     QBasicTimer mTimer;
     int mStep = 0;
 };

@@ -111,7 +111,7 @@ class Bursts(FaultCase):
 
     def click_into(self, rectangle):
         x, y, width, height = rectangle
-        fault_pane.accessible.xdotool("mousemove", "--sync", x + width // 2, y + height // 2)
+        fault_pane.accessible.point_at(x + width // 2, y + height // 2)
         fault_pane.accessible.xdotool("click", 1)
 
     def test_user_info_of_any_type_is_none_or_zero(self):

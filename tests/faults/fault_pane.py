@@ -16,6 +16,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 
 import accessible  # noqa: E402
 import stand_in  # noqa: E402
+from accessible import wait_until  # noqa: E402
 from pipewire_nodes import AGENT_CAMERA  # noqa: E402
 
 BUILD = pathlib.Path(os.environ["KS7_BUILD"])
@@ -29,10 +30,6 @@ DESK = "00-1b-dc-0f-3b-71"
 NOT_STREAMING = 1
 CAMERAS = ("Kitchen, Not Streaming", "Desk, Not Streaming")
 MEGABYTE = 1024 * 1024
-
-
-def wait_until(condition, what, details=lambda: ""):
-    return accessible.wait_until(condition, what, details=details)
 
 
 class AgentProcess:

@@ -260,8 +260,10 @@ class FlowsTest(ScriptedPaneTest):
         self.pane.wait_for("v1.0")
         # Dragged out, it opens nothing.
         x, y, width, height = self.pane.rectangle(link)
-        accessible.xdotool("mousemove", "--sync", x + width // 2, y + height // 2, "mousedown", 1)
-        accessible.xdotool("mousemove", "--sync", x + width + 40, y + height // 2, "mouseup", 1)
+        accessible.point_at(x + width // 2, y + height // 2)
+        accessible.xdotool("mousedown", 1)
+        accessible.point_at(x + width + 40, y + height // 2)
+        accessible.xdotool("mouseup", 1)
         self.pane.click(link)
         wait_until(opened.exists, "the opening of the site", details=self.pane.dump)
         key("Escape")

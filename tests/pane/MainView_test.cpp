@@ -7,6 +7,7 @@
 #include "platform/Sheets.h"
 #include "preview/KS7PreviewController.h"
 #include "preview/KS7QTCaptureView.h"
+#include "tests/support/PaintWatch.h"
 #include "tests/support/PaneFixture.h"
 #include "tests/support/Patience.h"
 
@@ -18,7 +19,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QPaintEvent>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -30,22 +30,6 @@
 namespace Names = NotificationNames;
 
 namespace {
-
-/// What of a widget is painted from now on.
-class PaintedRegion : public QObject {
-public:
-    explicit PaintedRegion(QWidget *widget) { widget->installEventFilter(this); }
-    [[nodiscard]] const QRegion &region() const { return mRegion; }
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint)
-            mRegion += static_cast<QPaintEvent *>(event)->region();
-        return false;
-    }
-
-private:
-    QRegion mRegion;
-};
 
 constexpr int OneSegment = 7;
 
@@ -433,18 +417,18 @@ private Q_SLOTS:
         auto *meter = outlets().levelIndicator_l;
         meter->setDoubleValue(0.5);
         QCoreApplication::processEvents();
-        const PaintedRegion painted(meter);
+        const PaintWatch paints(meter);
         meter->setDoubleValue(0.5001);
         QCoreApplication::processEvents();
-        QVERIFY(painted.region().isEmpty());
+        QVERIFY(paints.all.isEmpty());
         meter->setDoubleValue(0.75);
-        QTRY_VERIFY_WITH_TIMEOUT(!painted.region().isEmpty(), Patience);
-        const QRect risen = painted.region().boundingRect();
+        QTRY_VERIFY_WITH_TIMEOUT(!paints.all.isEmpty(), Patience);
+        const QRect risen = paints.all.boundingRect();
         QVERIFY(std::abs(risen.left() - meter->width() * 0.5) <= OneSegment);
         QVERIFY(std::abs(risen.right() - meter->width() * 0.75) <= OneSegment);
         meter->setDoubleValue(0.5);
         QCoreApplication::processEvents();
-        QCOMPARE(painted.region().boundingRect(), risen);
+        QCOMPARE(paints.all.boundingRect(), risen);
     }
 
     void theSpinnerIsThereWhileItTurns()

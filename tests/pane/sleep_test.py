@@ -15,6 +15,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 
 import accessible  # noqa: E402
 import stand_in  # noqa: E402
+from accessible import wait_until  # noqa: E402
 from pipewire_nodes import wait_for_camera, watchers  # noqa: E402
 
 BUILD = pathlib.Path(os.environ["KS7_BUILD"])
@@ -23,10 +24,6 @@ MANAGER = "org.freedesktop.login1.Manager"
 KITCHEN = "00-1b-dc-0f-2a-9c"
 # Seconds without a single wake-up, after which none is to be expected: no timer of the preview is slower.
 CALM = 3
-
-
-def wait_until(condition, what, details=lambda: ""):
-    return accessible.wait_until(condition, what, details=details)
 
 
 class Logind:

@@ -51,6 +51,19 @@ private:
     QStringList mHeard;
     QVariantMap mUserInfo;
 
+    void aPostTakesUpTheNewBus()
+    {
+        mBusDaemon.start();
+        mStranger = std::make_unique<RecordingAgent>();
+        mCenter->postNotificationName(Name);
+        QTRY_COMPARE_WITH_TIMEOUT(mStranger->journal(), QStringList{QStringLiteral("post ") + Name},
+                                  Patience);
+    }
+    void theStrangerIsHeard()
+    {
+        mStranger->post(OtherName);
+        QTRY_COMPARE_WITH_TIMEOUT(mHeard, QStringList{OtherName}, Patience);
+    }
     void observe(const QString &name, const QString &as = {})
     {
         mCenter->addObserver(this, name, [this, as](const Notification &notification) {
@@ -231,21 +244,15 @@ private Q_SLOTS:
         mBusDaemon.start();
         mStranger = std::make_unique<RecordingAgent>();
         mBus->reopenIfLost();
-        mStranger->post(OtherName);
-        QTRY_COMPARE_WITH_TIMEOUT(mHeard, QStringList{OtherName}, Patience);
+        theStrangerIsHeard();
     }
 
     void aPostOpensABusThatIsThereAgain()
     {
         observe(OtherName);
         loseTheBus();
-        mBusDaemon.start();
-        mStranger = std::make_unique<RecordingAgent>();
-        mCenter->postNotificationName(Name);
-        QTRY_COMPARE_WITH_TIMEOUT(mStranger->journal(), QStringList{QStringLiteral("post ") + Name},
-                                  Patience);
-        mStranger->post(OtherName);
-        QTRY_COMPARE_WITH_TIMEOUT(mHeard, QStringList{OtherName}, Patience);
+        aPostTakesUpTheNewBus();
+        theStrangerIsHeard();
     }
 
     void aPostLeavesABusThatIsThereAlone()
@@ -268,11 +275,7 @@ private Q_SLOTS:
             mCenter->postNotificationName(Name);
         QCOMPARE(Complaints::lines, QStringList());
         QCOMPARE(lost.count(), 0);
-        mBusDaemon.start();
-        mStranger = std::make_unique<RecordingAgent>();
-        mCenter->postNotificationName(Name);
-        QTRY_COMPARE_WITH_TIMEOUT(mStranger->journal(), QStringList{QStringLiteral("post ") + Name},
-                                  Patience);
+        aPostTakesUpTheNewBus();
     }
 
     void aPostOpensABusThatWasNeverThere()
@@ -283,13 +286,8 @@ private Q_SLOTS:
         mCenter = std::make_unique<platform::DistributedNotificationCenter>(mBus);
         observe(OtherName);
         QVERIFY(!mBus->connection().isConnected());
-        mBusDaemon.start();
-        mStranger = std::make_unique<RecordingAgent>();
-        mCenter->postNotificationName(Name);
-        QTRY_COMPARE_WITH_TIMEOUT(mStranger->journal(), QStringList{QStringLiteral("post ") + Name},
-                                  Patience);
-        mStranger->post(OtherName);
-        QTRY_COMPARE_WITH_TIMEOUT(mHeard, QStringList{OtherName}, Patience);
+        aPostTakesUpTheNewBus();
+        theStrangerIsHeard();
     }
 };
 

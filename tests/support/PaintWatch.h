@@ -26,6 +26,7 @@ public:
         // What has become due meanwhile would be painted together with what follows.
         mWidget->window()->repaint();
         count = 0;
+        all = {};
         return isPainted;
     }
     bool eventFilter(QObject *, QEvent *event) override
@@ -34,6 +35,7 @@ public:
             return false;
         ++count;
         last = static_cast<QPaintEvent *>(event)->region();
+        all += last;
         if (onPaint)
             onPaint();
         return false;
@@ -41,6 +43,7 @@ public:
 
     int count = 0;
     QRegion last;
+    QRegion all;
     /// Runs at the beginning of each paint.
     std::function<void()> onPaint;
 

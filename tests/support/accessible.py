@@ -32,7 +32,7 @@ class NotThere(AssertionError):
     """What was waited for did not come."""
 
 
-def wait_until(condition, what, timeout=TIMEOUT, details=lambda: ""):
+def wait_until(condition, what, details=lambda: "", timeout=TIMEOUT):
     """Answers the condition's first true value; `what` completes the sentence "... did not happen"."""
     deadline = time.monotonic() + timeout
     while True:
@@ -275,8 +275,8 @@ class Program:
         return next((node for node in self.nodes(within) if _matches(self, node, name, role, showing)), None)
 
     def wait_for(self, name=None, role=None, showing=True, within=None, timeout=TIMEOUT):
-        return wait_until(lambda: self.find(name, role, showing, within), f"{role or 'something'} {name!r}", timeout,
-                          self.dump)
+        return wait_until(lambda: self.find(name, role, showing, within), f"{role or 'something'} {name!r}",
+                          self.dump, timeout)
 
     def wait_gone(self, name=None, role=None, within=None):
         wait_until(lambda: not self.find(name, role, True, within), f"the going of {role or ''} {name!r}",
@@ -364,7 +364,7 @@ class Program:
                                     for index in range(interface.get_n_actions())], [])
             return next((names.index(name) + 1 for name in wanted if name in names), 0)
         # A disabled control offers none.
-        index = wait_until(offered, f"any of {wanted} on {name_of(node)!r}", timeout, details=self.dump) - 1
+        index = wait_until(offered, f"any of {wanted} on {name_of(node)!r}", self.dump, timeout) - 1
         self.atspi.set_timeout(ACTION_ANSWER, SLOW_ANSWER)
         _asked(lambda: interface.do_action(index), False)
         self.atspi.set_timeout(SLOW_ANSWER, SLOW_ANSWER)
