@@ -3,7 +3,7 @@
 #include "about/KSHandTextField.h"
 #include "about/Version.h"
 #include "cameras/PrefsBundle.h"
-#include "platform/Workspace.h"
+#include "platform/desktop/Workspace.h"
 #include "ui_about.h"
 
 #include <QUrl>

@@ -1,6 +1,6 @@
 #include "about/KSHandTextField.h"
 
-#include "platform/Accessible.h"
+#include "widgets/Accessible.h"
 #include "platform/QtCompat.h"
 
 #include <QKeyEvent>

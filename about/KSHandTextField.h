@@ -1,6 +1,6 @@
 #pragma once
 
-#include "about/LinkLabel.h"
+#include "widgets/LinkLabel.h"
 
 #include <chrono>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/SoftwareUpdate.h"
+#include "platform/updates/SoftwareUpdate.h"
 
 #include <QFrame>
 

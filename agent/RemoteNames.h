@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/BusNames.h"
+#include "platform/bus/BusNames.h"
 
 #include <QString>
 

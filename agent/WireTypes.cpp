@@ -1,7 +1,7 @@
 #include "agent/WireTypes.h"
 
 #include "agent/RemoteNames.h"
-#include "platform/IntValue.h"
+#include "platform/ToInt32.h"
 
 #include <QDBusMetaType>
 
@@ -36,7 +36,7 @@ std::optional<CameraRecord> recordFromDictionary(const QVariantMap &dictionary)
 {
     if (dictionary.isEmpty())
         return {};
-    return CameraRecord{platform::intValue(dictionary, RecordKeys::Status),
+    return CameraRecord{platform::toInt32(dictionary, RecordKeys::Status),
                         stringAt(dictionary, RecordKeys::CameraIDString),
                         stringAt(dictionary, RecordKeys::FriendlyName)};
 }

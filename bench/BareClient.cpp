@@ -1,7 +1,7 @@
 #include "bench/BareClient.h"
 
 #include "agent/RemoteNames.h"
-#include "platform/BusNames.h"
+#include "platform/bus/BusNames.h"
 
 #include <systemd/sd-bus.h>
 

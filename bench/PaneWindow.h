@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pane/Composition.h"
+#include "pane/SharedPane.h"
 #include "pane/KS7SettingsWindowController.h"
 #include "pane/KSPreferencesPanePref.h"
 

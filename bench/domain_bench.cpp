@@ -1,6 +1,6 @@
 // Changing one key of the preferences file on the disk, beside parsing it, changing it and writing it out
 // with libplist and one fsync.
-#include "platform/UserDefaults.h"
+#include "platform/preferences/UserDefaults.h"
 #include "settings/KS7Domain.h"
 
 #include <QByteArray>
@@ -100,7 +100,7 @@ bool rewrite(const QString &path, std::uint64_t size, Writer writer)
     std::uint32_t length = 0;
     plist_to_xml(root, &text, &length);
     const bool written = writer(path, text, length);
-    plist_to_xml_free(text);
+    std::free(text);
     plist_free(root);
     return written;
 }

@@ -8,9 +8,9 @@
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "cameras/KS7Cam.h"
 #include "pane/KS7SettingsWindowController.h"
-#include "platform/Desktop.h"
-#include "platform/RunLoop.h"
-#include "platform/UserDefaults.h"
+#include "platform/DesktopServices.h"
+#include "platform/desktop/RunLoop.h"
+#include "platform/preferences/UserDefaults.h"
 #include "settings/KS7Domain.h"
 
 #include <QAbstractEventDispatcher>

@@ -1,7 +1,7 @@
 #include "cameras/CameraTableAccessible.h"
 
 #include "cameras/KS7AnimatingStatusTableView.h"
-#include "platform/Accessible.h"
+#include "widgets/Accessible.h"
 
 #include <QHash>
 #include <QPointer>

@@ -4,7 +4,7 @@
 #include "cameras/CameraTableAccessible.h"
 #include "cameras/CameraTableModel.h"
 #include "pane/KS7SettingsWindowController.h"
-#include "platform/RunLoop.h"
+#include "platform/desktop/RunLoop.h"
 
 #include <QAccessible>
 #include <QApplication>

@@ -1,6 +1,6 @@
 #include "cameras/PrefsBundle.h"
 
-#include "platform/Bundle.h"
+#include "platform/desktop/Bundle.h"
 
 QIcon imageNamedFromOurBundle(const platform::Bundle &bundle, const QString &name)
 {

@@ -1,4 +1,16 @@
-# What the pane stands on; docs/ARCHITECTURE.md gives the reason for each.
+# The libraries that the pane uses; docs/ARCHITECTURE.md gives the reason for each.
+
+# The module of System Settings needs the Qt of its host: 6 for Plasma 6, 5 for Plasma 5.
+if(KS7_QT_VERSION STREQUAL "auto")
+  set(KS7_QT_VERSION 6)
+  find_package(KF6KCMUtils QUIET)
+  if(NOT KF6KCMUtils_FOUND)
+    find_package(Qt5Widgets QUIET)
+    if(Qt5Widgets_FOUND)
+      set(KS7_QT_VERSION 5)
+    endif()
+  endif()
+endif()
 find_package(Qt${KS7_QT_VERSION} REQUIRED COMPONENTS Core Gui Widgets DBus Svg LinguistTools)
 if(KS7_BUILD_TESTS)
   find_package(Qt${KS7_QT_VERSION} REQUIRED COMPONENTS Test)
@@ -9,9 +21,15 @@ pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
 pkg_check_modules(PIPEWIRE REQUIRED IMPORTED_TARGET libpipewire-0.3)
 pkg_check_modules(GSTREAMER REQUIRED IMPORTED_TARGET gstreamer-1.0 gstreamer-app-1.0 gstreamer-video-1.0)
 
-# The System Settings module is built where KDE Frameworks of the same Qt generation are to be had.
 find_package(KF${KS7_QT_VERSION}KCMUtils QUIET)
 find_package(KF${KS7_QT_VERSION}CoreAddons QUIET)
+set(KS7_KCM OFF)
+if(KF${KS7_QT_VERSION}KCMUtils_FOUND AND KF${KS7_QT_VERSION}CoreAddons_FOUND)
+  set(KS7_KCM ON)
+  message(STATUS "KS-7: Qt ${KS7_QT_VERSION}, KDE Frameworks ${KF${KS7_QT_VERSION}KCMUtils_VERSION}: module of System Settings and stand-alone host")
+else()
+  message(STATUS "KS-7: Qt ${KS7_QT_VERSION}, no KDE Frameworks ${KS7_QT_VERSION}: stand-alone host only")
+endif()
 
 # System Settings looks for modules among Qt's own plug-ins: there when this is installed beside Qt, else in the same
 # place below the other prefix.

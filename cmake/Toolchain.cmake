@@ -4,7 +4,6 @@ include(GNUInstallDirs)
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
@@ -28,8 +27,8 @@ if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
   # The macros in PipeWire's headers are statement expressions and leave out what is variadic.
   add_compile_options(-Wno-gnu-statement-expression -Wno-gnu-zero-variadic-macro-arguments)
 endif()
-# Some libraries ask for it; asked for by all, headers can be compiled for all at once.
-add_compile_options(-pthread)
+# Some targets need these. Set for all, so that one precompiled header fits libraries and programs.
+add_compile_options(-pthread -fPIC)
 add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
                         QT_USE_QSTRINGBUILDER)
 

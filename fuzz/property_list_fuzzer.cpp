@@ -1,4 +1,4 @@
-#include "platform/UserDefaults.h"
+#include "platform/preferences/UserDefaults.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -2,7 +2,7 @@
 
 #include "logging/LogFile.h"
 #include "logging/LogFormat.h"
-#include "platform/Workspace.h"
+#include "platform/desktop/Workspace.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -2,18 +2,18 @@
 
 #include "about/Version.h"
 #include "agent/RemoteNames.h"
-#include "agent/RemoteProtocols.h"
+#include "agent/AgentProxyFactory.h"
 #include "agent/WireTypes.h"
 #include "cameras/KS7Cam.h"
 #include "logging/KS7OrvexLogger.h"
-#include "platform/Bundle.h"
-#include "platform/BusSurvey.h"
-#include "platform/Capture.h"
-#include "platform/Connection.h"
-#include "platform/NotificationCenter.h"
-#include "platform/PackageKitUpdater.h"
-#include "platform/UserDefaults.h"
-#include "platform/WholeFile.h"
+#include "platform/desktop/Bundle.h"
+#include "platform/bus/ServiceProbe.h"
+#include "platform/capture/Capture.h"
+#include "platform/bus/Connection.h"
+#include "platform/bus/NotificationCenter.h"
+#include "platform/updates/PackageKitUpdater.h"
+#include "platform/preferences/UserDefaults.h"
+#include "platform/preferences/AtomicFile.h"
 #include "preview/KS7PreviewController.h"
 #include "settings/KS7Domain.h"
 
@@ -24,7 +24,7 @@
 
 #include <cstring>
 
-using platform::BusSurvey;
+using platform::ServiceProbe;
 
 namespace {
 
@@ -35,23 +35,23 @@ QString orNone(const QString &text)
     return text.isEmpty() ? QStringLiteral("none") : text;
 }
 
-QString inWords(BusSurvey::Presence presence)
+QString inWords(ServiceProbe::Presence presence)
 {
     switch (presence) {
-    case BusSurvey::Presence::NoBus:
+    case ServiceProbe::Presence::NoBus:
         return QStringLiteral("unknown, no answer from the bus");
-    case BusSurvey::Presence::Absent:
+    case ServiceProbe::Presence::Absent:
         return QStringLiteral("not there");
-    case BusSurvey::Presence::Startable:
+    case ServiceProbe::Presence::Startable:
         return QStringLiteral("not running, started on demand");
-    case BusSurvey::Presence::Running:
+    case ServiceProbe::Presence::Running:
         return QStringLiteral("running");
     }
     return {};
 }
 
 /// Since when the owner of a bus name runs, for the end of a line.
-QString sinceWhen(BusSurvey &survey, const QString &busName)
+QString sinceWhen(ServiceProbe &survey, const QString &busName)
 {
     const auto process = survey.processOf(busName);
     if (!process)
@@ -95,7 +95,7 @@ QString modeOf(const QFileInfo &file)
 
 } // namespace
 
-Diagnosis::Diagnosis(platform::Services services, std::shared_ptr<RemoteProtocols> protocols)
+Diagnosis::Diagnosis(platform::Services services, std::shared_ptr<AgentProxyFactory> protocols)
     : mServices(std::move(services))
     , mProtocols(std::move(protocols))
 {
@@ -138,10 +138,10 @@ void Diagnosis::describeAgent()
 
 void Diagnosis::describeConnection(const QString &registeredName)
 {
-    BusSurvey survey(QDBusConnection::SessionBus);
+    ServiceProbe survey(QDBusConnection::SessionBus);
     const QString busName = platform::bus::busName(registeredName);
     const auto presence = survey.presenceOf(busName);
-    const bool runs = presence == BusSurvey::Presence::Running;
+    const bool runs = presence == ServiceProbe::Presence::Running;
     add(busName, inWords(presence) + (runs ? sinceWhen(survey, busName) : QString()));
 }
 
@@ -179,7 +179,7 @@ void Diagnosis::describePicture()
 
 void Diagnosis::describeSystemServices()
 {
-    BusSurvey survey(QDBusConnection::SystemBus);
+    ServiceProbe survey(QDBusConnection::SystemBus);
     add(QStringLiteral("BlueZ"), inWords(survey.presenceOf(platform::bus::BlueZ)));
     add(QStringLiteral("logind"), inWords(survey.presenceOf(platform::bus::Logind)));
     add(QStringLiteral("PackageKit"), inWords(survey.presenceOf(platform::bus::PackageKit)));
@@ -188,7 +188,7 @@ void Diagnosis::describeSystemServices()
 void Diagnosis::describePreferences()
 {
     const QFileInfo file(platform::fileOfDomain(KS7Domain::Name));
-    const auto contents = platform::WholeFile::read(file.filePath());
+    const auto contents = platform::AtomicFile::read(file.filePath());
     const QString subject = QStringLiteral("Preferences");
     if (contents.error != 0)
         return add(subject,

@@ -4,7 +4,7 @@
 #include "agent/Proxy.h"
 #include "agent/TernUSBCommandControllerProxy.h"
 #include "pane/Outlets.h"
-#include "platform/NotificationCenter.h"
+#include "platform/bus/NotificationCenter.h"
 #include "platform/Services.h"
 
 #include <QHash>
@@ -23,7 +23,7 @@ struct AlertSheet;
 
 class KS7Cam;
 class KS7OrvexLogger;
-class RemoteProtocols;
+class AgentProxyFactory;
 
 /// All logic of the pane. Declared here once, in chapters; each chapter is defined in its subsystem's folder.
 /// Created by the pane's interface and alive for the rest of the process. Main thread only; reports failures
@@ -141,7 +141,7 @@ public:
 
     // Lifecycle: start-up, show and hide, power, session (pane/), version line (about/) ------------------
 
-    KS7SettingsWindowController(platform::Services services, std::shared_ptr<RemoteProtocols> protocols);
+    KS7SettingsWindowController(platform::Services services, std::shared_ptr<AgentProxyFactory> protocols);
     ~KS7SettingsWindowController() override;
     KS7SettingsWindowController *init();
     void awakeFromNib();
@@ -197,7 +197,7 @@ private:
     bool mBluetoothOff = false;
 
     platform::Services mServices;
-    std::shared_ptr<RemoteProtocols> mProtocols;
+    std::shared_ptr<AgentProxyFactory> mProtocols;
 };
 
 /// The handle that power messages are answered with.

@@ -1,6 +1,6 @@
 #include "pane/KSPreferencesPanePref.h"
 
-#include "agent/RemoteProtocols.h"
+#include "agent/AgentProxyFactory.h"
 #include "pane/KS7SettingsWindowController.h"
 #include "pane/PaneNib.h"
 
@@ -32,7 +32,7 @@ KSPreferencesPanePref *KSPreferencesPanePref::init()
 }
 
 KSPreferencesPanePref *KSPreferencesPanePref::initWithBundle(const platform::Services &services,
-                                                             std::shared_ptr<RemoteProtocols> protocols)
+                                                             std::shared_ptr<AgentProxyFactory> protocols)
 {
     sharedInstance = this;
     mNib = std::make_unique<PaneNib>(services, std::move(protocols));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/PreferencePane.h"
+#include "pane/PreferencePane.h"
 
 #include <memory>
 
@@ -10,7 +10,7 @@ class PaneNib;
 namespace platform {
 struct Services;
 }
-class RemoteProtocols;
+class AgentProxyFactory;
 
 /// The principal class: the one pane of the process. Forwards showing and hiding to the controller.
 class KSPreferencesPanePref : public platform::PreferencePane {
@@ -25,7 +25,7 @@ public:
     KSPreferencesPanePref *init();
     /// Records the pane as the shared one and loads its interface.
     KSPreferencesPanePref *initWithBundle(const platform::Services &services,
-                                          std::shared_ptr<RemoteProtocols> protocols);
+                                          std::shared_ptr<AgentProxyFactory> protocols);
     void awakeFromNib() { }
     /// The window that shows the pane, null while none does.
     [[nodiscard]] QWidget *mainWindow() const;

@@ -2,14 +2,14 @@
 
 #include "about/KS7AboutBoxWindow.h"
 #include "about/UpdateStrip.h"
-#include "agent/RemoteProtocols.h"
+#include "agent/AgentProxyFactory.h"
 #include "cameras/ChooseCameraMenu.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "pane/KS7SettingsWindowController.h"
 #include "pane/PaneTranslator.h"
-#include "platform/Bundle.h"
-#include "platform/Indicators.h"
-#include "platform/Sheets.h"
+#include "platform/desktop/Bundle.h"
+#include "widgets/Indicators.h"
+#include "platform/sheets/Sheets.h"
 #include "preview/KS7PreviewController.h"
 #include "preview/KS7QTCaptureView.h"
 #include "ui_firmware.h"
@@ -92,7 +92,7 @@ void makeSquare(QAbstractButton *button, int side)
 
 } // namespace
 
-PaneNib::PaneNib(const platform::Services &services, std::shared_ptr<RemoteProtocols> protocols)
+PaneNib::PaneNib(const platform::Services &services, std::shared_ptr<AgentProxyFactory> protocols)
     : mServices(services)
     , mTranslator(makePaneTranslator(*services.bundle))
     , mPreviewController(std::make_unique<KS7PreviewController>(services.capture, services.runLoop))

@@ -11,13 +11,13 @@ class KS7PreviewController;
 class KS7SettingsWindowController;
 class QTranslator;
 class QWidget;
-class RemoteProtocols;
+class AgentProxyFactory;
 
 /// The pane's interface files, loaded: makes the view, the sheets and the objects behind them, connects
 /// outlets and actions, and wakes each object.
 class PaneNib {
 public:
-    PaneNib(const platform::Services &services, std::shared_ptr<RemoteProtocols> protocols);
+    PaneNib(const platform::Services &services, std::shared_ptr<AgentProxyFactory> protocols);
     ~PaneNib();
 
     [[nodiscard]] QWidget *mainView() const { return mMainView; }

@@ -1,6 +1,6 @@
 #include "pane/PaneTranslator.h"
 
-#include "platform/Bundle.h"
+#include "platform/desktop/Bundle.h"
 
 #include <QCoreApplication>
 #include <QLocale>

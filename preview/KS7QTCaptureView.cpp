@@ -1,6 +1,6 @@
 #include "preview/KS7QTCaptureView.h"
 
-#include "platform/Accessible.h"
+#include "widgets/Accessible.h"
 
 #include <QPainter>
 

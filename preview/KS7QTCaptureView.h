@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Capture.h"
+#include "platform/capture/Capture.h"
 
 /// The live picture while a session runs, black otherwise.
 class KS7QTCaptureView : public platform::CaptureView {

@@ -1,6 +1,6 @@
 #include "settings/KS7Domain.h"
 
-#include "platform/UserDefaults.h"
+#include "platform/preferences/UserDefaults.h"
 
 namespace KS7Domain {
 

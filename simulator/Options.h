@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/PictureSettings.h"
+#include "simulator/picture/PictureSettings.h"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
-#include "simulator/AgentService.h"
+#include "simulator/bus/AgentService.h"
 #include "simulator/ExitSignals.h"
 #include "simulator/Options.h"
-#include "simulator/Picture.h"
+#include "simulator/picture/Picture.h"
 
 #include <QCoreApplication>
 

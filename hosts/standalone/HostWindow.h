@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pane/PaneOnScreen.h"
+#include "hosts/PaneOnScreen.h"
 
 #include <QMainWindow>
 

@@ -1,4 +1,4 @@
-#include "pane/Composition.h"
+#include "pane/SharedPane.h"
 #include "pane/KSPreferencesPanePref.h"
 
 #include <QObject>

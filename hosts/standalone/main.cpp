@@ -1,6 +1,6 @@
 #include "hosts/standalone/HostWindow.h"
 #include "hosts/standalone/PrefPanesManager.h"
-#include "platform/PreferencePane.h"
+#include "pane/PreferencePane.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

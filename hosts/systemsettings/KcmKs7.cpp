@@ -1,6 +1,6 @@
-#include "pane/Composition.h"
+#include "pane/SharedPane.h"
 #include "pane/KSPreferencesPanePref.h"
-#include "pane/PaneOnScreen.h"
+#include "hosts/PaneOnScreen.h"
 
 #include <KCModule>
 #include <KPluginFactory>

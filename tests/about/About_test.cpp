@@ -2,7 +2,7 @@
 #include "about/KSHandTextField.h"
 #include "about/Version.h"
 #include "tests/support/PaneFixture.h"
-#include "tests/support/Patience.h"
+#include "tests/support/Timeout.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -69,6 +69,7 @@ private:
     void showAboutBox();
     void press(const QPoint &at) { QTest::mousePress(field(), Qt::LeftButton, {}, at); }
     void release(const QPoint &at) { QTest::mouseRelease(field(), Qt::LeftButton, {}, at); }
+    static void activate(QWidget *window);
     void lookDark(bool dark);
     [[nodiscard]] KS7AboutBoxWindow *box() const { return fixture->window.findChild<KS7AboutBoxWindow *>(); }
     [[nodiscard]] KSHandTextField *field() const { return box()->website; }
@@ -122,8 +123,13 @@ void AboutTest::showAboutBox()
     QVERIFY(about != actions.end());
     (*about)->trigger();
     QVERIFY(box());
-    QApplication::setActiveWindow(box());
-    QVERIFY(QTest::qWaitForWindowActive(box(), Patience));
+    activate(box());
+}
+
+void AboutTest::activate(QWidget *window)
+{
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window, Timeout));
 }
 
 void AboutTest::lookDark(bool dark)
@@ -186,12 +192,12 @@ void AboutTest::theLinkCanBeReadOnDark()
     fixture->show();
     const auto company = [this] { return runsOf(fixture->outlets().copyright).constLast(); };
     lookDark(true);
-    QTRY_VERIFY_WITH_TIMEOUT(company().color.lightness() > 150, Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(company().color.lightness() > 150, Timeout);
     const auto dark = company();
     QVERIFY(dark.underlined);
     QVERIFY(dark.color.blue() > dark.color.red() && dark.color.blue() > dark.color.green());
     lookDark(false);
-    QTRY_COMPARE_WITH_TIMEOUT(company().color, QColor(Qt::blue), Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(company().color, QColor(Qt::blue), Timeout);
 }
 
 void AboutTest::theAboutBoxTellsVersionAndSite()
@@ -293,11 +299,11 @@ void AboutTest::otherButtonsOpenNothing()
 void AboutTest::anInactiveWindowIsOnlyActivated()
 {
     showAboutBox();
-    QApplication::setActiveWindow(&fixture->window);
+    activate(&fixture->window);
     QVERIFY(!box()->isActiveWindow());
     QTest::mouseClick(field(), Qt::LeftButton);
     QCOMPARE(opened(), QStringList());
-    QApplication::setActiveWindow(box());
+    activate(box());
     QTest::mouseClick(field(), Qt::LeftButton);
     QCOMPARE(opened(), QStringList{Site});
     QVERIFY(!field()->acceptsFirstMouse());
@@ -317,8 +323,8 @@ void AboutTest::thePressThatActivatedIsHandedOnForNothing()
         }
     };
     const auto before = steady_clock::now() - milliseconds(1);
-    QApplication::setActiveWindow(&fixture->window);
-    QApplication::setActiveWindow(box());
+    activate(&fixture->window);
+    activate(box());
     clickMadeAt(before);
     QCOMPARE(opened(), QStringList());
     clickMadeAt(steady_clock::now() + milliseconds(1));

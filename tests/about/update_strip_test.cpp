@@ -1,6 +1,6 @@
 #include "about/KSUpdater.h"
 #include "tests/support/PaneFixture.h"
-#include "tests/support/Patience.h"
+#include "tests/support/Timeout.h"
 
 #include <QLabel>
 #include <QProgressBar>
@@ -43,7 +43,7 @@ void UpdateStripTest::init()
 {
     mPane = std::make_unique<PaneFixture>();
     mPane->show();
-    QVERIFY(QTest::qWaitForWindowExposed(&mPane->window, Patience));
+    QVERIFY(QTest::qWaitForWindowExposed(&mPane->window, Timeout));
 }
 
 void UpdateStripTest::cleanup()
@@ -87,7 +87,7 @@ void UpdateStripTest::nothingIsShownWithoutAnOffer()
 void UpdateStripTest::theOfferStandsAboveThePane()
 {
     offer().offer(QStringLiteral("2.0-1"));
-    QTRY_VERIFY_WITH_TIMEOUT(strip<QFrame>("updateStrip")->height() > 0, Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(strip<QFrame>("updateStrip")->height() > 0, Timeout);
     QVERIFY(strip<QFrame>("updateStrip")->isVisible());
     QCOMPARE(message(), QStringLiteral("Version 2.0-1 of the KS-7 settings is available."));
     QCOMPARE(strip("updateInstall")->text(), QStringLiteral("Install"));
@@ -104,10 +104,10 @@ void UpdateStripTest::theOfferTakesRoomFromThePane()
     const auto top = [&] { return checkbox->mapTo(&mPane->window, QPoint()).y(); };
     const int before = top();
     offer().offer(QStringLiteral("2.0"));
-    QTRY_VERIFY_WITH_TIMEOUT(top() >= frame->mapTo(&mPane->window, frame->rect().bottomLeft()).y(), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(top() >= frame->mapTo(&mPane->window, frame->rect().bottomLeft()).y(), Timeout);
     Q_EMIT offer().laterChosen();
     offer().withdraw();
-    QTRY_COMPARE_WITH_TIMEOUT(top(), before, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(top(), before, Timeout);
 }
 
 void UpdateStripTest::answersReachTheUpdater()
@@ -166,7 +166,7 @@ void UpdateStripTest::theKeyboardComesToTheOfferFirst()
 {
     offer().offer(QStringLiteral("2.0"));
     strip("updateSkip")->setFocus();
-    QTRY_VERIFY_WITH_TIMEOUT(strip("updateSkip")->hasFocus(), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(strip("updateSkip")->hasFocus(), Timeout);
     QTest::keyClick(strip("updateSkip"), Qt::Key_Tab);
     QVERIFY(mPane->window.focusWidget());
     QCOMPARE(mPane->window.focusWidget()->objectName(), QStringLiteral("enableKS7Checkbox"));

@@ -1,8 +1,8 @@
-#include "platform/PackageKitUpdater.h"
-#include "platform/UpdateMemory.h"
+#include "platform/updates/PackageKitUpdater.h"
+#include "platform/updates/UpdateState.h"
 #include "tests/support/LogLines.h"
-#include "tests/support/Patience.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/Timeout.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -11,6 +11,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimeZone>
 #include <QTimer>
 
 #include <csignal>
@@ -93,7 +94,7 @@ private:
 void UpdaterTest::init()
 {
     mFolder = std::make_unique<QTemporaryDir>();
-    mNow = QDateTime(QDate(2026, 3, 1), QTime(12, 0), Qt::UTC);
+    mNow = QDateTime(QDate(2026, 3, 1), QTime(12, 0), QTimeZone::utc());
     mCalls.clear();
     mBehaviour = {{QStringLiteral("owners"), QJsonObject{{OwnFile, OwnPackage}}},
                   {QStringLiteral("updates"), QJsonArray{update(Normal, NewerPackage)}}};
@@ -105,7 +106,7 @@ void UpdaterTest::cleanup()
     mFramework.reset();
     if (mPackageKit) {
         mPackageKit->kill();
-        QTRY_COMPARE_WITH_TIMEOUT(mPackageKit->state(), QProcess::NotRunning, Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(mPackageKit->state(), QProcess::NotRunning, Timeout);
     }
     mPackageKit.reset();
 }
@@ -122,7 +123,7 @@ void UpdaterTest::startPackageKit()
     mPackageKit->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     const QByteArray behaviour = QJsonDocument(mBehaviour).toJson(QJsonDocument::Compact);
     mPackageKit->start(QStringLiteral(PACKAGEKIT_STAND_IN), {QString::fromUtf8(behaviour)});
-    QTRY_VERIFY_WITH_TIMEOUT(calls().contains(QStringLiteral("ready")), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(calls().contains(QStringLiteral("ready")), Timeout);
     mCalls.clear();
 }
 
@@ -161,7 +162,7 @@ void UpdaterTest::offerUpdate()
 {
     startPackageKit();
     showPane();
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
 
 void UpdaterTest::offersTheNewerPackageOfItsOwnFile()
@@ -185,10 +186,10 @@ void UpdaterTest::offersNothingWhenItsFileBelongsToNoPackage()
     mBehaviour[QStringLiteral("owners")] = QJsonObject();
     startPackageKit();
     showPane();
-    QTRY_VERIFY_WITH_TIMEOUT(asked(QStringLiteral("SearchFiles")), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(asked(QStringLiteral("SearchFiles")), Timeout);
     // There is no second question before the first one has come to nothing.
     QTRY_VERIFY_WITH_TIMEOUT((showPaneTheNextDay(), calls().filter(QStringLiteral("SearchFiles")).size() > 1),
-                             Patience);
+                             Timeout);
     QVERIFY(!asked(QStringLiteral("GetUpdates")));
     QCOMPARE(offer().stage(), Stage::None);
 }
@@ -198,9 +199,9 @@ void UpdaterTest::offersNothingWhenUpToDate()
     mBehaviour[QStringLiteral("updates")] = QJsonArray();
     startPackageKit();
     showPane();
-    QTRY_VERIFY_WITH_TIMEOUT(asked(QStringLiteral("GetUpdates")), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(asked(QStringLiteral("GetUpdates")), Timeout);
     QTRY_VERIFY_WITH_TIMEOUT((showPaneTheNextDay(), calls().filter(QStringLiteral("GetUpdates")).size() > 1),
-                             Patience);
+                             Timeout);
     QCOMPARE(offer().stage(), Stage::None);
 }
 
@@ -241,7 +242,7 @@ void UpdaterTest::asksOnceADay()
     // A question of the day after ends the wait for one that must not come.
     mNow = mNow.addSecs(2 * 60 * 60);
     showPane();
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
     QCOMPARE(calls().filter(QStringLiteral("SearchFiles")).size(), 2);
 }
 
@@ -250,7 +251,7 @@ void UpdaterTest::asksAgainTheNextDay()
     offerUpdate();
     Q_EMIT offer().laterChosen();
     showPaneTheNextDay();
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
 
 void UpdaterTest::asksAgainWhenTheClockWentBack()
@@ -259,18 +260,18 @@ void UpdaterTest::asksAgainWhenTheClockWentBack()
     Q_EMIT offer().laterChosen();
     mNow = mNow.addYears(-1);
     showPane();
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
 
 void UpdaterTest::remembersAcrossProcessesThatItAsked()
 {
     offerUpdate();
     startUpdater();
-    const platform::UpdateMemory memory(mFolder->filePath(QStringLiteral("state/updates")));
+    const platform::UpdateState memory(mFolder->filePath(QStringLiteral("state/updates")));
     QVERIFY(memory.askedWithinADay(mNow.addSecs(60)));
     QVERIFY(!memory.askedWithinADay(mNow.addDays(1)));
     showPaneTheNextDay();
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
     QCOMPARE(calls().filter(QStringLiteral("SearchFiles")).size(), 2);
 }
 
@@ -289,14 +290,13 @@ void UpdaterTest::skippedVersionIsNotOfferedAgain()
     QCOMPARE(offer().stage(), Stage::None);
     startUpdater();
     QTRY_VERIFY_WITH_TIMEOUT((showPaneTheNextDay(), calls().filter(QStringLiteral("GetUpdates")).size() > 2),
-                             Patience);
+                             Timeout);
     QCOMPARE(offer().stage(), Stage::None);
 }
 
 void UpdaterTest::versionAfterTheSkippedOneIsOffered()
 {
-    platform::UpdateMemory(mFolder->filePath(QStringLiteral("state/updates")))
-        .skip(QStringLiteral("1.0.9-1"));
+    platform::UpdateState(mFolder->filePath(QStringLiteral("state/updates"))).skip(QStringLiteral("1.0.9-1"));
     startUpdater();
     offerUpdate();
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
@@ -309,7 +309,7 @@ void UpdaterTest::installsThePackageAndShowsProgress()
     connect(&offer(), &UpdateOffer::changed, this, [&] { percentages.push_back(offer().percentage()); });
     Q_EMIT offer().installChosen();
     QCOMPARE(offer().stage(), Stage::Installing);
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Installed, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Installed, Timeout);
     const int unknown = UpdateOffer::UnknownPercentage;
     QCOMPARE(percentages, (std::vector<int>{unknown, 40, unknown}));
     QVERIFY(calls().contains(QStringLiteral("UpdatePackages 2 ") + NewerPackage));
@@ -320,7 +320,7 @@ void UpdaterTest::letsTheServiceAskForAPassword()
 {
     offerUpdate();
     Q_EMIT offer().installChosen();
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Installed, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Installed, Timeout);
     QVERIFY(calls().contains(QStringLiteral("SetHints background=false interactive=true")));
 }
 
@@ -337,7 +337,7 @@ void UpdaterTest::offersAgainWhenThePersonRefuses()
     mBehaviour[QStringLiteral("install")] = install;
     offerUpdate();
     Q_EMIT offer().installChosen();
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
     QVERIFY(asked(QStringLiteral("UpdatePackages")));
 }
@@ -347,7 +347,7 @@ void UpdaterTest::tellsWhyAnInstallationFailed()
     mBehaviour[QStringLiteral("install")] = QStringLiteral("failed");
     offerUpdate();
     Q_EMIT offer().installChosen();
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Failed, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Failed, Timeout);
     QCOMPARE(offer().reason(), QStringLiteral("There is no <b>network</b>."));
     Q_EMIT offer().laterChosen();
     QCOMPARE(offer().stage(), Stage::None);
@@ -359,7 +359,7 @@ void UpdaterTest::tellsThatTheServiceVanished()
     offerUpdate();
     Q_EMIT offer().installChosen();
     const LogLines log;
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Failed, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Failed, Timeout);
     QCOMPARE(offer().reason(), QString());
     QCOMPARE(log.lines.size(), 1);
 }
@@ -370,12 +370,12 @@ void UpdaterTest::keepsQuietWhenTheServiceVanishesOverAQuestion()
     startPackageKit();
     const LogLines log;
     showPane();
-    QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Timeout);
     QCOMPARE(offer().stage(), Stage::None);
     mBehaviour.remove(QStringLiteral("query"));
     startPackageKit();
     showPaneTheNextDay();
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
     QCOMPARE(log.lines.size(), 1);
 }
 
@@ -385,16 +385,16 @@ void UpdaterTest::keepsQuietWhenTheBusDiesOverAQuestion()
     startPackageKit();
     const LogLines log;
     showPane();
-    QTRY_VERIFY_WITH_TIMEOUT(asked(QStringLiteral("SearchFiles")), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(asked(QStringLiteral("SearchFiles")), Timeout);
     mSystemBus.kill();
-    QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Timeout);
     QCOMPARE(offer().stage(), Stage::None);
     // The next day's question goes over the new bus: the one without an answer is over.
     mBehaviour.remove(QStringLiteral("query"));
     restartBus();
     startPackageKit();
     showPaneTheNextDay();
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
     QCOMPARE(log.lines.size(), 1);
 }
 
@@ -404,10 +404,10 @@ void UpdaterTest::tellsThatTheBusDiedOverAnInstallation()
     offerUpdate();
     const LogLines log;
     Q_EMIT offer().installChosen();
-    QTRY_VERIFY_WITH_TIMEOUT(asked(QStringLiteral("UpdatePackages")), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(asked(QStringLiteral("UpdatePackages")), Timeout);
     QCOMPARE(offer().stage(), Stage::Installing);
     mSystemBus.kill();
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Failed, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Failed, Timeout);
     QCOMPARE(offer().reason(), QString());
     QCOMPARE(log.lines.size(), 1);
     restartBus();
@@ -420,10 +420,10 @@ void UpdaterTest::keepsQuietWhenTheQuestionFails()
     const LogLines log;
     const QString line = QStringLiteral("No answer about updates: no network");
     showPane();
-    QTRY_COMPARE_WITH_TIMEOUT(log.lines, QStringList({line}), Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(log.lines, QStringList({line}), Timeout);
     // The next day's question fails as well, and both are a line for those who look for it.
     showPaneTheNextDay();
-    QTRY_COMPARE_WITH_TIMEOUT(log.lines, QStringList({line, line}), Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(log.lines, QStringList({line, line}), Timeout);
     QCOMPARE(calls().filter(QStringLiteral("SearchFiles")).size(), 2);
     QCOMPARE(offer().stage(), Stage::None);
     QVERIFY(!asked(QStringLiteral("GetUpdates")));
@@ -433,12 +433,12 @@ void UpdaterTest::keepsQuietWithoutAService()
 {
     const LogLines log;
     showPane();
-    QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Timeout);
     QVERIFY(log.lines.first().startsWith(QStringLiteral("No answer about updates: ")));
     // The service comes the next day and is then found: the failure has left nothing behind.
     startPackageKit();
     showPaneTheNextDay();
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
 
 void UpdaterTest::keepsTheRunLoopTurningWhileTheServiceIsSilent()
@@ -449,11 +449,11 @@ void UpdaterTest::keepsTheRunLoopTurningWhileTheServiceIsSilent()
     showPane();
     bool turned = false;
     QTimer::singleShot(0, this, [&] { turned = true; });
-    QTRY_VERIFY_WITH_TIMEOUT(turned, Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(turned, Timeout);
     QCOMPARE(offer().stage(), Stage::None);
     QCOMPARE(::kill(process, SIGCONT), 0);
     // A blocking call would have given up on the silent service and lost this answer.
-    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
 
 void UpdaterTest::theSharedUpdaterIsOne()

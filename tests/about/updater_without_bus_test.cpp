@@ -1,9 +1,10 @@
-#include "platform/PackageKitUpdater.h"
-#include "tests/support/Patience.h"
+#include "platform/updates/PackageKitUpdater.h"
+#include "tests/support/Timeout.h"
 
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimeZone>
 
 /// The updater on a machine without a system bus.
 class UpdaterWithoutBusTest : public QObject {
@@ -16,7 +17,7 @@ private Q_SLOTS:
 void UpdaterWithoutBusTest::saysSoInTheLogOnceADay()
 {
     const QTemporaryDir folder;
-    const QDateTime now(QDate(2026, 3, 1), QTime(12, 0), Qt::UTC);
+    const QDateTime now(QDate(2026, 3, 1), QTime(12, 0), QTimeZone::utc());
     const auto framework =
         platform::makePackageKitFramework({QStringLiteral("/usr/lib/ks7pane.so"),
                                            folder.filePath(QStringLiteral("updates")), [=] { return now; }});
@@ -28,7 +29,7 @@ void UpdaterWithoutBusTest::saysSoInTheLogOnceADay()
         });
     framework->updaterForBundle(nullptr)->applicationDidFinishLaunching();
     framework->updaterForBundle(nullptr)->applicationDidFinishLaunching();
-    const bool told = QTest::qWaitFor([] { return lines > 0; }, Patience);
+    const bool told = QTest::qWaitFor([] { return lines > 0; }, Timeout);
     QCoreApplication::processEvents();
     qInstallMessageHandler(previous);
     QVERIFY(told);

@@ -1,10 +1,10 @@
 #include "agent/NotificationNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/Indicators.h"
-#include "platform/SessionBus.h"
+#include "platform/bus/DistributedNotificationCenter.h"
+#include "widgets/Indicators.h"
+#include "platform/bus/SessionBus.h"
 #include "tests/support/PaneFixture.h"
-#include "tests/support/Patience.h"
+#include "tests/support/Timeout.h"
 #include "tests/support/RecordingAgent.h"
 
 #include <QCheckBox>
@@ -54,7 +54,7 @@ private:
             NotificationNames::ToggleDebugLog, nullptr, {{UserInfoKeys::Value, FullStop}});
         const auto stop =
             QStringLiteral("%1 Value=%2").arg(posted(NotificationNames::ToggleDebugLog)).arg(FullStop);
-        if (!QTest::qWaitFor([&] { return agent().journal().contains(stop); }, Patience))
+        if (!QTest::qWaitFor([&] { return agent().journal().contains(stop); }, Timeout))
             return {QStringLiteral("the agent hears nothing")};
         auto lines = agent().takeJournal();
         lines.removeAll(stop);
@@ -130,7 +130,7 @@ private Q_SLOTS:
                             [&](const platform::Notification &) { ++changes; });
         for (int i = 0; i < 5; ++i)
             agent().post(NotificationNames::CameraListChanged);
-        QTRY_COMPARE_WITH_TIMEOUT(changes, 5, Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(changes, 5, Timeout);
         QStringList expected;
         for (int i = 0; i < 5; ++i)
             expected += refresh(Desk);
@@ -167,14 +167,14 @@ private Q_SLOTS:
         pane().show();
         agent().post(QStringLiteral("KS7FirmwareUpdateProgress"),
                      {{QStringLiteral("Value"), 1}, {QStringLiteral("Total"), 4}});
-        QTRY_COMPARE_WITH_TIMEOUT(pane().outlets().firmwareCheckingIndicator->doubleValue(), 0.25, Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(pane().outlets().firmwareCheckingIndicator->doubleValue(), 0.25, Timeout);
         agent().post(QStringLiteral("KS7PassKeySet"),
                      {{QStringLiteral("Result"), 0}, {QStringLiteral("PassKey"), QStringLiteral("4711")}});
-        QTRY_COMPARE_WITH_TIMEOUT(pane().sheets->alerts.size(), std::size_t(1), Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(pane().sheets->alerts.size(), std::size_t(1), Timeout);
         QVERIFY(pane().sheets->alerts[0].alert.message.contains(QStringLiteral("\"4711\"")));
         agent().post(QStringLiteral("KS7PassKeySet"),
                      {{QStringLiteral("Result"), 5}, {QStringLiteral("PassKey"), QStringLiteral("4712")}});
-        QTRY_COMPARE_WITH_TIMEOUT(pane().sheets->alerts.size(), std::size_t(2), Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(pane().sheets->alerts.size(), std::size_t(2), Timeout);
         QVERIFY(pane().sheets->alerts[1].alert.message.endsWith(QStringLiteral("Error: 5")));
     }
 
@@ -184,7 +184,7 @@ private Q_SLOTS:
         pane().hide();
         heard();
         agent().post(NotificationNames::AgentStarted);
-        QTRY_VERIFY_WITH_TIMEOUT(pane().controller().isConnected(), Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(pane().controller().isConnected(), Timeout);
         QCOMPARE(heard(), refresh());
     }
 
@@ -218,7 +218,7 @@ private Q_SLOTS:
             pane().runLoop->turn();
             return !pane().controller().isConnected();
         };
-        QTRY_VERIFY_WITH_TIMEOUT(turned(), Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(turned(), Timeout);
         const auto deaths = pane().localCenter->postCount(platform::NSConnectionDidDieNotification);
         QVERIFY2(deaths >= 1, "the death was told");
         QCOMPARE(pane().controller().numberOfRowsInTableView(pane().outlets().cameraListTable), 0);

@@ -3,7 +3,7 @@
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "tests/support/PaintWatch.h"
 #include "tests/support/PaneFixture.h"
-#include "tests/support/Patience.h"
+#include "tests/support/Timeout.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -72,7 +72,7 @@ class TableTest : public QObject {
             agent().addCamera(address(row), QStringLiteral("Camera %1").arg(row), status);
         mFixture->show();
         mFixture->runLoop->turn();
-        QVERIFY(QTest::qWaitForWindowExposed(&mFixture->window, Patience));
+        QVERIFY(QTest::qWaitForWindowExposed(&mFixture->window, Timeout));
         mFixture->takeJournal();
     }
 
@@ -279,10 +279,10 @@ private Q_SLOTS:
     {
         showCameras(3);
         mFixture->window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window, Patience));
+        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window, Timeout));
         for (const auto key : {Qt::Key_Tab, Qt::Key_Backtab}) {
             table().setFocus();
-            QTRY_VERIFY_WITH_TIMEOUT(table().hasFocus(), Patience);
+            QTRY_VERIFY_WITH_TIMEOUT(table().hasFocus(), Timeout);
             QTest::keyClick(&table(), key);
             QVERIFY(!table().hasFocus());
             QVERIFY(mFixture->window.focusWidget() != nullptr);

@@ -1,7 +1,7 @@
 #include "cameras/KS7Cam.h"
 
-#include "platform/Hardware.h"
-#include "platform/UserDefaults.h"
+#include "platform/desktop/Hardware.h"
+#include "platform/preferences/UserDefaults.h"
 
 #include <QTest>
 

@@ -1,7 +1,7 @@
 #include "agent/NotificationNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
-#include "platform/PowerManagement.h"
-#include "platform/Workspace.h"
+#include "platform/power/PowerManagement.h"
+#include "platform/desktop/Workspace.h"
 #include "tests/support/PaneFixture.h"
 #include "tests/support/RecordingAgent.h"
 

@@ -57,7 +57,7 @@ private:
     /// The connection is gone and the run loop has not turned since.
     bool isLostUnheard()
     {
-        const QDeadlineTimer patience(Patience);
+        const QDeadlineTimer patience(Timeout);
         while (mBus->connection().isConnected() && !patience.hasExpired())
             QThread::yieldCurrentThread();
         return !mBus->connection().isConnected();

@@ -1,7 +1,7 @@
 #include "hosts/standalone/HostWindow.h"
 #include "hosts/standalone/PrefPanesManager.h"
 #include "tests/hosts/RecordingPane.h"
-#include "tests/support/Patience.h"
+#include "tests/support/Timeout.h"
 
 #include <QPushButton>
 #include <QTest>
@@ -39,7 +39,7 @@ void HostWindowTest::init()
     mWindow = std::make_unique<HostWindow>(mPane.get());
     mManager = std::make_unique<PrefPanesManager>([this] { mWindow->showOverview(); });
     mWindow->show();
-    QTRY_COMPARE_WITH_TIMEOUT(mPane->told, QStringList{QStringLiteral("willSelect")}, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(mPane->told, QStringList{QStringLiteral("willSelect")}, Timeout);
     mPane->told.clear();
 }
 
@@ -69,7 +69,7 @@ void HostWindowTest::showAllGoesToTheOverviewAndItsIconBack()
 
     mPane->told.clear();
     click("paneIcon");
-    QTRY_COMPARE_WITH_TIMEOUT(mPane->told, QStringList{QStringLiteral("willSelect")}, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(mPane->told, QStringList{QStringLiteral("willSelect")}, Timeout);
     QVERIFY(mPane->view.isVisible());
 }
 
@@ -94,7 +94,7 @@ void HostWindowTest::closingTheWindowHidesThePane()
 void HostWindowTest::isNoNarrowerThanWhatItShows()
 {
     mPane->view.setMinimumSize(700, 300);
-    QTRY_VERIFY_WITH_TIMEOUT(mWindow->width() >= 700, Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(mWindow->width() >= 700, Timeout);
     mWindow->resize(10, 10);
     QVERIFY(mWindow->width() >= 700);
     QVERIFY(mWindow->height() >= 300);

@@ -1,6 +1,6 @@
-#include "pane/PaneOnScreen.h"
+#include "hosts/PaneOnScreen.h"
 #include "tests/hosts/RecordingPane.h"
-#include "tests/support/Patience.h"
+#include "tests/support/Timeout.h"
 
 #include <QTest>
 
@@ -58,8 +58,8 @@ void PaneOnScreenTest::init()
 void PaneOnScreenTest::openModule()
 {
     mModule->show();
-    QVERIFY(QTest::qWaitForWindowExposed(mModule.get(), Patience));
-    QTRY_COMPARE_WITH_TIMEOUT(mPane->told, Shown, Patience);
+    QVERIFY(QTest::qWaitForWindowExposed(mModule.get(), Timeout));
+    QTRY_COMPARE_WITH_TIMEOUT(mPane->told, Shown, Timeout);
 }
 
 void PaneOnScreenTest::thePaneIsToldOnceThatItIsShown()
@@ -97,7 +97,7 @@ void PaneOnScreenTest::showingTellsNothingWhileTheWindowIsNot()
     settle();
     QCOMPARE(mPane->told, QStringList());
     window.show();
-    QTRY_COMPARE_WITH_TIMEOUT(mPane->told, Shown, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(mPane->told, Shown, Timeout);
     mModule.reset();
 }
 
@@ -105,9 +105,9 @@ void PaneOnScreenTest::anIconifiedWindowStillShowsThePane()
 {
     openModule();
     mModule->showMinimized();
-    QTRY_VERIFY_WITH_TIMEOUT(!mModule->windowHandle()->isExposed(), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!mModule->windowHandle()->isExposed(), Timeout);
     mModule->showNormal();
-    QVERIFY(QTest::qWaitForWindowExposed(mModule.get(), Patience));
+    QVERIFY(QTest::qWaitForWindowExposed(mModule.get(), Timeout));
     settle();
     QCOMPARE(mPane->told, Shown);
 }

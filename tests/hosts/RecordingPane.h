@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/PreferencePane.h"
+#include "pane/PreferencePane.h"
 
 #include <QLabel>
 #include <QStringList>

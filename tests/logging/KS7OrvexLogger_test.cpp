@@ -1,7 +1,7 @@
 #include "logging/KS7OrvexLogger.h"
 
-#include "platform/Workspace.h"
-#include "tests/support/Patience.h"
+#include "platform/desktop/Workspace.h"
+#include "tests/support/Timeout.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -294,7 +294,7 @@ QStringList KS7OrvexLoggerTest::lines(const QString &inFolder)
 void KS7OrvexLoggerTest::nextSecond()
 {
     const std::time_t now = std::time(nullptr);
-    QTRY_VERIFY_WITH_TIMEOUT(std::time(nullptr) != now, Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(std::time(nullptr) != now, Timeout);
 }
 
 void KS7OrvexLoggerTest::everyFileNameSoonIs(const std::function<bool(const QString &)> &make)
@@ -617,7 +617,7 @@ void KS7OrvexLoggerTest::twoFilesOfOneSecondAreOne()
         gMainLogger->createLogFile();
         return std::time(nullptr) == before;
     };
-    QTRY_VERIFY_WITH_TIMEOUT(startsTwoAtOnce(), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(startsTwoAtOnce(), Timeout);
     QCOMPARE(lines(), QStringList());
 }
 

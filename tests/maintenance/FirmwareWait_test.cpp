@@ -1,7 +1,7 @@
 #include "agent/NotificationNames.h"
-#include "platform/Indicators.h"
-#include "platform/RunLoop.h"
-#include "platform/Sheets.h"
+#include "widgets/Indicators.h"
+#include "platform/desktop/RunLoop.h"
+#include "platform/sheets/Sheets.h"
 #include "tests/support/PaneFixture.h"
 
 #include <QLabel>

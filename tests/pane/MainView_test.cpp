@@ -1,15 +1,15 @@
-#include "about/LinkLabel.h"
+#include "widgets/LinkLabel.h"
 #include "agent/NotificationNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
-#include "pane/AdaptiveColumns.h"
-#include "pane/PictureFrame.h"
-#include "platform/Indicators.h"
-#include "platform/Sheets.h"
+#include "widgets/AdaptiveColumns.h"
+#include "widgets/PictureFrame.h"
+#include "widgets/Indicators.h"
+#include "platform/sheets/Sheets.h"
 #include "preview/KS7PreviewController.h"
 #include "preview/KS7QTCaptureView.h"
 #include "tests/support/PaintWatch.h"
 #include "tests/support/PaneFixture.h"
-#include "tests/support/Patience.h"
+#include "tests/support/Timeout.h"
 
 #include <QAbstractEventDispatcher>
 #include <QAccessible>
@@ -57,7 +57,7 @@ class MainViewTest : public QObject {
         mFixture->window.resize(width, height);
         mFixture->show();
         mFixture->runLoop->turn();
-        QVERIFY(QTest::qWaitForWindowExposed(&mFixture->window, Patience));
+        QVERIFY(QTest::qWaitForWindowExposed(&mFixture->window, Timeout));
         mFixture->takeJournal();
     }
 
@@ -357,7 +357,7 @@ private Q_SLOTS:
             wasOpen = menu->isVisible() && button->state().expanded;
             menu->actions().constLast()->trigger();
         });
-        QTRY_VERIFY_WITH_TIMEOUT(wasOpen, Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(wasOpen, Timeout);
         QVERIFY(!menu->isVisible());
     }
 
@@ -422,7 +422,7 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QVERIFY(paints.all.isEmpty());
         meter->setDoubleValue(0.75);
-        QTRY_VERIFY_WITH_TIMEOUT(!paints.all.isEmpty(), Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!paints.all.isEmpty(), Timeout);
         const QRect risen = paints.all.boundingRect();
         QVERIFY(std::abs(risen.left() - meter->width() * 0.5) <= OneSegment);
         QVERIFY(std::abs(risen.right() - meter->width() * 0.75) <= OneSegment);
@@ -442,7 +442,7 @@ private Q_SLOTS:
         QVERIFY(spinner->isVisible());
         QVERIFY(outlets().discoveringMessage->isVisible());
         // The window has no reason to grow.
-        QTRY_COMPARE_WITH_TIMEOUT(view()->minimumSizeHint(), least, Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(view()->minimumSizeHint(), least, Timeout);
         mFixture->agentPosts(Names::StoppedDiscovering);
         QVERIFY(!spinner->isVisible());
         QCOMPARE(outlets().pulldownMenu->geometry(), buttons);
@@ -478,7 +478,7 @@ private Q_SLOTS:
         mFixture->agent.prefer(QStringLiteral("a"));
         showPane();
         mFixture->window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window, Patience));
+        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window, Timeout));
         outlets().enableKS7Checkbox->setFocus();
         QList<QWidget *> visited;
         for (int step = 0; step < 20 && !visited.contains(mFixture->window.focusWidget()); ++step) {

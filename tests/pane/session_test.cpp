@@ -1,4 +1,4 @@
-#include "platform/Workspace.h"
+#include "platform/desktop/Workspace.h"
 #include "tests/support/PaneFixture.h"
 
 #include <QPushButton>

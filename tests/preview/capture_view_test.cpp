@@ -1,6 +1,6 @@
 #include "preview/KS7QTCaptureView.h"
 #include "tests/support/Doubles.h"
-#include "tests/support/Patience.h"
+#include "tests/support/Timeout.h"
 
 #include <QTest>
 
@@ -43,7 +43,7 @@ private:
     {
         mView->resize(size);
         mView->show();
-        QVERIFY(QTest::qWaitForWindowExposed(mView.get(), Patience));
+        QVERIFY(QTest::qWaitForWindowExposed(mView.get(), Timeout));
     }
     void startWithPicture(const QImage &picture)
     {
@@ -177,12 +177,12 @@ private Q_SLOTS:
     {
         showView({80, 60});
         startWithPicture(plainPicture({80, 60}, Qt::blue));
-        QTRY_VERIFY_WITH_TIMEOUT(mView->paints > 0, Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(mView->paints > 0, Timeout);
         QCoreApplication::processEvents();
         mView->paints = 0;
         for (int i = 0; i < 10; ++i)
             mSession->deliverFrame(plainPicture({80, 60}, Qt::red));
-        QTRY_VERIFY_WITH_TIMEOUT(mView->paints > 0, Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(mView->paints > 0, Timeout);
         QCoreApplication::processEvents();
         QCOMPARE(mView->paints, 1);
     }

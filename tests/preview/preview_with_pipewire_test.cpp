@@ -1,10 +1,10 @@
-#include "platform/IntValue.h"
-#include "platform/NotificationCenter.h"
-#include "platform/PipeWireCapture.h"
-#include "platform/RunLoop.h"
+#include "platform/ToInt32.h"
+#include "platform/bus/NotificationCenter.h"
+#include "platform/capture/PipeWireCapture.h"
+#include "platform/desktop/RunLoop.h"
 #include "preview/KS7PreviewController.h"
 #include "preview/KS7QTCaptureView.h"
-#include "tests/support/Patience.h"
+#include "tests/support/Timeout.h"
 #include "tests/support/VirtualCamera.h"
 
 #include <QTest>
@@ -35,7 +35,7 @@ private:
     {
         mCameras.push_back(
             std::make_unique<VirtualCamera>(nodeName, description, color, QStringLiteral("BGRx 320x240")));
-        QTRY_VERIFY_WITH_TIMEOUT(isThere(nodeName), Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(isThere(nodeName), Timeout);
     }
     [[nodiscard]] bool isThere(const QString &nodeName) const
     {
@@ -52,7 +52,7 @@ private Q_SLOTS:
         mErrors.clear();
         const auto center = std::make_shared<platform::LocalNotificationCenter>();
         center->addObserver(this, platform::QuickTimeErrorNotification, [this](const auto &notification) {
-            mErrors.push_back(platform::intValue(notification.userInfo, platform::QuickTimeErrorCodeKey));
+            mErrors.push_back(platform::toInt32(notification.userInfo, platform::QuickTimeErrorCodeKey));
         });
         const auto runLoop = platform::makeQtRunLoop();
         mCapture = platform::makePipeWireCapture(center, runLoop);
@@ -87,7 +87,7 @@ private Q_SLOTS:
         plugIn(id, QStringLiteral("Kitchen"), Red);
         QCOMPARE(mPreview->doSeqGrab(), std::int16_t(KS7PreviewController::Running));
         QVERIFY(view().isHidden());
-        QTRY_COMPARE_WITH_TIMEOUT(shown(), Red, Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(shown(), Red, Timeout);
         QVERIFY(view().isVisible());
         mPreview->endGrab();
         QVERIFY(view().isHidden());
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QVERIFY(view().isHidden());
         // The next start runs without a camera.
         QCOMPARE(mPreview->doSeqGrab(), std::int16_t(KS7PreviewController::Running));
-        QTRY_VERIFY_WITH_TIMEOUT(view().isVisible(), Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(view().isVisible(), Timeout);
         QCOMPARE(shown(), Black);
         QCOMPARE(mCameras.back()->told(), 0);
     }
@@ -111,14 +111,14 @@ private Q_SLOTS:
     {
         plugIn(CameraID, QStringLiteral("Kitchen"), Red);
         mPreview->doSeqGrab();
-        QTRY_COMPARE_WITH_TIMEOUT(shown(), Red, Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(shown(), Red, Timeout);
         mCameras.back()->unplug();
-        QTRY_COMPARE_WITH_TIMEOUT(mErrors.size(), std::size_t(1), Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(mErrors.size(), std::size_t(1), Timeout);
         mPreview->endGrab();
         mCameras.clear();
         plugIn(CameraID, QStringLiteral("Kitchen"), Blue);
         QCOMPARE(mPreview->doSeqGrab(), std::int16_t(KS7PreviewController::Running));
-        QTRY_COMPARE_WITH_TIMEOUT(shown(), Blue, Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(shown(), Blue, Timeout);
     }
 
     void aCameraThatNeverSendsIsBlack()
@@ -127,11 +127,11 @@ private Q_SLOTS:
         mCameras.back()->tell(QStringLiteral("pause"));
         mCameras.back()->tell(QStringLiteral("tell"));
         QCOMPARE(mPreview->doSeqGrab(), std::int16_t(KS7PreviewController::Running));
-        QTRY_VERIFY_WITH_TIMEOUT(mCameras.back()->told() > 60 && view().isVisible(), Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(mCameras.back()->told() > 60 && view().isVisible(), Timeout);
         QCOMPARE(shown(), Black);
         QVERIFY(mErrors.empty());
         mCameras.back()->tell(QStringLiteral("resume"));
-        QTRY_COMPARE_WITH_TIMEOUT(shown(), Red, Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(shown(), Red, Timeout);
     }
 
     void stoppingBeforeTheRevealNeverShowsTheView()
@@ -139,7 +139,7 @@ private Q_SLOTS:
         plugIn(CameraID, QStringLiteral("Kitchen"), Red);
         mCameras.back()->tell(QStringLiteral("tell"));
         mPreview->doSeqGrab();
-        QTRY_VERIFY_WITH_TIMEOUT(mCameras.back()->told() > 0 || view().isVisible(), Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(mCameras.back()->told() > 0 || view().isVisible(), Timeout);
         mPreview->endGrab();
         mPreview->display();
         QVERIFY(view().isHidden());
@@ -148,7 +148,7 @@ private Q_SLOTS:
         KS7QTCaptureView otherView;
         other.qtView = &otherView;
         other.doSeqGrab();
-        QTRY_VERIFY_WITH_TIMEOUT(otherView.isVisible(), Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(otherView.isVisible(), Timeout);
         QVERIFY(view().isHidden());
         other.stopSession();
     }

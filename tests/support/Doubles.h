@@ -1,20 +1,20 @@
 #pragma once
 
-#include "agent/RemoteProtocols.h"
-#include "platform/AgentLauncher.h"
-#include "platform/Bundle.h"
-#include "platform/Capture.h"
-#include "platform/Connection.h"
-#include "platform/Hardware.h"
-#include "platform/Host.h"
-#include "platform/NotificationCenter.h"
-#include "platform/PowerManagement.h"
-#include "platform/RunLoop.h"
+#include "agent/AgentProxyFactory.h"
+#include "platform/desktop/AgentLauncher.h"
+#include "platform/desktop/Bundle.h"
+#include "platform/capture/Capture.h"
+#include "platform/bus/Connection.h"
+#include "platform/desktop/Hardware.h"
+#include "platform/desktop/HostClasses.h"
+#include "platform/bus/NotificationCenter.h"
+#include "platform/power/PowerManagement.h"
+#include "platform/desktop/RunLoop.h"
 #include "platform/Services.h"
-#include "platform/Sheets.h"
-#include "platform/SoftwareUpdate.h"
-#include "platform/UserDefaults.h"
-#include "platform/Workspace.h"
+#include "platform/sheets/Sheets.h"
+#include "platform/updates/SoftwareUpdate.h"
+#include "platform/preferences/UserDefaults.h"
+#include "platform/desktop/Workspace.h"
 
 #include <QHash>
 #include <QStringList>
@@ -156,7 +156,7 @@ private:
     std::map<QString, std::weak_ptr<FakeConnection>> mLast;
 };
 
-class FakeProtocols final : public RemoteProtocols {
+class FakeProtocols final : public AgentProxyFactory {
 public:
     explicit FakeProtocols(FakeAgent &agent)
         : mAgent(agent)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/Patience.h"
+#include "tests/support/Timeout.h"
 
 #include <QPaintEvent>
 #include <QTest>
@@ -22,7 +22,7 @@ public:
     {
         mWidget->update();
         const int before = count;
-        const bool isPainted = QTest::qWaitFor([&] { return count > before; }, Patience);
+        const bool isPainted = QTest::qWaitFor([&] { return count > before; }, Timeout);
         // What has become due meanwhile would be painted together with what follows.
         mWidget->window()->repaint();
         count = 0;

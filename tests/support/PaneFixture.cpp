@@ -1,8 +1,8 @@
 #include "tests/support/PaneFixture.h"
 
-#include "agent/RemoteProtocols.h"
-#include "platform/DBusConnection.h"
-#include "platform/DistributedNotificationCenter.h"
+#include "agent/AgentProxyFactory.h"
+#include "platform/bus/RemoteConnection.h"
+#include "platform/bus/DistributedNotificationCenter.h"
 
 #include <QCoreApplication>
 #include <QDir>

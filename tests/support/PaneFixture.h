@@ -2,9 +2,9 @@
 
 #include "pane/KS7SettingsWindowController.h"
 #include "pane/KSPreferencesPanePref.h"
-#include "platform/SessionBus.h"
+#include "platform/bus/SessionBus.h"
 #include "tests/support/Doubles.h"
-#include "tests/support/Patience.h"
+#include "tests/support/Timeout.h"
 
 #include <QTest>
 #include <QWidget>
@@ -32,7 +32,7 @@ public:
     template <class Condition>
     bool turnUntil(Condition condition)
     {
-        return QTest::qWaitFor([&] { return (turn(), condition()); }, Patience);
+        return QTest::qWaitFor([&] { return (turn(), condition()); }, Timeout);
     }
 
     [[nodiscard]] KS7SettingsWindowController &controller() const { return *pane->mSettingsWindowController; }
@@ -54,7 +54,7 @@ public:
     std::shared_ptr<RecordingCenter> workspaceCenter;
     FakeAgent agent;
     /// How the pane talks to the agent; the double unless a test puts something else here before load().
-    std::shared_ptr<RemoteProtocols> protocols;
+    std::shared_ptr<AgentProxyFactory> protocols;
     /// Puts real services in the places of doubles, before the pane is loaded.
     std::function<void(platform::Services &)> refit;
     std::shared_ptr<FakeConnections> connections;

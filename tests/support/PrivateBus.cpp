@@ -8,7 +8,8 @@
 PrivateBus::PrivateBus(const char *addressVariable)
     : mSocket(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/test-bus"))
 {
-    qputenv(addressVariable, "unix:path=" + mSocket.toUtf8());
+    const QByteArray address = "unix:path=" + mSocket.toUtf8();
+    qputenv(addressVariable, address);
     start();
 }
 

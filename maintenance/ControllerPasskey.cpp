@@ -1,0 +1,148 @@
+#include "agent/NotificationNames.h"
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "cameras/KS7Cam.h"
+#include "logging/KS7OrvexLogger.h"
+#include "pane/KS7SettingsWindowController.h"
+#include "platform/ToInt32.h"
+#include "platform/desktop/RunLoop.h"
+#include "platform/sheets/Sheets.h"
+
+#include <QAction>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QToolButton>
+
+#include <algorithm>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto LongestPasskey = 16;
+// The sheet is fully gone when the remote call blocks the window.
+constexpr auto DelayAfterSheet = 500ms;
+
+/// 1 to 16 decimal digits of any script. Characters are counted, not UTF-16 units: a digit outside the basic
+/// plane is one, as it is to the person who types it.
+bool isPasskey(const QString &text)
+{
+    const auto characters = text.toUcs4();
+    return !characters.isEmpty() && characters.size() <= LongestPasskey
+        && std::all_of(characters.begin(), characters.end(), [](uint character) {
+               return QChar::category(character) == QChar::Number_DecimalDigit;
+           });
+}
+
+void enableItemWithTag(const QToolButton *pulldownMenu, PulldownMenuTag tag, bool enabled)
+{
+    const auto items = pulldownMenu->menu()->actions();
+    for (QAction *item : items) {
+        if (item->data().toInt() == tag)
+            item->setEnabled(enabled);
+    }
+}
+
+} // namespace
+
+void KS7SettingsWindowController::changePIN(QObject *)
+{
+    const QString address = selectedCamAddress();
+    const auto camera = selectedCam();
+    const bool atTheCable = mSharedUSBController->connectedCamHasBTAddress(address);
+    if (!atTheCable) {
+        beginAlert(
+            {tr("Connect To USB"), tr("OK"),
+             tr("To change your Bluetooth Passcode, you must connect the KS-7 to your computer via USB. "
+                "Please connect the camera and try again.")});
+    } else if (!camera || camera->status() != kKS7CamNotStreaming) {
+        beginAlert(
+            {tr("Camera In Use"), tr("OK"),
+             tr("To change your Bluetooth Passcode, the KS-7 camera and microphone must not be in use. "
+                "Please stop any programs from using the camera and try again when the status reads "
+                "\"Not Streaming\".")});
+    } else {
+        actuallyChangePIN();
+    }
+}
+
+void KS7SettingsWindowController::actuallyChangePIN()
+{
+    outlets.pinOkayButton->setEnabled(false);
+    outlets.newPINText->clear();
+    beginSheet(outlets.pinSheet);
+}
+
+void KS7SettingsWindowController::controlTextDidChange(const Notification &)
+{
+    outlets.pinOkayButton->setEnabled(isPasskey(outlets.newPINText->text()));
+}
+
+void KS7SettingsWindowController::pinOkay(QObject *)
+{
+    mServices.sheets->endSheet(outlets.pinSheet);
+    mServices.runLoop->performAfterDelay(this, DelayAfterSheet, [this] { doPinOkay(nullptr); });
+}
+
+void KS7SettingsWindowController::doPinOkay(void *)
+{
+    const int error = mSharedUSBController->setPassKey(outlets.newPINText->text());
+    if (error != 0)
+        pinError(error);
+}
+
+void KS7SettingsWindowController::pinCancel(QObject *)
+{
+    mServices.sheets->endSheet(outlets.pinSheet);
+}
+
+void KS7SettingsWindowController::pinError(int code)
+{
+    beginAlert({tr("Passkey Not Changed"), tr("OK"),
+                tr("An error occurred setting your camera's Bluetooth passkey. Please try again.\nError: %1")
+                    .arg(code)});
+}
+
+void KS7SettingsWindowController::passKeySet(const Notification &notification)
+{
+    const int error = platform::toInt32(notification.userInfo, UserInfoKeys::Result);
+    if (error != 0) {
+        pinError(error);
+        return;
+    }
+    if (!notification.userInfo.contains(UserInfoKeys::PassKey))
+        return;
+    const QString passKey = notification.userInfo.value(UserInfoKeys::PassKey).toString();
+    // The camera stays a favourite: it is only its pairing that is over.
+    mSharedDeviceController->removeCameraAtIndex(outlets.cameraListTable->selectedRow(), false);
+    beginAlert(
+        {tr("Passkey Changed"), tr("OK"),
+         tr("Your camera's Bluetooth passkey has been set to \"%1\".  You will be asked for this passkey "
+            "the next time you use the camera.")
+             .arg(passKey)});
+    discover(nullptr);
+}
+
+void KS7SettingsWindowController::USBDeviceConnected(const Notification &)
+{
+    OrvexLog(u"USB device connected");
+    enableUSBOptions();
+}
+
+void KS7SettingsWindowController::USBDeviceDisconnected(const Notification &)
+{
+    OrvexLog(u"USB device disconnected");
+    mServices.sheets->endSheet(outlets.pinSheet);
+    if (mFirmwareStep == 0)
+        mServices.sheets->endSheet(outlets.firmwareSheet);
+    enableUSBOptions();
+}
+
+void KS7SettingsWindowController::enableUSBOptions()
+{
+    // The passkey change explains itself what is missing; the update has no check of its own.
+    enableItemWithTag(outlets.pulldownMenu, ChangePasskeyTag, true);
+    enableItemWithTag(outlets.pulldownMenu, UpdateFirmwareTag,
+                      mSharedUSBController->connectedCamHasBTAddress(selectedCamAddress())
+                          && mSharedUSBController->connectedCamNeedsFirmwareUpdate());
+}

@@ -1,0 +1,18 @@
+#include "pane/SharedPane.h"
+
+#include "agent/AgentProxyFactory.h"
+#include "pane/Diagnosis.h"
+#include "pane/KSPreferencesPanePref.h"
+#include "platform/DesktopServices.h"
+
+KSPreferencesPanePref *sharedPane()
+{
+    if (!KSPreferencesPanePref::shared())
+        (new KSPreferencesPanePref)->initWithBundle(platform::makeDesktopServices(), makeDBusProtocols());
+    return KSPreferencesPanePref::shared();
+}
+
+QString diagnosis()
+{
+    return Diagnosis(platform::makeDesktopServices(), makeDBusProtocols()).report();
+}

@@ -1,0 +1,46 @@
+#include "platform/DesktopServices.h"
+
+#include "platform/desktop/AgentLauncher.h"
+#include "platform/desktop/Bundle.h"
+#include "platform/bus/RemoteConnection.h"
+#include "platform/bus/DistributedNotificationCenter.h"
+#include "platform/desktop/Hardware.h"
+#include "platform/desktop/HostClasses.h"
+#include "platform/power/LogindPower.h"
+#include "platform/power/LogindSession.h"
+#include "platform/bus/NotificationCenter.h"
+#include "platform/updates/PackageKitUpdater.h"
+#include "platform/capture/PipeWireCapture.h"
+#include "platform/desktop/RunLoop.h"
+#include "platform/bus/SessionBus.h"
+#include "platform/sheets/Sheets.h"
+#include "platform/preferences/UserDefaults.h"
+#include "platform/desktop/Workspace.h"
+
+namespace platform {
+
+Services makeDesktopServices()
+{
+    const auto bus = std::make_shared<SessionBus>();
+    Services services;
+    services.runLoop = makeQtRunLoop();
+    services.bundle = makePaneBundle();
+    services.localCenter = std::make_shared<LocalNotificationCenter>();
+    services.distributedCenter = std::make_shared<DistributedNotificationCenter>(bus);
+    services.workspaceCenter = std::make_shared<LogindSession>();
+    services.connections =
+        std::make_shared<DBusConnectionRegistry>(bus, services.runLoop, services.localCenter);
+    services.agentLauncher = makeAgentLauncher();
+    services.hostClasses = makeHostClasses();
+    services.userDefaults = makeFileUserDefaults();
+    services.keyboard = makeKeyboardModifiers();
+    services.processorClock = makeProcessorClock();
+    services.updates = makePackageKitFramework();
+    services.workspace = makeWorkspace();
+    services.capture = makePipeWireCapture(services.localCenter, services.runLoop);
+    services.sheets = makeQtSheetPresenter();
+    services.power = std::make_shared<LogindPower>();
+    return services;
+}
+
+} // namespace platform

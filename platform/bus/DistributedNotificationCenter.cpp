@@ -1,0 +1,87 @@
+#include "platform/bus/DistributedNotificationCenter.h"
+
+#include "platform/bus/BusNames.h"
+#include "platform/bus/SessionBus.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+
+namespace platform {
+namespace {
+
+/// Strangers may send anything under the name: what is no user info counts as none.
+QVariantMap userInfoOf(const QDBusMessage &signal)
+{
+    if (signal.signature() != bus::UserInfoSignature)
+        return {};
+    return qdbus_cast<QVariantMap>(signal.arguments().constFirst());
+}
+
+} // namespace
+
+DistributedNotificationCenter::DistributedNotificationCenter(std::shared_ptr<SessionBus> bus)
+    : mBus(std::move(bus))
+{
+    QObject::connect(mBus.get(), &SessionBus::opened, this, &DistributedNotificationCenter::subscribeAll);
+}
+
+DistributedNotificationCenter::~DistributedNotificationCenter()
+{
+    // The connection may close at any time in the library's own thread and must not find a half-destroyed
+    // receiver.
+    for (const auto &name : std::as_const(mSubscribed))
+        unsubscribe(name);
+}
+
+void DistributedNotificationCenter::addObserver(const void *observer, const QString &name,
+                                                NotificationHandler handler)
+{
+    mObservers.addObserver(observer, name, std::move(handler));
+    if (mSubscribed.contains(name))
+        return;
+    mBus->connection();
+    mSubscribed.append(name);
+    subscribe(name);
+}
+
+void DistributedNotificationCenter::removeObserver(const void *observer, const QString &name)
+{
+    mObservers.removeObserver(observer, name);
+    if (mObservers.hasObservers(name) || !mSubscribed.removeOne(name))
+        return;
+    unsubscribe(name);
+}
+
+void DistributedNotificationCenter::postNotificationName(const QString &name, const void *,
+                                                         const QVariantMap &userInfo)
+{
+    auto signal = QDBusMessage::createSignal(bus::NotificationPath, bus::NotificationInterface, name);
+    signal << userInfo;
+    mBus->reopenIfLost();
+    mBus->connection().send(signal);
+}
+
+void DistributedNotificationCenter::receive(const QDBusMessage &signal)
+{
+    mObservers.postNotificationName(signal.member(), nullptr, userInfoOf(signal));
+}
+
+void DistributedNotificationCenter::subscribe(const QString &name)
+{
+    mBus->connection().connect({}, bus::NotificationPath, bus::NotificationInterface, name, this,
+                               SLOT(receive(QDBusMessage)));
+}
+
+void DistributedNotificationCenter::unsubscribe(const QString &name)
+{
+    mBus->connection().disconnect({}, bus::NotificationPath, bus::NotificationInterface, name, this,
+                                  SLOT(receive(QDBusMessage)));
+}
+
+void DistributedNotificationCenter::subscribeAll()
+{
+    for (const auto &name : std::as_const(mSubscribed))
+        subscribe(name);
+}
+
+} // namespace platform

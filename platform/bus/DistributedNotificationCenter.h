@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/bus/NotificationCenter.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+
+class QDBusMessage;
+
+namespace platform {
+
+class SessionBus;
+
+/// The centre across processes: broadcast signals on the session bus. The bus is asked for the observed names
+/// only, so that nobody else's notifications wake the pane. Posts never wait; what is posted comes back to
+/// the poster's own observers through the run loop. The object of a post does not travel. A post over a bus
+/// that was lost, or was never there, looks once whether there is one now; else nobody hears it.
+class DistributedNotificationCenter final : public QObject, public NotificationCenter {
+    Q_OBJECT
+public:
+    explicit DistributedNotificationCenter(std::shared_ptr<SessionBus> bus);
+    ~DistributedNotificationCenter() override;
+
+    void addObserver(const void *observer, const QString &name, NotificationHandler handler) override;
+    void removeObserver(const void *observer, const QString &name) override;
+    void postNotificationName(const QString &name, const void *object = nullptr,
+                              const QVariantMap &userInfo = {}) override;
+
+private Q_SLOTS:
+    void receive(const QDBusMessage &signal);
+
+private:
+    void subscribe(const QString &name);
+    void unsubscribe(const QString &name);
+    void subscribeAll();
+
+    std::shared_ptr<SessionBus> mBus;
+    LocalNotificationCenter mObservers;
+    QStringList mSubscribed;
+};
+
+} // namespace platform

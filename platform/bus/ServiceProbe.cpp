@@ -1,0 +1,104 @@
+#include "platform/bus/ServiceProbe.h"
+
+#include "platform/bus/BusNames.h"
+
+#include <QDBusMessage>
+#include <QFile>
+#include <QUuid>
+
+#include <unistd.h>
+
+namespace platform {
+namespace {
+
+constexpr int AnswerTimeout = 3000;
+
+QByteArray contentsOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// When the machine was started, in seconds of the epoch; 0 when the kernel does not tell.
+qint64 bootTime()
+{
+    const auto lines = contentsOf(QStringLiteral("/proc/stat")).split('\n');
+    for (const QByteArray &line : lines) {
+        if (line.startsWith("btime "))
+            return line.mid(6).trimmed().toLongLong();
+    }
+    return 0;
+}
+
+/// Ticks of the clock between the machine's start and the process's; -1 when there is no such process.
+qint64 startTicks(std::uint32_t process)
+{
+    const QByteArray status = contentsOf(QStringLiteral("/proc/%1/stat").arg(process));
+    // The second field is the program's name in brackets and may hold anything, brackets and blanks too.
+    const auto fields = status.mid(status.lastIndexOf(')') + 1).simplified().split(' ');
+    constexpr int StartTime = 22 - 3;
+    return fields.size() > StartTime ? fields[StartTime].toLongLong() : -1;
+}
+
+} // namespace
+
+ServiceProbe::ServiceProbe(QDBusConnection::BusType type)
+    : mName(QStringLiteral("com.orvex.KS7.survey.") + QUuid::createUuid().toString(QUuid::Id128))
+    , mBus(QDBusConnection::connectToBus(type, mName))
+{
+}
+
+ServiceProbe::~ServiceProbe()
+{
+    QDBusConnection::disconnectFromBus(mName);
+}
+
+bool ServiceProbe::isReachable() const
+{
+    return mBus.isConnected() && !mHangs;
+}
+
+ServiceProbe::Presence ServiceProbe::presenceOf(const QString &busName)
+{
+    if (!isReachable())
+        return Presence::NoBus;
+    if (ask(QStringLiteral("NameHasOwner"), {busName}).value(0).toBool())
+        return Presence::Running;
+    const QVariantList startable = ask(QStringLiteral("ListActivatableNames"));
+    if (!isReachable())
+        return Presence::NoBus;
+    return startable.value(0).toStringList().contains(busName) ? Presence::Startable : Presence::Absent;
+}
+
+std::optional<std::uint32_t> ServiceProbe::processOf(const QString &busName)
+{
+    const QVariantList answer = ask(QStringLiteral("GetConnectionUnixProcessID"), {busName});
+    if (answer.isEmpty())
+        return {};
+    return answer.first().toUInt();
+}
+
+QVariantList ServiceProbe::ask(const QString &method, const QVariantList &arguments)
+{
+    if (!isReachable())
+        return {};
+    auto question = QDBusMessage::createMethodCall(bus::Daemon, bus::DaemonPath, bus::Daemon, method);
+    question.setArguments(arguments);
+    const QDBusMessage answer = mBus.call(question, QDBus::Block, AnswerTimeout);
+    if (answer.type() == QDBusMessage::ReplyMessage)
+        return answer.arguments();
+    mHangs = QDBusError(answer).type() == QDBusError::NoReply;
+    return {};
+}
+
+QDateTime processStart(std::uint32_t process)
+{
+    const qint64 boot = bootTime();
+    const qint64 ticks = startTicks(process);
+    const long ticksPerSecond = ::sysconf(_SC_CLK_TCK);
+    if (boot <= 0 || ticks < 0 || ticksPerSecond <= 0)
+        return {};
+    return QDateTime::fromSecsSinceEpoch(boot + ticks / ticksPerSecond);
+}
+
+} // namespace platform

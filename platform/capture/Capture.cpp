@@ -1,0 +1,93 @@
+#include "platform/capture/Capture.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+namespace platform {
+namespace {
+
+constexpr QSize UsualPicture{640, 480};
+
+} // namespace
+
+CaptureView::CaptureView(QWidget *parent)
+    : QWidget(parent)
+{
+    // Every pixel is painted, so nothing has to be drawn beneath each picture.
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+CaptureView::~CaptureView()
+{
+    if (mSession)
+        mSession->setFrameHandler({});
+}
+
+void CaptureView::setCaptureSession(const std::shared_ptr<CaptureSession> &session)
+{
+    if (mSession)
+        mSession->setFrameHandler({});
+    mSession = session;
+    mAskedFor = {};
+    showFrame({});
+    if (mSession)
+        mSession->setFrameHandler([this](const QImage &frame) { showFrame(frame); });
+}
+
+void CaptureView::showFrame(const QImage &frame)
+{
+    mFrame = frame;
+    askForFittingFrames();
+    if (isVisible())
+        update();
+}
+
+void CaptureView::askForFittingFrames()
+{
+    if (!mSession || mAskedFor == pixels())
+        return;
+    mAskedFor = pixels();
+    mSession->setLargestFrame(mAskedFor);
+}
+
+QSize CaptureView::pixels() const
+{
+    return (QSizeF(size()) * devicePixelRatioF()).toSize();
+}
+
+QSize CaptureView::sizeHint() const
+{
+    return UsualPicture;
+}
+
+QRectF CaptureView::pictureRect() const
+{
+    // Whole pixels of the screen, so that a picture of the right size is copied and not scaled.
+    const qreal ratio = devicePixelRatioF();
+    const QSize place = pixels();
+    const QSize picture = mFrame.size().scaled(place, Qt::KeepAspectRatio);
+    const QPoint corner((place.width() - picture.width()) / 2, (place.height() - picture.height()) / 2);
+    return {QPointF(corner) / ratio, QSizeF(picture) / ratio};
+}
+
+void CaptureView::drawRect(const QRect &rect)
+{
+    QPainter painter(this);
+    painter.setClipRect(rect);
+    const QRectF picture = mFrame.isNull() ? QRectF() : pictureRect();
+    // The border reaches under the picture's outermost pixels, which it may cover only in part.
+    const QRegion border = QRegion(rect) - QRegion(picture.toAlignedRect().adjusted(1, 1, -1, -1));
+    for (const QRect &strip : border)
+        painter.fillRect(strip, Qt::black);
+    if (picture.isEmpty())
+        return;
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(picture, mFrame);
+}
+
+void CaptureView::paintEvent(QPaintEvent *event)
+{
+    drawRect(event->rect());
+}
+
+} // namespace platform

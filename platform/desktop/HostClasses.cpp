@@ -1,0 +1,27 @@
+#include "platform/desktop/HostClasses.h"
+
+#include <QCoreApplication>
+
+namespace platform {
+namespace {
+
+/// A host that has something to offer hangs an object of the class's name on the application.
+class ApplicationChildren final : public HostClasses {
+public:
+    QObject *classNamed(const QString &name) override
+    {
+        auto *application = QCoreApplication::instance();
+        if (!application || name.isEmpty())
+            return nullptr;
+        return application->findChild<QObject *>(name, Qt::FindDirectChildrenOnly);
+    }
+};
+
+} // namespace
+
+std::shared_ptr<HostClasses> makeHostClasses()
+{
+    return std::make_shared<ApplicationChildren>();
+}
+
+} // namespace platform

@@ -1,0 +1,108 @@
+#include "simulator/bus/AgentService.h"
+
+#include "agent/NotificationNames.h"
+#include "agent/RemoteNames.h"
+#include "platform/bus/BusNames.h"
+#include "simulator/script/Demo.h"
+
+#include "DeviceControllerAdaptor.h"
+#include "ScriptAdaptor.h"
+#include "USBControllerAdaptor.h"
+
+#include <QCoreApplication>
+
+namespace simulator {
+
+namespace {
+
+Behaviour behaviourFor(Scenario scenario)
+{
+    if (scenario == Scenario::Scripted)
+        return {.connect = false, .discover = false, .passKey = true, .firmware = true, .mishaps = false};
+    return {};
+}
+
+} // namespace
+
+AgentService::AgentService(const Options &options, const QDBusConnection &bus)
+    : mOptions(options)
+    , mBus(bus)
+    , mTiming(options.quick ? Timing::quick() : Timing())
+    , mNotifier(bus)
+    , mPreferences(platform::makeFileUserDefaults())
+    , mModel(mNotifier, mPreferences, behaviourFor(options.scenario), mTiming)
+    , mListener(mModel, mRecorder, mFaults, bus)
+    , mDesk(mRecorder, mFaults)
+    , mDeviceController(mModel, mDesk)
+    , mUsbController(mModel.cable(), mDesk)
+    , mScript(mModel, mNotifier, mRecorder, mFaults)
+    , mPicture(options.pictureSettings)
+{
+    if (options.picture)
+        connect(&mModel.roster(), &CameraRegistry::changed, this, &AgentService::showPicture);
+}
+
+std::optional<QString> AgentService::start()
+{
+    mPreferences.synchronize();
+    if (mOptions.fillsPreferences)
+        mPreferences.fillIn();
+    if (!publish() || !mListener.listen())
+        return QStringLiteral("the bus does not take the agent's objects");
+    if (auto why = takeNames())
+        return why;
+    mBus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                 QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+                 SLOT(busHasGone()));
+    mNotifier.post(NotificationNames::AgentStarted, {});
+    if (mOptions.scenario == Scenario::Demo)
+        Demo::begin(mModel, mTiming);
+    return {};
+}
+
+bool AgentService::publish()
+{
+    registerWireTypes();
+    // The objects own their adaptors.
+    new DeviceControllerAdaptor(&mDeviceController);
+    new USBControllerAdaptor(&mUsbController);
+    new ScriptAdaptor(&mScript);
+    return publish(RemoteNames::AgentServer, mDeviceController)
+        && publish(RemoteNames::AgentServerUSB, mUsbController) && publish(Script::registeredName(), mScript);
+}
+
+bool AgentService::publish(const QString &registeredName, QObject &object)
+{
+    return mBus.registerObject(platform::bus::objectPath(registeredName), &object);
+}
+
+std::optional<QString> AgentService::takeNames()
+{
+    // The agent's name comes last: whoever waits for it finds everything else in place.
+    for (const QString &name :
+         {Script::registeredName(), RemoteNames::AgentServerUSB, RemoteNames::AgentServer}) {
+        if (!mBus.registerService(platform::bus::busName(name)))
+            return QStringLiteral("another agent is running: the bus name %1 is taken")
+                .arg(platform::bus::busName(name));
+    }
+    return {};
+}
+
+void AgentService::showPicture()
+{
+    const auto camera = mModel.roster().preferred();
+    if (mModel.isStreaming())
+        mPicture.start(camera->name);
+    else
+        mPicture.stop();
+    // So that the picture is there as soon as the camera streams.
+    if (camera && camera->status == kKS7CamStarting)
+        mPicture.prepare();
+}
+
+void AgentService::busHasGone()
+{
+    QCoreApplication::quit();
+}
+
+} // namespace simulator

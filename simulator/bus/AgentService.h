@@ -1,0 +1,52 @@
+#pragma once
+
+#include "simulator/model/AgentModel.h"
+#include "simulator/picture/BackgroundPicture.h"
+#include "simulator/bus/BusNotifier.h"
+#include "simulator/bus/DeviceController.h"
+#include "simulator/bus/FaultInjector.h"
+#include "simulator/Options.h"
+#include "simulator/bus/PaneListener.h"
+#include "simulator/bus/Recorder.h"
+#include "simulator/script/Script.h"
+#include "simulator/bus/UsbController.h"
+
+#include <optional>
+
+namespace simulator {
+
+/// The agent as a process: puts the model on the bus, and its picture beside it.
+class AgentService final : public QObject {
+    Q_OBJECT
+public:
+    AgentService(const Options &options, const QDBusConnection &bus);
+
+    /// Takes the names, then says that the agent has started. Why it cannot, where it cannot.
+    std::optional<QString> start();
+
+private Q_SLOTS:
+    void busHasGone();
+
+private:
+    bool publish();
+    bool publish(const QString &registeredName, QObject &object);
+    std::optional<QString> takeNames();
+    void showPicture();
+
+    Options mOptions;
+    QDBusConnection mBus;
+    Timing mTiming;
+    BusNotifier mNotifier;
+    AgentPreferences mPreferences;
+    AgentModel mModel;
+    Recorder mRecorder;
+    FaultInjector mFaults;
+    PaneListener mListener;
+    CallInterceptor mDesk;
+    DeviceController mDeviceController;
+    UsbController mUsbController;
+    Script mScript;
+    BackgroundPicture mPicture;
+};
+
+} // namespace simulator

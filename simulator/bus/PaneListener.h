@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QObject>
+#include <QVariantMap>
+
+namespace simulator {
+
+class AgentModel;
+class FaultInjector;
+class Recorder;
+
+/// Hears what the pane posts, and has the agent do it.
+class PaneListener final : public QObject {
+    Q_OBJECT
+public:
+    PaneListener(AgentModel &model, Recorder &recorder, FaultInjector &faults, const QDBusConnection &bus);
+
+    /// False when the bus refuses.
+    bool listen();
+
+private Q_SLOTS:
+    void heard(const QDBusMessage &message);
+
+private:
+    void act(const QString &name, const QVariantMap &userInfo);
+
+    AgentModel &mModel;
+    Recorder &mRecorder;
+    FaultInjector &mFaults;
+    QDBusConnection mBus;
+};
+
+} // namespace simulator

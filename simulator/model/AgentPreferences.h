@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/preferences/UserDefaults.h"
+
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+
+namespace simulator {
+
+/// The agent's settings in its preferences domain. Every change is on disk before the call returns; a file
+/// that cannot be parsed is left as it is.
+class AgentPreferences {
+public:
+    explicit AgentPreferences(std::shared_ptr<platform::UserDefaults> defaults);
+
+    /// Gives the keys that are absent their first values.
+    void fillIn();
+    /// Writes what is pending and takes up what others have written.
+    void synchronize();
+
+    /// An invalid variant when the key is absent.
+    [[nodiscard]] QVariant value(const QString &key) const;
+    void set(const QString &key, const QVariant &value);
+    [[nodiscard]] bool isServiceOn() const;
+
+    /// What is kept for one camera under a key that holds a dictionary; invalid when there is nothing.
+    [[nodiscard]] QVariant cameraValue(const QString &key, const QString &address) const;
+    void setCameraValue(const QString &key, const QString &address, const QVariant &value);
+    void removeCameraValue(const QString &key, const QString &address);
+
+private:
+    [[nodiscard]] platform::PropertyListDictionary domain() const;
+
+    std::shared_ptr<platform::UserDefaults> mDefaults;
+};
+
+} // namespace simulator

@@ -1,0 +1,69 @@
+#include "simulator/model/PasskeyChange.h"
+
+#include "agent/NotificationNames.h"
+#include "simulator/model/Notifier.h"
+
+#include <QTimer>
+
+#include <algorithm>
+
+namespace simulator {
+
+namespace {
+
+constexpr int LongestPassKey = 16;
+
+/// Digits of any script, each of which counts as one.
+bool isWellFormed(const QString &passKey)
+{
+    const auto characters = passKey.toUcs4();
+    return !characters.isEmpty() && characters.size() <= LongestPassKey
+        && std::all_of(characters.begin(), characters.end(),
+                       [](uint each) { return QChar::category(each) == QChar::Number_DecimalDigit; });
+}
+
+} // namespace
+
+PasskeyChange::PasskeyChange(const Behaviour &behaviour, const WantedErrors &errors, Notifier &notifier,
+                             const Timing &timing)
+    : mBehaviour(behaviour)
+    , mErrors(errors)
+    , mNotifier(notifier)
+    , mTiming(timing)
+{
+}
+
+int PasskeyChange::start(const QString &passKey)
+{
+    const int code = refusal(passKey);
+    if (code == 0 && mBehaviour.passKey)
+        QTimer::singleShot(mTiming.passKey, this, [this, passKey] { report(passKey); });
+    return code;
+}
+
+int PasskeyChange::refusal(const QString &passKey) const
+{
+    if (const int wanted = mErrors.value(QStringLiteral("setPassKey")))
+        return wanted;
+    if (!isWellFormed(passKey))
+        return ErrorCode::BadPassKey;
+    return mBehaviour.mishaps && passKey == QStringLiteral("0000") ? ErrorCode::PassKeyRefused : 0;
+}
+
+int PasskeyChange::lateError(const QString &passKey) const
+{
+    if (const int wanted = mErrors.value(NotificationNames::PassKeySet))
+        return wanted;
+    return mBehaviour.mishaps && passKey == QStringLiteral("9999") ? ErrorCode::PassKeyLost : 0;
+}
+
+void PasskeyChange::report(const QString &passKey)
+{
+    const int code = lateError(passKey);
+    QVariantMap userInfo{{UserInfoKeys::Result, code}};
+    if (code == 0)
+        userInfo.insert(UserInfoKeys::PassKey, passKey);
+    mNotifier.post(NotificationNames::PassKeySet, userInfo);
+}
+
+} // namespace simulator

@@ -1,0 +1,70 @@
+#include "simulator/model/UsbCable.h"
+
+#include "agent/NotificationNames.h"
+#include "simulator/model/Notifier.h"
+
+namespace simulator {
+
+UsbCable::UsbCable(const Behaviour &behaviour, const WantedErrors &errors, Notifier &notifier,
+                   const Timing &timing)
+    : mBehaviour(behaviour)
+    , mNotifier(notifier)
+    , mTiming(timing)
+    , mPassKey(behaviour, errors, notifier, timing)
+    , mFirmware(behaviour, errors, notifier, timing)
+{
+    connect(&mFirmware, &FirmwareWriter::succeeded, this, &UsbCable::updated);
+}
+
+void UsbCable::plug(const QString &address, bool needsFirmware)
+{
+    unplug();
+    if (address.isEmpty())
+        return;
+    mAddress = address;
+    mNeedsFirmware = needsFirmware;
+    Q_EMIT plugged(address);
+    mNotifier.post(NotificationNames::USBDeviceConnected);
+}
+
+void UsbCable::unplug()
+{
+    if (mAddress.isEmpty())
+        return;
+    const QString address = std::exchange(mAddress, QString());
+    mNotifier.post(NotificationNames::USBDeviceDisconnected);
+    mFirmware.interrupt();
+    Q_EMIT unplugged(address);
+}
+
+bool UsbCable::holds(const QString &address) const
+{
+    return !mAddress.isEmpty() && address == mAddress;
+}
+
+int UsbCable::startUpdate()
+{
+    if (mAddress.isEmpty())
+        return ErrorCode::NoCameraAtCable;
+    return mNeedsFirmware ? mFirmware.start() : ErrorCode::NoUpdateNeeded;
+}
+
+int UsbCable::setPassKey(const QString &passKey)
+{
+    return mAddress.isEmpty() ? ErrorCode::NoCameraAtCable : mPassKey.start(passKey);
+}
+
+void UsbCable::updated()
+{
+    mNeedsFirmware = false;
+    if (!mBehaviour.mishaps)
+        return;
+    // The camera restarts, and by then the maker has found something else to mend: so that a second
+    // update can be tried.
+    QTimer::singleShot(mTiming.restarting, this, [this, address = mAddress] {
+        if (holds(address))
+            plug(address, true);
+    });
+}
+
+} // namespace simulator

@@ -1,0 +1,237 @@
+#include "simulator/script/Script.h"
+
+#include "platform/bus/BusNames.h"
+#include "simulator/model/AgentModel.h"
+#include "simulator/bus/FaultInjector.h"
+#include "simulator/model/Notifier.h"
+#include "simulator/bus/Recorder.h"
+
+#include <QCoreApplication>
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace simulator {
+
+namespace {
+
+constexpr int MostCameras = 20'000;
+
+bool isMemberName(const QString &name)
+{
+    const auto isGood = [](QChar each) {
+        return each.unicode() < 0x80 && (each.isLetterOrNumber() || each == QLatin1Char('_'));
+    };
+    return !name.isEmpty() && name.size() < 256 && !name.at(0).isDigit()
+        && std::all_of(name.begin(), name.end(), isGood);
+}
+
+Camera numberedCamera(int number)
+{
+    const auto digits = QStringLiteral("%1").arg(number, 4, 16, QLatin1Char('0'));
+    const QString address =
+        QStringLiteral("00-1b-dc-10-") + digits.left(2) + QLatin1Char('-') + digits.mid(2);
+    return {address, factoryNameFor(address), cameraIDFor(address), kKS7CamNotStreaming, true};
+}
+
+} // namespace
+
+Script::Script(AgentModel &model, Notifier &notifier, Recorder &recorder, FaultInjector &faults)
+    : mModel(model)
+    , mNotifier(notifier)
+    , mRecorder(recorder)
+    , mFaults(faults)
+{
+}
+
+void Script::refuse(const QString &why)
+{
+    if (calledFromDBus())
+        sendErrorReply(QDBusError::InvalidArgs, why);
+}
+
+void Script::addCamera(const QString &address, const QString &name, const QString &cameraID, int status)
+{
+    mModel.roster().add(Camera{address, name, cameraID, status, status != kKS7CamNotFound});
+}
+
+void Script::addManyCameras(int count)
+{
+    if (count < 0 || count > MostCameras) {
+        refuse(QStringLiteral("from 0 to %1 cameras").arg(MostCameras));
+        return;
+    }
+    QVector<Camera> cameras;
+    for (int number = 0; number < count; ++number)
+        cameras.append(numberedCamera(number));
+    mModel.roster().add(cameras);
+}
+
+void Script::removeCamera(const QString &address)
+{
+    mModel.roster().remove(address);
+}
+
+void Script::setStatus(const QString &address, int status)
+{
+    mModel.roster().setStatus(address, status);
+}
+
+void Script::renameCamera(const QString &address, const QString &name)
+{
+    mModel.roster().setName(address, name);
+}
+
+void Script::setSorted(const QStringList &addresses)
+{
+    mModel.roster().pretendOrder(addresses);
+}
+
+void Script::unsetSorted()
+{
+    mModel.roster().pretendOrder(std::nullopt);
+}
+
+void Script::setPreferred(const QString &address)
+{
+    mModel.roster().setPreferred(address);
+}
+
+void Script::plugUSB(const QString &address, bool needsFirmware)
+{
+    mModel.cable().plug(address, needsFirmware);
+}
+
+void Script::unplugUSB()
+{
+    mModel.cable().unplug();
+}
+
+void Script::bluetooth(bool on)
+{
+    mModel.switchBluetooth(on);
+}
+
+void Script::setAudioLevels(double left, double right)
+{
+    if (left < 0 || right < 0)
+        mModel.levels().fix(std::nullopt);
+    else
+        mModel.levels().fix(std::pair(left, right));
+}
+
+void Script::setPreference(const QString &key, const QDBusVariant &value)
+{
+    if (value.variant().userType() == qMetaTypeId<QDBusArgument>())
+        mModel.preferences().set(key, qdbus_cast<QVariantMap>(value.variant()));
+    else
+        mModel.preferences().set(key, value.variant());
+}
+
+QDBusVariant Script::preference(const QString &key)
+{
+    const QVariant value = mModel.preferences().value(key);
+    if (!value.isValid())
+        refuse(QStringLiteral("no such preference: %1").arg(key));
+    // A variant on the bus must hold something, also when nobody gets it.
+    return QDBusVariant(value.isValid() ? value : QVariant(QString()));
+}
+
+void Script::setBehaviour(const QString &name, bool on)
+{
+    if (bool *behaviour = mModel.behaviour().find(name))
+        *behaviour = on;
+    else
+        refuse(QStringLiteral("no such behaviour: %1").arg(name));
+}
+
+void Script::setErrorCode(const QString &operation, int code)
+{
+    mModel.errors().insert(operation, code);
+}
+
+void Script::post(const QString &name, const QVariantMap &userInfo)
+{
+    if (isMemberName(name))
+        mNotifier.post(name, userInfo);
+    else
+        refuse(QStringLiteral("not a name: %1").arg(name));
+}
+
+void Script::hang(double seconds)
+{
+    mFaults.hang(QString(), seconds);
+}
+
+void Script::hangDuring(const QString &operation, double seconds)
+{
+    if (operation.isEmpty())
+        refuse(QStringLiteral("which operation?"));
+    else
+        mFaults.hang(operation, seconds);
+}
+
+void Script::resume()
+{
+    mFaults.resume();
+}
+
+void Script::die()
+{
+    // Whoever asks gets an answer first: once the bus has answered another call, it is on its way.
+    connection().send(message().createReply());
+    connection().call(QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
+    FaultInjector::die();
+}
+
+void Script::dieDuring(const QString &operation)
+{
+    mFaults.dieDuring(operation);
+}
+
+void Script::garbage(const QString &operation, const QString &kind)
+{
+    mFaults.setGarbage(operation, kind);
+}
+
+bool Script::releaseName(const QString &registeredName)
+{
+    return connection().unregisterService(platform::bus::busName(registeredName));
+}
+
+bool Script::takeName(const QString &registeredName)
+{
+    return connection().registerService(platform::bus::busName(registeredName));
+}
+
+QStringList Script::recordedCalls()
+{
+    return mRecorder.calls();
+}
+
+QStringList Script::recordedPosts()
+{
+    return mRecorder.posts();
+}
+
+QStringList Script::recordedEvents()
+{
+    return mRecorder.events();
+}
+
+void Script::clearRecord()
+{
+    mRecorder.clear();
+}
+
+void Script::quit()
+{
+    QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
+}
+
+} // namespace simulator

@@ -1,0 +1,427 @@
+#include "agent/RemoteNames.h"
+#include "agent/AgentProxyFactory.h"
+#include "agent/WireTypes.h"
+#include "platform/bus/BusNames.h"
+#include "platform/bus/RemoteConnection.h"
+#include "platform/bus/NotificationCenter.h"
+#include "platform/desktop/RunLoop.h"
+#include "platform/bus/SessionBus.h"
+#include "tests/support/LogLines.h"
+#include "tests/support/RecordingAgent.h"
+
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QTest>
+
+#include <limits>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString Address = QStringLiteral("00-11-22-33-44-55");
+const QString Name = QStringLiteral("K\u00fcche \u2014 \U0001F3A5");
+
+QVariantMap record(int status, const QString &cameraID, const QString &name)
+{
+    return {{RecordKeys::Status, status},
+            {RecordKeys::CameraIDString, cameraID},
+            {RecordKeys::FriendlyName, name}};
+}
+
+constexpr auto LongerThanOthersMayTake = 3500ms;
+constexpr auto MuchTooLate = 25s;
+
+} // namespace
+
+/// Every remote operation over a real bus, against an agent that writes down what reaches it.
+class RemoteProtocolsTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<RecordingAgent> mAgent;
+    std::shared_ptr<platform::ConnectionRegistry> mRegistry;
+    std::shared_ptr<platform::Connection> mConnection;
+    std::shared_ptr<platform::Connection> mUSBConnection;
+    std::shared_ptr<AgentProxyFactory> mProtocols = makeDBusProtocols();
+    Proxy<KS7DeviceControllerProxy> mDevice;
+    Proxy<TernUSBCommandControllerProxy> mUSB;
+
+    RecordingAgent &agent() { return *mAgent; }
+    void expectCalls(const QStringList &calls) { QCOMPARE(agent().takeJournal(), calls); }
+    void agentAnswers(const char *method, const QVariantList &values)
+    {
+        agent().answer(QLatin1String(method), values);
+    }
+    void expectSignature(const char *method, const char *signature)
+    {
+        const auto call = agent().lastCall(QLatin1String(method));
+        QCOMPARE(call.type(), QDBusMessage::MethodCallMessage);
+        QCOMPARE(call.signature(), QLatin1String(signature));
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        mAgent = std::make_unique<RecordingAgent>();
+        mAgent->publishBoth();
+        mRegistry = std::make_shared<platform::DBusConnectionRegistry>(
+            std::make_shared<platform::SessionBus>(), platform::makeQtRunLoop(),
+            std::make_shared<platform::LocalNotificationCenter>());
+        mConnection = mRegistry->connectionWithRegisteredName(RemoteNames::AgentServer);
+        mUSBConnection = mRegistry->connectionWithRegisteredName(RemoteNames::AgentServerUSB);
+        mDevice = mProtocols->deviceController(mConnection->rootProxy());
+        mUSB = mProtocols->usbController(mUSBConnection->rootProxy());
+    }
+    void cleanup()
+    {
+        mDevice.reset();
+        mUSB.reset();
+        mConnection.reset();
+        mUSBConnection.reset();
+        mRegistry.reset();
+        mAgent.reset();
+    }
+
+    void openingSendsTheAgentNothing() { expectCalls({}); }
+
+    void nilRootsGiveNilProxies()
+    {
+        QVERIFY(!mProtocols->deviceController(nullptr));
+        QVERIFY(!mProtocols->usbController(nullptr));
+    }
+
+    void callsGoToTheInterfaceAndThePathOfTheName()
+    {
+        mDevice->flush();
+        const auto call = agent().lastCall(QStringLiteral("flush"));
+        QCOMPARE(call.path(), QStringLiteral("/com/orvex/KS7AgentServer"));
+        QCOMPARE(call.interface(), QStringLiteral("com.orvex.KS7DeviceControllerProxy"));
+        mUSB->connectedCamNeedsFirmwareUpdate();
+        const auto usbCall = agent().lastCall(QStringLiteral("connectedCamNeedsFirmwareUpdate"));
+        QCOMPARE(usbCall.path(), QStringLiteral("/com/orvex/KS7AgentServerUSB"));
+        QCOMPARE(usbCall.interface(), QStringLiteral("com.orvex.TernUSBCommandControllerProxy"));
+    }
+
+    void operationsWithoutArgumentsArriveAsThemselves()
+    {
+        mDevice->flush();
+        mDevice->streamingStarted();
+        mDevice->pairingInitiated();
+        mDevice->streamingInitiated();
+        mDevice->streamingStopped();
+        mDevice->getKnownZephraDevices();
+        expectCalls({QStringLiteral("flush"), QStringLiteral("streamingStarted"),
+                     QStringLiteral("pairingInitiated"), QStringLiteral("streamingInitiated"),
+                     QStringLiteral("streamingStopped"), QStringLiteral("getKnownZephraDevices")});
+    }
+
+    void theCameraDictionaryComesWhole()
+    {
+        const CameraDictionary cameras{{Address, record(4, QStringLiteral("4455"), Name)},
+                                       {QStringLiteral("b"), record(0, {}, {})}};
+        agentAnswers("cameraDict", {QVariant::fromValue(cameras)});
+        QCOMPARE(mDevice->cameraDict(), cameras);
+        expectCalls({QStringLiteral("cameraDict")});
+    }
+
+    void fiveThousandCamerasComeWhole()
+    {
+        CameraDictionary cameras;
+        for (int i = 0; i < 5000; ++i)
+            cameras.insert(QString::number(i), record(i % 6, {}, Name));
+        agentAnswers("cameraDict", {QVariant::fromValue(cameras)});
+        QCOMPARE(mDevice->cameraDict(), cameras);
+    }
+
+    void theAudioLevelsFillBothFloats()
+    {
+        agentAnswers("getAudioLevel_l", {0.25, 0.75});
+        float left = 9;
+        float right = 9;
+        mDevice->getAudioLevel_l(&left, &right);
+        QCOMPARE(left, 0.25F);
+        QCOMPARE(right, 0.75F);
+    }
+
+    void setIgnoreSendsFlagAndRecord()
+    {
+        mDevice->setIgnore(true, record(1, QStringLiteral("4455"), Name));
+        expectSignature("setIgnore", "ba{sv}");
+        expectCalls(
+            {QStringLiteral("setIgnore true CameraIDString=4455,FriendlyName=%1,Status=1").arg(Name)});
+    }
+
+    void setNameSendsNameAndAddress()
+    {
+        mDevice->setName(Name, Address);
+        expectSignature("setName", "ss");
+        expectCalls({QStringLiteral("setName %1 %2").arg(Name, Address)});
+    }
+
+    void longNamesArriveWhole()
+    {
+        const QString name(10'000, QLatin1Char('n'));
+        mDevice->setName(name, Address);
+        QCOMPARE(agent().lastCall(QStringLiteral("setName")).arguments().constFirst().toString(), name);
+    }
+
+    void aRemovedRecordTravelsAsADictionary()
+    {
+        mDevice->checkRemoveCurrentCam(CameraRecord{3, QStringLiteral("4455"), Name});
+        expectSignature("checkRemoveCurrentCam", "a{sv}");
+        const auto sent = qdbus_cast<QVariantMap>(
+            agent().lastCall(QStringLiteral("checkRemoveCurrentCam")).arguments().constFirst());
+        QCOMPARE(sent, record(3, QStringLiteral("4455"), Name));
+    }
+
+    void aNilRecordTravelsAsTheEmptyDictionary()
+    {
+        mDevice->checkRemoveCurrentCam({});
+        expectSignature("checkRemoveCurrentCam", "a{sv}");
+        expectCalls({QStringLiteral("checkRemoveCurrentCam")});
+    }
+
+    void theIndexKeepsItsSixtyFourBits_data()
+    {
+        QTest::addColumn<qulonglong>("index");
+        QTest::newRow("first") << 0ULL;
+        QTest::newRow("none") << qulonglong(NoPreferredCamera);
+        QTest::newRow("largest") << std::numeric_limits<qulonglong>::max();
+    }
+    void theIndexKeepsItsSixtyFourBits()
+    {
+        QFETCH(qulonglong, index);
+        agentAnswers("indexOfPreferredKS7Cam", {index});
+        QCOMPARE(qulonglong(mDevice->indexOfPreferredKS7Cam()), index);
+    }
+
+    void namesAreValidated()
+    {
+        QVERIFY(mDevice->validateName(Name));
+        agentAnswers("validateName", {false});
+        QVERIFY(!mDevice->validateName(QString()));
+        expectCalls({QStringLiteral("validateName ") + Name, QStringLiteral("validateName")});
+        QCOMPARE(agent().journal(), QStringList());
+    }
+
+    void rowsAreRemovedWithTheirFlag()
+    {
+        mDevice->removeCameraAtIndex(-1, true);
+        mDevice->removeCameraAtIndex(7, false);
+        expectSignature("removeCameraAtIndex", "ib");
+        expectCalls(
+            {QStringLiteral("removeCameraAtIndex -1 true"), QStringLiteral("removeCameraAtIndex 7 false")});
+    }
+
+    void theSortedListComesInOrder()
+    {
+        const QStringList addresses{QStringLiteral("b"), QStringLiteral("a"), QString(QLatin1String("")),
+                                    QStringLiteral("a")};
+        agentAnswers("sortedDeviceList", {addresses});
+        QCOMPARE(mDevice->sortedDeviceList(), addresses);
+    }
+
+    void camerasComeAsRecords()
+    {
+        const CameraRecords cameras{record(1, {}, Name), record(2, {}, {})};
+        agentAnswers("cameras", {QVariant::fromValue(cameras)});
+        QCOMPARE(mDevice->cameras(), cameras);
+    }
+
+    void thePreferredCameraIsARecord()
+    {
+        agentAnswers("getPreferredKS7Cam", {record(4, QStringLiteral("4455"), Name)});
+        const auto preferred = mDevice->getPreferredKS7Cam();
+        QVERIFY(preferred);
+        QCOMPARE(preferred->status, 4);
+        QCOMPARE(preferred->cameraIDString, QStringLiteral("4455"));
+        QCOMPARE(preferred->friendlyName, Name);
+    }
+
+    void noPreferredCameraIsTheEmptyDictionary() { QVERIFY(!mDevice->getPreferredKS7Cam()); }
+
+    void wrongValuesInARecordReadAsNothing()
+    {
+        agentAnswers("getPreferredKS7Cam",
+                     {QVariantMap{{RecordKeys::Status, QStringLiteral("4")},
+                                  {RecordKeys::CameraIDString, 12},
+                                  {RecordKeys::FriendlyName, QVariantMap()}}});
+        const auto preferred = mDevice->getPreferredKS7Cam();
+        QVERIFY(preferred);
+        QCOMPARE(preferred->status, 0);
+        QCOMPARE(preferred->cameraIDString, QString());
+        QCOMPARE(preferred->friendlyName, QString());
+    }
+
+    void addressesArePassedOn()
+    {
+        agentAnswers("isPreferredDeviceAddress", {true});
+        QVERIFY(mDevice->isPreferredDeviceAddress(Address));
+        mDevice->setPreferredDeviceAddress(Address);
+        mDevice->setPreferredDeviceAddress(QString());
+        expectCalls({QStringLiteral("isPreferredDeviceAddress ") + Address,
+                     QStringLiteral("setPreferredDeviceAddress ") + Address,
+                     QStringLiteral("setPreferredDeviceAddress")});
+    }
+
+    void aNullStringTravelsAsTheEmptyOne()
+    {
+        mDevice->setPreferredDeviceAddress(QString());
+        expectSignature("setPreferredDeviceAddress", "s");
+    }
+
+    void theUSBOperationsTravelBothWays()
+    {
+        agentAnswers("startUpdate", {-3});
+        agentAnswers("setPassKey", {17});
+        agentAnswers("connectedCamNeedsFirmwareUpdate", {true});
+        agentAnswers("connectedCamHasBTAddress", {true});
+        QCOMPARE(mUSB->startUpdate(), -3);
+        QCOMPARE(mUSB->setPassKey(QStringLiteral("1234")), 17);
+        QVERIFY(mUSB->connectedCamNeedsFirmwareUpdate());
+        QVERIFY(mUSB->connectedCamHasBTAddress(Address));
+        expectCalls({QStringLiteral("startUpdate"), QStringLiteral("setPassKey 1234"),
+                     QStringLiteral("connectedCamNeedsFirmwareUpdate"),
+                     QStringLiteral("connectedCamHasBTAddress ") + Address});
+    }
+
+    void answersOfOtherTypesCountAsNone_data()
+    {
+        QTest::addColumn<QVariantList>("garbage");
+        QTest::newRow("nothing") << QVariantList();
+        QTest::newRow("a byte") << QVariantList{QVariant::fromValue(uchar(1))};
+        QTest::newRow("a double") << QVariantList{1.5};
+        QTest::newRow("a dictionary of strings")
+            << QVariantList{QVariant::fromValue(QVariantMap{{QStringLiteral("a"), 1}}), 1};
+        QTest::newRow("two of everything") << QVariantList{true, QStringLiteral("s"), 7};
+    }
+    void answersOfOtherTypesCountAsNone()
+    {
+        QFETCH(QVariantList, garbage);
+        for (const char *method :
+             {"cameraDict", "getAudioLevel_l", "indexOfPreferredKS7Cam", "validateName", "sortedDeviceList",
+              "cameras", "getPreferredKS7Cam", "isPreferredDeviceAddress", "startUpdate",
+              "connectedCamNeedsFirmwareUpdate", "setPassKey", "connectedCamHasBTAddress"})
+            agentAnswers(method, garbage);
+        const LogLines log;
+        float left = 9;
+        mDevice->getAudioLevel_l(&left, &left);
+        const bool nothing = mDevice->cameraDict().isEmpty() && mDevice->indexOfPreferredKS7Cam() == 0
+            && !mDevice->validateName(Name) && mDevice->sortedDeviceList().isEmpty()
+            && mDevice->cameras().isEmpty() && !mDevice->getPreferredKS7Cam()
+            && !mDevice->isPreferredDeviceAddress(Address) && mUSB->startUpdate() == 0
+            && !mUSB->connectedCamNeedsFirmwareUpdate() && mUSB->setPassKey(Name) == 0
+            && !mUSB->connectedCamHasBTAddress(Address);
+        QVERIFY(nothing);
+        QCOMPARE(left, 9.0F);
+        QCOMPARE(log.lines.size(), 12);
+        QVERIFY2(mConnection->isValid(), "a babbling agent is not a dead one");
+    }
+
+    void aResultWhereNoneIsDeclaredIsReported()
+    {
+        agentAnswers("flush", {1});
+        const LogLines log;
+        mDevice->flush();
+        QCOMPARE(log.lines.size(), 1);
+    }
+
+    void anErrorCountsAsNoAnswerAndChangesNothing()
+    {
+        agent().answerError(QStringLiteral("validateName"));
+        agent().answerError(QStringLiteral("flush"));
+        QVERIFY(!mDevice->validateName(Name));
+        mDevice->flush();
+        QVERIFY(mConnection->isValid());
+        agentAnswers("indexOfPreferredKS7Cam", {3ULL});
+        QCOMPARE(mDevice->indexOfPreferredKS7Cam(), std::uint64_t(3));
+    }
+
+    void workOnTheCamerasMemoryGetsItsTime_data()
+    {
+        QTest::addColumn<QString>("method");
+        QTest::newRow("firmware") << QStringLiteral("startUpdate");
+        QTest::newRow("passkey") << QStringLiteral("setPassKey");
+    }
+    void workOnTheCamerasMemoryGetsItsTime()
+    {
+        QFETCH(QString, method);
+        agent().answer(method, {17});
+        agent().answerLate(method, LongerThanOthersMayTake);
+        QCOMPARE(method == QLatin1String("setPassKey") ? mUSB->setPassKey(Name) : mUSB->startUpdate(), 17);
+        QVERIFY(mUSBConnection->isValid());
+    }
+
+    void noOtherCallWaitsUntilTheMachineSleepsAnyway()
+    {
+        agentAnswers("validateName", {true});
+        agent().answerLate(QStringLiteral("validateName"), MuchTooLate);
+        QVERIFY(!mDevice->validateName(Name));
+        QVERIFY(!mConnection->isValid());
+    }
+
+    void callsWithoutAResultWaitForTheirAnswer()
+    {
+        agent().hangIn(QStringLiteral("flush"));
+        mDevice->flush();
+        QVERIFY2(!mConnection->isValid(), "the missing answer was missed");
+    }
+
+    void textsComeAsTheyAre_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("format directives") << QStringLiteral("%s %n %@ %1");
+        QTest::newRow("markup") << QStringLiteral("<b>bold</b>");
+        QTest::newRow("bidirectional") << QStringLiteral("\u202Eabc\u202C");
+        QTest::newRow("control characters") << QStringLiteral("a\nb\tc\u0007");
+        QTest::newRow("large") << QString(1'000'000, QLatin1Char('x'));
+    }
+    void textsComeAsTheyAre()
+    {
+        QFETCH(QString, text);
+        agentAnswers("sortedDeviceList", {QStringList{text}});
+        QCOMPARE(mDevice->sortedDeviceList(), QStringList{text});
+    }
+
+    void deadConnectionsAreAnsweredWithoutTraffic()
+    {
+        mConnection->invalidate();
+        mDevice->flush();
+        float level = 9;
+        mDevice->getAudioLevel_l(&level, &level);
+        QVERIFY(mDevice->cameraDict().isEmpty());
+        QVERIFY(!mDevice->validateName(Name));
+        QCOMPARE(level, 9.0F);
+        expectCalls({});
+    }
+
+    void aProxyWhoseConnectionIsGoneAnswersNil()
+    {
+        mConnection.reset();
+        QVERIFY(!mDevice->validateName(Name));
+        expectCalls({});
+    }
+
+    void callsGoToTheOwnerThatWasThereAtTheStart()
+    {
+        agent().release(RemoteNames::AgentServer);
+        RecordingAgent successor;
+        QVERIFY(successor.publish(RemoteNames::AgentServer));
+        mDevice->flush();
+        QCOMPARE(successor.journal(), QStringList());
+    }
+
+    void theRecorderWouldSeeIntrospection()
+    {
+        const auto message = QDBusMessage::createMethodCall(
+            agent().uniqueName(), platform::bus::objectPath(RemoteNames::AgentServer),
+            QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
+        QDBusConnection::sessionBus().call(message);
+        expectCalls({QStringLiteral("Introspect")});
+    }
+};
+
+QTEST_GUILESS_MAIN(RemoteProtocolsTest)
+
+#include "AgentProxyFactory_test.moc"

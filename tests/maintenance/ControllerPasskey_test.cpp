@@ -1,0 +1,537 @@
+#include "agent/NotificationNames.h"
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "platform/sheets/Sheets.h"
+#include "settings/KS7Domain.h"
+#include "tests/support/PaneFixture.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QGuiApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+const auto Kitchen = QStringLiteral("00-11-22-33-44-55");
+
+} // namespace
+
+/// The passkey of the camera at the cable, and the two menu items that need one there.
+class PasskeyChangeTest : public QObject {
+    Q_OBJECT
+private:
+    void showPaneWithCamera(int status = 1);
+    void plugIn(const QString &address = Kitchen) { fixture->agent.usbAddress = address; }
+    void changePasskey() { fixture->controller().changePIN(nullptr); }
+    void openSheet();
+    void paste(const QString &text);
+    void pressOkay();
+    void agentReports(const QVariantMap &userInfo)
+    {
+        fixture->agentPosts(NotificationNames::PassKeySet, userInfo);
+    }
+    void expectAlert(const QString &title, const QString &message);
+    void expectNoAlert() { QVERIFY(fixture->sheets->alerts.empty()); }
+    [[nodiscard]] QAction *itemWithTag(int tag) const;
+    [[nodiscard]] QPushButton *okay() const { return fixture->outlets().pinOkayButton; }
+    [[nodiscard]] bool sheetIsUp() const { return fixture->sheets->isUp(fixture->outlets().pinSheet); }
+    [[nodiscard]] bool firmwareSheetIsUp() const
+    {
+        return fixture->sheets->isUp(fixture->outlets().firmwareSheet);
+    }
+
+    std::unique_ptr<PaneFixture> fixture;
+
+private Q_SLOTS:
+    void init() { fixture = std::make_unique<PaneFixture>(); }
+    void cleanup() { fixture.reset(); }
+
+    void withoutACableThePersonIsToldToConnect_data();
+    void withoutACableThePersonIsToldToConnect();
+    void aCameraInUseIsNotTouched_data();
+    void aCameraInUseIsNotTouched();
+    void withNoCameraTheAgentsAnswerCounts();
+    void anIdleCameraAtTheCableOpensTheSheet();
+    void theSheetOpensEmptyAgain();
+    void okNeedsOneToSixteenDigits_data();
+    void okNeedsOneToSixteenDigits();
+    void returnIsOkOnlyForAPasskey();
+    void escapeCancels();
+    void okEndsTheSheetAndSendsHalfASecondLater();
+    void anAgentThatDiesAfterOkIsToldNothing();
+    void anImmediateErrorIsShown_data();
+    void anImmediateErrorIsShown();
+    void cancelSendsNothing();
+    void aReportedErrorIsShownAndThePasskeyNotRead();
+    void aReportWithoutPasskeyDoesNothing();
+    void successForgetsThePairingAndSearches();
+    void successWithNoRowSendsMinusOne();
+    void thePasskeyIsPlainTextInTheMessage();
+    void unpluggingClosesTheSheet();
+    void unpluggingClosesTheFirmwareSheetAtStepZeroOnly();
+    void theAgentsEndClosesTheSheet();
+    void theUpdateItemNeedsACameraThatNeedsIt_data();
+    void theUpdateItemNeedsACameraThatNeedsIt();
+    void pluggingInSettlesTheItems();
+    void theCableIsLoggedThenTheSheetsEndThenTheAgentIsAsked();
+    void withoutAgentTheUpdateItemIsOff();
+    void thePasskeyIsInNoLog();
+};
+
+void PasskeyChangeTest::showPaneWithCamera(int status)
+{
+    fixture->agent.addCamera(Kitchen, QStringLiteral("Kitchen"), status, QStringLiteral("4455"));
+    fixture->agent.prefer(Kitchen);
+    fixture->show();
+    fixture->runLoop->advance(1s);
+    fixture->takeJournal();
+}
+
+void PasskeyChangeTest::openSheet()
+{
+    plugIn();
+    showPaneWithCamera();
+    changePasskey();
+    QVERIFY(sheetIsUp());
+}
+
+void PasskeyChangeTest::paste(const QString &text)
+{
+    QGuiApplication::clipboard()->setText(text);
+    auto *field = fixture->outlets().newPINText;
+    field->selectAll();
+    field->del();
+    QTest::keySequence(field, QKeySequence::Paste);
+}
+
+void PasskeyChangeTest::pressOkay()
+{
+    QVERIFY(okay()->isEnabled());
+    okay()->click();
+}
+
+void PasskeyChangeTest::expectAlert(const QString &title, const QString &message)
+{
+    QCOMPARE(fixture->sheets->alerts.size(), std::size_t(1));
+    const auto &shown = fixture->sheets->alerts.front();
+    QCOMPARE(shown.alert.title, title);
+    QCOMPARE(shown.alert.message, message);
+    QCOMPARE(shown.alert.defaultButton, QStringLiteral("OK"));
+    QCOMPARE(shown.window, &fixture->window);
+    QVERIFY2(fixture->sheets->dismissAlert(), "its button takes it off the screen");
+    expectNoAlert();
+}
+
+QAction *PasskeyChangeTest::itemWithTag(int tag) const
+{
+    const auto actions = fixture->outlets().pulldownMenu->menu()->actions();
+    for (auto *action : actions) {
+        if (action->data().toInt() == tag)
+            return action;
+    }
+    return nullptr;
+}
+
+void PasskeyChangeTest::withoutACableThePersonIsToldToConnect_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::newRow("idle") << 1;
+    QTest::newRow("streaming") << 4;
+    QTest::newRow("not found") << 0;
+}
+
+void PasskeyChangeTest::withoutACableThePersonIsToldToConnect()
+{
+    QFETCH(int, status);
+    showPaneWithCamera(status);
+    changePasskey();
+    expectAlert(
+        QStringLiteral("Connect To USB"),
+        QStringLiteral("To change your Bluetooth Passcode, you must connect the KS-7 to your computer via "
+                       "USB. Please connect the camera and try again."));
+    QVERIFY(!sheetIsUp());
+}
+
+void PasskeyChangeTest::aCameraInUseIsNotTouched_data()
+{
+    QTest::addColumn<int>("status");
+    for (const int status : {0, 2, 3, 4, 5, 77, -1})
+        QTest::addRow("status %d", status) << status;
+}
+
+void PasskeyChangeTest::aCameraInUseIsNotTouched()
+{
+    QFETCH(int, status);
+    plugIn();
+    showPaneWithCamera(status);
+    changePasskey();
+    expectAlert(
+        QStringLiteral("Camera In Use"),
+        QStringLiteral(
+            "To change your Bluetooth Passcode, the KS-7 camera and microphone must not be in use. Please "
+            "stop any programs from using the camera and try again when the status reads \"Not "
+            "Streaming\"."));
+    QVERIFY(!sheetIsUp());
+}
+
+void PasskeyChangeTest::withNoCameraTheAgentsAnswerCounts()
+{
+    fixture->show();
+    fixture->takeJournal();
+    plugIn(QStringLiteral("another"));
+    changePasskey();
+    QCOMPARE(fixture->takeRemoteCalls(), QStringList{QStringLiteral("connectedCamHasBTAddress nil")});
+    QCOMPARE(fixture->sheets->alertTitles.constLast(), QStringLiteral("Connect To USB"));
+    fixture->sheets->dismissAlert();
+    fixture->agent.everyAddressIsAtTheCable = true;
+    changePasskey();
+    QCOMPARE(fixture->sheets->alertTitles.constLast(), QStringLiteral("Camera In Use"));
+}
+
+void PasskeyChangeTest::anIdleCameraAtTheCableOpensTheSheet()
+{
+    openSheet();
+    expectNoAlert();
+    QCOMPARE(fixture->sheets->windowOf(fixture->outlets().pinSheet), &fixture->window);
+    QVERIFY(!okay()->isEnabled());
+    QCOMPARE(fixture->outlets().newPINText->text(), QString());
+    QCOMPARE(fixture->outlets().pinSheet->focusWidget(),
+             static_cast<QWidget *>(fixture->outlets().newPINText));
+    QCOMPARE(fixture->outlets().newPINText->echoMode(), QLineEdit::Normal);
+}
+
+void PasskeyChangeTest::theSheetOpensEmptyAgain()
+{
+    openSheet();
+    paste(QStringLiteral("1234"));
+    fixture->controller().pinCancel(nullptr);
+    changePasskey();
+    QCOMPARE(fixture->outlets().newPINText->text(), QString());
+    QVERIFY(!okay()->isEnabled());
+}
+
+void PasskeyChangeTest::okNeedsOneToSixteenDigits_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("enabled");
+    QTest::newRow("nothing") << QString() << false;
+    QTest::newRow("one") << QStringLiteral("7") << true;
+    QTest::newRow("leading zeros") << QStringLiteral("0000") << true;
+    QTest::newRow("16") << QStringLiteral("1234567890123456") << true;
+    QTest::newRow("17") << QStringLiteral("12345678901234567") << false;
+    QTest::newRow("a thousand") << QString(1000, QLatin1Char('1')) << false;
+    QTest::newRow("one letter among digits") << QStringLiteral("12a4") << false;
+    QTest::newRow("letters") << QStringLiteral("passkey") << false;
+    QTest::newRow("blank inside") << QStringLiteral("12 34") << false;
+    QTest::newRow("blank in front") << QStringLiteral(" 1234") << false;
+    QTest::newRow("blank behind") << QStringLiteral("1234 ") << false;
+    QTest::newRow("sign") << QStringLiteral("-1") << false;
+    QTest::newRow("point") << QStringLiteral("1.5") << false;
+    QTest::newRow("Arabic-Indic") << QStringLiteral("٠١٢٣٤٥٦٧٨٩") << true;
+    QTest::newRow("full width and ASCII") << QStringLiteral("１２3") << true;
+    QTest::newRow("Devanagari") << QStringLiteral("१२३") << true;
+    QTest::newRow("superscript") << QStringLiteral("²") << false;
+    QTest::newRow("Roman numeral") << QStringLiteral("Ⅳ") << false;
+    QTest::newRow("fraction") << QStringLiteral("½") << false;
+    QTest::newRow("16 beyond the basic plane") << QStringLiteral("𝟏").repeated(16) << true;
+    QTest::newRow("17 beyond the basic plane") << QStringLiteral("𝟏").repeated(17) << false;
+    QTest::newRow("half of a pair") << QString(QChar(0xD835)) << false;
+    QTest::newRow("combining mark") << QStringLiteral("1\u0301") << false;
+}
+
+void PasskeyChangeTest::okNeedsOneToSixteenDigits()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, enabled);
+    openSheet();
+    // Whatever was there before decides nothing.
+    for (const auto &before : {QStringLiteral("1"), QStringLiteral("x")}) {
+        paste(before);
+        paste(text);
+        QCOMPARE(fixture->outlets().newPINText->text(), text);
+        QCOMPARE(okay()->isEnabled(), enabled);
+    }
+}
+
+void PasskeyChangeTest::returnIsOkOnlyForAPasskey()
+{
+    openSheet();
+    paste(QStringLiteral("12x"));
+    QTest::keyClick(fixture->outlets().newPINText, Qt::Key_Return);
+    QVERIFY(sheetIsUp());
+    QTest::keyClick(fixture->outlets().newPINText, Qt::Key_Backspace);
+    QTest::keyClick(fixture->outlets().newPINText, Qt::Key_Return);
+    QVERIFY(!sheetIsUp());
+    fixture->runLoop->advance(500ms);
+    QVERIFY(fixture->takeRemoteCalls().contains(QStringLiteral("setPassKey 12")));
+}
+
+void PasskeyChangeTest::escapeCancels()
+{
+    openSheet();
+    paste(QStringLiteral("12"));
+    QTest::keyClick(fixture->outlets().newPINText, Qt::Key_Escape);
+    QVERIFY(!sheetIsUp());
+    fixture->runLoop->advance(2s);
+    QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")), QStringList());
+}
+
+void PasskeyChangeTest::okEndsTheSheetAndSendsHalfASecondLater()
+{
+    openSheet();
+    paste(QStringLiteral("0٤2"));
+    pressOkay();
+    QVERIFY(!sheetIsUp());
+    fixture->takeJournal();
+    fixture->runLoop->advance(499ms);
+    QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")), QStringList());
+    fixture->runLoop->advance(1ms);
+    QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")),
+             QStringList{QStringLiteral("setPassKey 0٤2")});
+    expectNoAlert();
+    fixture->runLoop->advance(5s);
+    QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")), QStringList());
+}
+
+void PasskeyChangeTest::anAgentThatDiesAfterOkIsToldNothing()
+{
+    openSheet();
+    paste(QStringLiteral("1234"));
+    pressOkay();
+    fixture->connections->killAgent();
+    fixture->runLoop->turn();
+    fixture->takeJournal();
+    fixture->agent.setPassKeyResult = -1;
+    fixture->runLoop->advance(1s);
+    QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")), QStringList());
+    expectNoAlert();
+}
+
+void PasskeyChangeTest::anImmediateErrorIsShown_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("number");
+    QTest::newRow("one") << 1 << QStringLiteral("1");
+    QTest::newRow("negative") << -536870206 << QStringLiteral("-536870206");
+}
+
+void PasskeyChangeTest::anImmediateErrorIsShown()
+{
+    QFETCH(int, code);
+    QFETCH(QString, number);
+    openSheet();
+    fixture->agent.setPassKeyResult = code;
+    paste(QStringLiteral("1234"));
+    pressOkay();
+    fixture->runLoop->advance(500ms);
+    expectAlert(QStringLiteral("Passkey Not Changed"),
+                QStringLiteral("An error occurred setting your camera's Bluetooth passkey. Please try "
+                               "again.\nError: ")
+                    + number);
+}
+
+void PasskeyChangeTest::cancelSendsNothing()
+{
+    openSheet();
+    paste(QStringLiteral("1234"));
+    fixture->outlets().pinSheet->findChild<QPushButton *>(QStringLiteral("pinCancelButton"))->click();
+    QVERIFY(!sheetIsUp());
+    QCOMPARE(fixture->runLoop->pendingCount(), std::size_t(0));
+}
+
+void PasskeyChangeTest::aReportedErrorIsShownAndThePasskeyNotRead()
+{
+    showPaneWithCamera();
+    agentReports({{UserInfoKeys::Result, 9}, {UserInfoKeys::PassKey, QStringLiteral("1234")}});
+    expectAlert(QStringLiteral("Passkey Not Changed"),
+                QStringLiteral("An error occurred setting your camera's Bluetooth passkey. Please try "
+                               "again.\nError: 9"));
+    QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("removeCameraAtIndex")), QStringList());
+    QCOMPARE(fixture->distributedCenter->postCount(NotificationNames::StartDiscovering), 0);
+}
+
+void PasskeyChangeTest::aReportWithoutPasskeyDoesNothing()
+{
+    showPaneWithCamera();
+    agentReports({{UserInfoKeys::Result, 0}});
+    agentReports({});
+    expectNoAlert();
+    QCOMPARE(fixture->takeJournal(), QStringList());
+}
+
+void PasskeyChangeTest::successForgetsThePairingAndSearches()
+{
+    showPaneWithCamera();
+    agentReports({{UserInfoKeys::Result, 0}, {UserInfoKeys::PassKey, QStringLiteral("0042")}});
+    const auto journal = fixture->takeJournal();
+    const auto removed = journal.indexOf(QStringLiteral("remote removeCameraAtIndex 0 no"));
+    const auto told = journal.indexOf(QStringLiteral("alert Passkey Changed"));
+    const auto searching = journal.indexOf(QStringLiteral("post KS7StartDiscovering"));
+    QVERIFY2(0 <= removed && removed < told && told < searching, qPrintable(journal.join(QLatin1Char('\n'))));
+    expectAlert(
+        QStringLiteral("Passkey Changed"),
+        QStringLiteral("Your camera's Bluetooth passkey has been set to \"0042\".  You will be asked for "
+                       "this passkey the next time you use the camera."));
+}
+
+void PasskeyChangeTest::successWithNoRowSendsMinusOne()
+{
+    fixture->show();
+    fixture->takeJournal();
+    agentReports({{UserInfoKeys::PassKey, QStringLiteral("1")}});
+    QVERIFY(fixture->takeRemoteCalls().contains(QStringLiteral("removeCameraAtIndex -1 no")));
+}
+
+void PasskeyChangeTest::thePasskeyIsPlainTextInTheMessage()
+{
+    showPaneWithCamera();
+    const auto odd = QStringLiteral("%1 %@ %n <b>1</b>");
+    agentReports({{UserInfoKeys::PassKey, odd}});
+    expectAlert(
+        QStringLiteral("Passkey Changed"),
+        QStringLiteral("Your camera's Bluetooth passkey has been set to \"") + odd
+            + QStringLiteral("\".  You will be asked for this passkey the next time you use the camera."));
+}
+
+void PasskeyChangeTest::unpluggingClosesTheSheet()
+{
+    openSheet();
+    fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
+    QVERIFY(!sheetIsUp());
+    expectNoAlert();
+    fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
+}
+
+void PasskeyChangeTest::unpluggingClosesTheFirmwareSheetAtStepZeroOnly()
+{
+    showPaneWithCamera();
+    fixture->controller().installFirmware(nullptr);
+    fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
+    QVERIFY(!firmwareSheetIsUp());
+    fixture->controller().installFirmware(nullptr);
+    fixture->controller().firmwareContinue(nullptr);
+    fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
+    QVERIFY(firmwareSheetIsUp());
+    for (const int step : {2, 3}) {
+        fixture->agentPosts(NotificationNames::FirmwareUpdateEnded);
+        QCOMPARE(fixture->controller().firmwareStep(), step);
+        fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
+        QVERIFY2(firmwareSheetIsUp(), "the person reads how it ended");
+    }
+}
+
+void PasskeyChangeTest::theAgentsEndClosesTheSheet()
+{
+    openSheet();
+    paste(QStringLiteral("1234"));
+    fixture->connections->killAgent();
+    fixture->runLoop->turn();
+    QVERIFY(!sheetIsUp());
+}
+
+void PasskeyChangeTest::theUpdateItemNeedsACameraThatNeedsIt_data()
+{
+    QTest::addColumn<bool>("atTheCable");
+    QTest::addColumn<bool>("needsFirmware");
+    QTest::newRow("not there, up to date") << false << false;
+    QTest::newRow("not there, old") << false << true;
+    QTest::newRow("there, up to date") << true << false;
+    QTest::newRow("there, old") << true << true;
+}
+
+void PasskeyChangeTest::theUpdateItemNeedsACameraThatNeedsIt()
+{
+    QFETCH(bool, atTheCable);
+    QFETCH(bool, needsFirmware);
+    plugIn(atTheCable ? Kitchen : QStringLiteral("another"));
+    fixture->agent.needsFirmware = needsFirmware;
+    showPaneWithCamera();
+    itemWithTag(34)->setEnabled(false);
+    fixture->controller().enableUSBOptions();
+    QVERIFY(itemWithTag(34)->isEnabled());
+    QCOMPARE(itemWithTag(35)->isEnabled(), atTheCable && needsFirmware);
+    // Whether it needs an update is asked of the selected camera only.
+    QCOMPARE(fixture->takeRemoteCalls().contains(QStringLiteral("connectedCamNeedsFirmwareUpdate")),
+             atTheCable);
+    QCOMPARE(itemWithTag(34)->text(), QStringLiteral("Change Passkey…"));
+    QCOMPARE(itemWithTag(35)->text(), QStringLiteral("Update Firmware…"));
+}
+
+void PasskeyChangeTest::pluggingInSettlesTheItems()
+{
+    showPaneWithCamera();
+    QVERIFY(!itemWithTag(35)->isEnabled());
+    plugIn();
+    fixture->agent.needsFirmware = true;
+    fixture->agentPosts(NotificationNames::USBDeviceConnected);
+    QVERIFY(itemWithTag(35)->isEnabled());
+    plugIn(QStringLiteral("none"));
+    fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
+    QVERIFY(!itemWithTag(35)->isEnabled());
+    QVERIFY(itemWithTag(34)->isEnabled());
+}
+
+void PasskeyChangeTest::theCableIsLoggedThenTheSheetsEndThenTheAgentIsAsked()
+{
+    fixture->keepLog();
+    openSheet();
+    fixture->controller().installFirmware(nullptr);
+    fixture->takeLog();
+    QStringList logged;
+    QList<bool> sheetsUp;
+    fixture->agent.during[QStringLiteral("connectedCamHasBTAddress")] = [&] {
+        logged = fixture->takeLog();
+        sheetsUp = {sheetIsUp(), firmwareSheetIsUp()};
+    };
+    fixture->agentPosts(NotificationNames::USBDeviceConnected);
+    QCOMPARE(logged, QStringList{QStringLiteral("USB device connected")});
+    QCOMPARE(sheetsUp, (QList<bool>{true, true}));
+    fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
+    QCOMPARE(logged, QStringList{QStringLiteral("USB device disconnected")});
+    QCOMPARE(sheetsUp, (QList<bool>{false, false}));
+    QCOMPARE(fixture->takeLog(), QStringList());
+}
+
+void PasskeyChangeTest::withoutAgentTheUpdateItemIsOff()
+{
+    plugIn();
+    fixture->agent.needsFirmware = true;
+    fixture->agent.usbServerRunning = false;
+    showPaneWithCamera();
+    QVERIFY(!itemWithTag(35)->isEnabled());
+    changePasskey();
+    QCOMPARE(fixture->sheets->alertTitles.constLast(), QStringLiteral("Connect To USB"));
+}
+
+void PasskeyChangeTest::thePasskeyIsInNoLog()
+{
+    const QByteArray passkey("8675309112358");
+    fixture->defaults->agentWrites(PreferenceKeys::LogToFile, true);
+    openSheet();
+    paste(QString::fromLatin1(passkey));
+    pressOkay();
+    fixture->runLoop->advance(1s);
+    agentReports({{UserInfoKeys::Result, 0}, {UserInfoKeys::PassKey, QString::fromLatin1(passkey)}});
+    fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
+    QByteArray logged;
+    QDirIterator files(QDir::homePath() + QStringLiteral("/Library/Logs"), QDir::Files,
+                       QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        logged += file.readAll();
+    }
+    QVERIFY(logged.contains("USB device disconnected"));
+    QVERIFY(!logged.contains(passkey));
+}
+
+QTEST_MAIN(PasskeyChangeTest)
+#include "ControllerPasskey_test.moc"

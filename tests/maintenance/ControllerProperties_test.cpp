@@ -1,0 +1,287 @@
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "platform/sheets/Sheets.h"
+#include "settings/KS7Domain.h"
+#include "tests/support/PaneFixture.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+
+namespace {
+
+const auto Kitchen = QStringLiteral("00-11-22-33-44-55");
+const auto Desk = QStringLiteral("00-11-22-33-44-66");
+
+} // namespace
+
+/// The sheet with a camera's name.
+class CameraPropertiesTest : public QObject {
+    Q_OBJECT
+private:
+    void showPaneWithTwoCameras();
+    void openSheet() { fixture->controller().showCameraProperties(nullptr); }
+    void typeName(const QString &name);
+    void pressButton(const char *name) { sheet()->findChild<QPushButton *>(QLatin1String(name))->click(); }
+    [[nodiscard]] platform::Sheet *sheet() const { return fixture->outlets().propertiesSheet; }
+    [[nodiscard]] bool sheetIsUp() const { return fixture->sheets->isUp(sheet()); }
+    [[nodiscard]] QString shownName() const { return fixture->outlets().cameraNameText->text(); }
+    [[nodiscard]] QString shownID() const { return fixture->outlets().cameraIDText->text(); }
+
+    std::unique_ptr<PaneFixture> fixture;
+
+private Q_SLOTS:
+    void init() { fixture = std::make_unique<PaneFixture>(); }
+    void cleanup() { fixture.reset(); }
+
+    void theSheetShowsTheSelectedCamera();
+    void theMenuOpensTheSheet();
+    void aDoubleClickOpensTheSheet();
+    void withNoCameraTheSheetShowsWhatItShowedBefore();
+    void okWithNoCameraLeavesTheSheetOpen();
+    void okAsksTheAgentThenRenames();
+    void aRejectedNameIsDropped();
+    void anyTextIsHandedOnAsItIs_data();
+    void anyTextIsHandedOnAsItIs();
+    void cancelStoresNothing();
+    void aClickOnTheIgnoreBoxIsForgottenWithTheSheet();
+    void theIgnoreBoxStoresNothing();
+    void aDeadAgentLetsTheSheetClose();
+    void returnIsOkAndEscapeIsCancel();
+    void theNameHasTheFocusAndIsSelected();
+    void theIDCanBeCopiedAndNotChanged();
+    void anEndedSheetTakesTheFocusAndGoes();
+};
+
+void CameraPropertiesTest::showPaneWithTwoCameras()
+{
+    fixture->agent.addCamera(Kitchen, QStringLiteral("Kitchen"), 1, QStringLiteral("4455"));
+    fixture->agent.addCamera(Desk, QStringLiteral("Desk"), 0, QStringLiteral("4466"));
+    fixture->agent.prefer(Kitchen);
+    fixture->show();
+    fixture->takeJournal();
+}
+
+void CameraPropertiesTest::typeName(const QString &name)
+{
+    auto *field = fixture->outlets().cameraNameText;
+    field->selectAll();
+    field->insert(name);
+}
+
+void CameraPropertiesTest::theSheetShowsTheSelectedCamera()
+{
+    showPaneWithTwoCameras();
+    openSheet();
+    QVERIFY(sheetIsUp());
+    QCOMPARE(shownName(), QStringLiteral("Kitchen"));
+    QCOMPARE(shownID(), QStringLiteral("4455"));
+    QVERIFY(!fixture->outlets().ignoreCheckbox->isChecked());
+    QCOMPARE(fixture->sheets->windowOf(sheet()), &fixture->window);
+}
+
+void CameraPropertiesTest::theMenuOpensTheSheet()
+{
+    showPaneWithTwoCameras();
+    const auto actions = fixture->outlets().pulldownMenu->menu()->actions();
+    const auto item = std::find_if(actions.begin(), actions.end(), [](const QAction *action) {
+        return action->text() == QStringLiteral("Properties…");
+    });
+    QVERIFY(item != actions.end());
+    (*item)->trigger();
+    QVERIFY(sheetIsUp());
+}
+
+void CameraPropertiesTest::aDoubleClickOpensTheSheet()
+{
+    showPaneWithTwoCameras();
+    fixture->controller().doubleClickCamera(fixture->outlets().cameraListTable);
+    QVERIFY(sheetIsUp());
+}
+
+void CameraPropertiesTest::withNoCameraTheSheetShowsWhatItShowedBefore()
+{
+    showPaneWithTwoCameras();
+    openSheet();
+    fixture->outlets().ignoreCheckbox->click();
+    pressButton("propertiesCancelButton");
+    fixture->agent.cameraDict.clear();
+    fixture->agent.sorted.clear();
+    fixture->agent.indexOfPreferred = NoPreferredCamera;
+    fixture->controller().cameraStatusChanged();
+    openSheet();
+    QVERIFY(sheetIsUp());
+    QCOMPARE(shownName(), QStringLiteral("Kitchen"));
+    QCOMPARE(shownID(), QStringLiteral("4455"));
+    QVERIFY(fixture->outlets().ignoreCheckbox->isChecked());
+}
+
+void CameraPropertiesTest::okWithNoCameraLeavesTheSheetOpen()
+{
+    fixture->show();
+    openSheet();
+    QCOMPARE(shownName(), QString());
+    fixture->takeJournal();
+    pressButton("propertiesOkayButton");
+    QVERIFY(sheetIsUp());
+    QCOMPARE(fixture->takeRemoteCalls(), QStringList());
+    pressButton("propertiesCancelButton");
+    QVERIFY(!sheetIsUp());
+}
+
+void CameraPropertiesTest::okAsksTheAgentThenRenames()
+{
+    showPaneWithTwoCameras();
+    openSheet();
+    typeName(QStringLiteral("Hall"));
+    fixture->takeJournal();
+    pressButton("propertiesOkayButton");
+    const QStringList expected{QStringLiteral("remote validateName Hall"),
+                               QStringLiteral("remote setName Hall ") + Kitchen,
+                               QStringLiteral("end ") + sheet()->objectName()};
+    QCOMPARE(fixture->takeJournal(), expected);
+    QVERIFY(!sheetIsUp());
+}
+
+void CameraPropertiesTest::aRejectedNameIsDropped()
+{
+    showPaneWithTwoCameras();
+    fixture->agent.acceptsNames = false;
+    openSheet();
+    typeName(QString());
+    fixture->takeJournal();
+    pressButton("propertiesOkayButton");
+    QVERIFY(!sheetIsUp());
+    QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setName")), QStringList());
+    QVERIFY(fixture->sheets->alertTitles.isEmpty());
+}
+
+void CameraPropertiesTest::anyTextIsHandedOnAsItIs_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("format") << QStringLiteral("%@ %n %1 %d");
+    QTest::newRow("markup") << QStringLiteral("<b>Küche</b> & Bad");
+    QTest::newRow("other planes") << QStringLiteral("📷 ١٢٣");
+    QTest::newRow("long") << QString(5000, QLatin1Char('x'));
+}
+
+void CameraPropertiesTest::anyTextIsHandedOnAsItIs()
+{
+    QFETCH(QString, name);
+    showPaneWithTwoCameras();
+    openSheet();
+    typeName(name);
+    fixture->takeJournal();
+    pressButton("propertiesOkayButton");
+    QVERIFY(fixture->takeRemoteCalls().contains(QStringLiteral("setName %1 %2").arg(name, Kitchen)));
+}
+
+void CameraPropertiesTest::cancelStoresNothing()
+{
+    showPaneWithTwoCameras();
+    openSheet();
+    typeName(QStringLiteral("Hall"));
+    fixture->takeJournal();
+    pressButton("propertiesCancelButton");
+    QVERIFY(!sheetIsUp());
+    QCOMPARE(fixture->takeRemoteCalls(), QStringList());
+}
+
+void CameraPropertiesTest::aClickOnTheIgnoreBoxIsForgottenWithTheSheet()
+{
+    // A listed camera is never an ignored one, whatever is stored for its address.
+    fixture->defaults->agentWrites(PreferenceKeys::IgnoredCams, QVariantMap{{Kitchen, true}});
+    showPaneWithTwoCameras();
+    auto *box = fixture->outlets().ignoreCheckbox;
+    for (const char *button : {"propertiesCancelButton", "propertiesOkayButton"}) {
+        openSheet();
+        QVERIFY(!box->isChecked());
+        box->click();
+        QVERIFY(box->isChecked());
+        pressButton(button);
+    }
+    openSheet();
+    QVERIFY(!box->isChecked());
+}
+
+void CameraPropertiesTest::theIgnoreBoxStoresNothing()
+{
+    fixture->defaults->agentWrites(PreferenceKeys::IgnoredCams, QVariantMap{{Desk, true}});
+    const QVariant before = fixture->defaults->stored(PreferenceKeys::IgnoredCams);
+    showPaneWithTwoCameras();
+    openSheet();
+    fixture->outlets().ignoreCheckbox->click();
+    pressButton("propertiesOkayButton");
+    QCOMPARE(fixture->defaults->stored(PreferenceKeys::IgnoredCams), before);
+    const auto journal = fixture->takeJournal();
+    QVERIFY(!journal.contains(QStringLiteral("write domain")));
+    QCOMPARE(journal.filter(QStringLiteral("setIgnore")), QStringList());
+}
+
+void CameraPropertiesTest::aDeadAgentLetsTheSheetClose()
+{
+    showPaneWithTwoCameras();
+    openSheet();
+    fixture->connections->killAgent();
+    fixture->runLoop->turn();
+    // No camera is selected any more.
+    pressButton("propertiesOkayButton");
+    QVERIFY(sheetIsUp());
+    pressButton("propertiesCancelButton");
+    QVERIFY(!sheetIsUp());
+}
+
+void CameraPropertiesTest::returnIsOkAndEscapeIsCancel()
+{
+    showPaneWithTwoCameras();
+    openSheet();
+    typeName(QStringLiteral("Hall"));
+    QTest::keyClick(fixture->outlets().cameraNameText, Qt::Key_Return);
+    QVERIFY(!sheetIsUp());
+    QVERIFY(fixture->takeRemoteCalls().contains(QStringLiteral("setName Hall ") + Kitchen));
+    openSheet();
+    QTest::keyClick(fixture->outlets().cameraNameText, Qt::Key_Escape);
+    QVERIFY(!sheetIsUp());
+    QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setName")), QStringList());
+}
+
+void CameraPropertiesTest::theNameHasTheFocusAndIsSelected()
+{
+    showPaneWithTwoCameras();
+    for (int time = 0; time < 2; ++time) {
+        openSheet();
+        QCOMPARE(sheet()->focusWidget(), static_cast<QWidget *>(fixture->outlets().cameraNameText));
+        QCOMPARE(fixture->outlets().cameraNameText->selectedText(), QStringLiteral("Kitchen"));
+        pressButton("propertiesCancelButton");
+    }
+}
+
+void CameraPropertiesTest::theIDCanBeCopiedAndNotChanged()
+{
+    showPaneWithTwoCameras();
+    openSheet();
+    auto *field = fixture->outlets().cameraIDText;
+    field->setFocus();
+    QTest::keyClicks(field, QStringLiteral("9"));
+    QCOMPARE(shownID(), QStringLiteral("4455"));
+    QTest::keySequence(field, QKeySequence::SelectAll);
+    QTest::keySequence(field, QKeySequence::Copy);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("4455"));
+}
+
+void CameraPropertiesTest::anEndedSheetTakesTheFocusAndGoes()
+{
+    showPaneWithTwoCameras();
+    openSheet();
+    fixture->controller().sheetDidEnd(sheet(), 42, this);
+    QVERIFY(sheet()->isHidden());
+    QCOMPARE(sheet()->focusWidget(), static_cast<QWidget *>(sheet()));
+}
+
+QTEST_MAIN(CameraPropertiesTest)
+#include "ControllerProperties_test.moc"

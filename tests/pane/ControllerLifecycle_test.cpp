@@ -1,0 +1,354 @@
+#include "agent/NotificationNames.h"
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "logging/KS7OrvexLogger.h"
+#include "platform/bus/Connection.h"
+#include "widgets/Indicators.h"
+#include "platform/desktop/Workspace.h"
+#include "tests/support/PaneFixture.h"
+#include "tests/support/Timeout.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+using namespace std::chrono_literals;
+namespace Names = NotificationNames;
+
+/// Start-up, showing and hiding, as the services see them.
+class LifecycleTest : public QObject {
+    Q_OBJECT
+
+    /// The distributed notifications of the pane, in order.
+    static QStringList posts(const PaneFixture &fixture)
+    {
+        QStringList names;
+        for (const auto &post : fixture.distributedCenter->posts)
+            names.append(post.name);
+        return names;
+    }
+
+private Q_SLOTS:
+    void aPaneNobodyInitialisedIsNotShared()
+    {
+        QCOMPARE(KSPreferencesPanePref::shared(), nullptr);
+        KSPreferencesPanePref pane;
+        QCOMPARE(KSPreferencesPanePref::shared(), nullptr);
+        QCOMPARE(pane.init(), &pane);
+        QCOMPARE(KSPreferencesPanePref::shared(), &pane);
+        QCOMPARE(pane.mSettingsWindowController, nullptr);
+        pane.willSelect();
+        pane.didUnselect();
+    }
+
+    void mainWindowIsTheOneThatShowsThePane()
+    {
+        PaneFixture fixture;
+        fixture.load();
+        QCOMPARE(KSPreferencesPanePref::shared(), fixture.pane.get());
+        fixture.show();
+        QCOMPARE(fixture.pane->mainWindow(), &fixture.window);
+    }
+
+    void withoutAPlaceThePaneHasNoWindow()
+    {
+        PaneFixture fixture;
+        fixture.show();
+        fixture.hide();
+        fixture.pane->mainView()->setParent(nullptr);
+        QCOMPARE(fixture.pane->mainWindow(), nullptr);
+        // What is to be said then is said over whatever window the host has.
+        fixture.agentPosts(Names::PassKeySet, {{UserInfoKeys::Result, 9}});
+        QCOMPARE(fixture.sheets->alerts.size(), std::size_t(1));
+        QCOMPARE(fixture.sheets->alerts.front().window, nullptr);
+    }
+
+    void aFreshControllerIsDisconnectedAndPrefersNobody()
+    {
+        PaneFixture fixture;
+        fixture.agent.running = false;
+        fixture.load();
+        QVERIFY(!fixture.controller().isConnected());
+        QVERIFY(!fixture.controller().isSwitchedOut());
+        QVERIFY(!fixture.controller().isBluetoothOff());
+        QVERIFY(!fixture.controller().hasLevelsTimer());
+        QCOMPARE(fixture.controller().indexOfPreferred(), -1);
+    }
+
+    void aControllerMadeAnewForgetsEverything()
+    {
+        PaneFixture fixture;
+        fixture.agent.addCamera(QStringLiteral("a"), QStringLiteral("Kitchen"), 4);
+        fixture.agent.prefer(QStringLiteral("a"));
+        fixture.show();
+        fixture.controller().startVideo(nullptr);
+        fixture.workspaceCenter->deliver(platform::NSWorkspaceSessionDidResignActiveNotification);
+        fixture.agentPosts(Names::NoBluetooth);
+        fixture.agentPosts(Names::AgentStarted);
+        auto &controller = fixture.controller();
+        QVERIFY(controller.isConnected() && controller.isSwitchedOut() && controller.isBluetoothOff());
+        QCOMPARE(controller.indexOfPreferred(), 0);
+        QCOMPARE(controller.cameras().size(), 1);
+        QCOMPARE(controller.init(), &controller);
+        QVERIFY(!controller.isConnected() && !controller.isSwitchedOut() && !controller.isBluetoothOff());
+        QVERIFY(!controller.hasLevelsTimer());
+        QCOMPARE(controller.indexOfPreferred(), -1);
+        QVERIFY(controller.cameras().isEmpty());
+    }
+
+    void theLogIsThereBeforeTheAgentIsLookedFor()
+    {
+        PaneFixture fixture;
+        fixture.keepLog();
+        fixture.agent.running = false;
+        fixture.load();
+        fixture.runLoop->turn();
+        QCOMPARE(fixture.takeLog(),
+                 QStringList({QStringLiteral("Unabled to make connection to agent."),
+                              QStringLiteral("cameraStatusChanged")}));
+    }
+
+    void theLogGoesIntoItsFileAndNeverToStandardOutput()
+    {
+        PaneFixture quiet;
+        quiet.load();
+        QVERIFY2(!gMainLogger->isLogging(), "without a file nothing is logged anywhere");
+        PaneFixture fixture;
+        fixture.keepLog();
+        fixture.load();
+        QVERIFY(gMainLogger->isLogging());
+        gMainLogger->setLogToFile(false);
+        QVERIFY2(!gMainLogger->isLogging(), "the file was all there was");
+    }
+
+    void startUpObservesTheEighteenInTheirOrder()
+    {
+        PaneFixture fixture;
+        fixture.load();
+        const QStringList expected{
+            QStringLiteral("KS7StreamingStarted"),    QStringLiteral("KS7CameraListChanged"),
+            QStringLiteral("KS7StoppedDiscovering"),  QStringLiteral("KS7StartedDiscovering"),
+            QStringLiteral("KS7PassKeySet"),          QStringLiteral("KS7StreamingInitiated"),
+            QStringLiteral("KS7PairingInitiated"),    QStringLiteral("KS7StreamingEnded"),
+            QStringLiteral("KS7USBDeviceConnected"),  QStringLiteral("KS7USBDeviceDisconnected"),
+            QStringLiteral("KS7AgentStarted"),        QStringLiteral("KS7PreferredCameraChanged"),
+            QStringLiteral("KS7FirmwareUpdateEnded"), QStringLiteral("KS7FirmwareUpdateProgress"),
+            QStringLiteral("KS7OnOffChanged"),        QStringLiteral("KS7NoBluetooth"),
+            QStringLiteral("KS7FoundBluetooth"),      QStringLiteral("KS7ChangedOptimizedPreference")};
+        QCOMPARE(fixture.distributedCenter->registrations, expected);
+        const QStringList local{QStringLiteral("NSConnectionDidDieNotification"),
+                                QStringLiteral("QuickTimeError"), QStringLiteral("GoingToSleep")};
+        QCOMPARE(fixture.localCenter->registrations, local);
+        QVERIFY(fixture.workspaceCenter->registrations.isEmpty());
+    }
+
+    void loadingConnectsBeforeAnythingIsObserved()
+    {
+        PaneFixture fixture;
+        fixture.agent.running = false;
+        fixture.agent.appearsAtAttempt = 2;
+        fixture.load();
+        QVERIFY(fixture.controller().isConnected());
+        const auto journal = fixture.takeJournal();
+        const auto connected = journal.lastIndexOf(QStringLiteral("connect KS7AgentServerUSB"));
+        QVERIFY(connected >= 0);
+        QCOMPARE(connected + 1, journal.indexOf(QStringLiteral("observe KS7StreamingStarted")));
+    }
+
+    void theLocalObserversAndThePowerHookFollowAndTheControlsComeLast()
+    {
+        PaneFixture fixture;
+        fixture.load();
+        const auto journal = fixture.takeJournal();
+        const auto distributed = journal.indexOf(QStringLiteral("observe KS7ChangedOptimizedPreference"));
+        QCOMPARE(journal.mid(distributed + 1),
+                 QStringList({QStringLiteral("observe NSConnectionDidDieNotification"),
+                              QStringLiteral("observe QuickTimeError"),
+                              QStringLiteral("register for power messages"),
+                              QStringLiteral("observe GoingToSleep"),
+                              // The settings are read while the controls are filled.
+                              QStringLiteral("synchronize")}));
+    }
+
+    void theTableIsTheFirstResponderFromTheStart()
+    {
+        PaneFixture fixture;
+        fixture.load();
+        QCOMPARE(fixture.pane->mainView()->focusWidget(),
+                 static_cast<QWidget *>(fixture.outlets().cameraListTable));
+    }
+
+    void bothMetersStartAtNought()
+    {
+        PaneFixture fixture;
+        fixture.load();
+        fixture.outlets().levelIndicator_l->setDoubleValue(0.7);
+        fixture.outlets().levelIndicator_r->setDoubleValue(0.8);
+        fixture.controller().setupUI();
+        QCOMPARE(fixture.outlets().levelIndicator_l->doubleValue(), 0.0);
+        QCOMPARE(fixture.outlets().levelIndicator_r->doubleValue(), 0.0);
+    }
+
+    void showingWithoutAPreferredCameraAsksForDiscovery()
+    {
+        PaneFixture fixture;
+        fixture.show();
+        QCOMPARE(
+            posts(fixture),
+            QStringList({QStringLiteral("KS7SystemPrefsShowing"), QStringLiteral("KS7StartDiscovering")}));
+        QVERIFY(fixture.distributedCenter->posts.front().userInfo.isEmpty());
+    }
+
+    void showingWithAPreferredCameraDoesNotSearch()
+    {
+        PaneFixture fixture;
+        fixture.agent.addCamera(QStringLiteral("a"), QStringLiteral("Kitchen"), 4);
+        fixture.agent.prefer(QStringLiteral("a"));
+        fixture.show();
+        QCOMPARE(posts(fixture), QStringList{QStringLiteral("KS7SystemPrefsShowing")});
+    }
+
+    void showingWithoutAnAgentAsksForDiscovery()
+    {
+        PaneFixture fixture;
+        fixture.agent.running = false;
+        fixture.show();
+        QCOMPARE(fixture.distributedCenter->postCount(Names::StartDiscovering), 1);
+    }
+
+    void showingTwiceConnectsOnceButDoesTheRestAgain()
+    {
+        PaneFixture fixture;
+        fixture.show();
+        fixture.takeJournal();
+        fixture.pane->willSelect();
+        const auto journal = fixture.takeJournal();
+        QVERIFY(!journal.contains(QStringLiteral("connect KS7AgentServer")));
+        QCOMPARE(journal.count(QStringLiteral("post KS7SystemPrefsShowing")), 1);
+        QCOMPARE(journal.count(QStringLiteral("remote flush")), 1);
+        QCOMPARE(journal.count(QStringLiteral("remote cameraDict")), 1);
+        QCOMPARE(journal.count(QStringLiteral("updater started")), 1);
+    }
+
+    void showingGoesThroughItsStepsInOrder()
+    {
+        PaneFixture fixture;
+        fixture.load();
+        fixture.runLoop->turn();
+        fixture.hide();
+        fixture.keyboard->onLook = [&] { fixture.journal->append(QStringLiteral("look at the keyboard")); };
+        fixture.takeJournal();
+        fixture.show();
+        const auto journal = fixture.takeJournal();
+        const QStringList milestones{QStringLiteral("post KS7SystemPrefsShowing"),
+                                     QStringLiteral("connect KS7AgentServer"),
+                                     QStringLiteral("connect KS7AgentServerUSB"),
+                                     QStringLiteral("remote flush"),
+                                     QStringLiteral("look at the keyboard"),
+                                     QStringLiteral("remote cameraDict"),
+                                     QStringLiteral("post KS7StartDiscovering"),
+                                     QStringLiteral("updater started"),
+                                     QStringLiteral("observe NSWorkspaceSessionDidBecomeActiveNotification"),
+                                     QStringLiteral("observe NSWorkspaceSessionDidResignActiveNotification")};
+        QStringList seen;
+        for (const auto &line : journal) {
+            if (milestones.contains(line) && !seen.contains(line))
+                seen.append(line);
+        }
+        QCOMPARE(seen, milestones);
+    }
+
+    void theSpinnerTurnsOnShowingOnlyBesideItsMessage()
+    {
+        PaneFixture fixture;
+        fixture.load();
+        fixture.outlets().discoveringMessage->hide();
+        fixture.show();
+        QVERIFY(!fixture.outlets().searchingIndicator->isAnimating());
+        fixture.hide();
+        fixture.outlets().discoveringMessage->show();
+        fixture.show();
+        QVERIFY(fixture.outlets().searchingIndicator->isAnimating());
+    }
+
+    void theTableGetsTheKeyboardATenthOfASecondAfterShowing()
+    {
+        PaneFixture fixture;
+        fixture.show();
+        QVERIFY(QTest::qWaitForWindowActive(&fixture.window, Timeout));
+        fixture.outlets().addButton->setFocus();
+        fixture.runLoop->advance(99ms);
+        QCOMPARE(fixture.window.focusWidget(), static_cast<QWidget *>(fixture.outlets().addButton));
+        fixture.runLoop->advance(1ms);
+        QCOMPARE(fixture.window.focusWidget(), static_cast<QWidget *>(fixture.outlets().cameraListTable));
+    }
+
+    void hidingDisconnectsAndStopsWatchingTheSession()
+    {
+        PaneFixture fixture;
+        fixture.show();
+        QCOMPARE(fixture.workspaceCenter->registrations.size(), 2);
+        fixture.hide();
+        QVERIFY(!fixture.controller().isConnected());
+        QVERIFY(fixture.workspaceCenter->registrations.isEmpty());
+        fixture.takeJournal();
+        fixture.show();
+        QVERIFY(fixture.controller().isConnected());
+        QVERIFY(fixture.takeJournal().contains(QStringLiteral("connect KS7AgentServer")));
+    }
+
+    void hidingEndsThePreviewThenTheLinkThenTheWatch()
+    {
+        PaneFixture fixture;
+        fixture.capture->addDevice(QStringLiteral("KS-7 Wireless Webcam"));
+        fixture.show();
+        fixture.controller().startVideo(nullptr);
+        fixture.sheets->beginSheet(fixture.outlets().pinSheet, nullptr, [](QWidget *, int, void *) {});
+        fixture.takeJournal();
+        fixture.hide();
+        const auto journal = fixture.takeJournal();
+        QCOMPARE(journal.first(), QStringLiteral("stop session"));
+        QVERIFY(journal.contains(QStringLiteral("end ") + fixture.outlets().pinSheet->objectName()));
+        QCOMPARE(journal.mid(journal.size() - 2),
+                 QStringList({QStringLiteral("forget NSWorkspaceSessionDidBecomeActiveNotification"),
+                              QStringLiteral("forget NSWorkspaceSessionDidResignActiveNotification")}));
+    }
+
+    void hidingEndsAPreviewWithoutAnAgentToo()
+    {
+        PaneFixture fixture;
+        fixture.capture->addDevice(QStringLiteral("KS-7 Wireless Webcam"));
+        fixture.agent.running = false;
+        fixture.show();
+        fixture.controller().startVideo(nullptr);
+        QVERIFY(fixture.capture->sessions.back()->isRunning());
+        fixture.hide();
+        QVERIFY(!fixture.capture->sessions.back()->isRunning());
+    }
+
+    void notificationsAreStillHandledWhileHidden()
+    {
+        PaneFixture fixture;
+        fixture.show();
+        fixture.hide();
+        fixture.agentPosts(Names::StartedDiscovering);
+        QVERIFY(fixture.outlets().searchingIndicator->isAnimating());
+        fixture.agentPosts(Names::AgentStarted);
+        QVERIFY(fixture.controller().isConnected());
+    }
+
+    void thePanesOwnPreferencePostComesBackToIt()
+    {
+        PaneFixture fixture;
+        fixture.show();
+        QVERIFY(!fixture.outlets().optimizeForPopUp->isHidden());
+        // Seen by what the processor's speed makes of the pop-up when it is set up again.
+        fixture.clock->hertz = 0;
+        fixture.controller().optimizeForChanged(nullptr);
+        QCOMPARE(fixture.distributedCenter->postCount(Names::ChangedOptimizedPreference), 1);
+        QVERIFY(fixture.outlets().optimizeForPopUp->isHidden());
+    }
+};
+
+QTEST_MAIN(LifecycleTest)
+#include "ControllerLifecycle_test.moc"

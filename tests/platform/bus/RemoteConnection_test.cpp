@@ -1,0 +1,385 @@
+#include "platform/bus/RemoteConnection.h"
+
+#include "agent/RemoteNames.h"
+#include "agent/AgentProxyFactory.h"
+#include "platform/bus/BusNames.h"
+#include "platform/bus/NotificationCenter.h"
+#include "platform/desktop/RunLoop.h"
+#include "platform/bus/SessionBus.h"
+#include "tests/support/Timeout.h"
+#include "tests/support/PrivateBus.h"
+#include "tests/support/RecordingAgent.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+#include <csignal>
+#include <sys/types.h>
+
+using platform::Connection;
+
+/// Opening, losing and ending connections over a real bus, with agents that die, hang and change hands.
+class DBusConnectionTest : public QObject {
+    Q_OBJECT
+
+private:
+    PrivateBus mBusDaemon;
+    std::unique_ptr<RecordingAgent> mAgent;
+    QProcess mAgentProcess;
+    std::shared_ptr<platform::LocalNotificationCenter> mLocalCenter;
+    std::shared_ptr<platform::ConnectionRegistry> mRegistry;
+    std::shared_ptr<Connection> mDevice;
+    std::shared_ptr<Connection> mUSB;
+    QList<const void *> mDeaths;
+    std::shared_ptr<AgentProxyFactory> mProtocols = makeDBusProtocols();
+
+    RecordingAgent &startAgent()
+    {
+        mAgent = std::make_unique<RecordingAgent>();
+        mAgent->publishBoth();
+        return *mAgent;
+    }
+    void startAgentProcess()
+    {
+        mAgentProcess.start(QCoreApplication::applicationDirPath() + QStringLiteral("/ks7-test-agent"),
+                            QStringList());
+        QVERIFY(mAgentProcess.waitForReadyRead());
+    }
+    void signalAgent(int signal) { ::kill(static_cast<pid_t>(mAgentProcess.processId()), signal); }
+    void makeRegistry()
+    {
+        mLocalCenter = std::make_shared<platform::LocalNotificationCenter>();
+        mLocalCenter->addObserver(
+            this, platform::NSConnectionDidDieNotification,
+            [this](const platform::Notification &notification) { mDeaths.append(notification.object); });
+        mRegistry = std::make_shared<platform::DBusConnectionRegistry>(
+            std::make_shared<platform::SessionBus>(), platform::makeQtRunLoop(), mLocalCenter);
+    }
+    std::shared_ptr<Connection> open(const QString &name)
+    {
+        return mRegistry->connectionWithRegisteredName(name);
+    }
+    void connectToBoth()
+    {
+        mDevice = open(RemoteNames::AgentServer);
+        mUSB = open(RemoteNames::AgentServerUSB);
+        QVERIFY(mDevice && mUSB);
+    }
+    Proxy<KS7DeviceControllerProxy> device() { return mProtocols->deviceController(mDevice->rootProxy()); }
+    Proxy<TernUSBCommandControllerProxy> usb() { return mProtocols->usbController(mUSB->rootProxy()); }
+    /// Lets everything that is under way on the bus arrive.
+    void settle()
+    {
+        auto stranger =
+            QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("test-settle"));
+        stranger.call(QDBusMessage::createMethodCall(
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
+        QDBusConnection::disconnectFromBus(QStringLiteral("test-settle"));
+        QCoreApplication::processEvents();
+    }
+    static void askTheBusToStartTheAgent()
+    {
+        auto call = QDBusMessage::createMethodCall(platform::bus::busName(RemoteNames::AgentServer),
+                                                   platform::bus::objectPath(RemoteNames::AgentServer),
+                                                   QString(), QStringLiteral("flush"));
+        auto stranger =
+            QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("test-starter"));
+        stranger.call(call, QDBus::Block, 1000);
+        QDBusConnection::disconnectFromBus(QStringLiteral("test-starter"));
+    }
+    /// The match rules on the bus about the agent's two names.
+    static int ownerWatches()
+    {
+        auto question = QDBusMessage::createMethodCall(
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+            QStringLiteral("org.freedesktop.DBus.Debug.Stats"), QStringLiteral("GetAllMatchRules"));
+        auto observer =
+            QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("test-observer"));
+        const auto answer = observer.call(question);
+        QDBusConnection::disconnectFromBus(QStringLiteral("test-observer"));
+        const auto rules = qdbus_cast<QMap<QString, QStringList>>(answer.arguments().value(0));
+        int watches = 0;
+        for (const auto &ofOne : rules)
+            watches += static_cast<int>(ofOne.filter(QStringLiteral("com.orvex.KS7AgentServer")).size());
+        return answer.type() == QDBusMessage::ReplyMessage ? watches : -1;
+    }
+
+private Q_SLOTS:
+    void initTestCase() { qDBusRegisterMetaType<QMap<QString, QStringList>>(); }
+    void init()
+    {
+        mDeaths.clear();
+        makeRegistry();
+    }
+    void cleanup()
+    {
+        mDevice.reset();
+        mUSB.reset();
+        mRegistry.reset();
+        mAgent.reset();
+        if (mAgentProcess.state() != QProcess::NotRunning) {
+            signalAgent(SIGKILL);
+            mAgentProcess.waitForFinished();
+        }
+    }
+
+    void aNameThatNobodyHasGivesNoConnection()
+    {
+        QVERIFY(!open(RemoteNames::AgentServer));
+        QCOMPARE(mDeaths.size(), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(ownerWatches(), 0, Timeout);
+    }
+
+    void aRegisteredNameGivesAConnectionWithARoot()
+    {
+        startAgent();
+        mDevice = open(RemoteNames::AgentServer);
+        QVERIFY(mDevice);
+        QVERIFY(mDevice->isValid());
+        QVERIFY(mDevice->rootProxy());
+        QCOMPARE(ownerWatches(), 1);
+    }
+
+    void lookingANameUpStartsNoService()
+    {
+        const QDir data(qEnvironmentVariable("XDG_DATA_HOME"));
+        QVERIFY(data.mkpath(QStringLiteral("dbus-1/services")));
+        const QString started = data.filePath(QStringLiteral("started"));
+        QFile service(data.filePath(QStringLiteral("dbus-1/services/agent.service")));
+        QVERIFY(service.open(QIODevice::WriteOnly));
+        service.write("[D-BUS Service]\nName=com.orvex.KS7AgentServer\nExec=/usr/bin/touch "
+                      + started.toUtf8() + "\n");
+        service.close();
+        mBusDaemon.kill();
+        mBusDaemon.start();
+        QVERIFY(!open(RemoteNames::AgentServer));
+        settle();
+        QVERIFY(!QFile::exists(started));
+        askTheBusToStartTheAgent();
+        QTRY_VERIFY2(QFile::exists(started), "the service is one that can be started");
+        service.remove();
+    }
+
+    void endingAConnectionReportsItsDeathAtOnceAndOnce()
+    {
+        startAgent();
+        connectToBoth();
+        mDevice->invalidate();
+        QCOMPARE(mDeaths, QList<const void *>{mDevice.get()});
+        QVERIFY(!mDevice->isValid());
+        QVERIFY(!mDevice->rootProxy());
+        QVERIFY(mUSB->isValid());
+        mDevice->invalidate();
+        mAgent->leaveBus();
+        QTRY_VERIFY_WITH_TIMEOUT(!mUSB->isValid(), Timeout);
+        QCOMPARE(mDeaths, (QList<const void *>{mDevice.get(), mUSB.get()}));
+    }
+
+    void droppingAConnectionReportsNothingAndLeavesNothing()
+    {
+        startAgent();
+        connectToBoth();
+        mDevice.reset();
+        mUSB.reset();
+        QTRY_COMPARE_WITH_TIMEOUT(ownerWatches(), 0, Timeout);
+        QCOMPARE(mDeaths.size(), 0);
+    }
+
+    void endedConnectionsWatchNoLonger()
+    {
+        startAgent();
+        connectToBoth();
+        mDevice->invalidate();
+        mUSB->invalidate();
+        QTRY_COMPARE_WITH_TIMEOUT(ownerWatches(), 0, Timeout);
+    }
+
+    void twoHundredReconnectionsLeaveNothing()
+    {
+        startAgent();
+        for (int i = 0; i < 200; ++i) {
+            connectToBoth();
+            mDevice->invalidate();
+        }
+        mUSB.reset();
+        QTRY_COMPARE_WITH_TIMEOUT(ownerWatches(), 0, Timeout);
+        QCOMPARE(mDeaths.size(), 200);
+    }
+
+    void aReleasedNameIsADeath()
+    {
+        startAgent();
+        connectToBoth();
+        mAgent->release(RemoteNames::AgentServerUSB);
+        QTRY_COMPARE_WITH_TIMEOUT(mDeaths, QList<const void *>{mUSB.get()}, Timeout);
+        QVERIFY(mDevice->isValid());
+    }
+
+    void aNameThatChangesHandsIsADeathAndIsFoundAgain()
+    {
+        startAgent();
+        connectToBoth();
+        RecordingAgent successor;
+        mAgent->release(RemoteNames::AgentServer);
+        QVERIFY(successor.publish(RemoteNames::AgentServer));
+        // Not yet told of the change, the new connection must not take it for its own.
+        const auto reopened = open(RemoteNames::AgentServer);
+        QTRY_COMPARE_WITH_TIMEOUT(mDeaths, QList<const void *>{mDevice.get()}, Timeout);
+        settle();
+        QVERIFY(reopened->isValid());
+        mProtocols->deviceController(reopened->rootProxy())->flush();
+        QCOMPARE(successor.journal(), QStringList{QStringLiteral("flush")});
+    }
+
+    void whoHearsOfADeathMayLetGoOfTheConnection()
+    {
+        startAgent();
+        connectToBoth();
+        mLocalCenter->addObserver(this, platform::NSConnectionDidDieNotification,
+                                  [this](const platform::Notification &) {
+                                      mDevice.reset();
+                                      mUSB.reset();
+                                  });
+        mDevice->invalidate();
+        QVERIFY(!mDevice);
+        settle();
+        QCOMPARE(mDeaths.size(), 1);
+    }
+
+    void aKilledAgentIsDeadForBoth()
+    {
+        startAgentProcess();
+        connectToBoth();
+        signalAgent(SIGKILL);
+        QTRY_COMPARE_WITH_TIMEOUT(mDeaths.size(), 2, Timeout);
+        QVERIFY(!mDevice->isValid());
+        QVERIFY(!mUSB->isValid());
+    }
+
+    void anAgentThatDiesInACallIsDeadOnce()
+    {
+        startAgent().dieIn(QStringLiteral("validateName"));
+        connectToBoth();
+        QVERIFY(!device()->validateName(QStringLiteral("x")));
+        QCOMPARE(mDeaths.size(), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(mDeaths.size(), 2, Timeout);
+        settle();
+        QCOMPARE(mDeaths.size(), 2);
+    }
+
+    void aStoppedAgentCostsOneTimeoutForBothConnections()
+    {
+        startAgentProcess();
+        connectToBoth();
+        const auto deviceProxy = device();
+        const auto usbProxy = usb();
+        signalAgent(SIGSTOP);
+        deviceProxy->flush();
+        QVERIFY(!mDevice->isValid());
+        QVERIFY(!mUSB->isValid());
+        for (int i = 0; i < 10; ++i) {
+            QVERIFY(deviceProxy->cameraDict().isEmpty());
+            QCOMPARE(usbProxy->setPassKey(QStringLiteral("1234")), 0);
+            QVERIFY(!usbProxy->connectedCamHasBTAddress(QStringLiteral("a")));
+        }
+        QVERIFY2(mDeaths.isEmpty(), "the death comes through the run loop");
+        QTRY_COMPARE_WITH_TIMEOUT(mDeaths, (QList<const void *>{mDevice.get(), mUSB.get()}), Timeout);
+        signalAgent(SIGCONT);
+        settle();
+        QCOMPARE(mDeaths.size(), 2);
+        QVERIFY2(open(RemoteNames::AgentServer), "the agent that goes on is found again");
+    }
+
+    void aHungAgentHearsOneCallOnly()
+    {
+        startAgent().hang();
+        connectToBoth();
+        const auto deviceProxy = device();
+        QVERIFY(!deviceProxy->getPreferredKS7Cam());
+        QCOMPARE(deviceProxy->indexOfPreferredKS7Cam(), std::uint64_t(0));
+        deviceProxy->flush();
+        QCOMPARE(mAgent->journal(), QStringList{QStringLiteral("getPreferredKS7Cam")});
+    }
+
+    void aConnectionDroppedBeforeItsPendingDeathReportsNothing()
+    {
+        startAgent().hang();
+        connectToBoth();
+        device()->flush();
+        mDevice.reset();
+        mUSB.reset();
+        settle();
+        QCOMPARE(mDeaths.size(), 0);
+    }
+
+    void endingATimedOutConnectionLeavesItsDeathToTheRunLoop()
+    {
+        startAgent().hang();
+        connectToBoth();
+        device()->flush();
+        mDevice->invalidate();
+        QCOMPARE(mDeaths.size(), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(mDeaths, (QList<const void *>{mDevice.get(), mUSB.get()}), Timeout);
+    }
+
+    void theBusGoingIsTheDeathOfBothAndOfNothingElse()
+    {
+        startAgent();
+        connectToBoth();
+        mBusDaemon.kill();
+        QTRY_COMPARE_WITH_TIMEOUT(mDeaths, (QList<const void *>{mDevice.get(), mUSB.get()}), Timeout);
+        QVERIFY(!open(RemoteNames::AgentServer));
+        mBusDaemon.start();
+    }
+
+    void aBusThatIsThereAgainIsUsedAgain()
+    {
+        startAgent();
+        connectToBoth();
+        mBusDaemon.kill();
+        mBusDaemon.start();
+        startAgent();
+        const auto reopened = open(RemoteNames::AgentServer);
+        QVERIFY(reopened);
+        QCOMPARE(mDeaths, (QList<const void *>{mDevice.get(), mUSB.get()}));
+        settle();
+        QVERIFY2(reopened->isValid(), "the old bus' end says nothing about the new one");
+        QCOMPARE(mDeaths.size(), 2);
+    }
+
+    void aStoppedBusDoesNotHoldUpTheAttemptsForAMinute()
+    {
+        QVERIFY(!open(RemoteNames::AgentServer));
+        mBusDaemon.stop();
+        // With the full patience for each of them the test would run out of its own time.
+        for (int attempt = 0; attempt < 50; ++attempt)
+            QVERIFY(!open(RemoteNames::AgentServer));
+        mBusDaemon.resume();
+        startAgent();
+        QTRY_VERIFY_WITH_TIMEOUT(open(RemoteNames::AgentServer), Timeout);
+    }
+
+    void theHostsSharedConnectionIsLeftAlone()
+    {
+        startAgent();
+        auto shared = QDBusConnection::sessionBus();
+        QVERIFY(shared.isConnected());
+        connectToBoth();
+        const auto uniqueName = shared.baseService();
+        mDevice->invalidate();
+        mUSB->invalidate();
+        mRegistry.reset();
+        QVERIFY(shared.isConnected());
+        QCOMPARE(QDBusConnection::sessionBus().baseService(), uniqueName);
+    }
+};
+
+QTEST_GUILESS_MAIN(DBusConnectionTest)
+
+#include "RemoteConnection_test.moc"

@@ -1,0 +1,121 @@
+#include "platform/desktop/Hardware.h"
+#include "tests/support/Timeout.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QProcess>
+#include <QTest>
+
+#include <csignal>
+#include <sys/types.h>
+
+/// A Bluetooth daemon with one device, as python-dbusmock plays it.
+class BlueZDeviceTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void aKnownDeviceTellsItsAddress();
+    void anUnknownDeviceTellsNone();
+    void aPathThatIsNoneTellsNone();
+    void withoutTheDaemonThereIsNoAddress();
+    void aDaemonThatHangsIsGivenUp();
+    void anAddressOfAnotherTypeIsNone();
+
+private:
+    void mockIsTold(const QString &path, const QString &interface, const QString &method,
+                    const QVariantList &arguments);
+
+    QProcess mDaemon;
+};
+
+namespace {
+const QString BlueZ = QStringLiteral("org.bluez");
+const QString Device = QStringLiteral("/org/bluez/hci0/dev_00_1B_DC_0F_2A_9C");
+const QString MockInterface = QStringLiteral("org.freedesktop.DBus.Mock");
+}
+
+void BlueZDeviceTest::init()
+{
+    mDaemon.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    mDaemon.setStandardOutputFile(QProcess::nullDevice());
+    mDaemon.start(QStringLiteral("/usr/bin/python3"),
+                  {QStringLiteral("-m"), QStringLiteral("dbusmock"), QStringLiteral("--system"),
+                   QStringLiteral("--template"), QStringLiteral("bluez5")});
+    QVERIFY(mDaemon.waitForStarted());
+    QTRY_VERIFY_WITH_TIMEOUT(QDBusConnection::systemBus().interface()->isServiceRegistered(BlueZ), Timeout);
+    const QString bluez = QStringLiteral("org.bluez.Mock");
+    mockIsTold(QStringLiteral("/"), bluez, QStringLiteral("AddAdapter"),
+               {QStringLiteral("hci0"), QStringLiteral("machine")});
+    mockIsTold(QStringLiteral("/"), bluez, QStringLiteral("AddDevice"),
+               {QStringLiteral("hci0"), QStringLiteral("00:1B:DC:0F:2A:9C"), QStringLiteral("KS-7")});
+}
+
+void BlueZDeviceTest::cleanup()
+{
+    mDaemon.kill();
+    QVERIFY(mDaemon.waitForFinished());
+    QTRY_VERIFY_WITH_TIMEOUT(!QDBusConnection::systemBus().interface()->isServiceRegistered(BlueZ), Timeout);
+}
+
+void BlueZDeviceTest::mockIsTold(const QString &path, const QString &interface, const QString &method,
+                                 const QVariantList &arguments)
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(BlueZ, path, interface, method);
+    call.setArguments(arguments);
+    const QDBusMessage reply = QDBusConnection::systemBus().call(call);
+    QVERIFY2(reply.type() == QDBusMessage::ReplyMessage, qPrintable(reply.errorMessage()));
+}
+
+void BlueZDeviceTest::aKnownDeviceTellsItsAddress()
+{
+    QCOMPARE(platform::makeBlueZDevice(Device)->getAddressString(), QStringLiteral("00-1B-DC-0F-2A-9C"));
+}
+
+void BlueZDeviceTest::anUnknownDeviceTellsNone()
+{
+    QVERIFY(
+        platform::makeBlueZDevice(QStringLiteral("/org/bluez/hci0/dev_none"))->getAddressString().isNull());
+    QVERIFY(platform::makeBlueZDevice(QStringLiteral("/org/bluez/hci0"))->getAddressString().isNull());
+}
+
+void BlueZDeviceTest::aPathThatIsNoneTellsNone()
+{
+    for (const QString &path :
+         {QString(), QStringLiteral("no path"), QStringLiteral("/a//b"), QStringLiteral("/\u00e9")})
+        QVERIFY(platform::makeBlueZDevice(path)->getAddressString().isNull());
+}
+
+void BlueZDeviceTest::withoutTheDaemonThereIsNoAddress()
+{
+    const auto device = platform::makeBlueZDevice(Device);
+    QVERIFY(!device->getAddressString().isNull());
+    cleanup();
+    QVERIFY(device->getAddressString().isNull());
+    init();
+    QVERIFY(!device->getAddressString().isNull());
+}
+
+void BlueZDeviceTest::aDaemonThatHangsIsGivenUp()
+{
+    const auto pid = static_cast<pid_t>(mDaemon.processId());
+    QCOMPARE(::kill(pid, SIGSTOP), 0);
+    QVERIFY(platform::makeBlueZDevice(Device)->getAddressString().isNull());
+    QCOMPARE(::kill(pid, SIGCONT), 0);
+    QVERIFY(!platform::makeBlueZDevice(Device)->getAddressString().isNull());
+}
+
+void BlueZDeviceTest::anAddressOfAnotherTypeIsNone()
+{
+    mockIsTold(Device, MockInterface, QStringLiteral("UpdateProperties"),
+               {QStringLiteral("org.bluez.Device1"), QVariantMap{{QStringLiteral("Address"), 7}}});
+    QTest::ignoreMessage(QtWarningMsg,
+                         qPrintable(Device + QStringLiteral(" has an address that is no string")));
+    QVERIFY(platform::makeBlueZDevice(Device)->getAddressString().isNull());
+}
+
+QTEST_GUILESS_MAIN(BlueZDeviceTest)
+#include "BlueZDevice_test.moc"

@@ -1,0 +1,156 @@
+#include "platform/desktop/RunLoop.h"
+
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+using namespace std::chrono_literals;
+
+/// A nested run of the loop: it serves events, sleeps between them, and gives way to a quit.
+class RunLoopNestedTest : public QObject {
+    Q_OBJECT
+private:
+    /// Runs the application; `insideIt` is called on its loop. The code that the application ends with.
+    static int runApplication(const std::function<void()> &insideIt);
+
+    std::shared_ptr<platform::RunLoop> runLoop = platform::makeQtRunLoop();
+
+private Q_SLOTS:
+    void aSliceServesEventsAndEnds();
+    void aSliceSleepsWhileNothingHappens();
+    void aQuitInsideASliceEndsIt_data();
+    void aQuitInsideASliceEndsIt();
+    void aQuitBetweenSlicesIsNotLost();
+    void aQuitQueuedBetweenSlicesIsNotLost();
+    void slicesInsideSlicesAllEnd();
+    void aPauseServesNothing();
+};
+
+int RunLoopNestedTest::runApplication(const std::function<void()> &insideIt)
+{
+    QTimer::singleShot(0, QCoreApplication::instance(), insideIt);
+    return QCoreApplication::exec();
+}
+
+void RunLoopNestedTest::aSliceServesEventsAndEnds()
+{
+    bool served = false;
+    runApplication([&] {
+        runLoop->performAfterDelay(this, 1ms, [&] { served = true; });
+        QVERIFY(runLoop->runFor(20ms));
+        QCoreApplication::quit();
+    });
+    QVERIFY(served);
+}
+
+void RunLoopNestedTest::aSliceSleepsWhileNothingHappens()
+{
+    QSignalSpy sleeps(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock);
+    constexpr int Rounds = 10;
+    runApplication([&] {
+        sleeps.clear();
+        for (int round = 0; round < Rounds; ++round)
+            runLoop->runFor(10ms);
+        QCoreApplication::quit();
+    });
+    // It goes to sleep in every slice, and a handful of times at most.
+    QVERIFY(sleeps.size() >= Rounds);
+    QVERIFY(sleeps.size() <= 10 * Rounds);
+}
+
+void RunLoopNestedTest::aQuitInsideASliceEndsIt_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::newRow("0") << 0;
+    QTest::newRow("1") << 1;
+    QTest::newRow("-1") << -1;
+}
+
+void RunLoopNestedTest::aQuitInsideASliceEndsIt()
+{
+    QFETCH(int, code);
+    bool goesOn = true;
+    const int ended = runApplication([&] {
+        runLoop->performAfterDelay(this, 1ms, [&] { QCoreApplication::exit(code); });
+        goesOn = runLoop->runFor(1h);
+    });
+    QVERIFY(!goesOn);
+    QCOMPARE(ended, code);
+}
+
+void RunLoopNestedTest::aQuitBetweenSlicesIsNotLost()
+{
+    bool goesOn = true;
+    runApplication([&] {
+        QVERIFY(runLoop->runFor(1ms));
+        QCoreApplication::exit(0);
+        goesOn = runLoop->runFor(1h);
+    });
+    QVERIFY(!goesOn);
+}
+
+void RunLoopNestedTest::aQuitQueuedBetweenSlicesIsNotLost()
+{
+    bool goesOn = true;
+    runApplication([&] {
+        QVERIFY(runLoop->runFor(1ms));
+        QCoreApplication::postEvent(QCoreApplication::instance(), new QEvent(QEvent::Quit));
+        goesOn = runLoop->runFor(1h);
+    });
+    QVERIFY(!goesOn);
+}
+
+void RunLoopNestedTest::slicesInsideSlicesAllEnd()
+{
+    QList<bool> goOn;
+    runApplication([&] {
+        runLoop->performAfterDelay(this, 1ms, [&] {
+            runLoop->performAfterDelay(this, 1ms, [] { QCoreApplication::exit(0); });
+            goOn.append(runLoop->runFor(1h));
+        });
+        goOn.append(runLoop->runFor(1h));
+    });
+    QCOMPARE(goOn, QList<bool>({false, false}));
+}
+
+void RunLoopNestedTest::aPauseServesNothing()
+{
+    class Receiver : public QObject {
+    public:
+        explicit Receiver(QStringList *served)
+            : mServed(served)
+        {
+        }
+        bool event(QEvent *) override
+        {
+            mServed->append(QStringLiteral("event"));
+            return true;
+        }
+
+    private:
+        QStringList *mServed;
+    };
+    QStringList served;
+    QStringList servedInThePause;
+    Receiver receiver(&served);
+    runApplication([&] {
+        QCoreApplication::postEvent(&receiver, new QEvent(QEvent::User));
+        runLoop->performOnMainThread([&] { served.append(QStringLiteral("queued call")); });
+        runLoop->performAfterDelay(this, 1ms, [&] {
+            served.append(QStringLiteral("delayed call"));
+            QCoreApplication::quit();
+        });
+        runLoop->pause(20ms);
+        servedInThePause = served;
+    });
+    QCOMPARE(servedInThePause, QStringList());
+    QCOMPARE(served,
+             QStringList(
+                 {QStringLiteral("event"), QStringLiteral("queued call"), QStringLiteral("delayed call")}));
+}
+
+QTEST_MAIN(RunLoopNestedTest)
+#include "RunLoopNested_test.moc"

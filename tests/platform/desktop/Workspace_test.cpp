@@ -1,0 +1,217 @@
+#include "platform/desktop/Workspace.h"
+
+#include "tests/support/Timeout.h"
+#include "tests/support/PrivateBus.h"
+
+#include <QDBusConnection>
+#include <QDesktopServices>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+const QString FileManager = QStringLiteral("org.freedesktop.FileManager1");
+const QString FileManagerPath = QStringLiteral("/org/freedesktop/FileManager1");
+const QString FileManagerConnection = QStringLiteral("file-manager");
+
+} // namespace
+
+/// A file manager on the session bus, as other programs see it.
+class FileManagerStandIn : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
+public:
+    FileManagerStandIn()
+        : mBus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, FileManagerConnection))
+    {
+        mBus.registerObject(FileManagerPath, this, QDBusConnection::ExportAllSlots);
+        mIsThere = mBus.registerService(FileManager);
+    }
+    ~FileManagerStandIn() override
+    {
+        mBus.unregisterService(FileManager);
+        QDBusConnection::disconnectFromBus(FileManagerConnection);
+    }
+
+    [[nodiscard]] bool isThere() const { return mIsThere; }
+    QStringList shown;
+    QStringList startUpIds;
+
+public Q_SLOTS:
+    void ShowItems(const QStringList &urls, const QString &startUpId)
+    {
+        shown += urls;
+        startUpIds += startUpId;
+    }
+
+private:
+    QDBusConnection mBus;
+    bool mIsThere = false;
+};
+
+/// What the pane hands to the user's other programs.
+class WorkspaceTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { mBus = std::make_unique<PrivateBus>(); }
+    void init();
+    void cleanup();
+    void cleanupTestCase() { mBus.reset(); }
+
+    void anAddressGoesToTheBrowser();
+    void whatIsNoAddressGoesNowhere();
+    void aFileIsOpened();
+    void aMissingFileIsNeitherOpenedNorShown();
+    void aFileIsShownInTheFileManager();
+    void aRelativePathIsShownByItsWholeOne();
+    void nobodyWaitsForTheFileManager();
+    void withoutAFileManagerTheFolderIsOpened();
+    void withoutABusTheFolderIsOpened();
+    void aBusThatCameBackIsAsked();
+    void aWorkspaceThatIsGoneOpensNothing();
+
+public Q_SLOTS:
+    // The desktop's default handlers.
+    void open(const QUrl &url) { mOpened += url.toString(QUrl::FullyEncoded); }
+
+private:
+    [[nodiscard]] QString file() const { return mFolder->filePath(QStringLiteral("a log %1.log")); }
+    [[nodiscard]] QString urlOf(const QString &path) const
+    {
+        return QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+    }
+    void expectFolderOpened()
+    {
+        QTRY_COMPARE_WITH_TIMEOUT(mOpened, QStringList{urlOf(mFolder->path())}, Timeout);
+    }
+
+    std::unique_ptr<QTemporaryDir> mFolder;
+    std::shared_ptr<platform::Workspace> mWorkspace;
+    std::unique_ptr<PrivateBus> mBus;
+    QStringList mOpened;
+};
+
+void WorkspaceTest::init()
+{
+    mFolder = std::make_unique<QTemporaryDir>();
+    QFile log(file());
+    QVERIFY(log.open(QIODevice::WriteOnly));
+    mOpened.clear();
+    for (const auto *scheme : {"file", "http"})
+        QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "open");
+    mWorkspace = platform::makeWorkspace();
+}
+
+void WorkspaceTest::cleanup()
+{
+    mWorkspace.reset();
+    for (const auto *scheme : {"file", "http"})
+        QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
+}
+
+void WorkspaceTest::anAddressGoesToTheBrowser()
+{
+    QVERIFY(mWorkspace->openURL(QUrl(QStringLiteral("http://www.orvex.example"))));
+    QCOMPARE(mOpened, QStringList{QStringLiteral("http://www.orvex.example")});
+}
+
+void WorkspaceTest::whatIsNoAddressGoesNowhere()
+{
+    QVERIFY(!mWorkspace->openURL(QUrl()));
+    QVERIFY(!mWorkspace->openURL(QUrl(QStringLiteral("http://["))));
+    QCOMPARE(mOpened, QStringList());
+}
+
+void WorkspaceTest::aFileIsOpened()
+{
+    QVERIFY(mWorkspace->openFile(file()));
+    QCOMPARE(mOpened, QStringList{urlOf(file())});
+}
+
+void WorkspaceTest::aMissingFileIsNeitherOpenedNorShown()
+{
+    const FileManagerStandIn fileManager;
+    QVERIFY(QFile::remove(file()));
+    QVERIFY(!mWorkspace->openFile(file()));
+    QVERIFY(!mWorkspace->selectFile(file()));
+    // What is asked next comes after anything that was asked for the missing one.
+    QVERIFY(mWorkspace->selectFile(mFolder->path()));
+    QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown, QStringList{urlOf(mFolder->path())}, Timeout);
+    QCOMPARE(mOpened, QStringList());
+}
+
+void WorkspaceTest::aFileIsShownInTheFileManager()
+{
+    const FileManagerStandIn fileManager;
+    QVERIFY(fileManager.isThere());
+    QVERIFY(mWorkspace->selectFile(file()));
+    QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown, QStringList{urlOf(file())}, Timeout);
+    QVERIFY(fileManager.shown.constFirst().endsWith(QStringLiteral("/a%20log%20%251.log")));
+    QCOMPARE(fileManager.startUpIds, QStringList{QString()});
+    // The answer to the first question has been heard when the second has been asked.
+    QVERIFY(mWorkspace->selectFile(file()));
+    QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown.size(), 2, Timeout);
+    QCOMPARE(mOpened, QStringList());
+}
+
+void WorkspaceTest::aRelativePathIsShownByItsWholeOne()
+{
+    const FileManagerStandIn fileManager;
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(mFolder->path()));
+    QVERIFY(mWorkspace->selectFile(QFileInfo(file()).fileName()));
+    QDir::setCurrent(before);
+    QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown, QStringList{urlOf(file())}, Timeout);
+}
+
+void WorkspaceTest::nobodyWaitsForTheFileManager()
+{
+    // It lives in this very thread and answers only when the loop turns.
+    const FileManagerStandIn fileManager;
+    QVERIFY(mWorkspace->selectFile(file()));
+    QCOMPARE(fileManager.shown, QStringList());
+    QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown.size(), 1, Timeout);
+}
+
+void WorkspaceTest::withoutAFileManagerTheFolderIsOpened()
+{
+    QVERIFY(mWorkspace->selectFile(file()));
+    expectFolderOpened();
+}
+
+void WorkspaceTest::withoutABusTheFolderIsOpened()
+{
+    mBus->kill();
+    QVERIFY(mWorkspace->selectFile(file()));
+    expectFolderOpened();
+    mBus->start();
+}
+
+void WorkspaceTest::aBusThatCameBackIsAsked()
+{
+    QVERIFY(mWorkspace->selectFile(file()));
+    expectFolderOpened();
+    mBus->kill();
+    mBus->start();
+    const FileManagerStandIn fileManager;
+    QVERIFY(fileManager.isThere());
+    // The loss may be noticed only by the next question, which then ends at the folder too.
+    QTRY_VERIFY_WITH_TIMEOUT(mWorkspace->selectFile(file()) && !fileManager.shown.isEmpty(), Timeout);
+}
+
+void WorkspaceTest::aWorkspaceThatIsGoneOpensNothing()
+{
+    const FileManagerStandIn fileManager;
+    QVERIFY(mWorkspace->selectFile(file()));
+    mWorkspace.reset();
+    // A later one works as the first did.
+    mWorkspace = platform::makeWorkspace();
+    QVERIFY(mWorkspace->selectFile(mFolder->path()));
+    QTRY_VERIFY_WITH_TIMEOUT(fileManager.shown.contains(urlOf(mFolder->path())), Timeout);
+    QCOMPARE(mOpened, QStringList());
+}
+
+QTEST_MAIN(WorkspaceTest)
+#include "Workspace_test.moc"

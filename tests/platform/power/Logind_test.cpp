@@ -1,0 +1,557 @@
+#include "platform/bus/BusNames.h"
+#include "platform/power/LogindPower.h"
+#include "platform/power/LogindSession.h"
+#include "platform/desktop/Workspace.h"
+#include "tests/support/Timeout.h"
+
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+#include <QDBusReply>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
+#include <QDir>
+#include <QProcess>
+#include <QTest>
+
+#include <utility>
+#include <vector>
+
+namespace bus = platform::bus;
+
+namespace {
+
+const QString Mock = QStringLiteral("org.freedesktop.DBus.Mock");
+const QString SessionPath = bus::LogindPath + QStringLiteral("/session/c1");
+const QString UserPath = bus::LogindPath + QStringLiteral("/user/self");
+const QString Active = QStringLiteral("Active");
+const QString &BecameActive = platform::NSWorkspaceSessionDidBecomeActiveNotification;
+const QString &Resigned = platform::NSWorkspaceSessionDidResignActiveNotification;
+
+/// The messages that the callback was handed, with their arguments.
+struct Received {
+    std::uint32_t message;
+    void *argument;
+};
+std::vector<Received> received;
+
+void receive(void *refcon, std::uint32_t, std::uint32_t message, void *argument)
+{
+    received.push_back({message, argument});
+    auto *allows = static_cast<platform::LogindPower **>(refcon);
+    if (allows && *allows && message == platform::kIOMessageSystemWillSleep)
+        (*allows)->allowPowerChange(1, argument);
+}
+
+/// A session as a user's property Display names it.
+struct NamedSession {
+    QString name;
+    QDBusObjectPath path;
+};
+
+QDBusArgument &operator<<(QDBusArgument &argument, const NamedSession &session)
+{
+    argument.beginStructure();
+    argument << session.name << session.path;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, NamedSession &session)
+{
+    argument.beginStructure();
+    argument >> session.name >> session.path;
+    argument.endStructure();
+    return argument;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(NamedSession)
+
+namespace {
+
+/// Knows one session, which has the screen or not; comes and goes as it is told.
+class SmallLogind final : public QDBusVirtualObject {
+public:
+    enum class Finds { ByName, ByProcess, ByDisplay };
+
+    explicit SmallLogind(Finds finds = Finds::ByName)
+        : mBus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("small logind")))
+        , mFinds(finds)
+    {
+        qDBusRegisterMetaType<NamedSession>();
+        mBus.registerVirtualObject(bus::LogindPath, this, QDBusConnection::SubPath);
+    }
+    ~SmallLogind() override
+    {
+        go();
+        mBus.unregisterObject(bus::LogindPath, QDBusConnection::UnregisterTree);
+    }
+    SmallLogind(const SmallLogind &) = delete;
+    SmallLogind &operator=(const SmallLogind &) = delete;
+
+    void come(bool active)
+    {
+        mActive = active;
+        mBus.registerService(bus::Logind);
+    }
+    void go() { mBus.unregisterService(bus::Logind); }
+
+    /// Tells of a switch together with the new value, or only that the old one no longer holds.
+    void switches(bool active)
+    {
+        mActive = active;
+        announce({{Active, active}}, {});
+    }
+    void switchesWithoutSaying(bool active)
+    {
+        mActive = active;
+        announce({}, {Active});
+    }
+
+    /// Leaves whoever asks for the session's state without an answer until answerNow().
+    void keepAnswersBack() { mKeepsAnswersBack = true; }
+    [[nodiscard]] bool hasUnanswered() const { return !mUnanswered.isEmpty(); }
+    void answerNow()
+    {
+        mKeepsAnswersBack = false;
+        for (const QDBusMessage &question : std::exchange(mUnanswered, {}))
+            mBus.send(answerTo(question));
+    }
+    /// The ways in which the session was looked for, each once.
+    [[nodiscard]] QStringList searches() const { return mSearches; }
+
+    [[nodiscard]] QString introspect(const QString &) const override { return {}; }
+    bool handleMessage(const QDBusMessage &question, const QDBusConnection &connection) override
+    {
+        const bool isSearch = question.path() != SessionPath;
+        if (isSearch && !mSearches.contains(question.member()))
+            mSearches.append(question.member());
+        if (isSearch || !mKeepsAnswersBack)
+            return connection.send(answerTo(question));
+        mUnanswered.append(question);
+        return true;
+    }
+
+private:
+    [[nodiscard]] QDBusMessage answerTo(const QDBusMessage &question) const
+    {
+        const auto session = QVariant::fromValue(QDBusObjectPath(SessionPath));
+        const auto is = [&question](const QString &path, const char *method, const QVariantList &arguments) {
+            return question.path() == path && question.member() == QLatin1String(method)
+                && question.arguments() == arguments;
+        };
+        if (mFinds == Finds::ByName && is(bus::LogindPath, "GetSession", {QStringLiteral("c1")}))
+            return question.createReply(session);
+        const auto process = static_cast<uint>(QCoreApplication::applicationPid());
+        if (mFinds == Finds::ByProcess && is(bus::LogindPath, "GetSessionByPID", {process}))
+            return question.createReply(session);
+        const NamedSession display{QStringLiteral("c1"), QDBusObjectPath(SessionPath)};
+        if (mFinds == Finds::ByDisplay && is(UserPath, "Get", {bus::LogindUser, QStringLiteral("Display")}))
+            return question.createReply(QVariant::fromValue(QDBusVariant(QVariant::fromValue(display))));
+        if (is(SessionPath, "Get", {bus::LogindSession, Active}))
+            return question.createReply(QVariant::fromValue(QDBusVariant(mActive)));
+        return question.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("Not known here"));
+    }
+
+    void announce(const QVariantMap &changed, const QStringList &invalid)
+    {
+        auto signal =
+            QDBusMessage::createSignal(SessionPath, bus::Properties, QStringLiteral("PropertiesChanged"));
+        signal << bus::LogindSession << changed << invalid;
+        mBus.send(signal);
+    }
+
+    QDBusConnection mBus;
+    const Finds mFinds;
+    bool mActive = false;
+    bool mKeepsAnswersBack = false;
+    QList<QDBusMessage> mUnanswered;
+    QStringList mSearches;
+};
+
+} // namespace
+
+/// Sleep, wake and user switching, as a logind played by python-dbusmock announces them.
+class LogindTest : public QObject {
+    Q_OBJECT
+
+    void startLogind()
+    {
+        mLogind.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        mLogind.setStandardOutputFile(QProcess::nullDevice());
+        mLogind.start(QStringLiteral("/usr/bin/python3"),
+                      {QStringLiteral("-m"), QStringLiteral("dbusmock"), QStringLiteral("--system"),
+                       QStringLiteral("--template"), QStringLiteral("logind")});
+        QVERIFY(mLogind.waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(QDBusConnection::systemBus().interface()->isServiceRegistered(bus::Logind),
+                                 Timeout);
+    }
+
+    void killLogind()
+    {
+        mLogind.kill();
+        mLogind.waitForFinished();
+        QTRY_VERIFY_WITH_TIMEOUT(!QDBusConnection::systemBus().interface()->isServiceRegistered(bus::Logind),
+                                 Timeout);
+    }
+
+    static QDBusMessage tell(const QString &path, const QString &interface, const QString &method,
+                             const QVariantList &arguments)
+    {
+        auto call = QDBusMessage::createMethodCall(bus::Logind, path, interface, method);
+        call.setArguments(arguments);
+        return QDBusConnection::systemBus().call(call);
+    }
+
+    static void logindPrepares(bool start)
+    {
+        const QVariantList arguments{start};
+        tell(bus::LogindPath, Mock, QStringLiteral("EmitSignal"),
+             {bus::LogindManager, bus::PrepareForSleep, QStringLiteral("b"), arguments});
+    }
+
+    static int inhibitors()
+    {
+        const auto answer = tell(bus::LogindPath, bus::LogindManager, QStringLiteral("ListInhibitors"), {});
+        const auto list = answer.arguments().value(0).value<QDBusArgument>();
+        int count = 0;
+        list.beginArray();
+        while (!list.atEnd()) {
+            QString what;
+            QString who;
+            QString why;
+            QString mode;
+            uint user = 0;
+            uint process = 0;
+            list.beginStructure();
+            list >> what >> who >> why >> mode >> user >> process;
+            list.endStructure();
+            if (what == QLatin1String("sleep") && who == QLatin1String("KS-7")
+                && mode == QLatin1String("delay"))
+                ++count;
+        }
+        return count;
+    }
+
+    static void setActive(bool active)
+    {
+        tell(SessionPath, Mock, QStringLiteral("UpdateProperties"),
+             {bus::LogindSession, QVariantMap{{Active, active}}});
+    }
+
+    void listen(platform::LogindSession &session, QStringList &heard)
+    {
+        for (const auto &name : {BecameActive, Resigned})
+            session.addObserver(this, name,
+                                [&heard](const platform::Notification &told) { heard.append(told.name); });
+    }
+
+    static int openDescriptors()
+    {
+        return QDir(QStringLiteral("/proc/self/fd"))
+            .entryList(QDir::NoDotAndDotDot | QDir::AllEntries)
+            .size();
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        received.clear();
+        qunsetenv("XDG_SESSION_ID");
+    }
+
+    void cleanup()
+    {
+        if (mLogind.state() != QProcess::NotRunning)
+            killLogind();
+    }
+
+    void withoutLogindNoMessageComesAndNothingIsHeld()
+    {
+        platform::LogindPower power;
+        power.registerForSystemPower(nullptr, receive);
+        power.allowPowerChange(1, nullptr);
+        QVERIFY(!power.holdsInhibitor());
+        QVERIFY(received.empty());
+    }
+
+    void aDelayInhibitorIsTakenAtTheStartAndGivenBackAtTheEnd()
+    {
+        startLogind();
+        {
+            platform::LogindPower power;
+            QVERIFY(power.registerForSystemPower(nullptr, receive) != 0);
+            QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+            QCOMPARE(inhibitors(), 1);
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(inhibitors(), 0, Timeout);
+    }
+
+    void sleepWaitsForTheAnswerToItsOwnMessage()
+    {
+        startLogind();
+        platform::LogindPower power;
+        power.registerForSystemPower(nullptr, receive);
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+        logindPrepares(true);
+        QTRY_COMPARE_WITH_TIMEOUT(received.size(), std::size_t(1), Timeout);
+        QCOMPARE(received[0].message, std::uint32_t(platform::kIOMessageSystemWillSleep));
+        QVERIFY(received[0].argument);
+        power.allowPowerChange(1, nullptr);
+        QVERIFY(power.holdsInhibitor());
+        power.allowPowerChange(1, received[0].argument);
+        QVERIFY(!power.holdsInhibitor());
+        QTRY_COMPARE_WITH_TIMEOUT(inhibitors(), 0, Timeout);
+    }
+
+    void wakingTakesTheInhibitorAgain()
+    {
+        startLogind();
+        platform::LogindPower power;
+        platform::LogindPower *allows = &power;
+        power.registerForSystemPower(&allows, receive);
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+        logindPrepares(true);
+        QTRY_VERIFY_WITH_TIMEOUT(!power.holdsInhibitor(), Timeout);
+        logindPrepares(false);
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+        QCOMPARE(received.back().message, std::uint32_t(platform::kIOMessageSystemHasPoweredOn));
+        QCOMPARE(inhibitors(), 1);
+    }
+
+    void anOddOrderOfMessagesLeaksNoInhibitor()
+    {
+        startLogind();
+        platform::LogindPower power;
+        power.registerForSystemPower(nullptr, receive);
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+        logindPrepares(true);
+        logindPrepares(true);
+        QTRY_COMPARE_WITH_TIMEOUT(received.size(), std::size_t(2), Timeout);
+        QVERIFY(received[0].argument != received[1].argument);
+        power.allowPowerChange(1, received[0].argument);
+        QVERIFY(power.holdsInhibitor());
+        power.allowPowerChange(1, received[1].argument);
+        power.allowPowerChange(1, received[1].argument);
+        QVERIFY(!power.holdsInhibitor());
+        logindPrepares(false);
+        logindPrepares(false);
+        QTRY_COMPARE_WITH_TIMEOUT(received.size(), std::size_t(4), Timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+        QCOMPARE(inhibitors(), 1);
+    }
+
+    void manyNightsKeepTheDescriptorsWhereTheyWere()
+    {
+        startLogind();
+        platform::LogindPower power;
+        platform::LogindPower *allows = &power;
+        power.registerForSystemPower(&allows, receive);
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+        const int before = openDescriptors();
+        for (int night = 0; night < 20; ++night) {
+            logindPrepares(true);
+            QTRY_VERIFY_WITH_TIMEOUT(!power.holdsInhibitor(), Timeout);
+            logindPrepares(false);
+            QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+        }
+        QCOMPARE(openDescriptors(), before);
+        QCOMPARE(inhibitors(), 1);
+    }
+
+    void aLogindThatComesBackIsAskedAgain()
+    {
+        startLogind();
+        platform::LogindPower power;
+        power.registerForSystemPower(nullptr, receive);
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+        killLogind();
+        QTRY_VERIFY_WITH_TIMEOUT(!power.holdsInhibitor(), Timeout);
+        startLogind();
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+        QCOMPARE(inhibitors(), 1);
+    }
+
+    void aSwitchOfTheUserIsToldOnceEachWay()
+    {
+        startLogind();
+        tell(bus::LogindPath, Mock, QStringLiteral("AddSession"),
+             {QStringLiteral("c1"), QStringLiteral("seat0"), 1000U, QStringLiteral("me"), true});
+        qputenv("XDG_SESSION_ID", "c1");
+        platform::LogindSession session;
+        QStringList heard;
+        listen(session, heard);
+        QTRY_VERIFY_WITH_TIMEOUT(session.isActive().has_value(), Timeout);
+        QVERIFY(heard.isEmpty());
+        setActive(true);
+        setActive(false);
+        setActive(false);
+        setActive(true);
+        const QStringList expected{Resigned, BecameActive};
+        QTRY_COMPARE_WITH_TIMEOUT(heard, expected, Timeout);
+        session.removeObserver(this, Resigned);
+        setActive(false);
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(false), Timeout);
+        QCOMPARE(heard, expected);
+    }
+
+    void aLogindThatComesBackTellsOfASwitchInBetween()
+    {
+        qputenv("XDG_SESSION_ID", "c1");
+        SmallLogind logind;
+        platform::LogindSession session;
+        QStringList heard;
+        listen(session, heard);
+        logind.come(true);
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(true), Timeout);
+        logind.go();
+        logind.come(false);
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(false), Timeout);
+        QCOMPARE(heard, QStringList{Resigned});
+        logind.go();
+        logind.come(false);
+        logind.go();
+        logind.come(true);
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(true), Timeout);
+        QCOMPARE(heard.size(), 2);
+    }
+
+    void theSessionIsFound_data()
+    {
+        using Finds = SmallLogind::Finds;
+        const auto name = QStringLiteral("GetSession");
+        const auto process = QStringLiteral("GetSessionByPID");
+        const auto display = QStringLiteral("Get");
+        QTest::addColumn<QString>("sessionId");
+        QTest::addColumn<int>("finds");
+        QTest::addColumn<QStringList>("searches");
+        QTest::newRow("by its name") << "c1" << int(Finds::ByName) << QStringList{name};
+        QTest::newRow("by the process") << "" << int(Finds::ByProcess) << QStringList{process};
+        QTest::newRow("by the process of a name nobody knows")
+            << "c7" << int(Finds::ByProcess) << QStringList{name, process};
+        QTest::newRow("as the user's display")
+            << "" << int(Finds::ByDisplay) << QStringList{process, display};
+    }
+
+    void theSessionIsFound()
+    {
+        QFETCH(QString, sessionId);
+        QFETCH(int, finds);
+        if (!sessionId.isEmpty())
+            qputenv("XDG_SESSION_ID", sessionId.toLatin1());
+        SmallLogind logind{SmallLogind::Finds(finds)};
+        logind.come(true);
+        platform::LogindSession session;
+        QStringList heard;
+        listen(session, heard);
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(true), Timeout);
+        QTEST(logind.searches(), "searches");
+        logind.switches(false);
+        QTRY_COMPARE_WITH_TIMEOUT(heard, QStringList{Resigned}, Timeout);
+    }
+
+    void theFirstAnswerIsNoSwitch()
+    {
+        qputenv("XDG_SESSION_ID", "c1");
+        SmallLogind logind;
+        logind.come(false);
+        platform::LogindSession session;
+        QStringList heard;
+        listen(session, heard);
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(false), Timeout);
+        QCOMPARE(heard, QStringList());
+        logind.switches(true);
+        QTRY_COMPARE_WITH_TIMEOUT(heard, QStringList{BecameActive}, Timeout);
+    }
+
+    void aLossBeforeTheFirstAnswerIsTold_data()
+    {
+        QTest::addColumn<bool>("says");
+        QTest::newRow("with the new value") << true;
+        QTest::newRow("without the new value") << false;
+    }
+
+    void aLossBeforeTheFirstAnswerIsTold()
+    {
+        QFETCH(bool, says);
+        qputenv("XDG_SESSION_ID", "c1");
+        SmallLogind logind;
+        logind.keepAnswersBack();
+        logind.come(true);
+        platform::LogindSession session;
+        QStringList heard;
+        listen(session, heard);
+        QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
+        if (says)
+            logind.switches(false);
+        else
+            logind.switchesWithoutSaying(false);
+        logind.answerNow();
+        QTRY_COMPARE_WITH_TIMEOUT(heard, QStringList{Resigned}, Timeout);
+        // Whatever the answers might have told would be heard before this.
+        logind.switches(true);
+        QTRY_COMPARE_WITH_TIMEOUT(heard.size(), 2, Timeout);
+        QCOMPARE(heard, (QStringList{Resigned, BecameActive}));
+    }
+
+    void aGainBeforeTheFirstAnswerIsNotTold()
+    {
+        qputenv("XDG_SESSION_ID", "c1");
+        SmallLogind logind;
+        logind.keepAnswersBack();
+        logind.come(false);
+        platform::LogindSession session;
+        QStringList heard;
+        listen(session, heard);
+        QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
+        logind.switches(true);
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(true), Timeout);
+        logind.answerNow();
+        logind.switches(false);
+        QTRY_VERIFY_WITH_TIMEOUT(!heard.isEmpty(), Timeout);
+        QCOMPARE(heard, QStringList{Resigned});
+    }
+
+    void aSwitchThatDoesNotSayWhereToIsAskedFor()
+    {
+        qputenv("XDG_SESSION_ID", "c1");
+        SmallLogind logind;
+        logind.come(true);
+        platform::LogindSession session;
+        QStringList heard;
+        listen(session, heard);
+        QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(true), Timeout);
+        logind.keepAnswersBack();
+        logind.switchesWithoutSaying(true);
+        QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
+        logind.answerNow();
+        logind.switchesWithoutSaying(false);
+        QTRY_COMPARE_WITH_TIMEOUT(heard, QStringList{Resigned}, Timeout);
+        logind.switchesWithoutSaying(true);
+        QTRY_COMPARE_WITH_TIMEOUT(heard, (QStringList{Resigned, BecameActive}), Timeout);
+    }
+
+    void aSessionNobodyKnowsIsNeitherActiveNorNot()
+    {
+        startLogind();
+        platform::LogindSession session;
+        session.addObserver(this, Resigned,
+                            [](const platform::Notification &) { QFAIL("nobody has switched"); });
+        // Its questions have been answered when a later one has.
+        inhibitors();
+        QCoreApplication::processEvents();
+        QVERIFY(!session.isActive().has_value());
+    }
+
+private:
+    QProcess mLogind;
+};
+
+QTEST_GUILESS_MAIN(LogindTest)
+#include "Logind_test.moc"

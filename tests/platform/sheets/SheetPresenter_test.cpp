@@ -1,0 +1,462 @@
+#include "platform/sheets/Sheets.h"
+#include "tests/support/Timeout.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+#include <QVBoxLayout>
+#include <QWindow>
+
+using platform::AlertSheet;
+using platform::Sheet;
+
+namespace {
+
+/// A host's window with a field that has the keyboard and a button to click.
+class HostWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    HostWindow()
+    {
+        auto *content = new QWidget;
+        auto *layout = new QVBoxLayout(content);
+        layout->addWidget(&field);
+        layout->addWidget(&button);
+        setCentralWidget(content);
+        QObject::connect(&button, &QPushButton::clicked, this, [this] { ++clicks; });
+    }
+    void appear()
+    {
+        show();
+        activateWindow();
+        field.setFocus();
+        QVERIFY(QTest::qWaitForWindowActive(this, Timeout));
+    }
+    QLineEdit field;
+    QPushButton button;
+    int clicks = 0;
+};
+
+/// An application that is told to quit and in the end does not.
+class HostThatStays : public QObject {
+public:
+    HostThatStays() { qApp->installEventFilter(this); }
+    void isToldToQuit() const
+    {
+        QEvent quit(QEvent::Quit);
+        QCoreApplication::sendEvent(qApp, &quit);
+    }
+    bool eventFilter(QObject *, QEvent *event) override { return event->type() == QEvent::Quit; }
+};
+
+const AlertSheet Failure{QStringLiteral("A Failure"), QStringLiteral("OK"),
+                         QStringLiteral("<b>It</b> failed & <i>ended</i>.")};
+const AlertSheet OtherFailure{QStringLiteral("A Failure"), QStringLiteral("OK"),
+                              QStringLiteral("Other words.")};
+
+} // namespace
+
+/// Sheets and alerts of the real presenter, as a person sees and ends them.
+class SheetPresenterTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::shared_ptr<platform::SheetPresenter> mPresenter;
+    std::unique_ptr<HostWindow> mWindow;
+    int mEnded = 0;
+
+    platform::SheetDidEnd counting()
+    {
+        return [this](QWidget *sheet, int, void *) {
+            ++mEnded;
+            sheet->hide();
+        };
+    }
+    void beginAlert(const AlertSheet &alert, QWidget *window)
+    {
+        mPresenter->beginAlertSheet(alert, window, counting());
+    }
+    static QList<QMessageBox *> alertsOnScreen()
+    {
+        QList<QMessageBox *> boxes;
+        const auto widgets = QApplication::topLevelWidgets();
+        for (auto *widget : widgets) {
+            if (auto *box = qobject_cast<QMessageBox *>(widget); box && box->isVisible())
+                boxes.append(box);
+        }
+        return boxes;
+    }
+    static QMessageBox *theAlert()
+    {
+        const auto boxes = alertsOnScreen();
+        return boxes.size() == 1 ? boxes.constFirst() : nullptr;
+    }
+    static void waitForTheAlertToHaveTheKeyboard()
+    {
+        QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), static_cast<QWidget *>(theAlert()), Timeout);
+    }
+    static bool hangsOn(const QWidget *dialog, const QWidget *window)
+    {
+        return dialog->windowHandle()->transientParent() == window->windowHandle()
+            && dialog->windowModality() == Qt::WindowModal;
+    }
+    void clickTheButtonOf(HostWindow &window)
+    {
+        const auto spot = window.button.mapTo(&window, window.button.rect().center());
+        QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, spot);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        mEnded = 0;
+        mPresenter = platform::makeQtSheetPresenter();
+        mWindow = std::make_unique<HostWindow>();
+    }
+    void cleanup()
+    {
+        mPresenter.reset();
+        mWindow.reset();
+        QCOMPARE(alertsOnScreen().size(), 0);
+    }
+
+    void anAlertSaysItsWordsAsTheyAre()
+    {
+        mWindow->appear();
+        beginAlert(Failure, mWindow.get());
+        auto *box = theAlert();
+        QVERIFY(box);
+        QVERIFY(hangsOn(box, mWindow.get()));
+        QCOMPARE(box->windowTitle(), Failure.title);
+        QCOMPARE(box->text(), Failure.title);
+        QCOMPARE(box->informativeText(), Failure.message);
+        QCOMPARE(box->accessibleName(), Failure.title);
+        QCOMPARE(box->buttons().size(), 1);
+        QCOMPARE(box->buttons().constFirst()->text(), QStringLiteral("OK"));
+        const auto labels = box->findChildren<QLabel *>();
+        for (const auto *label : labels)
+            QCOMPARE(label->textFormat(), Qt::PlainText);
+        QCOMPARE(mEnded, 0);
+    }
+
+    void anAlertEndsOnceHoweverItIsEnded_data()
+    {
+        QTest::addColumn<QString>("how");
+        QTest::newRow("by its button") << QStringLiteral("button");
+        QTest::newRow("by Return") << QStringLiteral("return");
+        QTest::newRow("by Escape") << QStringLiteral("escape");
+        QTest::newRow("by closing its window") << QStringLiteral("close");
+    }
+    void anAlertEndsOnceHoweverItIsEnded()
+    {
+        QFETCH(QString, how);
+        mWindow->appear();
+        beginAlert(Failure, mWindow.get());
+        const QPointer<QMessageBox> box = theAlert();
+        QVERIFY(box);
+        if (how == QStringLiteral("button"))
+            QTest::mouseClick(box->buttons().constFirst(), Qt::LeftButton);
+        else if (how == QStringLiteral("return"))
+            QTest::keyClick(box.data(), Qt::Key_Return);
+        else if (how == QStringLiteral("escape"))
+            QTest::keyClick(box.data(), Qt::Key_Escape);
+        else
+            box->close();
+        QCOMPARE(mEnded, 1);
+        QTRY_VERIFY2(box.isNull(), "an ended alert does not stay in memory");
+        QCOMPARE(mEnded, 1);
+    }
+
+    void theWindowUnderAnAlertIsBlocked()
+    {
+        mWindow->appear();
+        clickTheButtonOf(*mWindow);
+        QCOMPARE(mWindow->clicks, 1);
+        beginAlert(Failure, mWindow.get());
+        QVERIFY(QTest::qWaitForWindowExposed(theAlert(), Timeout));
+        clickTheButtonOf(*mWindow);
+        QCOMPARE(mWindow->clicks, 1);
+        QTest::keyClick(theAlert(), Qt::Key_Escape);
+        clickTheButtonOf(*mWindow);
+        QCOMPARE(mWindow->clicks, 2);
+    }
+
+    void theKeyboardGoesBackToWhoHadIt()
+    {
+        mWindow->appear();
+        QVERIFY(mWindow->field.hasFocus());
+        beginAlert(Failure, mWindow.get());
+        waitForTheAlertToHaveTheKeyboard();
+        QVERIFY(!mWindow->field.hasFocus());
+        QTest::keyClick(theAlert(), Qt::Key_Escape);
+        QTRY_VERIFY_WITH_TIMEOUT(mWindow->field.hasFocus(), Timeout);
+    }
+
+    void theSameWordsAreShownOnceAndEndForEveryone()
+    {
+        mWindow->appear();
+        beginAlert(Failure, mWindow.get());
+        beginAlert(Failure, mWindow.get());
+        QVERIFY(theAlert());
+        QTest::keyClick(theAlert(), Qt::Key_Escape);
+        QCOMPARE(mEnded, 2);
+        QCOMPARE(alertsOnScreen().size(), 0);
+        beginAlert(Failure, mWindow.get());
+        QVERIFY2(theAlert(), "said again, it is shown again");
+    }
+
+    void differentWordsAreShownSideBySide()
+    {
+        mWindow->appear();
+        beginAlert(Failure, mWindow.get());
+        beginAlert(OtherFailure, mWindow.get());
+        QCOMPARE(alertsOnScreen().size(), 2);
+        QTest::keyClick(alertsOnScreen().constFirst(), Qt::Key_Escape);
+        QCOMPARE(mEnded, 1);
+        QVERIFY(theAlert());
+    }
+
+    void whoeverNeverStopsComplainingIsCutShort()
+    {
+        constexpr int VeryMany = 1000;
+        mWindow->appear();
+        for (int number = 0; number < VeryMany; ++number) {
+            beginAlert({Failure.title, Failure.defaultButton, QString::number(number)}, mWindow.get());
+            beginAlert(Failure, mWindow.get());
+        }
+        const auto shown = alertsOnScreen().size();
+        QVERIFY2(shown >= 10 && shown <= 50, qPrintable(QString::number(shown)));
+        while (!alertsOnScreen().isEmpty())
+            QTest::keyClick(alertsOnScreen().constLast(), Qt::Key_Escape);
+        QVERIFY2(mEnded >= shown && mEnded <= 100, qPrintable(QString::number(mEnded)));
+        beginAlert(OtherFailure, mWindow.get());
+        QVERIFY2(theAlert(), "whoever has read them hears of the next");
+    }
+
+    void anAlertWithoutAWindowWaitsForOne()
+    {
+        QCOMPARE(mPresenter->applicationMainWindow(), nullptr);
+        beginAlert(Failure, nullptr);
+        beginAlert(Failure, nullptr);
+        QCOMPARE(alertsOnScreen().size(), 0);
+        mWindow->appear();
+        QTRY_VERIFY_WITH_TIMEOUT(theAlert(), Timeout);
+        QVERIFY(hangsOn(theAlert(), mWindow.get()));
+        QTest::keyClick(theAlert(), Qt::Key_Escape);
+        QCOMPARE(mEnded, 2);
+    }
+
+    void anAlertForAWindowOutOfSightWaits()
+    {
+        beginAlert(Failure, mWindow.get());
+        QCOMPARE(alertsOnScreen().size(), 0);
+        mWindow->appear();
+        QTRY_VERIFY_WITH_TIMEOUT(theAlert(), Timeout);
+    }
+
+    void anAlertWhoseWindowNeverComesTakesTheNext()
+    {
+        auto other = std::make_unique<HostWindow>();
+        beginAlert(Failure, other.get());
+        other.reset();
+        mWindow->appear();
+        QTRY_VERIFY_WITH_TIMEOUT(theAlert(), Timeout);
+        QVERIFY(hangsOn(theAlert(), mWindow.get()));
+    }
+
+    void aHostWhoseWindowIsADialogIsAHostToo()
+    {
+        QDialog host;
+        beginAlert(Failure, nullptr);
+        host.show();
+        QTRY_VERIFY_WITH_TIMEOUT(theAlert(), Timeout);
+        QVERIFY(hangsOn(theAlert(), &host));
+    }
+
+    void theMainWindowIsNoDialogWhereThereIsAnotherOne()
+    {
+        QDialog aboutBox;
+        aboutBox.show();
+        mWindow->appear();
+        QCOMPARE(mPresenter->applicationMainWindow(), mWindow.get());
+        aboutBox.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&aboutBox, Timeout));
+        QCOMPARE(mPresenter->applicationMainWindow(), mWindow.get());
+    }
+
+    void theActiveWindowIsTheMainOne()
+    {
+        HostWindow other;
+        mWindow->appear();
+        other.appear();
+        QCOMPARE(mPresenter->applicationMainWindow(), &other);
+        mWindow->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(mWindow.get(), Timeout));
+        QCOMPARE(mPresenter->applicationMainWindow(), mWindow.get());
+    }
+
+    void alertsAndSheetsAreNoMainWindows()
+    {
+        Sheet sheet;
+        mPresenter->beginSheet(&sheet, nullptr, counting());
+        QCOMPARE(mPresenter->applicationMainWindow(), nullptr);
+        mWindow->appear();
+        beginAlert(Failure, mWindow.get());
+        waitForTheAlertToHaveTheKeyboard();
+        QCOMPARE(mPresenter->applicationMainWindow(), mWindow.get());
+    }
+
+    void aWindowThatGoesTakesItsAlertsAlong()
+    {
+        mWindow->appear();
+        beginAlert(Failure, mWindow.get());
+        const QPointer<QMessageBox> box = theAlert();
+        mWindow.reset();
+        QTRY_VERIFY_WITH_TIMEOUT(box.isNull(), Timeout);
+        QCOMPARE(mEnded, 0);
+    }
+
+    void aSheetIsUpUntilItIsEnded()
+    {
+        mWindow->appear();
+        Sheet sheet;
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        QVERIFY(sheet.isVisible());
+        QVERIFY(hangsOn(&sheet, mWindow.get()));
+        QTest::keyClick(&sheet, Qt::Key_Escape);
+        QVERIFY2(sheet.isVisible(), "without a cancel action Escape does nothing");
+        mPresenter->endSheet(&sheet);
+        QCOMPARE(mEnded, 1);
+        QVERIFY(!sheet.isVisible());
+    }
+
+    void aSheetIsBegunOnce()
+    {
+        mWindow->appear();
+        Sheet sheet;
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        mPresenter->endSheet(&sheet);
+        QVERIFY(!sheet.isVisible());
+        mPresenter->endSheet(&sheet);
+        QCOMPARE(mEnded, 1);
+    }
+
+    void onlyAHostThatQuitsClosesASheetThatRefuses()
+    {
+        mWindow->appear();
+        const HostThatStays host;
+        Sheet sheet;
+        for (int ended = 1; ended <= 2; ++ended) {
+            mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+            // Also after a quit that came to nothing.
+            QVERIFY(!sheet.close());
+            QVERIFY(sheet.isVisible());
+            host.isToldToQuit();
+            QVERIFY(sheet.close());
+            QVERIFY(!sheet.isVisible());
+            QCOMPARE(mEnded, ended);
+        }
+    }
+
+    void theCloseButtonCancels()
+    {
+        mWindow->appear();
+        Sheet sheet;
+        sheet.setCancelAction([&] { mPresenter->endSheet(&sheet); });
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        QVERIFY(sheet.close());
+        QVERIFY(!sheet.isVisible());
+        QCOMPARE(mEnded, 1);
+    }
+
+    void whenASheetEndsItIsStillOnScreen()
+    {
+        mWindow->appear();
+        Sheet sheet;
+        bool wasVisible = false;
+        int code = -1;
+        mPresenter->beginSheet(&sheet, mWindow.get(), [&](QWidget *ended, int returnCode, void *) {
+            wasVisible = ended->isVisible();
+            code = returnCode;
+            ended->hide();
+        });
+        mPresenter->endSheet(&sheet);
+        QVERIFY(wasVisible);
+        QCOMPARE(code, 0);
+        QTRY_VERIFY_WITH_TIMEOUT(mWindow->field.hasFocus(), Timeout);
+    }
+
+    void endingASheetThatIsNotUpDoesNothing()
+    {
+        Sheet sheet;
+        mPresenter->endSheet(&sheet);
+        mPresenter->endSheet(nullptr);
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        mPresenter->endSheet(&sheet);
+        mPresenter->endSheet(&sheet);
+        QCOMPARE(mEnded, 1);
+    }
+
+    void aSheetMayBeBegunAgainFromItsEnd()
+    {
+        mWindow->appear();
+        Sheet sheet;
+        mPresenter->beginSheet(&sheet, mWindow.get(), [&](QWidget *, int, void *) {
+            mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        });
+        mPresenter->endSheet(&sheet);
+        QVERIFY(sheet.isVisible());
+        mPresenter->endSheet(&sheet);
+        QCOMPARE(mEnded, 1);
+    }
+
+    void aSheetOutlivesItsWindow()
+    {
+        mWindow->appear();
+        Sheet sheet;
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        mWindow.reset();
+        QVERIFY(!sheet.isVisible());
+        mPresenter->endSheet(&sheet);
+        QCOMPARE(mEnded, 0);
+        mWindow = std::make_unique<HostWindow>();
+        mWindow->appear();
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        mPresenter->endSheet(&sheet);
+        QCOMPARE(mEnded, 1);
+    }
+
+    void aSheetThatGoesIsForgotten()
+    {
+        mWindow->appear();
+        auto sheet = std::make_unique<Sheet>();
+        mPresenter->beginSheet(sheet.get(), mWindow.get(), counting());
+        sheet.reset();
+        beginAlert(Failure, mWindow.get());
+        QTest::keyClick(theAlert(), Qt::Key_Escape);
+        QTRY_VERIFY_WITH_TIMEOUT(mWindow->field.hasFocus(), Timeout);
+        QCOMPARE(mEnded, 1);
+    }
+
+    void anAlertOverASheetGivesTheKeyboardBackToTheSheet()
+    {
+        mWindow->appear();
+        Sheet sheet;
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        beginAlert(Failure, mWindow.get());
+        waitForTheAlertToHaveTheKeyboard();
+        QTest::keyClick(theAlert(), Qt::Key_Escape);
+        QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), static_cast<QWidget *>(&sheet), Timeout);
+        QVERIFY(sheet.isVisible());
+    }
+};
+
+QTEST_MAIN(SheetPresenterTest)
+
+#include "SheetPresenter_test.moc"

@@ -1,0 +1,93 @@
+#include "widgets/LabelledComboBox.h"
+
+#include "widgets/Accessible.h"
+
+#include <QAbstractItemView>
+
+namespace {
+
+class ComboBoxAccessible final : public QAccessibleWidget, public QAccessibleTextInterface {
+public:
+    explicit ComboBoxAccessible(LabelledComboBox *comboBox)
+        : QAccessibleWidget(comboBox, QAccessible::ComboBox)
+    {
+    }
+
+    // The control as a box with a list in it.
+    [[nodiscard]] QString text(QAccessible::Text kind) const override
+    {
+        return kind == QAccessible::Value ? choice() : QAccessibleWidget::text(kind);
+    }
+    [[nodiscard]] QAccessible::State state() const override
+    {
+        auto state = QAccessibleWidget::state();
+        state.hasPopup = true;
+        state.expandable = true;
+        state.expanded = isOpen();
+        state.collapsed = !isOpen();
+        return state;
+    }
+    [[nodiscard]] int childCount() const override { return 1; }
+    [[nodiscard]] QAccessibleInterface *child(int index) const override
+    {
+        return index == 0 ? QAccessible::queryAccessibleInterface(comboBox()->view()) : nullptr;
+    }
+    [[nodiscard]] QAccessibleInterface *childAt(int x, int y) const override
+    {
+        return isOpen() && child(0)->rect().contains(x, y) ? child(0) : nullptr;
+    }
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface *other) const override
+    {
+        return other->object() == comboBox()->view() ? 0 : -1;
+    }
+
+    // The control as something to open and close.
+    [[nodiscard]] QStringList actionNames() const override { return {showMenuAction(), pressAction()}; }
+    void doAction(const QString &name) override
+    {
+        if (!actionNames().contains(name) || !comboBox()->isEnabled())
+            return;
+        isOpen() ? comboBox()->hidePopup() : comboBox()->showPopup();
+    }
+
+    // The choice as a text that nobody edits or selects.
+    void selection(int, int *start, int *end) const override { *start = *end = 0; }
+    [[nodiscard]] int selectionCount() const override { return 0; }
+    void addSelection(int, int) override { }
+    void removeSelection(int) override { }
+    void setSelection(int, int, int) override { }
+    [[nodiscard]] int cursorPosition() const override { return 0; }
+    void setCursorPosition(int) override { }
+    [[nodiscard]] QString text(int start, int end) const override { return choice().mid(start, end - start); }
+    [[nodiscard]] int characterCount() const override { return static_cast<int>(choice().size()); }
+    [[nodiscard]] QRect characterRect(int) const override { return rect(); }
+    [[nodiscard]] int offsetAtPoint(const QPoint &) const override { return -1; }
+    void scrollToSubstring(int, int) override { }
+    QString attributes(int, int *start, int *end) const override
+    {
+        *start = 0;
+        *end = characterCount();
+        return {};
+    }
+
+protected:
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::TextInterface)
+            return static_cast<QAccessibleTextInterface *>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+
+private:
+    [[nodiscard]] LabelledComboBox *comboBox() const { return static_cast<LabelledComboBox *>(widget()); }
+    [[nodiscard]] QString choice() const { return comboBox()->currentText(); }
+    [[nodiscard]] bool isOpen() const { return comboBox()->view()->isVisible(); }
+};
+
+} // namespace
+
+LabelledComboBox::LabelledComboBox(QWidget *parent)
+    : QComboBox(parent)
+{
+    platform::installAccessible<LabelledComboBox, ComboBoxAccessible>();
+}
