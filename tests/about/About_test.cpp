@@ -129,7 +129,7 @@ void AboutTest::showAboutBox()
 void AboutTest::activate(QWidget *window)
 {
     window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(window, Timeout));
+    QTRY_VERIFY_WITH_TIMEOUT(window->isActiveWindow(), Timeout);
 }
 
 void AboutTest::lookDark(bool dark)
