@@ -1,6 +1,7 @@
 #include "about/KS7AboutBoxWindow.h"
 #include "about/KSHandTextField.h"
 #include "about/Version.h"
+#include "tests/support/ActiveWindow.h"
 #include "tests/support/PaneFixture.h"
 #include "tests/support/Timeout.h"
 
@@ -69,7 +70,6 @@ private:
     void showAboutBox();
     void press(const QPoint &at) { QTest::mousePress(field(), Qt::LeftButton, {}, at); }
     void release(const QPoint &at) { QTest::mouseRelease(field(), Qt::LeftButton, {}, at); }
-    static void activate(QWidget *window);
     void lookDark(bool dark);
     [[nodiscard]] KS7AboutBoxWindow *box() const { return fixture->window.findChild<KS7AboutBoxWindow *>(); }
     [[nodiscard]] KSHandTextField *field() const { return box()->website; }
@@ -123,13 +123,8 @@ void AboutTest::showAboutBox()
     QVERIFY(about != actions.end());
     (*about)->trigger();
     QVERIFY(box());
-    activate(box());
-}
-
-void AboutTest::activate(QWidget *window)
-{
-    window->activateWindow();
-    QTRY_VERIFY_WITH_TIMEOUT(window->isActiveWindow(), Timeout);
+    makeActive(box());
+    QVERIFY(QTest::qWaitForWindowActive(box(), Timeout));
 }
 
 void AboutTest::lookDark(bool dark)
@@ -299,11 +294,11 @@ void AboutTest::otherButtonsOpenNothing()
 void AboutTest::anInactiveWindowIsOnlyActivated()
 {
     showAboutBox();
-    activate(&fixture->window);
+    makeActive(&fixture->window);
     QVERIFY(!box()->isActiveWindow());
     QTest::mouseClick(field(), Qt::LeftButton);
     QCOMPARE(opened(), QStringList());
-    activate(box());
+    makeActive(box());
     QTest::mouseClick(field(), Qt::LeftButton);
     QCOMPARE(opened(), QStringList{Site});
     QVERIFY(!field()->acceptsFirstMouse());
@@ -323,8 +318,8 @@ void AboutTest::thePressThatActivatedIsHandedOnForNothing()
         }
     };
     const auto before = steady_clock::now() - milliseconds(1);
-    activate(&fixture->window);
-    activate(box());
+    makeActive(&fixture->window);
+    makeActive(box());
     clickMadeAt(before);
     QCOMPARE(opened(), QStringList());
     clickMadeAt(steady_clock::now() + milliseconds(1));
