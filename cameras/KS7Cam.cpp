@@ -1,6 +1,6 @@
 #include "cameras/KS7Cam.h"
 
-#include "platform/desktop/Hardware.h"
+#include "platform/desktop/BluetoothDevice.h"
 #include "platform/preferences/UserDefaults.h"
 #include "settings/KS7Domain.h"
 

@@ -1,5 +1,5 @@
 #include "cameras/KS7Cam.h"
-#include "platform/desktop/Hardware.h"
+#include "platform/desktop/BluetoothDevice.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,6 @@
 #include "agent/NotificationNames.h"
-#include "platform/desktop/Hardware.h"
+#include "platform/desktop/KeyboardModifiers.h"
+#include "platform/desktop/ProcessorClock.h"
 #include "settings/KS7Domain.h"
 #include "tests/support/PaneFixture.h"
 

@@ -1,4 +1,4 @@
-#include "platform/desktop/Hardware.h"
+#include "platform/desktop/KeyboardModifiers.h"
 #include "tests/support/Timeout.h"
 
 #include <QProcess>

@@ -1,4 +1,4 @@
-#include "platform/desktop/Hardware.h"
+#include "platform/desktop/BluetoothDevice.h"
 #include "tests/support/Timeout.h"
 
 #include <QDBusConnection>
@@ -11,7 +11,7 @@
 #include <sys/types.h>
 
 /// A Bluetooth daemon with one device, as python-dbusmock plays it.
-class BlueZDeviceTest : public QObject {
+class BluetoothDeviceTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -38,7 +38,7 @@ const QString Device = QStringLiteral("/org/bluez/hci0/dev_00_1B_DC_0F_2A_9C");
 const QString MockInterface = QStringLiteral("org.freedesktop.DBus.Mock");
 }
 
-void BlueZDeviceTest::init()
+void BluetoothDeviceTest::init()
 {
     mDaemon.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     mDaemon.setStandardOutputFile(QProcess::nullDevice());
@@ -54,15 +54,15 @@ void BlueZDeviceTest::init()
                {QStringLiteral("hci0"), QStringLiteral("00:1B:DC:0F:2A:9C"), QStringLiteral("KS-7")});
 }
 
-void BlueZDeviceTest::cleanup()
+void BluetoothDeviceTest::cleanup()
 {
     mDaemon.kill();
     QVERIFY(mDaemon.waitForFinished());
     QTRY_VERIFY_WITH_TIMEOUT(!QDBusConnection::systemBus().interface()->isServiceRegistered(BlueZ), Timeout);
 }
 
-void BlueZDeviceTest::mockIsTold(const QString &path, const QString &interface, const QString &method,
-                                 const QVariantList &arguments)
+void BluetoothDeviceTest::mockIsTold(const QString &path, const QString &interface, const QString &method,
+                                     const QVariantList &arguments)
 {
     QDBusMessage call = QDBusMessage::createMethodCall(BlueZ, path, interface, method);
     call.setArguments(arguments);
@@ -70,26 +70,26 @@ void BlueZDeviceTest::mockIsTold(const QString &path, const QString &interface, 
     QVERIFY2(reply.type() == QDBusMessage::ReplyMessage, qPrintable(reply.errorMessage()));
 }
 
-void BlueZDeviceTest::aKnownDeviceTellsItsAddress()
+void BluetoothDeviceTest::aKnownDeviceTellsItsAddress()
 {
     QCOMPARE(platform::makeBlueZDevice(Device)->getAddressString(), QStringLiteral("00-1B-DC-0F-2A-9C"));
 }
 
-void BlueZDeviceTest::anUnknownDeviceTellsNone()
+void BluetoothDeviceTest::anUnknownDeviceTellsNone()
 {
     QVERIFY(
         platform::makeBlueZDevice(QStringLiteral("/org/bluez/hci0/dev_none"))->getAddressString().isNull());
     QVERIFY(platform::makeBlueZDevice(QStringLiteral("/org/bluez/hci0"))->getAddressString().isNull());
 }
 
-void BlueZDeviceTest::aPathThatIsNoneTellsNone()
+void BluetoothDeviceTest::aPathThatIsNoneTellsNone()
 {
     for (const QString &path :
          {QString(), QStringLiteral("no path"), QStringLiteral("/a//b"), QStringLiteral("/\u00e9")})
         QVERIFY(platform::makeBlueZDevice(path)->getAddressString().isNull());
 }
 
-void BlueZDeviceTest::withoutTheDaemonThereIsNoAddress()
+void BluetoothDeviceTest::withoutTheDaemonThereIsNoAddress()
 {
     const auto device = platform::makeBlueZDevice(Device);
     QVERIFY(!device->getAddressString().isNull());
@@ -99,7 +99,7 @@ void BlueZDeviceTest::withoutTheDaemonThereIsNoAddress()
     QVERIFY(!device->getAddressString().isNull());
 }
 
-void BlueZDeviceTest::aDaemonThatHangsIsGivenUp()
+void BluetoothDeviceTest::aDaemonThatHangsIsGivenUp()
 {
     const auto pid = static_cast<pid_t>(mDaemon.processId());
     QCOMPARE(::kill(pid, SIGSTOP), 0);
@@ -108,7 +108,7 @@ void BlueZDeviceTest::aDaemonThatHangsIsGivenUp()
     QVERIFY(!platform::makeBlueZDevice(Device)->getAddressString().isNull());
 }
 
-void BlueZDeviceTest::anAddressOfAnotherTypeIsNone()
+void BluetoothDeviceTest::anAddressOfAnotherTypeIsNone()
 {
     mockIsTold(Device, MockInterface, QStringLiteral("UpdateProperties"),
                {QStringLiteral("org.bluez.Device1"), QVariantMap{{QStringLiteral("Address"), 7}}});
@@ -117,5 +117,5 @@ void BlueZDeviceTest::anAddressOfAnotherTypeIsNone()
     QVERIFY(platform::makeBlueZDevice(Device)->getAddressString().isNull());
 }
 
-QTEST_GUILESS_MAIN(BlueZDeviceTest)
-#include "BlueZDevice_test.moc"
+QTEST_GUILESS_MAIN(BluetoothDeviceTest)
+#include "BluetoothDevice_test.moc"

@@ -1,11 +1,11 @@
-#include "platform/desktop/Hardware.h"
+#include "platform/desktop/ProcessorClock.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
-class HardwareTest : public QObject {
+class ProcessorClockTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -34,12 +34,12 @@ const QByteArray Unnamed = "processor\t: 0\nmodel name\t: Virtual CPU\ncpu MHz\t
                            "processor\t: 1\nmodel name\t: Virtual CPU\ncpu MHz\t\t: 2699.998\n";
 }
 
-void HardwareTest::init()
+void ProcessorClockTest::init()
 {
     mRoot = std::make_unique<QTemporaryDir>();
 }
 
-void HardwareTest::fileHolds(const QString &path, const QByteArray &bytes)
+void ProcessorClockTest::fileHolds(const QString &path, const QByteArray &bytes)
 {
     const QString whole = mRoot->filePath(path);
     QVERIFY(QDir().mkpath(QFileInfo(whole).path()));
@@ -48,14 +48,14 @@ void HardwareTest::fileHolds(const QString &path, const QByteArray &bytes)
     file.write(bytes);
 }
 
-void HardwareTest::theMaximumClockIsTakenFirst()
+void ProcessorClockTest::theMaximumClockIsTakenFirst()
 {
     fileHolds(MaximumFile, "3400000\n");
     fileHolds(CpuInfo, Named);
     QCOMPARE(frequency(), std::uint64_t(3'400'000'000));
 }
 
-void HardwareTest::elseTheClockInTheModelName()
+void ProcessorClockTest::elseTheClockInTheModelName()
 {
     fileHolds(CpuInfo, Named);
     QCOMPARE(frequency(), std::uint64_t(2'400'000'000));
@@ -63,20 +63,20 @@ void HardwareTest::elseTheClockInTheModelName()
     QCOMPARE(frequency(), std::uint64_t(800'000'000));
 }
 
-void HardwareTest::elseTheFastestCoreWhereNothingSlowsItDown()
+void ProcessorClockTest::elseTheFastestCoreWhereNothingSlowsItDown()
 {
     fileHolds(CpuInfo, Unnamed);
     QCOMPARE(frequency(), std::uint64_t(2'699'998'000));
 }
 
-void HardwareTest::aCoreThatMayBeSlowedDownTellsNothing()
+void ProcessorClockTest::aCoreThatMayBeSlowedDownTellsNothing()
 {
     fileHolds(MaximumFile, "");
     fileHolds(CpuInfo, Unnamed);
     QCOMPARE(frequency(), std::uint64_t(0));
 }
 
-void HardwareTest::garbageIsNoClock_data()
+void ProcessorClockTest::garbageIsNoClock_data()
 {
     QTest::addColumn<QByteArray>("maximum");
     QTest::addColumn<QByteArray>("cpuinfo");
@@ -90,7 +90,7 @@ void HardwareTest::garbageIsNoClock_data()
     QTest::newRow("bytes") << QByteArray("\xff\0\x80", 3) << QByteArray(100'000, '\xfe');
 }
 
-void HardwareTest::garbageIsNoClock()
+void ProcessorClockTest::garbageIsNoClock()
 {
     QFETCH(QByteArray, maximum);
     QFETCH(QByteArray, cpuinfo);
@@ -101,12 +101,12 @@ void HardwareTest::garbageIsNoClock()
     QCOMPARE(frequency(), std::uint64_t(0));
 }
 
-void HardwareTest::thisMachineHasAClock()
+void ProcessorClockTest::thisMachineHasAClock()
 {
     // Some processors tell nothing; what they tell is a clock.
     const std::uint64_t hertz = platform::makeProcessorClock()->frequency();
     QVERIFY(hertz == 0 || (hertz > 100'000'000 && hertz < 20'000'000'000));
 }
 
-QTEST_GUILESS_MAIN(HardwareTest)
-#include "Hardware_test.moc"
+QTEST_GUILESS_MAIN(ProcessorClockTest)
+#include "ProcessorClock_test.moc"

@@ -1,14 +1,7 @@
-#include "platform/desktop/Hardware.h"
+#include "platform/desktop/ProcessorClock.h"
 
-#include "platform/bus/BusNames.h"
-#include "platform/LogCategory.h"
-
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVariant>
 #include <QDir>
 #include <QFile>
-#include <QGuiApplication>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -16,16 +9,6 @@
 
 namespace platform {
 namespace {
-
-class QtKeyboardModifiers : public KeyboardModifiers {
-public:
-    std::uint32_t currentKeyModifiers() override
-    {
-        if (!qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
-            return 0;
-        return QGuiApplication::queryKeyboardModifiers().testFlag(Qt::AltModifier) ? OptionKey : 0;
-    }
-};
 
 constexpr double HertzPerKilohertz = 1e3;
 constexpr double HertzPerMegahertz = 1e6;
@@ -94,70 +77,11 @@ private:
     QDir mRoot;
 };
 
-// BlueZ answers from memory; this is for a daemon that has stopped.
-constexpr int BlueZTimeoutMs = 1000;
-const QString BlueZConnection = QStringLiteral("ks7-bluez");
-const QString BlueZDeviceInterface = bus::BlueZ + QStringLiteral(".Device1");
-const QString BlueZAddress = QStringLiteral("Address");
-const QString PropertiesGet = QStringLiteral("Get");
-
-class BlueZDevice : public BluetoothDevice {
-public:
-    explicit BlueZDevice(QString objectPath)
-        : mObjectPath(std::move(objectPath))
-    {
-    }
-
-    [[nodiscard]] QString getAddressString() const override
-    {
-        QDBusMessage call =
-            QDBusMessage::createMethodCall(bus::BlueZ, mObjectPath, bus::Properties, PropertiesGet);
-        call << BlueZDeviceInterface << BlueZAddress;
-        call.setAutoStartService(false);
-        const QDBusMessage reply = systemBus().call(call, QDBus::Block, BlueZTimeoutMs);
-        return reply.type() == QDBusMessage::ReplyMessage ? addressFrom(reply) : QString();
-    }
-
-private:
-    /// A connection of its own: the shared one is the host's. A lost one is opened anew.
-    static QDBusConnection systemBus()
-    {
-        QDBusConnection bus(BlueZConnection);
-        if (bus.isConnected())
-            return bus;
-        QDBusConnection::disconnectFromBus(BlueZConnection);
-        return QDBusConnection::connectToBus(QDBusConnection::SystemBus, BlueZConnection);
-    }
-
-    [[nodiscard]] QString addressFrom(const QDBusMessage &reply) const
-    {
-        const QVariant value = reply.arguments().value(0).value<QDBusVariant>().variant();
-        if (value.userType() != QMetaType::QString) {
-            qCWarning(KS7_PLATFORM, "%s has an address that is no string", qUtf8Printable(mObjectPath));
-            return {};
-        }
-        const QString address = value.toString();
-        return address.isEmpty() ? QString() : QString(address).replace(QLatin1Char(':'), QLatin1Char('-'));
-    }
-
-    QString mObjectPath;
-};
-
 } // namespace
-
-std::shared_ptr<KeyboardModifiers> makeKeyboardModifiers()
-{
-    return std::make_shared<QtKeyboardModifiers>();
-}
 
 std::shared_ptr<ProcessorClock> makeProcessorClock(const QString &sysRoot)
 {
     return std::make_shared<LinuxProcessorClock>(sysRoot);
-}
-
-std::shared_ptr<BluetoothDevice> makeBlueZDevice(const QString &objectPath)
-{
-    return std::make_shared<BlueZDevice>(objectPath);
 }
 
 } // namespace platform
