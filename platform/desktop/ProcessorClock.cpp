@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
+#include <QtEndian>
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +14,7 @@ namespace {
 constexpr double HertzPerKilohertz = 1e3;
 constexpr double HertzPerMegahertz = 1e6;
 constexpr double HertzPerGigahertz = 1e9;
-// Enough for a processor of a thousand cores; these files tell no size beforehand.
+// Enough for a processor of a thousand cores; the kernel's files report no size beforehand.
 constexpr qint64 MaximumFileSize = qint64(4) << 20;
 
 QByteArray beginningOf(const QString &path)
@@ -22,32 +23,56 @@ QByteArray beginningOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.read(MaximumFileSize) : QByteArray();
 }
 
-/// 0 for what no processor runs at.
+/// 0 for a frequency that no processor has.
 std::uint64_t plausible(double hertz)
 {
     constexpr double Fastest = 1000 * HertzPerGigahertz;
     return hertz >= 1 && hertz < Fastest ? static_cast<std::uint64_t>(std::llround(hertz)) : 0;
 }
 
-/// "… @ 2.40GHz", as makers write the nominal clock into the processor's name.
-std::uint64_t clockInModelName(const QString &cpuinfo)
+/// The clock in names like "… @ 2.40GHz" or "… CPU 3.00GHz". The line "cpu MHz" is the momentary clock of a
+/// core and is not used.
+std::uint64_t clockInModelName(const QByteArray &cpuinfo)
 {
     static const QRegularExpression pattern(
-        QStringLiteral("^model name\\s*:.*@\\s*([0-9]+(?:\\.[0-9]+)?)\\s*([GM])Hz"),
+        QStringLiteral("^model name\\s*:.*[@\\s]([0-9]+(?:\\.[0-9]+)?)\\s*([GM])Hz\\b"),
         QRegularExpression::MultilineOption);
-    const QRegularExpressionMatch match = pattern.match(cpuinfo);
+    const QRegularExpressionMatch match = pattern.match(QString::fromLatin1(cpuinfo));
     const double unit = match.captured(2) == QLatin1String("G") ? HertzPerGigahertz : HertzPerMegahertz;
     return plausible(match.captured(1).toDouble() * unit);
 }
 
-std::uint64_t fastestCore(const QString &cpuinfo)
+/// A device tree holds numbers as one or two big-endian cells of 32 bits.
+std::uint64_t clockInCells(const QByteArray &cells)
 {
-    static const QRegularExpression pattern(QStringLiteral("^cpu MHz\\s*:\\s*([0-9]+(?:\\.[0-9]+)?)\\s*$"),
-                                            QRegularExpression::MultilineOption);
+    if (cells.size() == sizeof(quint32))
+        return plausible(qFromBigEndian<quint32>(cells.constData()));
+    if (cells.size() == sizeof(quint64))
+        return plausible(static_cast<double>(qFromBigEndian<quint64>(cells.constData())));
+    return 0;
+}
+
+// The SMBIOS structure "Processor Information".
+constexpr int SmbiosHeaderSize = 4;
+constexpr int SmbiosProcessor = 4;
+constexpr int SmbiosCurrentSpeed = 0x16;
+
+/// The fastest processor in an SMBIOS table: structures, each followed by strings that end with two zeros.
+std::uint64_t clockInSmbios(const QByteArray &table)
+{
+    const QByteArray endOfStrings(2, '\0');
     std::uint64_t fastest = 0;
-    auto matches = pattern.globalMatch(cpuinfo);
-    while (matches.hasNext())
-        fastest = std::max(fastest, plausible(matches.next().captured(1).toDouble() * HertzPerMegahertz));
+    for (int at = 0; at >= 0 && at + SmbiosHeaderSize <= table.size();) {
+        const int size = static_cast<unsigned char>(table.at(at + 1));
+        if (size < SmbiosHeaderSize || at + size > table.size())
+            break;
+        if (table.at(at) == SmbiosProcessor && size >= SmbiosCurrentSpeed + int(sizeof(quint16))) {
+            const auto speed = qFromLittleEndian<quint16>(table.constData() + at + SmbiosCurrentSpeed);
+            fastest = std::max(fastest, plausible(speed * HertzPerMegahertz));
+        }
+        const int end = static_cast<int>(table.indexOf(endOfStrings, at + size));
+        at = end < 0 ? -1 : end + int(endOfStrings.size());
+    }
     return fastest;
 }
 
@@ -60,20 +85,48 @@ public:
 
     std::uint64_t frequency() override
     {
-        const QString scaling = mRoot.filePath(QStringLiteral("sys/devices/system/cpu/cpu0/cpufreq"));
-        const QByteArray maximum = beginningOf(scaling + QStringLiteral("/cpuinfo_max_freq"));
-        if (const std::uint64_t hertz = plausible(maximum.trimmed().toDouble() * HertzPerKilohertz))
+        if (const auto hertz = fastestCore(QStringLiteral("cpufreq/cpuinfo_max_freq"), HertzPerKilohertz))
             return hertz;
-        const QString cpuinfo =
-            QString::fromLatin1(beginningOf(mRoot.filePath(QStringLiteral("proc/cpuinfo"))));
-        if (const std::uint64_t hertz = clockInModelName(cpuinfo))
+        if (const auto hertz = fastestCore(QStringLiteral("cpufreq/base_frequency"), HertzPerKilohertz))
             return hertz;
-        // What the cores run at now is what they are built for only where nothing slows them down, as in
-        // virtual machines.
-        return QFile::exists(scaling) ? 0 : fastestCore(cpuinfo);
+        if (const auto hertz = fastestCore(QStringLiteral("acpi_cppc/nominal_freq"), HertzPerMegahertz))
+            return hertz;
+        if (const auto hertz = clockInModelName(fileUnderRoot(QStringLiteral("proc/cpuinfo"))))
+            return hertz;
+        if (const auto hertz = clockInDeviceTree())
+            return hertz;
+        return clockInSmbios(fileUnderRoot(QStringLiteral("sys/firmware/dmi/tables/DMI")));
     }
 
 private:
+    [[nodiscard]] QByteArray fileUnderRoot(const QString &path) const
+    {
+        return beginningOf(mRoot.filePath(path));
+    }
+
+    /// The first core may be one of the slow ones.
+    [[nodiscard]] std::uint64_t fastestCore(const QString &file, double unit) const
+    {
+        const QDir cores(mRoot.filePath(QStringLiteral("sys/devices/system/cpu")));
+        std::uint64_t fastest = 0;
+        for (const QString &core : cores.entryList({QStringLiteral("cpu[0-9]*")}, QDir::Dirs)) {
+            const QByteArray number = beginningOf(cores.filePath(core + QLatin1Char('/') + file));
+            fastest = std::max(fastest, plausible(number.trimmed().toDouble() * unit));
+        }
+        return fastest;
+    }
+
+    [[nodiscard]] std::uint64_t clockInDeviceTree() const
+    {
+        const QDir cores(mRoot.filePath(QStringLiteral("sys/firmware/devicetree/base/cpus")));
+        std::uint64_t fastest = 0;
+        for (const QString &core : cores.entryList({QStringLiteral("cpu@*")}, QDir::Dirs))
+            fastest = std::max(
+                fastest,
+                clockInCells(beginningOf(cores.filePath(core + QStringLiteral("/clock-frequency")))));
+        return fastest;
+    }
+
     QDir mRoot;
 };
 

@@ -7,16 +7,16 @@
 
 namespace platform {
 
-/// The clock that the processor is built for.
+/// The nominal clock of the processor.
 class ProcessorClock {
 public:
     virtual ~ProcessorClock() = default;
 
-    /// Nominal or maximum frequency in hertz; 0 when it cannot be read.
+    /// Nominal or maximum frequency in hertz, never the momentary one; 0 when the system reports none.
     virtual std::uint64_t frequency() = 0;
 };
 
-/// `sysRoot` holds "sys" and "proc"; tests give a folder of their own.
+/// `sysRoot` holds "sys" and "proc"; tests pass a folder of their own.
 std::shared_ptr<ProcessorClock> makeProcessorClock(const QString &sysRoot = QStringLiteral("/"));
 
 } // namespace platform

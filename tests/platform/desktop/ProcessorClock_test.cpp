@@ -12,11 +12,18 @@ private Q_SLOTS:
     void init();
 
     void theMaximumClockIsTakenFirst();
+    void theFastestCoreCounts();
+    void elseTheBaseFrequency();
+    void elseTheNominalClockOfTheFirmware();
+    void elseTheClockInTheModelName_data();
     void elseTheClockInTheModelName();
-    void elseTheFastestCoreWhereNothingSlowsItDown();
-    void aCoreThatMayBeSlowedDownTellsNothing();
+    void elseTheClockInTheDeviceTree();
+    void elseTheClockInTheFirmwareTable();
+    void theMomentaryClockIsNeverUsed_data();
+    void theMomentaryClockIsNeverUsed();
     void garbageIsNoClock_data();
     void garbageIsNoClock();
+    void aTruncatedFirmwareTableIsReadToItsEnd();
     void thisMachineHasAClock();
 
 private:
@@ -27,11 +34,32 @@ private:
 };
 
 namespace {
-const QString MaximumFile = QStringLiteral("sys/devices/system/cpu/cpu0/cpufreq/cpuinfo_max_freq");
+const QString Cores = QStringLiteral("sys/devices/system/cpu/");
+const QString MaximumFile = Cores + QStringLiteral("cpu0/cpufreq/cpuinfo_max_freq");
+const QString BaseFile = Cores + QStringLiteral("cpu0/cpufreq/base_frequency");
+const QString NominalFile = Cores + QStringLiteral("cpu0/acpi_cppc/nominal_freq");
 const QString CpuInfo = QStringLiteral("proc/cpuinfo");
+const QString DeviceTreeCores = QStringLiteral("sys/firmware/devicetree/base/cpus/");
+const QString DeviceTreeClock = DeviceTreeCores + QStringLiteral("cpu@0/clock-frequency");
+const QString FirmwareTable = QStringLiteral("sys/firmware/dmi/tables/DMI");
 const QByteArray Named = "processor\t: 0\nmodel name\t: Some(R) CPU @ 2.40GHz\ncpu MHz\t\t: 800.012\n";
 const QByteArray Unnamed = "processor\t: 0\nmodel name\t: Virtual CPU\ncpu MHz\t\t: 1001.000\n\n"
                            "processor\t: 1\nmodel name\t: Virtual CPU\ncpu MHz\t\t: 2699.998\n";
+constexpr std::uint64_t Megahertz = 1'000'000;
+
+/// An SMBIOS structure of 26 bytes with one string behind it.
+QByteArray smbiosStructure(int type, int megahertz)
+{
+    QByteArray structure(26, '\0');
+    structure[0] = static_cast<char>(type);
+    structure[1] = static_cast<char>(structure.size());
+    structure[0x16] = static_cast<char>(megahertz % 256);
+    structure[0x17] = static_cast<char>(megahertz / 256);
+    return structure + QByteArray("text\0\0", 6);
+}
+
+const QByteArray TwoProcessors =
+    smbiosStructure(1, 60000) + smbiosStructure(4, 1800) + smbiosStructure(4, 2000) + smbiosStructure(4, 0);
 }
 
 void ProcessorClockTest::init()
@@ -52,26 +80,80 @@ void ProcessorClockTest::theMaximumClockIsTakenFirst()
 {
     fileHolds(MaximumFile, "3400000\n");
     fileHolds(CpuInfo, Named);
-    QCOMPARE(frequency(), std::uint64_t(3'400'000'000));
+    QCOMPARE(frequency(), 3400 * Megahertz);
+}
+
+void ProcessorClockTest::theFastestCoreCounts()
+{
+    fileHolds(MaximumFile, "1400000\n");
+    fileHolds(Cores + QStringLiteral("cpu10/cpufreq/cpuinfo_max_freq"), "2200000\n");
+    fileHolds(Cores + QStringLiteral("cpufreq/cpuinfo_max_freq"), "9000000\n");
+    QCOMPARE(frequency(), 2200 * Megahertz);
+}
+
+void ProcessorClockTest::elseTheBaseFrequency()
+{
+    fileHolds(MaximumFile, "");
+    fileHolds(BaseFile, "2100000\n");
+    fileHolds(NominalFile, "1900\n");
+    fileHolds(CpuInfo, Named);
+    QCOMPARE(frequency(), 2100 * Megahertz);
+}
+
+void ProcessorClockTest::elseTheNominalClockOfTheFirmware()
+{
+    fileHolds(NominalFile, "1900\n");
+    fileHolds(CpuInfo, Named);
+    QCOMPARE(frequency(), 1900 * Megahertz);
+}
+
+void ProcessorClockTest::elseTheClockInTheModelName_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<quint64>("megahertz");
+    QTest::newRow("gigahertz") << QByteArray("Some(R) CPU 4500 @ 2.40GHz") << quint64(2400);
+    QTest::newRow("megahertz") << QByteArray("Old CPU @ 800MHz") << quint64(800);
+    QTest::newRow("without the sign") << QByteArray("Old CPU 3.00GHz") << quint64(3000);
+    QTest::newRow("more behind it") << QByteArray("Old CPU 1.7GHz (Family 6)") << quint64(1700);
 }
 
 void ProcessorClockTest::elseTheClockInTheModelName()
 {
-    fileHolds(CpuInfo, Named);
-    QCOMPARE(frequency(), std::uint64_t(2'400'000'000));
-    fileHolds(CpuInfo, "model name\t: Old CPU @ 800MHz\ncpu MHz : 400.0\n");
-    QCOMPARE(frequency(), std::uint64_t(800'000'000));
+    QFETCH(QByteArray, name);
+    fileHolds(CpuInfo, "processor : 0\nmodel name\t: " + name + "\ncpu MHz : 400.0\n");
+    fileHolds(FirmwareTable, TwoProcessors);
+    QTEST(quint64(frequency() / Megahertz), "megahertz");
 }
 
-void ProcessorClockTest::elseTheFastestCoreWhereNothingSlowsItDown()
+void ProcessorClockTest::elseTheClockInTheDeviceTree()
+{
+    fileHolds(CpuInfo, "processor : 0\nBogoMIPS : 108.00\n");
+    fileHolds(DeviceTreeClock, QByteArray("\x47\x86\x8c\x00", 4));
+    QCOMPARE(frequency(), 1200 * Megahertz);
+    fileHolds(DeviceTreeCores + QStringLiteral("cpu@100/clock-frequency"),
+              QByteArray("\0\0\0\x01\x2a\x05\xf2\0", 8));
+    QCOMPARE(frequency(), 5000 * Megahertz);
+}
+
+void ProcessorClockTest::elseTheClockInTheFirmwareTable()
 {
     fileHolds(CpuInfo, Unnamed);
-    QCOMPARE(frequency(), std::uint64_t(2'699'998'000));
+    fileHolds(FirmwareTable, TwoProcessors);
+    QCOMPARE(frequency(), 2000 * Megahertz);
 }
 
-void ProcessorClockTest::aCoreThatMayBeSlowedDownTellsNothing()
+void ProcessorClockTest::theMomentaryClockIsNeverUsed_data()
 {
-    fileHolds(MaximumFile, "");
+    QTest::addColumn<bool>("maySlowDown");
+    QTest::newRow("virtual machine") << false;
+    QTest::newRow("slowed down") << true;
+}
+
+void ProcessorClockTest::theMomentaryClockIsNeverUsed()
+{
+    QFETCH(bool, maySlowDown);
+    if (maySlowDown)
+        fileHolds(MaximumFile, "");
     fileHolds(CpuInfo, Unnamed);
     QCOMPARE(frequency(), std::uint64_t(0));
 }
@@ -97,13 +179,24 @@ void ProcessorClockTest::garbageIsNoClock()
     QCOMPARE(frequency(), std::uint64_t(0));
     fileHolds(CpuInfo, cpuinfo);
     QCOMPARE(frequency(), std::uint64_t(0));
-    fileHolds(MaximumFile, maximum);
+    for (const auto &file : {MaximumFile, BaseFile, NominalFile, FirmwareTable, DeviceTreeClock})
+        fileHolds(file, maximum);
+    QCOMPARE(frequency(), std::uint64_t(0));
+}
+
+void ProcessorClockTest::aTruncatedFirmwareTableIsReadToItsEnd()
+{
+    for (int size = 0; size < TwoProcessors.size(); ++size) {
+        fileHolds(FirmwareTable, TwoProcessors.left(size));
+        QVERIFY(frequency() <= 2000 * Megahertz);
+    }
+    fileHolds(FirmwareTable, QByteArray(1000, '\x04'));
     QCOMPARE(frequency(), std::uint64_t(0));
 }
 
 void ProcessorClockTest::thisMachineHasAClock()
 {
-    // Some processors tell nothing; what they tell is a clock.
+    // Some systems report no clock.
     const std::uint64_t hertz = platform::makeProcessorClock()->frequency();
     QVERIFY(hertz == 0 || (hertz > 100'000'000 && hertz < 20'000'000'000));
 }
