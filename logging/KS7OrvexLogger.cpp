@@ -2,6 +2,7 @@
 
 #include "logging/LogFile.h"
 #include "logging/LogFormat.h"
+#include "platform/desktop/RunLoop.h"
 #include "platform/desktop/Workspace.h"
 
 #include <QDir>
@@ -18,7 +19,7 @@ QString *gAppName = nullptr;
 
 namespace {
 
-// The buffer of a line is used again, unless a message was of unusual size.
+// The line buffer is reused, but freed after an unusually long message.
 constexpr int UsualLine = 1024;
 constexpr int LongestKept = 64 * 1024;
 
@@ -35,8 +36,8 @@ QString nameOfExecutable()
     return QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/self/exe"))).fileName();
 }
 
-/// Copies ASCII; the union of all characters tells whether it was. Blocks of a fixed size are a few
-/// instructions each.
+/// Narrows the text to bytes and returns the OR of all its characters: below 0x80, the text is ASCII. The
+/// compiler vectorises blocks of a fixed size.
 unsigned copyNarrow(const char16_t *text, int size, char *out)
 {
     constexpr int Block = 16;
@@ -57,7 +58,7 @@ unsigned copyNarrow(const char16_t *text, int size, char *out)
     return seen;
 }
 
-/// Most messages are ASCII, and go into the line without a copy in between.
+/// Most messages are ASCII and need no intermediate copy.
 void appendUtf8(QByteArray *line, QStringView text)
 {
     const auto before = line->size();
@@ -89,7 +90,7 @@ void KS7OrvexLogger::setAppName(const QString &name)
 
 KS7OrvexLogger *KS7OrvexLogger::createDefaultLoggerToFile(bool toFile, bool toStdOut)
 {
-    // Nobody owns it: whoever logs while the process ends still finds it.
+    // Never deleted, so that threads can still log while the process exits.
     gMainLogger = (new KS7OrvexLogger)->initLoggingToFile(toFile, toStdOut);
     return gMainLogger;
 }
@@ -122,7 +123,7 @@ bool KS7OrvexLogger::isLogging() const
 
 void KS7OrvexLogger::log(QStringView message)
 {
-    const int error = errno; // A message may ask for it with %m.
+    const int error = errno; // For a %m in the message.
     const std::lock_guard lock(mLogLock);
     if (mLogToConsole)
         ::syslog(LOG_ERR, "%s", LogFormat::withoutArguments(message.toUtf8(), error).constData());
@@ -170,12 +171,12 @@ void KS7OrvexLogger::createLogFile()
         const std::lock_guard lock(mLogLock);
         report = startFile();
     }
-    // The default logger may be this one: its lock has to be free.
+    // This may be the default logger, so report only after mLogLock is released.
     if (!report.isNull())
         OrvexLog(u"%@", &report);
 }
 
-/// What failed, or a null string.
+/// Returns the failure report, or a null string.
 QString KS7OrvexLogger::startFile()
 {
     forgetFile();
@@ -188,7 +189,7 @@ QString KS7OrvexLogger::startFile()
     LogFile::create(path);
     const auto file = LogFile::open(path);
     {
-        const std::lock_guard state(mStateLock);
+        const std::lock_guard state(mFileLock);
         mLogFilePath = path;
         mFileHandle = file;
     }
@@ -202,8 +203,8 @@ QString KS7OrvexLogger::startFile()
 
 void KS7OrvexLogger::forgetFile()
 {
-    std::shared_ptr<LogFile> closed; // After the lock: closing may take its time.
-    const std::lock_guard state(mStateLock);
+    std::shared_ptr<LogFile> closed; // Destroyed after the lock, since closing may block.
+    const std::lock_guard state(mFileLock);
     closed.swap(mFileHandle);
     mLogFilePath.clear();
 }
@@ -216,7 +217,7 @@ void KS7OrvexLogger::flush()
 
 std::shared_ptr<LogFile> KS7OrvexLogger::fileHandle() const
 {
-    const std::lock_guard state(mStateLock);
+    const std::lock_guard state(mFileLock);
     return mFileHandle;
 }
 
@@ -243,14 +244,14 @@ void KS7OrvexLogger::setLogFileLocation(const QString &path)
 
 QString KS7OrvexLogger::pathOfPresentFile() const
 {
-    const std::lock_guard state(mStateLock);
+    const std::lock_guard state(mFileLock);
     return !mLogFilePath.isEmpty() && QFileInfo::exists(mLogFilePath) ? mLogFilePath : QString();
 }
 
-std::shared_ptr<platform::Workspace> KS7OrvexLogger::workspace() const
+void KS7OrvexLogger::performOnMainThread(std::function<void(platform::Workspace &)> work) const
 {
-    const std::lock_guard state(mStateLock);
-    return mWorkspace;
+    if (mWorkspace && mRunLoop)
+        mRunLoop->performOnMainThread([workspace = mWorkspace, work = std::move(work)] { work(*workspace); });
 }
 
 void KS7OrvexLogger::openLogFile()
@@ -260,27 +261,27 @@ void KS7OrvexLogger::openLogFile()
         const std::lock_guard lock(mLogLock);
         path = pathOfPresentFile();
     }
-    // Whatever opens the file may log itself.
-    if (const auto opener = workspace(); opener && !path.isNull())
-        opener->openFile(path);
+    if (!path.isNull())
+        performOnMainThread([path](platform::Workspace &workspace) { workspace.openFile(path); });
 }
 
 void KS7OrvexLogger::revealLogFile()
 {
     const QString path = pathOfPresentFile();
-    if (const auto opener = workspace(); opener && !path.isNull())
-        opener->selectFile(path);
+    if (!path.isNull())
+        performOnMainThread([path](platform::Workspace &workspace) { workspace.selectFile(path); });
 }
 
-void KS7OrvexLogger::setWorkspace(std::shared_ptr<platform::Workspace> workspace)
+void KS7OrvexLogger::setWorkspace(std::shared_ptr<platform::Workspace> workspace,
+                                  std::shared_ptr<platform::RunLoop> runLoop)
 {
-    const std::lock_guard state(mStateLock);
-    mWorkspace.swap(workspace);
+    mWorkspace = std::move(workspace);
+    mRunLoop = std::move(runLoop);
 }
 
 namespace {
 
-/// Whoever logs finds errno as it was.
+/// Restores errno, so that logging does not change it for the caller.
 class KeptErrno {
 public:
     KeptErrno() = default;
@@ -317,7 +318,7 @@ void writeToSystemConsole(const QString &message)
 
 extern "C" void OrvexLog(const char16_t *format, ...)
 {
-    // With every sink off nobody would see what is formatted here.
+    // Skip the formatting while every sink is off.
     if (!gMainLogger || !gMainLogger->isLogging())
         return;
     va_list arguments;

@@ -7,31 +7,33 @@
 #include <QStringView>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <mutex>
 
 namespace platform {
+class RunLoop;
 class Workspace;
 }
 
 class LogFile;
 class KS7OrvexLogger;
 
-/// The process's default logger; empty until createDefaultLoggerToFile().
+/// The process's default logger; null until createDefaultLoggerToFile().
 extern KS7OrvexLogger *gMainLogger;
-/// The application's name in file names and prefixes; empty until setAppName().
+/// The application's name in file names and prefixes; null until setAppName().
 extern QString *gAppName;
 
-/// Writes each message to the system log, to standard output and to a timestamped file, as its flags say.
-/// Any thread may log; lines never interleave.
+/// Writes each message to the system log, to standard output and to a timestamped file: three sinks, each
+/// with a flag. Any thread may log; lines never interleave.
 class KS7OrvexLogger {
 public:
     /// The name set, else the name of the running program.
     static QString getAppName();
     static void setAppName(const QString &name);
-    /// The folder of everybody's log files, there or not; each application has one of its own below it.
+    /// The parent of every application's log folder; it may not exist.
     static QString logFolder();
-    /// Makes a logger and leaves it as the default one; the one before stays alive.
+    /// Makes a logger and sets it as the default one. The previous default logger stays alive.
     static KS7OrvexLogger *createDefaultLoggerToFile(bool toFile, bool toStdOut);
 
     KS7OrvexLogger();
@@ -40,14 +42,14 @@ public:
     KS7OrvexLogger &operator=(const KS7OrvexLogger &) = delete;
     KS7OrvexLogger *initLoggingToFile(bool toFile, bool toStdOut);
 
-    /// Writes one line to every sink that is on. Callable from any thread, as all that follows.
+    /// Writes one line to every sink that is on. Any thread may call this and the operations below.
     void log(const QString &message) { log(QStringView(message)); }
     void log(QStringView message);
-    /// Writes a separator with the date and time into the file, and sees it to the disk.
+    /// Writes a separator with the date and time to the file, then flushes.
     void markLog();
-    /// Leaves the current file and starts a new one; what fails is logged through the default logger.
+    /// Closes the current file and starts a new one. Failures are logged through the default logger.
     void createLogFile();
-    /// Sees what is in the file to the disk.
+    /// Forces the file's contents to the disk.
     void flush();
     /// Every switch from off to on starts a new file; switching off leaves the file open.
     void setLogToFile(bool logToFile);
@@ -55,10 +57,14 @@ public:
     void setLogToConsole(bool logToConsole) { mLogToConsole = logToConsole; }
     /// A folder other than the current one gets a new file at once, even while file logging is off.
     void setLogFileLocation(const QString &path);
-    /// Show the current file, if it is still there, in the user's program or selected in its folder.
+    /// Opens the current file, if it still exists, in the user's program for it.
     void openLogFile();
+    /// Shows the current file, if it still exists, selected in the file manager.
     void revealLogFile();
-    void setWorkspace(std::shared_ptr<platform::Workspace> workspace);
+    /// Required by openLogFile() and revealLogFile(); set before other threads log. Workspace and desktop
+    /// services belong to the main thread, so the run loop carries the calls there.
+    void setWorkspace(std::shared_ptr<platform::Workspace> workspace,
+                      std::shared_ptr<platform::RunLoop> runLoop);
 
     /// Whether any sink is on.
     [[nodiscard]] bool isLogging() const;
@@ -69,7 +75,7 @@ private:
     QString startFile();
     void forgetFile();
     QString pathOfPresentFile() const;
-    std::shared_ptr<platform::Workspace> workspace() const;
+    void performOnMainThread(std::function<void(platform::Workspace &)> work) const;
 
     std::atomic<bool> mLogToConsole = false;
     std::atomic<bool> mLogToFile = false;
@@ -80,21 +86,22 @@ private:
     std::shared_ptr<LogFile> mFileHandle;
     std::mutex mLogLock;
 
-    /// Guards folder, path, handle and workspace for an instant, for the operations that must not wait for
-    /// mLogLock. Taken inside it, never around it.
-    mutable std::mutex mStateLock;
+    /// Guards mLogFilePath and mFileHandle while they are copied or replaced. markLog(), flush() and
+    /// revealLogFile() do not take mLogLock, yet another thread may be replacing the file.
+    mutable std::mutex mFileLock;
     std::shared_ptr<platform::Workspace> mWorkspace;
+    std::shared_ptr<platform::RunLoop> mRunLoop;
     LogTime::Stamper mStamper;
-    /// The line being written; kept from one to the next.
+    /// Buffer of the line being written, reused for the next one.
     QByteArray mLine;
 };
 
 extern "C" {
-/// Formats and logs through the default logger; nothing without one. `%@` takes a `const QString *`.
+/// Formats and logs through the default logger; does nothing without one. `%@` takes a `const QString *`.
 void OrvexLog(const char16_t *format, ...);
-/// The same with a UTF-8 format.
+/// Like OrvexLog(), with a UTF-8 format.
 void orvexlog(const char *format, ...);
-/// To the system console always, and through the default logger if there is one.
+/// Writes to the system console, and to the default logger if there is one.
 void OrvexErrorLog(const char16_t *format, ...);
 void flushOrvexLog();
 }

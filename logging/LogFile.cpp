@@ -10,7 +10,7 @@
 namespace {
 
 constexpr mode_t DefaultMode = 0666;
-// A pipe in the file's place must not make the program wait for a reader.
+// O_NONBLOCK: opening a pipe of that name must not block until a reader appears.
 constexpr int OpenFlags = O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
 
 } // namespace
@@ -41,7 +41,6 @@ LogFile::~LogFile()
 
 void LogFile::writeLine(const QByteArray &line)
 {
-    const std::lock_guard lock(mWriting);
     ssize_t written = 0;
     do
         written = ::write(mDescriptor, line.constData(), static_cast<std::size_t>(line.size()));
@@ -55,8 +54,8 @@ void LogFile::synchronize()
     ::fsync(mDescriptor);
 }
 
-/// The disk was full in the middle of a line. Unless somebody else has written behind it, the beginning goes
-/// too.
+/// Removes the first `written` bytes of a line that did not fit on the disk, unless another line follows
+/// them.
 void LogFile::takeBack(qint64 written)
 {
     const off_t end = ::lseek(mDescriptor, 0, SEEK_CUR);

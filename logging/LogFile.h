@@ -4,21 +4,20 @@
 #include <QString>
 
 #include <memory>
-#include <mutex>
 
-/// An open log file. Each line is one write, and is there whole or not at all; any thread may write.
+/// An open log file, written by any thread: each line is one appending write, whole or not there at all.
 class LogFile {
 public:
-    /// Creates an empty file, or empties the one that is there; errors show when it is opened.
+    /// Creates an empty file or truncates the existing one. A failure shows in open().
     static void create(const QString &path);
-    /// Opens a file that is there for writing behind its end; null when that cannot be done.
+    /// Opens an existing file for appending; null on failure.
     static std::shared_ptr<LogFile> open(const QString &path);
 
     ~LogFile();
     LogFile(const LogFile &) = delete;
     LogFile &operator=(const LogFile &) = delete;
 
-    /// Failures are nobody's to mend: the line is lost.
+    /// A line that cannot be written is lost.
     void writeLine(const QByteArray &line);
     void synchronize();
 
@@ -27,5 +26,4 @@ private:
     void takeBack(qint64 written);
 
     const int mDescriptor;
-    std::mutex mWriting;
 };

@@ -5,15 +5,16 @@
 
 #include <cstdarg>
 
-/// Turns formats into text without trusting them: what is no conversion stands as it was written.
+/// Formats text. Anything but a known conversion is copied as it stands.
 namespace LogFormat {
 
-/// printf's conversions and `%@` for a `const QString *`; `%S` and `%C` are UTF-16. Nothing is converted
-/// after the first unknown conversion, because nobody knows which arguments belong to it.
+/// Knows `%@` for a `const QString *`, and of printf the integers and reals of each length, `%c`, UTF-8 `%s`,
+/// `%p` and `%%` with flags, width and precision. Stops converting at the first unknown conversion, since the
+/// types of the arguments from there on are unknown.
 QString format(const char16_t *format, va_list arguments);
 
-/// What printf makes of `text` as its format when it has no arguments: `%%` is a percent sign, `%m` the text
-/// of `error`, every other conversion stands as it was written.
+/// What printf() prints for the format `text` without arguments: `%%` becomes a percent sign, `%m` the text
+/// of `error`. Every other conversion is copied as it stands.
 QByteArray withoutArguments(const QByteArray &text, int error);
 
 } // namespace LogFormat

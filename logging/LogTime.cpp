@@ -8,6 +8,8 @@ namespace {
 QByteArray written(std::time_t second, const char *format)
 {
     std::tm local = {};
+    // Unlike localtime(), localtime_r() does not look for a new time zone itself.
+    ::tzset();
     ::localtime_r(&second, &local);
     std::array<char, 256> text = {};
     const std::size_t length = std::strftime(text.data(), text.size(), format, &local);

@@ -5,16 +5,16 @@
 
 #include <ctime>
 
-/// The wall clock as it is written into log files and their names, in the user's time zone.
+/// Local time in log files and their names. A new time zone is noticed while the process runs.
 namespace LogTime {
 
 /// "2009-03-14 at 09.05.07"
 QString forFileName();
-/// The locale's own short date and time.
+/// Date and time in the short format of the locale.
 QString forSeparator();
 
-/// "2009-03-14 09:05:07.042 ", for the lines. The part that stays the same within a second is kept; not for
-/// two threads at once.
+/// The time stamp of a line: "2009-03-14 09:05:07.042 ". Caches the text of the current second; not
+/// thread-safe.
 class Stamper {
 public:
     void appendNow(QByteArray *line);

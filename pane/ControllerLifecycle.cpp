@@ -1,18 +1,18 @@
 #include "pane/KS7SettingsWindowController.h"
 
 #include "about/KSUpdater.h"
-#include "agent/NotificationNames.h"
 #include "agent/AgentProxyFactory.h"
+#include "agent/NotificationNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "logging/KS7OrvexLogger.h"
 #include "pane/KSPreferencesPanePref.h"
-#include "platform/capture/Capture.h"
 #include "platform/bus/Connection.h"
-#include "widgets/Indicators.h"
+#include "platform/capture/Capture.h"
 #include "platform/desktop/RunLoop.h"
-#include "platform/sheets/Sheets.h"
 #include "platform/desktop/Workspace.h"
+#include "platform/sheets/Sheets.h"
 #include "preview/KS7PreviewController.h"
+#include "widgets/Indicators.h"
 
 #include <QLabel>
 
@@ -44,7 +44,7 @@ void KS7SettingsWindowController::awakeFromNib()
 {
     KS7OrvexLogger::setAppName(QStringLiteral("KS-7 System Preferences"));
     mLogger = KS7OrvexLogger::createDefaultLoggerToFile(shouldDebugLog(*mServices.userDefaults), false);
-    mLogger->setWorkspace(mServices.workspace);
+    mLogger->setWorkspace(mServices.workspace, mServices.runLoop);
     if (!mSharedDeviceController)
         setupConnections();
     registerDistributedObservers();

@@ -1,5 +1,6 @@
 #include "logging/KS7OrvexLogger.h"
 
+#include "platform/desktop/RunLoop.h"
 #include "platform/desktop/Workspace.h"
 #include "tests/support/Timeout.h"
 
@@ -30,8 +31,7 @@
 
 namespace {
 
-// The C library's own doors to the system log, the clock and the disk, so that what the logger hands through
-// is seen.
+// The C library's functions for the system log, the clock and the disk are replaced to record the calls.
 std::mutex systemLogLock;
 QList<std::pair<int, QByteArray>> systemLog;
 thread_local int clockReadings = 0;
@@ -53,7 +53,7 @@ extern "C" void syslog(int priority, const char *format, ...)
     va_end(arguments);
 }
 
-// Called in its place where the C library is told to check formats.
+// Called instead of syslog() when the C library checks formats.
 // NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" void __syslog_chk(int priority, int, const char *format, ...)
 {
@@ -151,19 +151,30 @@ public:
     bool openURL(const QUrl &) override { return false; }
     bool openFile(const QString &path) override
     {
+        isInMainThread &= QThread::currentThread() == QCoreApplication::instance()->thread();
         opened.append(path);
         OrvexLog(u"opened");
         return true;
     }
     bool selectFile(const QString &path) override
     {
+        isInMainThread &= QThread::currentThread() == QCoreApplication::instance()->thread();
         selected.append(path);
         OrvexLog(u"selected");
         return true;
     }
     QStringList opened;
     QStringList selected;
+    bool isInMainThread = true;
 };
+
+/// Local time is in the afternoon during these tests, when a clock of twelve hours shows another hour.
+void beInTheAfternoon()
+{
+    constexpr int Afternoon = 15;
+    const int hour = QDateTime::currentDateTimeUtc().time().hour();
+    qputenv("TZ", "TST" + QByteArray::number(hour - Afternoon));
+}
 
 } // namespace
 
@@ -171,6 +182,7 @@ class KS7OrvexLoggerTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { beInTheAfternoon(); }
     void init();
     void cleanup();
 
@@ -183,6 +195,8 @@ private Q_SLOTS:
     void withoutFileLoggingThereIsNoFolder();
     void aLineHasATimeAndTheMessage();
     void theTimeIsTheWallClocks();
+    void aLaterLineHasALaterTime();
+    void aNewTimeZoneIsNoticed();
     void aLineIsInTheFileAtOnce();
     void aMessageThatEndsItsLineIsNotEndedTwice();
     void textThatIsNoTextDoesNoHarm();
@@ -213,9 +227,11 @@ private Q_SLOTS:
     void withoutAFileNothingWaitsForTheDisk();
 
     void openingAndRevealing();
+    void openingAndRevealingFromAnotherThread();
     void nothingToOpenOrReveal();
 
     void aFileInTheFoldersPlace();
+    void aFolderThatFailsEndsTheFile();
     void aFolderThatCannotBeWritten();
     void aFolderInTheFilesPlace();
     void theNextFileMakesAFailureGood();
@@ -236,11 +252,16 @@ private:
     QStringList lines() { return lines(folder()); }
     QStringList lines(const QString &inFolder);
     QByteArray contents(const QString &path);
+    QDateTime timeOfLine(int line);
     void nextSecond();
     void everyFileNameSoonIs(const std::function<bool(const QString &)> &make);
     KS7OrvexLogger *loggerToFile() { return KS7OrvexLogger::createDefaultLoggerToFile(true, false); }
     int openDescriptors() { return static_cast<int>(QDir(QStringLiteral("/proc/self/fd")).count()); }
 
+    /// Runs the calls that wait for the main thread.
+    static void settle() { QCoreApplication::processEvents(); }
+
+    std::shared_ptr<platform::RunLoop> mRunLoop = platform::makeQtRunLoop();
     std::unique_ptr<QTemporaryDir> mHome;
 };
 
@@ -255,7 +276,7 @@ void KS7OrvexLoggerTest::init()
 
 void KS7OrvexLoggerTest::cleanup()
 {
-    // Default loggers live for ever; these would be many.
+    // The product never deletes a default logger; a test run would collect many.
     delete gMainLogger;
     gMainLogger = nullptr;
     delete gAppName;
@@ -289,6 +310,11 @@ QStringList KS7OrvexLoggerTest::lines(const QString &inFolder)
         || !all.takeLast().isEmpty())
         return {QStringLiteral("no separator, or a line without an end")};
     return all;
+}
+
+QDateTime KS7OrvexLoggerTest::timeOfLine(int line)
+{
+    return QDateTime::fromString(lines().value(line).left(23), QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
 }
 
 void KS7OrvexLoggerTest::nextSecond()
@@ -379,10 +405,32 @@ void KS7OrvexLoggerTest::theTimeIsTheWallClocks()
         const QDateTime before = QDateTime::currentDateTime();
         gMainLogger->log(QStringLiteral("x"));
         const QDateTime after = QDateTime::currentDateTime();
-        const QDateTime stamp =
-            QDateTime::fromString(lines().last().left(23), QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
+        const QDateTime stamp = timeOfLine(turn);
         QVERIFY(before <= stamp && stamp <= after);
     }
+}
+
+void KS7OrvexLoggerTest::aLaterLineHasALaterTime()
+{
+    loggerToFile();
+    OrvexLog(u"x");
+    nextSecond();
+    OrvexLog(u"x");
+    const auto second = [this](int line) { return timeOfLine(line).toSecsSinceEpoch(); };
+    QVERIFY2(second(1) > second(0), qPrintable(lines().join(QLatin1Char('|'))));
+}
+
+void KS7OrvexLoggerTest::aNewTimeZoneIsNoticed()
+{
+    loggerToFile();
+    qputenv("TZ", "AAA0");
+    nextSecond();
+    OrvexLog(u"x");
+    qputenv("TZ", "BBB-5");
+    nextSecond();
+    OrvexLog(u"x");
+    beInTheAfternoon();
+    QVERIFY2(timeOfLine(0).secsTo(timeOfLine(1)) >= 5 * 3600, qPrintable(lines().join(QLatin1Char('|'))));
 }
 
 void KS7OrvexLoggerTest::aLineIsInTheFileAtOnce()
@@ -704,27 +752,43 @@ void KS7OrvexLoggerTest::withoutAFileNothingWaitsForTheDisk()
 void KS7OrvexLoggerTest::openingAndRevealing()
 {
     const auto workspace = std::make_shared<RecordingWorkspace>();
-    loggerToFile()->setWorkspace(workspace);
+    loggerToFile()->setWorkspace(workspace, mRunLoop);
     gMainLogger->openLogFile();
     gMainLogger->revealLogFile();
+    settle();
     QCOMPARE(workspace->opened, QStringList(latestFile()));
     QCOMPARE(workspace->selected, QStringList(latestFile()));
     QCOMPARE(lines().size(), 2);
+}
+
+void KS7OrvexLoggerTest::openingAndRevealingFromAnotherThread()
+{
+    const auto workspace = std::make_shared<RecordingWorkspace>();
+    loggerToFile()->setWorkspace(workspace, mRunLoop);
+    std::thread([] {
+        gMainLogger->openLogFile();
+        gMainLogger->revealLogFile();
+    }).join();
+    settle();
+    QCOMPARE(workspace->opened, QStringList(latestFile()));
+    QCOMPARE(workspace->selected, QStringList(latestFile()));
+    QVERIFY(workspace->isInMainThread);
 }
 
 void KS7OrvexLoggerTest::nothingToOpenOrReveal()
 {
     const auto workspace = std::make_shared<RecordingWorkspace>();
     loggerToFile()->openLogFile();
-    gMainLogger->setWorkspace(workspace);
+    gMainLogger->setWorkspace(workspace, mRunLoop);
     QVERIFY(QFile::remove(latestFile()));
     gMainLogger->openLogFile();
     gMainLogger->revealLogFile();
     KS7OrvexLogger withoutFile;
     withoutFile.initLoggingToFile(false, false);
-    withoutFile.setWorkspace(workspace);
+    withoutFile.setWorkspace(workspace, mRunLoop);
     withoutFile.openLogFile();
     withoutFile.revealLogFile();
+    settle();
     QVERIFY(workspace->opened.isEmpty() && workspace->selected.isEmpty());
 }
 
@@ -742,6 +806,23 @@ void KS7OrvexLoggerTest::aFileInTheFoldersPlace()
         + folder().toUtf8() + '\n';
     QVERIFY2(text.contains(report), text.constData());
     QCOMPARE(text.count('\n'), 2);
+}
+
+void KS7OrvexLoggerTest::aFolderThatFailsEndsTheFile()
+{
+    const auto workspace = std::make_shared<RecordingWorkspace>();
+    loggerToFile()->setWorkspace(workspace, mRunLoop);
+    const int descriptors = openDescriptors();
+    const QString blocked = mHome->filePath(QStringLiteral("blocked"));
+    QVERIFY(QFile(blocked).open(QIODevice::WriteOnly));
+    gMainLogger->setLogFileLocation(blocked + QStringLiteral("/logs"));
+    const QStringList before = lines();
+    OrvexLog(u"nowhere to go");
+    gMainLogger->revealLogFile();
+    settle();
+    QCOMPARE(lines(), before);
+    QCOMPARE(openDescriptors(), descriptors - 1);
+    QVERIFY(workspace->selected.isEmpty());
 }
 
 void KS7OrvexLoggerTest::aFolderThatCannotBeWritten()
@@ -771,8 +852,9 @@ void KS7OrvexLoggerTest::aFolderInTheFilesPlace()
     QVERIFY2(text.contains(expected.toUtf8()), text.constData());
     // The path is kept, without a file that is open.
     const auto workspace = std::make_shared<RecordingWorkspace>();
-    gMainLogger->setWorkspace(workspace);
+    gMainLogger->setWorkspace(workspace, mRunLoop);
     gMainLogger->revealLogFile();
+    settle();
     QCOMPARE(workspace->selected.size(), 1);
     QVERIFY(workspace->selected[0].startsWith(folder() + QLatin1Char('/') + AppName));
 }
@@ -781,9 +863,10 @@ void KS7OrvexLoggerTest::theNextFileMakesAFailureGood()
 {
     everyFileNameSoonIs([](const QString &path) { return QDir().mkpath(path); });
     const auto workspace = std::make_shared<RecordingWorkspace>();
-    loggerToFile()->setWorkspace(workspace);
+    loggerToFile()->setWorkspace(workspace, mRunLoop);
     // The path is known, but nothing is open.
     gMainLogger->revealLogFile();
+    settle();
     QCOMPARE(workspace->selected.size(), 1);
     OrvexLog(u"nowhere to go");
     QVERIFY(QDir(folder()).removeRecursively());
@@ -915,7 +998,7 @@ void KS7OrvexLoggerTest::manyThreadsTearNoLine()
 void KS7OrvexLoggerTest::manyThreadsWhileTheFileIsSwitched()
 {
     KS7OrvexLogger *logger = loggerToFile();
-    logger->setWorkspace(std::make_shared<RecordingWorkspace>());
+    logger->setWorkspace(std::make_shared<RecordingWorkspace>(), mRunLoop);
     std::atomic<bool> done = false;
     std::thread switching([&] {
         for (bool on = false; !done; on = !on)

@@ -32,7 +32,6 @@ private Q_SLOTS:
     void stringObjects();
     void integersOfEveryLength();
     void flagsWidthAndPrecision();
-    void starsTakeArguments();
     void reals();
     void realsAreTheSameInEveryCountry();
     void texts();
@@ -72,7 +71,7 @@ void LogFormatTest::integersOfEveryLength()
 {
     QCOMPARE(formatted(u"%d %i %u", -1, INT_MIN, UINT_MAX), QStringLiteral("-1 -2147483648 4294967295"));
     QCOMPARE(formatted(u"%hhd %hd %hhu %hu", 257, 65537, 257, 65537), QStringLiteral("1 1 1 1"));
-    QCOMPARE(formatted(u"%ld %lld %qd", LONG_MIN, LLONG_MAX, LLONG_MIN),
+    QCOMPARE(formatted(u"%ld %lld %lld", LONG_MIN, LLONG_MAX, LLONG_MIN),
              QStringLiteral("-9223372036854775808 9223372036854775807 -9223372036854775808"));
     QCOMPARE(formatted(u"%lu %llu %zu %ju", ULONG_MAX, ULLONG_MAX, SIZE_MAX, UINTMAX_MAX),
              QStringLiteral(
@@ -88,19 +87,10 @@ void LogFormatTest::flagsWidthAndPrecision()
              QStringLiteral("[   42|42   |00042|+42| 42|0xff|007|   007]"));
 }
 
-void LogFormatTest::starsTakeArguments()
-{
-    QCOMPARE(formatted(u"[%*d|%*d|%.*f|%*.*s]%d", 5, 42, -5, 42, 2, 3.14159, 4, 1, "abc", 9),
-             QStringLiteral("[   42|42   |3.14|   a]9"));
-    QCOMPARE(formatted(u"[%.*d|%.*s]", -1, 7, -1, "abc"), QStringLiteral("[7|abc]"));
-    QCOMPARE(formatted(u"[%*d]", -1, 7), QStringLiteral("[7]"));
-}
-
 void LogFormatTest::reals()
 {
-    QCOMPARE(formatted(u"%f %.1f %e %g %G %a", 1.5, 2.25, 1500.0, 1e-9, 1e20, 1.0),
-             QStringLiteral("1.500000 2.2 1.500000e+03 1e-09 1E+20 0x1p+0"));
-    QCOMPARE(formatted(u"%Lf %d", 0.5L, 3), QStringLiteral("0.500000 3"));
+    QCOMPARE(formatted(u"%f %.1f %e %g %G", 1.5, 2.25, 1500.0, 1e-9, 1e20),
+             QStringLiteral("1.500000 2.2 1.500000e+03 1e-09 1E+20"));
     QCOMPARE(formatted(u"%f %F", -HUGE_VAL, HUGE_VAL), QStringLiteral("-inf INF"));
     QCOMPARE(formatted(u"%.0f", DBL_MAX).size(), 309);
 }
@@ -120,11 +110,7 @@ void LogFormatTest::texts()
 {
     QCOMPARE(formatted(u"%s|%5s|%-5s|%.2s", "K\xc3\xbc", "ab", "ab", "abc"),
              QStringLiteral("K\u00fc|   ab|ab   |ab"));
-    QCOMPARE(formatted(u"%s %S %ls", static_cast<const char *>(nullptr),
-                       static_cast<const char16_t *>(nullptr), static_cast<const wchar_t *>(nullptr)),
-             QStringLiteral("(null) (null) (null)"));
-    QCOMPARE(formatted(u"%S %ls %d", u"K\u00fc", L"\u00fc\U0001F600", 4),
-             QString::fromUtf8("K\xc3\xbc \xc3\xbc\xF0\x9F\x98\x80 4"));
+    QCOMPARE(formatted(u"%s", static_cast<const char *>(nullptr)), QStringLiteral("(null)"));
     QVERIFY(formatted(u"%s.", "\xff\xfe").endsWith(QLatin1Char('.')));
 }
 
@@ -134,13 +120,12 @@ void LogFormatTest::aPrecisionBoundsWhatIsRead()
     std::memcpy(unterminated.get(), "abc", 3);
     QCOMPARE(formatted(u"%.3s|%.0s", unterminated.get(), unterminated.get()), QStringLiteral("abc|"));
     const QByteArray longText(10'000, 'x');
-    QCOMPARE(formatted(u"%.9999s", longText.constData()).size(), 9999);
+    QCOMPARE(formatted(u"%.9999s", longText.constData()).size(), 4096);
 }
 
 void LogFormatTest::characters()
 {
-    QCOMPARE(formatted(u"%c%3c%-3c|%C%lc", 'a', 'b', 'c', 0x00fc, wint_t(0x1F600)),
-             QString::fromUtf8("a  bc  |\xc3\xbc\xF0\x9F\x98\x80"));
+    QCOMPARE(formatted(u"%c%3c%-3c|", 'a', 'b', 'c'), QStringLiteral("a  bc  |"));
     QCOMPARE(formatted(u"a%cb", 0).size(), 3);
 }
 
@@ -152,8 +137,9 @@ void LogFormatTest::pointersAndPercent()
 void LogFormatTest::unknownConversionsStand_data()
 {
     QTest::addColumn<QString>("format");
-    for (const char *format : {"%", "100%", "%5", "%-", "%.", "%*", "%ll", "%.5l", "%y", "%n", "%5.3n",
-                               "%1$d", "%hhn", "%\xc3\xbc", "%\n", "% ", "%y %d %s %@", "%m", "%z"})
+    for (const char *format : {"%",    "100%", "%5",        "%-",  "%.",   "%*",          "%*d", "%ll",
+                               "%S",   "%ls",  "%Lf",       "%a",  "%.5l", "%y",          "%n",  "%5.3n",
+                               "%1$d", "%hhn", "%\xc3\xbc", "%\n", "% ",   "%y %d %s %@", "%m",  "%z"})
         QTest::newRow(format) << QString::fromUtf8(format);
 }
 
@@ -170,7 +156,6 @@ void LogFormatTest::hostileSizesAreBounded()
     QVERIFY(formatted(u"%.2000000000d", 1).size() < 100'000);
     QVERIFY(formatted(u"%.2000000000f", 1.5).size() < 100'000);
     QVERIFY(formatted(u"%99999999999999999999s", "x").size() < 100'000);
-    QVERIFY(formatted(u"%-*@", INT_MIN, &Kitchen).size() < 100'000);
     QCOMPARE(formatted(u"%.99999999999999999999s", "x"), QStringLiteral("x"));
 }
 
