@@ -7,11 +7,13 @@
 #include <QPointer>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <QVariant>
 #include <QWidget>
 
-/// Puts a pane's view into a host's place for it, and tells the pane when that place comes on screen and when
-/// it goes, once each. The view is taken out again before the place dies: hosts destroy it while the pane
-/// lives on.
+/// Puts a pane's view into a widget of the host, the place, and tells the pane once when the place appears on
+/// screen and once when it disappears. The pane outlives the place, so the view is taken out before the place
+/// is destroyed. Of several places, the latest one made or shown holds the view; only that one tells the
+/// pane.
 class PaneOnScreen : public QObject {
 public:
     /// `place` is empty, and outlives this object or holds it as a member.
@@ -21,8 +23,7 @@ public:
     {
         auto *layout = new QVBoxLayout(place);
         layout->setContentsMargins(0, 0, 0, 0);
-        layout->addWidget(mPane->mainView());
-        mPane->mainView()->show();
+        takeView();
         place->installEventFilter(this);
         connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] { unselect(); });
     }
@@ -32,12 +33,13 @@ public:
         unselect();
         if (mPlace && mPane->mainView()->parentWidget() == mPlace)
             mPane->mainView()->setParent(nullptr);
+        if (holder() == this)
+            mPane->mainView()->setProperty(Holder, QVariant());
     }
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        // The window system's own showing and hiding is a window that is iconified and brought back: the pane
-        // stays connected meanwhile.
+        // Spontaneous events come from minimising and restoring the window; the pane stays connected.
         if (!event->spontaneous() && event->type() == QEvent::Show)
             QTimer::singleShot(0, this, [this] { selectIfVisible(); });
         else if (!event->spontaneous() && event->type() == QEvent::Hide)
@@ -46,12 +48,31 @@ public:
     }
 
 private:
-    // Selecting may wait for the agent and show a sheet; it comes after the event, when there is a window to
-    // show it on.
+    /// Property of the view: the PaneOnScreen that holds it.
+    static constexpr const char *Holder = "ks7PaneOnScreen";
+
+    [[nodiscard]] PaneOnScreen *holder() const
+    {
+        return static_cast<PaneOnScreen *>(mPane->mainView()->property(Holder).value<QObject *>());
+    }
+
+    void takeView()
+    {
+        if (holder() == this)
+            return;
+        if (holder())
+            holder()->unselect();
+        mPane->mainView()->setProperty(Holder, QVariant::fromValue<QObject *>(this));
+        mPlace->layout()->addWidget(mPane->mainView());
+        mPane->mainView()->show();
+    }
+
+    // Runs after the show event: selecting may wait for the agent and open a sheet, which needs the window.
     void selectIfVisible()
     {
         if (mSelected || !mPlace || !mPlace->isVisible())
             return;
+        takeView();
         mSelected = true;
         mPane->willSelect();
     }

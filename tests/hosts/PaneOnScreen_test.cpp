@@ -37,11 +37,15 @@ private Q_SLOTS:
     void anIconifiedWindowStillShowsThePane();
     void theViewOutlivesTheModule();
     void aLaterModuleKeepsTheView();
+    void anOlderModuleThatGoesLeavesTheNewerOneConnected_data();
+    void anOlderModuleThatGoesLeavesTheNewerOneConnected();
+    void anOlderModuleThatIsShownAgainTakesTheViewBack();
     void modulesComeAndGoTenTimes();
     void quittingWhileShownHidesThePane();
 
 private:
-    void openModule();
+    void openModule() { open(*mModule, Shown); }
+    void open(QWidget &module, const QStringList &told);
     void settle() { QCoreApplication::processEvents(); }
 
     std::unique_ptr<RecordingPane> mPane;
@@ -55,11 +59,11 @@ void PaneOnScreenTest::init()
     mModule = std::make_unique<Module>(*mPane);
 }
 
-void PaneOnScreenTest::openModule()
+void PaneOnScreenTest::open(QWidget &module, const QStringList &told)
 {
-    mModule->show();
-    QVERIFY(QTest::qWaitForWindowExposed(mModule.get(), Timeout));
-    QTRY_COMPARE_WITH_TIMEOUT(mPane->told, Shown, Timeout);
+    module.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&module, Timeout));
+    QTRY_COMPARE_WITH_TIMEOUT(mPane->told, told, Timeout);
 }
 
 void PaneOnScreenTest::thePaneIsToldOnceThatItIsShown()
@@ -126,6 +130,40 @@ void PaneOnScreenTest::aLaterModuleKeepsTheView()
     Module later(*mPane);
     mModule.reset();
     QCOMPARE(mPane->view.parentWidget(), &later);
+}
+
+void PaneOnScreenTest::anOlderModuleThatGoesLeavesTheNewerOneConnected_data()
+{
+    QTest::addColumn<bool>("isDestroyed");
+    QTest::newRow("hidden") << false;
+    QTest::newRow("destroyed") << true;
+}
+
+void PaneOnScreenTest::anOlderModuleThatGoesLeavesTheNewerOneConnected()
+{
+    QFETCH(bool, isDestroyed);
+    openModule();
+    Module newer(*mPane);
+    QCOMPARE(mPane->told, ShownAndHidden);
+    open(newer, ShownAndHidden + Shown);
+    mModule->hide();
+    if (isDestroyed)
+        mModule.reset();
+    QCOMPARE(mPane->told, ShownAndHidden + Shown);
+    QCOMPARE(mPane->view.parentWidget(), &newer);
+    newer.hide();
+    QCOMPARE(mPane->told, ShownAndHidden + ShownAndHidden);
+}
+
+void PaneOnScreenTest::anOlderModuleThatIsShownAgainTakesTheViewBack()
+{
+    Module newer(*mPane);
+    open(newer, Shown);
+    open(*mModule, ShownAndHidden + Shown);
+    QCOMPARE(mPane->view.parentWidget(), mModule.get());
+    QVERIFY(mPane->view.isVisible());
+    newer.hide();
+    QCOMPARE(mPane->told, ShownAndHidden + Shown);
 }
 
 void PaneOnScreenTest::modulesComeAndGoTenTimes()
