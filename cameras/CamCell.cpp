@@ -2,6 +2,7 @@
 
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "cameras/PrefsBundle.h"
+#include "cameras/SanitizedLine.h"
 #include "platform/QtCompat.h"
 
 #include <QPainter>
@@ -14,23 +15,6 @@ constexpr int NameFontSize = 12;
 constexpr int StatusFontSize = 10;
 constexpr QSize DotSize{8, 8};
 constexpr QColor DarkGray{85, 85, 85};
-// More than any screen is wide, little enough to be measured in no time.
-constexpr int LongestLine = 1000;
-
-/// Marks that reorder the text around them, and so could make a name pose as another text.
-bool turnsDirection(QChar character)
-{
-    const auto code = character.unicode();
-    return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069) || code == 0x200E
-        || code == 0x200F || code == 0x061C;
-}
-
-bool breaksLine(QChar character)
-{
-    const auto category = character.category();
-    return category == QChar::Other_Control || category == QChar::Separator_Line
-        || category == QChar::Separator_Paragraph;
-}
 
 QFont fontOfPixelSize(const QWidget *view, int size)
 {
@@ -58,20 +42,6 @@ CamCellLayout camCellLayout(const QRect &frame, const QSize &dotSize)
     layout.status = origin + QPoint(13, 19);
     layout.dot = QRect(origin + QPoint(3, 30 - dotSize.height()), dotSize);
     return layout;
-}
-
-QString oneLine(const QString &text)
-{
-    // Lines are shortened in the middle, so the middle is what a monstrous name can spare.
-    const QString source = text.size() <= LongestLine
-        ? text
-        : text.left(LongestLine / 2) + QChar(0x2026) + text.right(LongestLine / 2);
-    QString line;
-    for (const QChar character : source) {
-        if (!turnsDirection(character))
-            line.append(breaksLine(character) ? QChar(QLatin1Char(' ')) : character);
-    }
-    return line;
 }
 
 CamCell *CamCell::initTextCell(const QString &, std::shared_ptr<const platform::Bundle> bundle)
@@ -132,7 +102,7 @@ void CamCell::drawName(QPainter *painter, const CamCellLayout &layout, const QWi
 {
     painter->setFont(fontOfPixelSize(view, NameFontSize));
     painter->setPen(textColor(mHighlighted, mEnabled, Qt::black, view));
-    const auto name = mDevice ? oneLine(mDevice->friendlyName()) : QString();
+    const auto name = mDevice ? sanitizedLine(mDevice->friendlyName()) : QString();
     const auto shown = painter->fontMetrics().elidedText(name, Qt::ElideMiddle, layout.name.width());
     painter->drawText(layout.name, Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignTop | Qt::TextSingleLine,
                       shown);

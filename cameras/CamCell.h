@@ -26,10 +26,6 @@ struct CamCellLayout {
 
 CamCellLayout camCellLayout(const QRect &frame, const QSize &dotSize);
 
-/// The text fit for one line of a list: no line breaks, control characters or marks that turn the direction
-/// of what follows, and no longer than any line can show.
-QString oneLine(const QString &text);
-
 /// Draws one row of the camera table: name, status and a coloured dot. One cell serves all rows, one after
 /// the other.
 class CamCell {

@@ -1,7 +1,7 @@
 #include "cameras/CameraTableModel.h"
 
-#include "cameras/CamCell.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
+#include "cameras/SanitizedLine.h"
 #include "pane/KS7SettingsWindowController.h"
 
 #include <algorithm>
@@ -73,7 +73,7 @@ QString CameraTableModel::textOfRow(int row) const
     const auto camera = data(index(row, 0), RecordRole).value<std::shared_ptr<KS7Cam>>();
     if (!camera)
         return tr("Unknown camera");
-    const auto name = oneLine(camera->friendlyName());
+    const auto name = sanitizedLine(camera->friendlyName());
     const auto status = camera->statusString();
     return status.isEmpty() ? name : tr("%1, %2", "camera name, status").arg(name, status);
 }

@@ -6,9 +6,9 @@
 #include "cameras/KS7Cam.h"
 #include "logging/KS7OrvexLogger.h"
 #include "pane/KS7SettingsWindowController.h"
-#include "widgets/Indicators.h"
 #include "platform/desktop/RunLoop.h"
 #include "preview/KS7PreviewController.h"
+#include "widgets/Indicators.h"
 
 #include <QLabel>
 #include <QPushButton>

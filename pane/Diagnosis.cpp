@@ -5,6 +5,7 @@
 #include "agent/AgentProxyFactory.h"
 #include "agent/WireTypes.h"
 #include "cameras/KS7Cam.h"
+#include "cameras/SanitizedLine.h"
 #include "logging/KS7OrvexLogger.h"
 #include "platform/desktop/Bundle.h"
 #include "platform/bus/ServiceProbe.h"
@@ -61,20 +62,16 @@ QString sinceWhen(ServiceProbe &survey, const QString &busName)
     return QStringLiteral(" since %1, process %2").arg(since).arg(*process);
 }
 
-/// Names come from the agent: a line break in one must not look like a finding.
-QString onOneLine(const QString &text)
-{
-    return text.simplified();
-}
-
 QString describeCamera(const QVariantMap &record)
 {
     const auto told = recordFromDictionary(record).value_or(CameraRecord());
     const auto camera = KS7Cam::camWithName(told.friendlyName, told.cameraIDString, told.status);
-    return onOneLine(QStringLiteral("%1 (%2): status %3 %4")
-                         .arg(camera->friendlyName(), camera->cameraIDString())
-                         .arg(camera->status())
-                         .arg(camera->statusString()));
+    // A line break in a name must not look like a finding.
+    return QStringLiteral("%1 (%2): status %3 %4")
+        .arg(sanitizedLine(camera->friendlyName()), sanitizedLine(camera->cameraIDString()))
+        .arg(camera->status())
+        .arg(camera->statusString())
+        .trimmed();
 }
 
 QString pipeWireSocket()
@@ -200,7 +197,7 @@ void Diagnosis::describePreferences()
     add(subject, QStringLiteral("%1, mode %2, %3").arg(file.filePath(), modeOf(file), state));
     // The names alone: values are nobody's business.
     if (dictionary)
-        add(QStringLiteral("Settings"), orNone(onOneLine(dictionary->keys().join(QStringLiteral(", ")))));
+        add(QStringLiteral("Settings"), orNone(sanitizedLine(dictionary->keys().join(QStringLiteral(", ")))));
 }
 
 void Diagnosis::describeLogs()

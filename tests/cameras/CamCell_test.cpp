@@ -342,21 +342,15 @@ private Q_SLOTS:
         QVERIFY(drawn() != first);
     }
 
-    void aNameStaysOnItsLine()
+    void namesThatDifferInALineBreakAreDrawnDifferently()
     {
-        showCamera(QStringLiteral("Kit\nchen\tleft\u2028right"), 1);
-        const auto odd = drawn();
-        showCamera(QStringLiteral("Kit chen left right"), 1);
-        QCOMPARE(odd, drawn());
-    }
-
-    void aNameCannotTurnItsDirection()
-    {
-        QCOMPARE(oneLine(QStringLiteral("Kit\u202Enehc\u2066x\u200F")), QStringLiteral("Kitnehcx"));
-        QCOMPARE(oneLine(QStringLiteral("a\r\nb")), QStringLiteral("a  b"));
-        QCOMPARE(oneLine(QString()), QString());
-        QCOMPARE(oneLine(QStringLiteral("<b>&amp;</b>")), QStringLiteral("<b>&amp;</b>"));
-        QVERIFY(oneLine(QString(10000, QLatin1Char('x'))).size() < 1100);
+        showCamera(QStringLiteral("Kit\nchen"), 1);
+        const auto broken = drawn();
+        for (const auto &other :
+             {QStringLiteral("Kit chen"), QStringLiteral("Kitchen"), QStringLiteral("Kit")}) {
+            showCamera(other, 1);
+            QVERIFY(drawn() != broken);
+        }
     }
 
     void startingAndPairingRowsHaveTheTableAnimate_data()

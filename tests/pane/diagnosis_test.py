@@ -108,7 +108,7 @@ class DiagnosisTest(unittest.TestCase):
         self.assertEqual(report["Cameras"], "2")
         self.assertIn("Kitchen (2A9C): status 4 Streaming", report["cameras"])
         # A name with a line break cannot pass for a finding.
-        self.assertIn("Desk PackageKit: running (1122): status 0 Not Found", report["cameras"])
+        self.assertIn("Desk⟨U+000A⟩PackageKit: running (1122): status 0 Not Found", report["cameras"])
 
     def test_gives_up_on_an_agent_that_hangs(self):
         with agent("--scenario", "scripted") as (process, _):
