@@ -45,5 +45,7 @@ inline const QString LogindSession = QStringLiteral("org.freedesktop.login1.Sess
 inline const QString LogindUser = QStringLiteral("org.freedesktop.login1.User");
 inline const QString PrepareForSleep = QStringLiteral("PrepareForSleep");
 inline const QString PackageKit = QStringLiteral("org.freedesktop.PackageKit");
+inline const QString PackageKitPath = QStringLiteral("/org/freedesktop/PackageKit");
+inline const QString PackageKitTransaction = QStringLiteral("org.freedesktop.PackageKit.Transaction");
 
 } // namespace platform::bus

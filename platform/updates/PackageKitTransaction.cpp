@@ -9,13 +9,14 @@
 #include <QLocale>
 
 #include <limits>
+#include <utility>
 
 namespace platform {
 namespace {
 
-const QString ServicePath = QStringLiteral("/org/freedesktop/PackageKit");
-const QString TransactionInterface = bus::PackageKit + QStringLiteral(".Transaction");
 const QString PercentageProperty = QStringLiteral("Percentage");
+
+const QString NameHasNoOwner = QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner");
 
 // The numbers of the package service's interface.
 constexpr uint ExitSuccess = 1;
@@ -23,8 +24,8 @@ constexpr uint ExitCancelled = 3;
 constexpr uint ErrorCancelled = 17;
 constexpr uint ErrorNotAuthorized = 48;
 
-// A person reads and types before a call that needs a password is answered.
-constexpr int AsLongAsItTakes = std::numeric_limits<int>::max();
+// The call may wait for a person who types a password.
+constexpr int NoTimeout = std::numeric_limits<int>::max();
 
 QStringList hints(bool interactive)
 {
@@ -35,11 +36,18 @@ QStringList hints(bool interactive)
             QStringLiteral("interactive=") + (interactive ? yes : no)};
 }
 
-/// The bus answers so in the place of a service that has gone.
+/// The message bus sends these errors in place of a service that has gone.
 bool saysServiceIsGone(const QString &errorName)
 {
     return errorName == QDBusError::errorString(QDBusError::NoReply)
         || errorName == QDBusError::errorString(QDBusError::Disconnected);
+}
+
+QDBusMessage daemonCall(const QString &method, const QVariantList &arguments)
+{
+    auto call = QDBusMessage::createMethodCall(bus::Daemon, bus::DaemonPath, bus::Daemon, method);
+    call.setArguments(arguments);
+    return call;
 }
 
 bool saysNoPermission(const QString &errorName)
@@ -68,53 +76,78 @@ PackageKitTransaction::PackageKitTransaction(const QDBusConnection &bus, QObject
 
 void PackageKitTransaction::run(const QString &method, const QVariantList &arguments, bool interactive)
 {
+    mMethod = method;
+    mArguments = arguments;
+    mInteractive = interactive;
     if (!mBus.isConnected()) {
-        // A call on a bus that is not there never comes to an end.
+        // Qt never finishes a call on a connection that is not open.
         mErrorText = mBus.lastError().message();
         return finish(Outcome::Failed);
     }
     watchBus();
-    const auto create = QDBusMessage::createMethodCall(bus::PackageKit, ServicePath, bus::PackageKit,
-                                                       QStringLiteral("CreateTransaction"));
-    auto *watcher = new QDBusPendingCallWatcher(mBus.asyncCall(create), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [this, watcher, method, arguments, interactive] {
-                watcher->deleteLater();
-                const QDBusMessage reply = watcher->reply();
-                if (reply.type() == QDBusMessage::ErrorMessage)
-                    failWith(reply);
-                else
-                    begin(reply, method, arguments, interactive);
-            });
+    findOwner();
 }
 
-void PackageKitTransaction::begin(const QDBusMessage &created, const QString &method,
-                                  const QVariantList &arguments, bool interactive)
+// The owner is asked for before the transaction is created: Qt 6.8 leaves QDBusMessage::service() of an
+// asynchronous reply empty, and a later question could name another owner than the one that replied.
+void PackageKitTransaction::findOwner()
 {
-    const QString path = created.arguments().value(0).value<QDBusObjectPath>().path();
-    if (path.isEmpty())
-        return failWith(created);
-    // Signals count from the owner that made the transaction only: others could send them on a system bus.
-    const QString service = created.service();
-    listen(service, path);
-    watchService(service);
+    ask(daemonCall(QStringLiteral("GetNameOwner"), {bus::PackageKit}), [this](const QDBusMessage &reply) {
+        if (reply.errorName() == NameHasNoOwner && !std::exchange(mActivated, true))
+            activate();
+        else if (reply.type() == QDBusMessage::ErrorMessage)
+            failWith(reply);
+        else
+            create(reply.arguments().value(0).toString());
+    });
+}
+
+void PackageKitTransaction::activate()
+{
+    ask(daemonCall(QStringLiteral("StartServiceByName"), {bus::PackageKit, 0U}),
+        [this](const QDBusMessage &reply) {
+            if (reply.type() == QDBusMessage::ErrorMessage)
+                failWith(reply);
+            else
+                findOwner();
+        });
+}
+
+void PackageKitTransaction::create(const QString &owner)
+{
+    watchService(owner);
+    const auto call = QDBusMessage::createMethodCall(owner, bus::PackageKitPath, bus::PackageKit,
+                                                     QStringLiteral("CreateTransaction"));
+    ask(call, [this, owner](const QDBusMessage &reply) {
+        const QString path = reply.arguments().value(0).value<QDBusObjectPath>().path();
+        if (path.isEmpty())
+            failWith(reply);
+        else
+            begin(owner, path);
+    });
+}
+
+void PackageKitTransaction::begin(const QString &owner, const QString &path)
+{
+    // Any program may send such signals on the system bus: only the owner's count.
+    listen(owner, path);
     auto setHints =
-        QDBusMessage::createMethodCall(service, path, TransactionInterface, QStringLiteral("SetHints"));
-    setHints << hints(interactive);
+        QDBusMessage::createMethodCall(owner, path, bus::PackageKitTransaction, QStringLiteral("SetHints"));
+    setHints << hints(mInteractive);
     mBus.asyncCall(setHints);
-    auto work = QDBusMessage::createMethodCall(service, path, TransactionInterface, method);
-    work.setArguments(arguments);
-    work.setInteractiveAuthorizationAllowed(interactive);
+    auto work = QDBusMessage::createMethodCall(owner, path, bus::PackageKitTransaction, mMethod);
+    work.setArguments(mArguments);
+    work.setInteractiveAuthorizationAllowed(mInteractive);
     call(work);
 }
 
 void PackageKitTransaction::listen(const QString &service, const QString &path)
 {
-    mBus.connect(service, path, TransactionInterface, QStringLiteral("Package"), this,
+    mBus.connect(service, path, bus::PackageKitTransaction, QStringLiteral("Package"), this,
                  SLOT(onPackage(uint, QString, QString)));
-    mBus.connect(service, path, TransactionInterface, QStringLiteral("ErrorCode"), this,
+    mBus.connect(service, path, bus::PackageKitTransaction, QStringLiteral("ErrorCode"), this,
                  SLOT(onErrorCode(uint, QString)));
-    mBus.connect(service, path, TransactionInterface, QStringLiteral("Finished"), this,
+    mBus.connect(service, path, bus::PackageKitTransaction, QStringLiteral("Finished"), this,
                  SLOT(onFinished(uint, uint)));
     mBus.connect(service, path, bus::Properties, QStringLiteral("PropertiesChanged"), this,
                  SLOT(onPropertiesChanged(QString, QVariantMap, QStringList)));
@@ -129,14 +162,25 @@ void PackageKitTransaction::watchService(const QString &service)
 
 void PackageKitTransaction::watchBus()
 {
-    // A bus that goes takes the watch over the service with it.
+    // When the connection breaks, QDBusServiceWatcher reports nothing.
     mBus.connect({}, bus::LocalPath, bus::LocalInterface, bus::LocalDisconnected, this,
                  SLOT(onDisconnected()));
 }
 
+void PackageKitTransaction::ask(const QDBusMessage &question, Answer answer)
+{
+    auto *watcher = new QDBusPendingCallWatcher(mBus.asyncCall(question), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, answer = std::move(answer)] {
+        watcher->deleteLater();
+        // The loss of the bus or of the owner has been reported before.
+        if (!mFinished)
+            answer(watcher->reply());
+    });
+}
+
 void PackageKitTransaction::call(const QDBusMessage &message)
 {
-    auto *watcher = new QDBusPendingCallWatcher(mBus.asyncCall(message, AsLongAsItTakes), this);
+    auto *watcher = new QDBusPendingCallWatcher(mBus.asyncCall(message, NoTimeout), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
         if (watcher->isError())
@@ -167,7 +211,7 @@ void PackageKitTransaction::onDisconnected()
 
 void PackageKitTransaction::onPackage(uint info, const QString &id, const QString &)
 {
-    // The upper half may hold the urgency of an update.
+    // The upper 16 bits may hold the urgency of an update.
     constexpr uint InfoMask = 0xFFFF;
     mPackages.push_back({info & InfoMask, PackageId(id)});
 }

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include <functional>
 #include <vector>
 
 namespace platform {
@@ -20,14 +21,15 @@ struct PackageId {
     QString architecture;
 };
 
-/// One piece of work of the package service, from its creation to its end. Nothing here waits: every answer
-/// comes by the run loop, and finished() comes exactly once for each run().
+/// One transaction of the package service, from its creation to its end. Every call is asynchronous, and
+/// finished() is emitted exactly once. All calls go to the unique owner that the service's name has at the
+/// start, and only that owner's signals count.
 class PackageKitTransaction final : public QObject {
     Q_OBJECT
 public:
-    /// Lost: the service or the bus went away in the middle, and nobody can tell what became of it.
+    /// Lost: the service or the bus went away before the end, so the result is unknown.
     enum class Outcome { Done, Refused, Failed, Lost };
-    /// What the service says about a package of its answer; only those that matter here.
+    /// The package states of the service's interface that matter here.
     enum Info : unsigned { Installed = 1, Blocked = 9 };
     struct Package {
         unsigned info;
@@ -36,15 +38,15 @@ public:
 
     explicit PackageKitTransaction(const QDBusConnection &bus, QObject *parent = nullptr);
 
-    /// Starts `method` of a new transaction. `interactive` lets the service ask the person for a password.
+    /// Starts `method` of a new transaction; to be called once. With `interactive` the service may ask for a
+    /// password.
     void run(const QString &method, const QVariantList &arguments, bool interactive);
     [[nodiscard]] const std::vector<Package> &packages() const { return mPackages; }
-    /// Why it did not end with Outcome::Done, in the words of the service or, if Lost, of the bus; may be
-    /// empty.
+    /// The reason of an outcome other than Done: the service's text or, if Lost, the bus's. May be empty.
     [[nodiscard]] QString errorText() const { return mErrorText; }
 
 Q_SIGNALS:
-    /// 0 to 100; another number when the service cannot tell.
+    /// 0 to 100; any other number means unknown.
     void progressed(int percentage);
     void finished(platform::PackageKitTransaction::Outcome outcome);
 
@@ -57,17 +59,27 @@ private Q_SLOTS:
     void onDisconnected();
 
 private:
-    void begin(const QDBusMessage &created, const QString &method, const QVariantList &arguments,
-               bool interactive);
+    using Answer = std::function<void(const QDBusMessage &reply)>;
+
+    void findOwner();
+    void activate();
+    void create(const QString &owner);
+    void begin(const QString &owner, const QString &path);
     void listen(const QString &service, const QString &path);
     void watchService(const QString &service);
     void watchBus();
+    void ask(const QDBusMessage &question, Answer answer);
     void call(const QDBusMessage &message);
     void failWith(const QDBusMessage &error);
     void lose(const QString &reason);
     void finish(Outcome outcome);
 
     QDBusConnection mBus;
+    QString mMethod;
+    QVariantList mArguments;
+    bool mInteractive = false;
+    /// The service has been started once; if it then owns no name, the transaction fails.
+    bool mActivated = false;
     std::vector<Package> mPackages;
     uint mErrorCode = 0;
     QString mErrorText;

@@ -4,6 +4,7 @@
   owners    {file: package id}      what SearchFiles finds
   updates   [[info, package id]]    what GetUpdates finds
   install   "done", "refused", "not-authorized", "cancelled", "failed", "vanish" or "silent"
+  stranger  true: another connection sends the caller an update and an end as if they were the transaction's
   query     "failed" lets every question fail; "vanish" ends the service in the middle of one; "silent" never ends one
 
 Prints a line for each call, and "ready" when it can be called.
@@ -13,6 +14,7 @@ import json
 import sys
 
 import dbus
+import dbus.lowlevel
 import dbus.mainloop.glib
 import dbus.service
 from gi.repository import GLib
@@ -72,9 +74,26 @@ class Transaction(dbus.service.Object):
     def query_silent(self, _values):
         pass
 
-    @dbus.service.method(TRANSACTION, in_signature="t")
-    def GetUpdates(self, filters):
+    def forge(self, caller):
+        """Sends signals of this transaction from another connection: one to everybody, one to the caller."""
+        stranger = dbus.SystemBus(private=True)
+        for destination in (None, caller):
+            for member, signature, values in (("Package", "uss", (5, "ks7-preferences;6.6-6;amd64;forged", "")),
+                                              ("Finished", "uu", (SUCCESS, 1))):
+                signal = dbus.lowlevel.SignalMessage(self.__dbus_object_path__, TRANSACTION, member)
+                signal.append(signature=signature, *values)
+                if destination:
+                    signal.set_destination(destination)
+                stranger.send_message(signal)
+        stranger.flush()
+        # An answer means that the bus has delivered everything that was sent before.
+        stranger.list_names()
+
+    @dbus.service.method(TRANSACTION, in_signature="t", sender_keyword="caller")
+    def GetUpdates(self, filters, caller):
         tell("GetUpdates", int(filters))
+        if self.behaviour.get("stranger"):
+            self.forge(caller)
         return self.end(self.behaviour.get("updates", []))
 
     @dbus.service.method(TRANSACTION, in_signature="tas")

@@ -4,11 +4,13 @@
 #include "tests/support/PrivateBus.h"
 #include "tests/support/Timeout.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimeZone>
@@ -49,6 +51,8 @@ private Q_SLOTS:
     void ignoresOtherPackages();
     void ignoresAnUpdateThatIsHeldBack();
     void ignoresAnUpdateOfAnotherArchitecture();
+    void ignoresSignalsOfStrangers();
+    void startsTheServiceWhenItIsNotRunning();
     void asksOnceADay();
     void asksAgainTheNextDay();
     void asksAgainWhenTheClockWentBack();
@@ -73,6 +77,7 @@ private Q_SLOTS:
 
 private:
     void startPackageKit();
+    QString makeServiceStartable();
     void restartBus();
     void startUpdater();
     void showPane();
@@ -125,6 +130,23 @@ void UpdaterTest::startPackageKit()
     mPackageKit->start(QStringLiteral(PACKAGEKIT_STAND_IN), {QString::fromUtf8(behaviour)});
     QTRY_VERIFY_WITH_TIMEOUT(calls().contains(QStringLiteral("ready")), Timeout);
     mCalls.clear();
+}
+
+/// Lets the bus start the service on demand; returns the file that says so.
+QString UpdaterTest::makeServiceStartable()
+{
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+                      + QStringLiteral("/dbus-1/services"));
+    folder.mkpath(QStringLiteral("."));
+    QFile file(folder.filePath(QStringLiteral("packagekit.service")));
+    file.open(QIODevice::WriteOnly);
+    const QByteArray behaviour = QJsonDocument(mBehaviour).toJson(QJsonDocument::Compact);
+    file.write("[D-BUS Service]\nName=org.freedesktop.PackageKit\nExec=" PACKAGEKIT_STAND_IN " '" + behaviour
+               + "'\n");
+    file.close();
+    mSystemBus.kill();
+    mSystemBus.start();
+    return file.fileName();
 }
 
 void UpdaterTest::restartBus()
@@ -231,6 +253,25 @@ void UpdaterTest::ignoresAnUpdateOfAnotherArchitecture()
     mBehaviour[QStringLiteral("updates")] = QJsonArray{update(Normal, foreign), update(Normal, NewerPackage)};
     offerUpdate();
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
+}
+
+void UpdaterTest::ignoresSignalsOfStrangers()
+{
+    mBehaviour[QStringLiteral("stranger")] = true;
+    offerUpdate();
+    QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
+}
+
+void UpdaterTest::startsTheServiceWhenItIsNotRunning()
+{
+    const QString serviceFile = makeServiceStartable();
+    showPane();
+    QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
+    QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
+    // The service that the bus has started ends with the bus.
+    QFile::remove(serviceFile);
+    mSystemBus.kill();
+    mSystemBus.start();
 }
 
 void UpdaterTest::asksOnceADay()
