@@ -1,7 +1,7 @@
 #include "about/KSHandTextField.h"
 
-#include "widgets/Accessible.h"
 #include "platform/QtCompat.h"
+#include "widgets/Accessible.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>

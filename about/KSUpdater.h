@@ -4,14 +4,20 @@
 
 #include <memory>
 
-/// The updater of the pane's own bundle, not of the host: both ways to one go by the bundle given.
-class KSUpdater {
+/// The updater of the pane's own bundle, not of the host application.
+class KSUpdater final : public platform::KS7SUUpdater {
 public:
-    /// The framework's shared updater for the pane's bundle.
-    static std::shared_ptr<platform::KS7SUUpdater>
-    sharedUpdater(platform::SoftwareUpdateFramework &framework,
-                  const std::shared_ptr<platform::Bundle> &bundle);
-    /// An updater of one's own for the pane's bundle.
-    static std::shared_ptr<platform::KS7SUUpdater> init(platform::SoftwareUpdateFramework &framework,
-                                                        const std::shared_ptr<platform::Bundle> &bundle);
+    /// Wraps the framework's shared updater for the pane's bundle.
+    static std::shared_ptr<KSUpdater> sharedUpdater(platform::SoftwareUpdateFramework &framework,
+                                                    const std::shared_ptr<platform::Bundle> &bundle);
+    /// Wraps a new updater of the framework for the pane's bundle.
+    static std::shared_ptr<KSUpdater> init(platform::SoftwareUpdateFramework &framework,
+                                           const std::shared_ptr<platform::Bundle> &bundle);
+
+    void applicationDidFinishLaunching() override;
+
+private:
+    explicit KSUpdater(std::shared_ptr<KS7SUUpdater> updater);
+
+    std::shared_ptr<KS7SUUpdater> mUpdater;
 };

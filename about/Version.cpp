@@ -1,8 +1,8 @@
 #include "about/Version.h"
 
-#include "widgets/LinkLabel.h"
 #include "pane/KS7SettingsWindowController.h"
 #include "platform/desktop/Bundle.h"
+#include "widgets/LinkLabel.h"
 
 namespace {
 

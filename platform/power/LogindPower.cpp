@@ -10,7 +10,7 @@
 namespace platform {
 namespace {
 
-/// Answers that power management is there; logind needs no handle of its own.
+/// Stands for power management being there; logind itself needs no handle.
 constexpr std::uint32_t RootPort = 1;
 const QString PowerConnection = QStringLiteral("ks7-preferences-power");
 
@@ -33,7 +33,7 @@ LogindPower::LogindPower()
 
 LogindPower::~LogindPower()
 {
-    // The connection stays: Qt would close it in a thread of its own, with answers still on their way.
+    // Leave the connection open: Qt would close it in its own thread, with replies still pending.
     mBus.disconnect(bus::Logind, bus::LogindPath, bus::LogindManager, bus::PrepareForSleep, this,
                     SLOT(prepareForSleep(bool)));
 }
@@ -56,7 +56,7 @@ std::uint32_t LogindPower::registerForSystemPower(void *refcon, Callback callbac
 
 void LogindPower::allowPowerChange(std::uint32_t, void *messageArgument)
 {
-    // Late answers to earlier messages let nothing sleep.
+    // Only the last announcement counts; the query and earlier announcements release nothing.
     if (!mToken || messageArgument != mToken.get())
         return;
     mMaySleep = true;
@@ -65,17 +65,22 @@ void LogindPower::allowPowerChange(std::uint32_t, void *messageArgument)
 
 void LogindPower::prepareForSleep(bool start)
 {
-    if (start) {
-        mMaySleep = false;
-        // The old one goes after the new one is there: their addresses differ.
-        auto token = std::make_unique<char>();
-        mToken.swap(token);
-        send(kIOMessageSystemWillSleep, mToken.get());
-        return;
-    }
     mMaySleep = false;
+    if (start)
+        return sendSleep();
     takeInhibitor();
     send(kIOMessageSystemHasPoweredOn, nullptr);
+}
+
+void LogindPower::sendSleep()
+{
+    // logind never asks whether the machine may sleep, so the query comes directly before the announcement.
+    // Its argument is not the announcement's: allowing the query releases nothing.
+    send(kIOMessageCanSystemSleep, &mQuery);
+    // Keep the old token until the new one exists, so that their addresses differ.
+    auto token = std::make_unique<char>();
+    mToken.swap(token);
+    send(kIOMessageSystemWillSleep, mToken.get());
 }
 
 void LogindPower::takeInhibitor()
@@ -93,7 +98,7 @@ void LogindPower::inhibited(QDBusPendingCallWatcher *answer)
         return;
     mQuestion = nullptr;
     const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *answer;
-    // An answer that comes when the machine already may sleep would only hold it up.
+    // After the sleep has been allowed, a late inhibitor would only delay it.
     if (!reply.isError() && !mMaySleep)
         mInhibitor = reply.value();
 }

@@ -15,7 +15,8 @@ class QDBusServiceWatcher;
 namespace platform {
 
 /// Sleep and wake as logind announces them. A delay inhibitor makes the machine wait until the will-sleep
-/// message has been answered; it is taken again after waking. Without logind no message comes.
+/// message has been answered; it is taken again after waking. Each will-sleep message follows a can-sleep
+/// query, whose answer releases nothing. Without logind no message comes.
 class LogindPower final : public QObject, public PowerManagement {
     Q_OBJECT
 public:
@@ -23,7 +24,7 @@ public:
     ~LogindPower() override;
 
     std::uint32_t registerForSystemPower(void *refcon, Callback callback) override;
-    /// Lets go of the inhibitor when `messageArgument` is that of the last will-sleep message.
+    /// Releases the inhibitor when `messageArgument` is that of the last will-sleep message.
     void allowPowerChange(std::uint32_t rootPort, void *messageArgument) override;
     [[nodiscard]] bool holdsInhibitor() const { return mInhibitor.isValid(); }
 
@@ -31,6 +32,7 @@ private Q_SLOTS:
     void prepareForSleep(bool start);
 
 private:
+    void sendSleep();
     void takeInhibitor();
     void inhibited(QDBusPendingCallWatcher *answer);
     void logindCame();
@@ -40,10 +42,13 @@ private:
     QDBusConnection mBus;
     std::unique_ptr<QDBusServiceWatcher> mWatcher;
     QDBusUnixFileDescriptor mInhibitor;
-    /// The one question on its way: an answer to an earlier one is of a logind that is gone.
+    /// The one pending Inhibit call; a reply to an earlier call is from a logind that has gone.
     QDBusPendingCallWatcher *mQuestion = nullptr;
     /// Its address is the argument of the last will-sleep message.
     std::unique_ptr<char> mToken;
+    /// Its address is the argument of every can-sleep query.
+    char mQuery = 0;
+    /// The last sleep was allowed and the machine has not woken yet.
     bool mMaySleep = false;
     void *mRefcon = nullptr;
     Callback mCallback = nullptr;

@@ -15,6 +15,7 @@
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QToolButton>
+#include <QWindow>
 
 namespace {
 
@@ -89,6 +90,7 @@ private Q_SLOTS:
     void theVersionLineOpensNothing();
     void theLinkCanBeReadOnDark();
     void theAboutBoxTellsVersionAndSite();
+    void theTitleIsReadOutAtEveryShowing();
     void theMenuShowsOneAboutBox();
     void okAndEscapeCloseTheBox();
     void aHostMayDestroyTheWindowUnderTheBox();
@@ -203,6 +205,17 @@ void AboutTest::theAboutBoxTellsVersionAndSite()
     QCOMPARE(box()->version->text(), QStringLiteral("v2.1.3"));
     QCOMPARE(runsOf(field()), QList<Run>({link(QStringLiteral(KS7_WEBSITE_HOST))}));
     QVERIFY(field()->alignment().testFlag(Qt::AlignHCenter));
+}
+
+void AboutTest::theTitleIsReadOutAtEveryShowing()
+{
+    for (int showing = 0; showing < 2; ++showing) {
+        showAboutBox();
+        auto *accessible = QAccessible::queryAccessibleInterface(box());
+        QCOMPARE(accessible->text(QAccessible::Name), QStringLiteral("About KS-7"));
+        QCOMPARE(box()->windowHandle()->title(), QStringLiteral("About KS-7"));
+        box()->close();
+    }
 }
 
 void AboutTest::theMenuShowsOneAboutBox()

@@ -8,6 +8,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <type_traits>
+
 using platform::UpdateOffer;
 
 /// The pane's window while the updater has something to say.
@@ -20,6 +22,7 @@ private Q_SLOTS:
 
     void everyShowingStartsTheUpdater();
     void theUpdaterIsTheFrameworksForThePanesBundle();
+    void theUpdaterIsOneOfTheFramework();
     void nothingIsShownWithoutAnOffer();
     void theOfferStandsAboveThePane();
     void theOfferTakesRoomFromThePane();
@@ -77,6 +80,19 @@ void UpdateStripTest::theUpdaterIsTheFrameworksForThePanesBundle()
     QCOMPARE(mPane->updates->bundles.size(), std::size_t(3));
     for (const auto &bundle : mPane->updates->bundles)
         QCOMPARE(bundle, std::shared_ptr<platform::Bundle>(mPane->bundle));
+}
+
+void UpdateStripTest::theUpdaterIsOneOfTheFramework()
+{
+    static_assert(std::is_base_of_v<platform::KS7SUUpdater, KSUpdater>);
+    const std::shared_ptr<platform::KS7SUUpdater> shared =
+        KSUpdater::sharedUpdater(*mPane->updates, mPane->bundle);
+    const std::shared_ptr<platform::KS7SUUpdater> made = KSUpdater::init(*mPane->updates, mPane->bundle);
+    mPane->takeJournal();
+    shared->applicationDidFinishLaunching();
+    made->applicationDidFinishLaunching();
+    const auto started = QStringLiteral("updater started");
+    QCOMPARE(mPane->takeJournal(), QStringList({started, started}));
 }
 
 void UpdateStripTest::nothingIsShownWithoutAnOffer()

@@ -1,3 +1,4 @@
+#include "about/KSUpdater.h"
 #include "platform/updates/PackageKitUpdater.h"
 #include "platform/updates/UpdateState.h"
 #include "tests/support/LogLines.h"
@@ -171,7 +172,7 @@ bool UpdaterTest::asked(const QString &method)
 
 void UpdaterTest::showPane()
 {
-    mFramework->updaterForBundle(nullptr)->applicationDidFinishLaunching();
+    KSUpdater::sharedUpdater(*mFramework, nullptr)->applicationDidFinishLaunching();
 }
 
 void UpdaterTest::showPaneTheNextDay()

@@ -4,6 +4,33 @@
 #include <QPushButton>
 #include <QTest>
 
+#include <functional>
+#include <utility>
+
+namespace {
+
+/// Sends the messages that a test wants and calls back at each answer.
+class ObservedPower final : public platform::PowerManagement {
+public:
+    explicit ObservedPower(std::function<void()> allowed)
+        : mAllowed(std::move(allowed))
+    {
+    }
+    std::uint32_t registerForSystemPower(void *refcon, Callback callback) override
+    {
+        mSend = [refcon, callback](std::uint32_t message) { callback(refcon, 0, message, nullptr); };
+        return 1;
+    }
+    void allowPowerChange(std::uint32_t, void *) override { mAllowed(); }
+    void send(std::uint32_t message) { mSend(message); }
+
+private:
+    std::function<void()> mAllowed;
+    std::function<void(std::uint32_t)> mSend;
+};
+
+} // namespace
+
 /// What the pane does when the machine goes to sleep and comes back.
 class PowerTest : public QObject {
     Q_OBJECT
@@ -105,6 +132,22 @@ private Q_SLOTS:
                               QStringLiteral("cameraStatusChanged"),
                               QStringLiteral("Sleeping: Calling IOAllowPowerChange")}));
         mPane->power->send(platform::kIOMessageSystemHasPoweredOn, nullptr);
+        QCOMPARE(mPane->takeLog(), QStringList());
+    }
+
+    void everyLineIsLoggedBeforeTheSleepIsAllowed()
+    {
+        QStringList loggedBefore;
+        const auto power =
+            std::make_shared<ObservedPower>([this, &loggedBefore] { loggedBefore = mPane->takeLog(); });
+        mPane->refit = [power](platform::Services &services) { services.power = power; };
+        mPane->keepLog();
+        mPane->show();
+        mPane->takeLog();
+        power->send(platform::kIOMessageSystemWillSleep);
+        QCOMPARE(loggedBefore.value(0),
+                 QStringLiteral("Sleeping: Got sleep notification. Need to stop streaming"));
+        QCOMPARE(loggedBefore.last(), QStringLiteral("Sleeping: Calling IOAllowPowerChange"));
         QCOMPARE(mPane->takeLog(), QStringList());
     }
 

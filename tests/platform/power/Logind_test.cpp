@@ -1,7 +1,7 @@
 #include "platform/bus/BusNames.h"
+#include "platform/desktop/Workspace.h"
 #include "platform/power/LogindPower.h"
 #include "platform/power/LogindSession.h"
-#include "platform/desktop/Workspace.h"
 #include "tests/support/Timeout.h"
 
 #include <QDBusArgument>
@@ -12,12 +12,19 @@
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusReply>
+#include <QDBusUnixFileDescriptor>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QDir>
 #include <QProcess>
 #include <QTest>
 
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -38,6 +45,27 @@ struct Received {
     void *argument;
 };
 std::vector<Received> received;
+
+/// The arguments of the messages of one kind, in order.
+std::vector<void *> argumentsOf(std::uint32_t message)
+{
+    std::vector<void *> arguments;
+    for (const Received &one : received) {
+        if (one.message == message)
+            arguments.push_back(one.argument);
+    }
+    return arguments;
+}
+
+int wakes()
+{
+    return static_cast<int>(argumentsOf(platform::kIOMessageSystemHasPoweredOn).size());
+}
+
+std::vector<void *> announcements()
+{
+    return argumentsOf(platform::kIOMessageSystemWillSleep);
+}
 
 void receive(void *refcon, std::uint32_t, std::uint32_t message, void *argument)
 {
@@ -175,6 +203,81 @@ private:
     QStringList mSearches;
 };
 
+/// Hands out inhibitors, as late as it is told, and knows which of them are still held.
+class InhibitingLogind final : public QDBusVirtualObject {
+public:
+    InhibitingLogind()
+        : mBus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("inhibiting logind")))
+    {
+        mBus.registerVirtualObject(bus::LogindPath, this);
+        mBus.registerService(bus::Logind);
+    }
+    ~InhibitingLogind() override
+    {
+        mBus.unregisterService(bus::Logind);
+        mBus.unregisterObject(bus::LogindPath);
+        for (const int end : mReadEnds)
+            ::close(end);
+    }
+    InhibitingLogind(const InhibitingLogind &) = delete;
+    InhibitingLogind &operator=(const InhibitingLogind &) = delete;
+
+    void prepares(bool start)
+    {
+        auto signal = QDBusMessage::createSignal(bus::LogindPath, bus::LogindManager, bus::PrepareForSleep);
+        signal << start;
+        mBus.send(signal);
+    }
+
+    void keepAnswersBack() { mKeepsAnswersBack = true; }
+    [[nodiscard]] bool hasUnanswered() const { return !mUnanswered.isEmpty(); }
+    void answerNow()
+    {
+        mKeepsAnswersBack = false;
+        for (const QDBusMessage &question : std::exchange(mUnanswered, {}))
+            answer(question);
+    }
+    [[nodiscard]] int questions() const { return mQuestions; }
+    /// The inhibitors that were handed out and whose last descriptor is not closed yet.
+    [[nodiscard]] int held() const
+    {
+        return static_cast<int>(std::count_if(mReadEnds.begin(), mReadEnds.end(), [](int end) {
+            pollfd state{end, 0, 0};
+            return ::poll(&state, 1, 0) == 0;
+        }));
+    }
+
+    [[nodiscard]] QString introspect(const QString &) const override { return {}; }
+    bool handleMessage(const QDBusMessage &question, const QDBusConnection &) override
+    {
+        if (question.member() != QLatin1String("Inhibit"))
+            return false;
+        ++mQuestions;
+        if (mKeepsAnswersBack)
+            mUnanswered.append(question);
+        else
+            answer(question);
+        return true;
+    }
+
+private:
+    void answer(const QDBusMessage &question)
+    {
+        std::array<int, 2> ends{};
+        if (::pipe2(ends.data(), O_CLOEXEC) != 0)
+            return;
+        mReadEnds.push_back(ends[0]);
+        mBus.send(question.createReply(QVariant::fromValue(QDBusUnixFileDescriptor(ends[1]))));
+        ::close(ends[1]);
+    }
+
+    QDBusConnection mBus;
+    bool mKeepsAnswersBack = false;
+    int mQuestions = 0;
+    QList<QDBusMessage> mUnanswered;
+    std::vector<int> mReadEnds;
+};
+
 } // namespace
 
 /// Sleep, wake and user switching, as a logind played by python-dbusmock announces them.
@@ -300,14 +403,35 @@ private Q_SLOTS:
         power.registerForSystemPower(nullptr, receive);
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
         logindPrepares(true);
-        QTRY_COMPARE_WITH_TIMEOUT(received.size(), std::size_t(1), Timeout);
-        QCOMPARE(received[0].message, std::uint32_t(platform::kIOMessageSystemWillSleep));
-        QVERIFY(received[0].argument);
+        QTRY_COMPARE_WITH_TIMEOUT(announcements().size(), std::size_t(1), Timeout);
+        QVERIFY(announcements()[0]);
         power.allowPowerChange(1, nullptr);
         QVERIFY(power.holdsInhibitor());
-        power.allowPowerChange(1, received[0].argument);
+        power.allowPowerChange(1, announcements()[0]);
         QVERIFY(!power.holdsInhibitor());
         QTRY_COMPARE_WITH_TIMEOUT(inhibitors(), 0, Timeout);
+    }
+
+    void theQueryComesBeforeTheAnnouncementAndReleasesNothing()
+    {
+        startLogind();
+        platform::LogindPower power;
+        power.registerForSystemPower(nullptr, receive);
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+        logindPrepares(true);
+        QTRY_COMPARE_WITH_TIMEOUT(received.size(), std::size_t(2), Timeout);
+        QCOMPARE(received[0].message, std::uint32_t(platform::kIOMessageCanSystemSleep));
+        QCOMPARE(received[1].message, std::uint32_t(platform::kIOMessageSystemWillSleep));
+        QVERIFY(received[0].argument);
+        power.allowPowerChange(1, received[0].argument);
+        QVERIFY(power.holdsInhibitor());
+        QCOMPARE(inhibitors(), 1);
+        // The query of the next night releases nothing either, also before its announcement.
+        logindPrepares(false);
+        logindPrepares(true);
+        QTRY_COMPARE_WITH_TIMEOUT(announcements().size(), std::size_t(2), Timeout);
+        power.allowPowerChange(1, argumentsOf(platform::kIOMessageCanSystemSleep)[1]);
+        QVERIFY(power.holdsInhibitor());
     }
 
     void wakingTakesTheInhibitorAgain()
@@ -333,16 +457,17 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
         logindPrepares(true);
         logindPrepares(true);
-        QTRY_COMPARE_WITH_TIMEOUT(received.size(), std::size_t(2), Timeout);
-        QVERIFY(received[0].argument != received[1].argument);
-        power.allowPowerChange(1, received[0].argument);
+        QTRY_COMPARE_WITH_TIMEOUT(announcements().size(), std::size_t(2), Timeout);
+        const auto announced = announcements();
+        QVERIFY(announced[0] != announced[1]);
+        power.allowPowerChange(1, announced[0]);
         QVERIFY(power.holdsInhibitor());
-        power.allowPowerChange(1, received[1].argument);
-        power.allowPowerChange(1, received[1].argument);
+        power.allowPowerChange(1, announced[1]);
+        power.allowPowerChange(1, announced[1]);
         QVERIFY(!power.holdsInhibitor());
         logindPrepares(false);
         logindPrepares(false);
-        QTRY_COMPARE_WITH_TIMEOUT(received.size(), std::size_t(4), Timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(wakes(), 2, Timeout);
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
         QCOMPARE(inhibitors(), 1);
     }
@@ -376,6 +501,78 @@ private Q_SLOTS:
         startLogind();
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
         QCOMPARE(inhibitors(), 1);
+    }
+
+    void oneInhibitorIsAskedForAtATime()
+    {
+        InhibitingLogind logind;
+        logind.keepAnswersBack();
+        platform::LogindPower power;
+        platform::LogindPower *allows = &power;
+        power.registerForSystemPower(&allows, receive);
+        QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
+        logind.prepares(false);
+        logind.prepares(false);
+        QTRY_COMPARE_WITH_TIMEOUT(wakes(), 2, Timeout);
+        logind.answerNow();
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+        // The question after a night comes behind all earlier ones.
+        logind.prepares(true);
+        logind.prepares(false);
+        QTRY_COMPARE_WITH_TIMEOUT(wakes(), 3, Timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+        QCOMPARE(logind.questions(), 2);
+        QCOMPARE(logind.held(), 1);
+    }
+
+    void anInhibitorThatComesAfterTheSleepWasAllowedIsReleased()
+    {
+        InhibitingLogind logind;
+        logind.keepAnswersBack();
+        platform::LogindPower power;
+        platform::LogindPower *allows = &power;
+        power.registerForSystemPower(&allows, receive);
+        QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
+        logind.prepares(true);
+        QTRY_COMPARE_WITH_TIMEOUT(announcements().size(), std::size_t(1), Timeout);
+        logind.answerNow();
+        QCOMPARE(logind.held(), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(logind.held(), 0, Timeout);
+        QVERIFY(!power.holdsInhibitor());
+        logind.prepares(false);
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+        QCOMPARE(logind.held(), 1);
+    }
+
+    void anInhibitorThatComesBeforeTheSleepIsAllowedIsHeldUntilThen()
+    {
+        InhibitingLogind logind;
+        logind.keepAnswersBack();
+        platform::LogindPower power;
+        power.registerForSystemPower(nullptr, receive);
+        QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
+        logind.prepares(true);
+        QTRY_COMPARE_WITH_TIMEOUT(announcements().size(), std::size_t(1), Timeout);
+        logind.answerNow();
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+        power.allowPowerChange(1, announcements()[0]);
+        QTRY_COMPARE_WITH_TIMEOUT(logind.held(), 0, Timeout);
+    }
+
+    void anInhibitorThatComesAfterWakingIsHeld()
+    {
+        InhibitingLogind logind;
+        logind.keepAnswersBack();
+        platform::LogindPower power;
+        platform::LogindPower *allows = &power;
+        power.registerForSystemPower(&allows, receive);
+        QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
+        logind.prepares(true);
+        logind.prepares(false);
+        QTRY_COMPARE_WITH_TIMEOUT(wakes(), 1, Timeout);
+        logind.answerNow();
+        QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
+        QCOMPARE(logind.held(), 1);
     }
 
     void aSwitchOfTheUserIsToldOnceEachWay()
