@@ -87,6 +87,5 @@ set(CPACK_DEBIAN_SIMULATOR_DESCRIPTION
 Takes the place of the camera agent on the session bus, with cameras of its
 own, so that the settings pane of the KS-7 can be tried, shown and tested
 without a camera.")
-set(CPACK_DEBIAN_SIMULATOR_PACKAGE_DEPENDS "gstreamer1.0-pipewire, gstreamer1.0-plugins-base")
 
 include(CPack)

@@ -1,9 +1,9 @@
-#include "simulator/bus/AgentService.h"
 #include "simulator/ExitSignals.h"
 #include "simulator/Options.h"
+#include "simulator/bus/AgentService.h"
 #include "simulator/picture/Picture.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <cstdio>
 #include <cstdlib>
@@ -32,8 +32,7 @@ int runPicture(const simulator::Options &options)
     simulator::Picture picture(options.pictureSettings);
     QObject::connect(&picture, &simulator::Picture::failed, QCoreApplication::instance(),
                      [] { QCoreApplication::exit(EXIT_FAILURE); });
-    if (!picture.start(options.pictureSettings.nodeDescription))
-        return EXIT_FAILURE;
+    picture.show(options.pictureSettings.nodeDescription);
     return QCoreApplication::exec();
 }
 
@@ -41,7 +40,10 @@ int runPicture(const simulator::Options &options)
 
 int main(int argc, char **argv)
 {
-    QCoreApplication application(argc, argv);
+    // Fonts need a QGuiApplication, which shall meet neither a display nor the desktop's theme.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qunsetenv("QT_QPA_PLATFORMTHEME");
+    const QGuiApplication application(argc, argv);
     const simulator::ExitSignals exitSignals;
     QCoreApplication::setApplicationName(QStringLiteral("ks7-agent-simulator"));
     const auto options = simulator::Options::parse(QCoreApplication::arguments());

@@ -36,10 +36,11 @@ AgentService::AgentService(const Options &options, const QDBusConnection &bus)
     , mDeviceController(mModel, mDesk)
     , mUsbController(mModel.cable(), mDesk)
     , mScript(mModel, mNotifier, mRecorder, mFaults)
-    , mPicture(options.pictureSettings)
 {
-    if (options.picture)
-        connect(&mModel.roster(), &CameraRegistry::changed, this, &AgentService::showPicture);
+    if (!options.picture)
+        return;
+    mPicture.emplace(options.pictureSettings);
+    connect(&mModel.roster(), &CameraRegistry::changed, this, &AgentService::showPicture);
 }
 
 std::optional<QString> AgentService::start()
@@ -90,14 +91,8 @@ std::optional<QString> AgentService::takeNames()
 
 void AgentService::showPicture()
 {
-    const auto camera = mModel.roster().preferred();
-    if (mModel.isStreaming())
-        mPicture.start(camera->name);
-    else
-        mPicture.stop();
-    // So that the picture is there as soon as the camera streams.
-    if (camera && camera->status == kKS7CamStarting)
-        mPicture.prepare();
+    const auto camera = mModel.roster().streaming();
+    mPicture->show(camera ? camera->name : QString());
 }
 
 void AgentService::busHasGone()

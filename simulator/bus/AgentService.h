@@ -1,15 +1,15 @@
 #pragma once
 
-#include "simulator/model/AgentModel.h"
-#include "simulator/picture/BackgroundPicture.h"
+#include "simulator/Options.h"
 #include "simulator/bus/BusNotifier.h"
 #include "simulator/bus/DeviceController.h"
 #include "simulator/bus/FaultInjector.h"
-#include "simulator/Options.h"
 #include "simulator/bus/PaneListener.h"
 #include "simulator/bus/Recorder.h"
-#include "simulator/script/Script.h"
 #include "simulator/bus/UsbController.h"
+#include "simulator/model/AgentModel.h"
+#include "simulator/picture/Picture.h"
+#include "simulator/script/Script.h"
 
 #include <optional>
 
@@ -46,7 +46,7 @@ private:
     DeviceController mDeviceController;
     UsbController mUsbController;
     Script mScript;
-    BackgroundPicture mPicture;
+    std::optional<Picture> mPicture;
 };
 
 } // namespace simulator

@@ -116,6 +116,16 @@ std::optional<Camera> CameraRegistry::preferred() const
     return camera && !isIgnored(*camera) ? camera : std::nullopt;
 }
 
+std::optional<Camera> CameraRegistry::streaming() const
+{
+    QVector<Camera> candidates = listed();
+    std::stable_partition(candidates.begin(), candidates.end(),
+                          [this](const Camera &each) { return each.address == mPreferred; });
+    const auto camera = std::find_if(candidates.begin(), candidates.end(),
+                                     [](const Camera &each) { return each.status == kKS7CamStreaming; });
+    return camera == candidates.end() ? std::nullopt : std::optional(*camera);
+}
+
 bool CameraRegistry::isIgnored(const Camera &camera) const
 {
     return mPreferences.cameraValue(PreferenceKeys::IgnoredCams, camera.address).toBool();

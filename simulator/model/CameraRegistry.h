@@ -45,6 +45,8 @@ public:
     [[nodiscard]] QString preferredAddress() const { return mPreferred; }
     /// The preferred camera, if it is listed.
     [[nodiscard]] std::optional<Camera> preferred() const;
+    /// The camera that streams: the preferred one if several do.
+    [[nodiscard]] std::optional<Camera> streaming() const;
     /// The camera that was removed last.
     [[nodiscard]] std::optional<Camera> lastRemoved() const { return mLastRemoved; }
 
