@@ -3,20 +3,23 @@
 #include "DeviceControllerInterface.h"
 #include "USBControllerInterface.h"
 #include "agent/WireTypes.h"
-#include "platform/bus/RemoteConnection.h"
 #include "platform/LogCategory.h"
+#include "platform/bus/BusCall.h"
+#include "platform/bus/RemoteConnection.h"
 
 using namespace std::chrono_literals;
+using platform::CallTimeout;
 using platform::DBusRootProxy;
 
 namespace {
 
-constexpr auto CallTimeout = 3000ms;
-/// Work on the camera's flash memory happens inside these calls.
+/// The agent writes to the camera's flash memory inside these calls.
 constexpr auto SlowCallTimeout = 30000ms;
+/// The result of such a call when the agent answers with an error or with another type: 0 would be success.
+constexpr int NoResult = -1;
 
-/// Makes the calls of one generated proxy and judges their answers. What is not an answer of exactly the
-/// declared type is none.
+/// Makes the calls of one generated proxy and checks their replies. A reply that does not have exactly the
+/// declared type counts as none.
 template <class Interface>
 class Caller {
 public:
@@ -26,18 +29,32 @@ public:
     {
     }
 
-    /// The answer to `send`, which makes the call; `none` when there is no answer.
+    /// The reply to `send`, which makes the call; 0 or empty when there is none.
     template <class Answer, class Send>
-    Answer ask(Send send, Answer none = {}, std::chrono::milliseconds timeout = CallTimeout)
+    Answer ask(Send send)
     {
         if (!mRoot->isValid())
-            return none;
-        mInterface.setTimeout(timeout);
+            return {};
+        mInterface.setTimeout(CallTimeout);
         QDBusPendingReply<Answer> reply = send(mInterface);
-        return isAnswered(reply) ? reply.value() : none;
+        return isAnswered(reply) ? reply.value() : Answer();
     }
 
-    /// A call without a result, which waits for its answer all the same.
+    /// The result of a slow call: 0 is success. A call that ends in the link's death answers 0, too: the
+    /// death tells the rest.
+    template <class Send>
+    int askResult(Send send)
+    {
+        if (!mRoot->isValid())
+            return 0;
+        mInterface.setTimeout(SlowCallTimeout);
+        QDBusPendingReply<int> reply = send(mInterface);
+        if (isAnswered(reply))
+            return reply.value();
+        return mRoot->isValid() ? NoResult : 0;
+    }
+
+    /// A call without a result. It waits for its reply as well.
     template <class Send>
     void tell(Send send)
     {
@@ -48,22 +65,21 @@ public:
         isAnswered(reply);
     }
 
-    /// Waits for the call; false when it brought no answer of the types that the reply is declared with.
+    /// Waits for the reply; false when there is none of the declared types.
     template <class... Types>
     bool isAnswered(QDBusPendingReply<Types...> &reply)
     {
         reply.waitForFinished();
         if (reply.isError()) {
-            if (reply.error().type() == QDBusError::InvalidSignature)
-                qCWarning(KS7_PLATFORM, "An answer of the agent: %s",
-                          qUtf8Printable(reply.error().message()));
-            mRoot->callFailed(reply.error());
+            mRoot->callFailed(reply.reply());
+            qCWarning(KS7_PLATFORM, "A call to the agent failed: %s",
+                      qUtf8Printable(reply.error().message()));
             return false;
         }
-        // The reply's own check looks at the types declared and lets further ones follow.
+        // QDBusPendingReply checks the declared types only and accepts further arguments after them.
         const bool complete = reply.reply().arguments().size() == reply.count();
         if (!complete)
-            qCWarning(KS7_PLATFORM, "An answer of the agent is longer than it should be: \"%s\"",
+            qCWarning(KS7_PLATFORM, "A reply of the agent is too long: \"%s\"",
                       qUtf8Printable(reply.reply().signature()));
         return complete;
     }
@@ -184,7 +200,7 @@ public:
 
     int startUpdate() override
     {
-        return mAgent.ask<int>([](auto &agent) { return agent.startUpdate(); }, 0, SlowCallTimeout);
+        return mAgent.askResult([](auto &agent) { return agent.startUpdate(); });
     }
     bool connectedCamNeedsFirmwareUpdate() override
     {
@@ -192,7 +208,7 @@ public:
     }
     int setPassKey(const QString &passKey) override
     {
-        return mAgent.ask<int>([&](auto &agent) { return agent.setPassKey(passKey); }, 0, SlowCallTimeout);
+        return mAgent.askResult([&](auto &agent) { return agent.setPassKey(passKey); });
     }
     bool connectedCamHasBTAddress(const QString &address) override
     {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/bus/BusCall.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingReply>
@@ -29,5 +31,5 @@ private:
     QString mPath;
     QString mInterface;
     QDBusConnection mConnection;
-    std::chrono::milliseconds mTimeout{3000};
+    std::chrono::milliseconds mTimeout = platform::CallTimeout;
 };

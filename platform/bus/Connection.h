@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 namespace platform {
@@ -15,8 +16,8 @@ public:
     virtual ~RootProxy() = default;
 };
 
-/// A link to the one owner that held a registered name when it was opened.
-/// It dies when that owner lets go of the name, lets a call time out, the bus goes, or on invalidate().
+/// A link to the one owner that held a registered name when it was opened. It dies on invalidate(), when that
+/// owner releases the name or lets a call time out, and when the bus goes away.
 class Connection {
 public:
     virtual ~Connection() = default;
@@ -33,8 +34,15 @@ class ConnectionRegistry {
 public:
     virtual ~ConnectionRegistry() = default;
 
-    /// A connection to `name` on the local host; null when nobody has registered the name.
+    /// A connection to `name` on the local host; null when nobody has registered the name. Connections that
+    /// are found to be dead here report it on the next turn of the run loop.
     virtual std::shared_ptr<Connection> connectionWithRegisteredName(const QString &name) = 0;
+    /// Calls `handler` when a bus that had been away is there again and `name` is already registered on it:
+    /// the pane has missed the owner's announcement of its start.
+    virtual void whenFoundAgain([[maybe_unused]] const QString &name,
+                                [[maybe_unused]] std::function<void()> handler)
+    {
+    }
 };
 
 } // namespace platform

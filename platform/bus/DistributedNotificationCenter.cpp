@@ -1,7 +1,7 @@
 #include "platform/bus/DistributedNotificationCenter.h"
 
+#include "platform/bus/BusConnection.h"
 #include "platform/bus/BusNames.h"
-#include "platform/bus/SessionBus.h"
 
 #include <QDBusArgument>
 #include <QDBusMessage>
@@ -19,10 +19,10 @@ QVariantMap userInfoOf(const QDBusMessage &signal)
 
 } // namespace
 
-DistributedNotificationCenter::DistributedNotificationCenter(std::shared_ptr<SessionBus> bus)
+DistributedNotificationCenter::DistributedNotificationCenter(std::shared_ptr<BusConnection> bus)
     : mBus(std::move(bus))
 {
-    QObject::connect(mBus.get(), &SessionBus::opened, this, &DistributedNotificationCenter::subscribeAll);
+    QObject::connect(mBus.get(), &BusConnection::opened, this, &DistributedNotificationCenter::subscribeAll);
 }
 
 DistributedNotificationCenter::~DistributedNotificationCenter()
@@ -63,6 +63,7 @@ void DistributedNotificationCenter::postNotificationName(const QString &name, co
 
 void DistributedNotificationCenter::receive(const QDBusMessage &signal)
 {
+    Q_EMIT mBus->aboutToDeliver();
     mObservers.postNotificationName(signal.member(), nullptr, userInfoOf(signal));
 }
 

@@ -11,7 +11,7 @@ class QDBusMessage;
 
 namespace platform {
 
-class SessionBus;
+class BusConnection;
 
 /// The centre across processes: broadcast signals on the session bus. The bus is asked for the observed names
 /// only, so that nobody else's notifications wake the pane. Posts never wait; what is posted comes back to
@@ -20,7 +20,7 @@ class SessionBus;
 class DistributedNotificationCenter final : public QObject, public NotificationCenter {
     Q_OBJECT
 public:
-    explicit DistributedNotificationCenter(std::shared_ptr<SessionBus> bus);
+    explicit DistributedNotificationCenter(std::shared_ptr<BusConnection> bus);
     ~DistributedNotificationCenter() override;
 
     void addObserver(const void *observer, const QString &name, NotificationHandler handler) override;
@@ -36,7 +36,7 @@ private:
     void unsubscribe(const QString &name);
     void subscribeAll();
 
-    std::shared_ptr<SessionBus> mBus;
+    std::shared_ptr<BusConnection> mBus;
     LocalNotificationCenter mObservers;
     QStringList mSubscribed;
 };

@@ -1,11 +1,10 @@
 #include "platform/bus/RemoteConnection.h"
 
+#include "platform/bus/BusCall.h"
+#include "platform/bus/BusConnection.h"
 #include "platform/bus/BusNames.h"
 #include "platform/bus/NotificationCenter.h"
 #include "platform/desktop/RunLoop.h"
-#include "platform/bus/SessionBus.h"
-
-#include <QDBusError>
 
 #include <utility>
 
@@ -28,30 +27,32 @@ bool DBusRootProxy::isValid() const
     return connection && connection->isValid();
 }
 
-void DBusRootProxy::callFailed(const QDBusError &error) const
+void DBusRootProxy::callFailed(const QDBusMessage &error) const
 {
-    const bool timedOut = error.type() == QDBusError::NoReply || error.type() == QDBusError::Timeout
-        || error.type() == QDBusError::TimedOut;
     const auto connection = mConnection.lock();
-    if (timedOut && connection)
-        connection->callTimedOut();
+    if (connection && isLinkLost(error, mOwner))
+        connection->peerLost();
 }
 
 // Registry ----------------------------------------------------------------------------------------------
 
-DBusConnectionRegistry::DBusConnectionRegistry(std::shared_ptr<SessionBus> bus,
+DBusConnectionRegistry::DBusConnectionRegistry(std::shared_ptr<BusConnection> bus,
                                                std::shared_ptr<RunLoop> runLoop,
                                                std::shared_ptr<NotificationCenter> localCenter)
     : mBus(std::move(bus))
     , mRunLoop(std::move(runLoop))
     , mLocalCenter(std::move(localCenter))
 {
+    connect(mBus.get(), &BusConnection::foundAgain, this, &DBusConnectionRegistry::lookForOwners);
 }
 
 DBusConnectionRegistry::~DBusConnectionRegistry() = default;
 
 std::shared_ptr<Connection> DBusConnectionRegistry::connectionWithRegisteredName(const QString &name)
 {
+    // The caller is in the middle of connecting, perhaps before anybody observes deaths.
+    if (mBus->isLostUnreported())
+        endAllOnNextTurn();
     mBus->reopenIfLost();
     auto connection = std::make_shared<RemoteConnection>(shared_from_this(), name);
     if (!connection->open())
@@ -61,19 +62,39 @@ std::shared_ptr<Connection> DBusConnectionRegistry::connectionWithRegisteredName
     return connection;
 }
 
-void DBusConnectionRegistry::callTimedOut()
+void DBusConnectionRegistry::whenFoundAgain(const QString &name, std::function<void()> handler)
+{
+    mFoundAgain[name] = std::move(handler);
+}
+
+void DBusConnectionRegistry::endAllOnNextTurn()
 {
     const auto open = std::exchange(mOpen, {});
     for (const auto &weak : open) {
         if (const auto connection = weak.lock())
-            connection->dieOnNextTurn();
+            connection->endOnNextTurn();
     }
+}
+
+void DBusConnectionRegistry::lookForOwners()
+{
+    // The bus may have been found inside a look-up, whose caller connects by itself.
+    mRunLoop->performOnMainThread([weak = weak_from_this()] {
+        const auto self = weak.lock();
+        if (!self)
+            return;
+        const auto handlers = self->mFoundAgain;
+        for (const auto &[name, handler] : handlers) {
+            if (!self->mBus->ownerOf(bus::busName(name)).isEmpty())
+                handler();
+        }
+    });
 }
 
 // Connection --------------------------------------------------------------------------------------------
 
 RemoteConnection::RemoteConnection(std::shared_ptr<DBusConnectionRegistry> registry,
-                               const QString &registeredName)
+                                   const QString &registeredName)
     : mRegistry(std::move(registry))
     , mBusName(bus::busName(registeredName))
     , mPath(bus::objectPath(registeredName))
@@ -88,74 +109,78 @@ RemoteConnection::~RemoteConnection()
 
 bool RemoteConnection::open()
 {
-    // Watched first, asked second: a change between the two is not missed.
+    // Watch before asking, so that no change between the two is missed.
     watchOwner();
     mOwner = mRegistry->mBus->ownerOf(mBusName);
-    mValid = !mOwner.isEmpty();
-    if (mValid)
-        QObject::connect(mRegistry->mBus.get(), &SessionBus::lost, this, &RemoteConnection::invalidate);
-    return mValid;
+    if (mOwner.isEmpty())
+        return false;
+    mState = State::Open;
+    const BusConnection *bus = mRegistry->mBus.get();
+    connect(bus, &BusConnection::lost, this, &RemoteConnection::invalidate);
+    connect(bus, &BusConnection::aboutToDeliver, this, &RemoteConnection::endIfDying);
+    return true;
 }
 
 std::shared_ptr<RootProxy> RemoteConnection::rootProxy()
 {
-    if (!mValid)
+    if (!isValid())
         return nullptr;
     return std::make_shared<DBusRootProxy>(weak_from_this(), mOwner, mPath, mBus);
 }
 
 void RemoteConnection::invalidate()
 {
-    if (endValidity())
-        reportDeath();
+    if (isValid())
+        end();
 }
 
-void RemoteConnection::callTimedOut()
+void RemoteConnection::peerLost()
 {
-    mRegistry->callTimedOut();
+    mRegistry->endAllOnNextTurn();
 }
 
-void RemoteConnection::dieOnNextTurn()
+void RemoteConnection::endOnNextTurn()
 {
-    if (!endValidity())
+    if (!isValid())
         return;
+    mState = State::Dying;
     mRegistry->mRunLoop->performOnMainThread([weak = weak_from_this()] {
         if (const auto self = weak.lock())
-            self->reportDeath();
+            self->endIfDying();
     });
 }
 
 void RemoteConnection::nameOwnerChanged(const QString &, const QString &oldOwner, const QString &)
 {
-    // Words about earlier owners may still be on their way when a connection is opened.
+    // Signals about earlier owners may still arrive after the connection has been opened.
     if (oldOwner == mOwner)
-        invalidate();
+        end();
 }
 
 void RemoteConnection::watchOwner()
 {
-    mWatching = mBus.connect(bus::Daemon, bus::DaemonPath, bus::Daemon, QStringLiteral("NameOwnerChanged"),
-                             {mBusName}, QString(), this, SLOT(nameOwnerChanged(QString, QString, QString)));
+    mBus.connect(bus::Daemon, bus::DaemonPath, bus::Daemon, QStringLiteral("NameOwnerChanged"), {mBusName},
+                 QString(), this, SLOT(nameOwnerChanged(QString, QString, QString)));
 }
 
 void RemoteConnection::unwatchOwner()
 {
-    if (std::exchange(mWatching, false))
-        mBus.disconnect(bus::Daemon, bus::DaemonPath, bus::Daemon, QStringLiteral("NameOwnerChanged"),
-                        {mBusName}, QString(), this, SLOT(nameOwnerChanged(QString, QString, QString)));
+    mBus.disconnect(bus::Daemon, bus::DaemonPath, bus::Daemon, QStringLiteral("NameOwnerChanged"), {mBusName},
+                    QString(), this, SLOT(nameOwnerChanged(QString, QString, QString)));
 }
 
-bool RemoteConnection::endValidity()
+void RemoteConnection::endIfDying()
 {
-    if (!std::exchange(mValid, false))
-        return false;
+    if (mState == State::Dying)
+        end();
+}
+
+void RemoteConnection::end()
+{
+    if (std::exchange(mState, State::Dead) == State::Dead)
+        return;
     unwatchOwner();
-    return true;
-}
-
-void RemoteConnection::reportDeath()
-{
-    // Whoever hears of the death lets go of the connection, in the middle of its report.
+    // An observer may drop the last reference to the connection.
     const auto self = shared_from_this();
     mRegistry->mLocalCenter->postNotificationName(NSConnectionDidDieNotification,
                                                   static_cast<Connection *>(this));

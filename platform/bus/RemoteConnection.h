@@ -5,29 +5,34 @@
 #include <QDBusConnection>
 #include <QObject>
 
+#include <map>
 #include <memory>
 #include <vector>
 
+class QDBusMessage;
+
 namespace platform {
 
-class RemoteConnection;
+class BusConnection;
 class NotificationCenter;
+class RemoteConnection;
 class RunLoop;
-class SessionBus;
 
-/// Where the calls to a remote root object go, and what their failing means for the link. Outlives its
-/// connection without keeping it; a root whose connection is gone is not valid.
+/// Where the calls to a remote root object go, and what a failed call means for the link. Does not keep its
+/// connection alive; a root whose connection is gone is not valid.
 class DBusRootProxy final : public RootProxy {
 public:
-    DBusRootProxy(std::weak_ptr<RemoteConnection> connection, QString owner, QString path, QDBusConnection bus);
+    DBusRootProxy(std::weak_ptr<RemoteConnection> connection, QString owner, QString path,
+                  QDBusConnection bus);
 
-    /// False when calls must not be made any more: they are answered with nil at once.
+    /// False when no further call may be made: each is answered with nil, 0 or false at once.
     [[nodiscard]] bool isValid() const;
     [[nodiscard]] QString owner() const { return mOwner; }
     [[nodiscard]] QString path() const { return mPath; }
     [[nodiscard]] QDBusConnection bus() const { return mBus; }
-    /// Judges the error of a call: a peer that let it time out is as good as dead.
-    void callFailed(const QDBusError &error) const;
+    /// Handles the error reply of a call. The root is not valid any more when the error says that the peer or
+    /// the bus is gone, or when the call has timed out.
+    void callFailed(const QDBusMessage &error) const;
 
 private:
     std::weak_ptr<RemoteConnection> mConnection;
@@ -36,62 +41,70 @@ private:
     QDBusConnection mBus;
 };
 
-/// Opens connections over the pane's own bus connection and keeps track of those that live.
-class DBusConnectionRegistry final : public ConnectionRegistry,
+/// Opens connections over the pane's own bus connection and keeps track of the open ones.
+class DBusConnectionRegistry final : public QObject,
+                                     public ConnectionRegistry,
                                      public std::enable_shared_from_this<DBusConnectionRegistry> {
+    Q_OBJECT
 public:
-    DBusConnectionRegistry(std::shared_ptr<SessionBus> bus, std::shared_ptr<RunLoop> runLoop,
+    DBusConnectionRegistry(std::shared_ptr<BusConnection> bus, std::shared_ptr<RunLoop> runLoop,
                            std::shared_ptr<NotificationCenter> localCenter);
     ~DBusConnectionRegistry() override;
 
     std::shared_ptr<Connection> connectionWithRegisteredName(const QString &name) override;
+    void whenFoundAgain(const QString &name, std::function<void()> handler) override;
 
 private:
     friend class RemoteConnection;
-    /// One peer serves all names: who lets one call time out would let the next one on another connection
-    /// do so too, and freeze the window again. So every open connection is invalid from now on.
-    void callTimedOut();
+    /// One peer serves all names, so all connections share its fate: the next call on another connection
+    /// would freeze the window again.
+    void endAllOnNextTurn();
+    void lookForOwners();
 
-    std::shared_ptr<SessionBus> mBus;
+    std::shared_ptr<BusConnection> mBus;
     std::shared_ptr<RunLoop> mRunLoop;
     std::shared_ptr<NotificationCenter> mLocalCenter;
     std::vector<std::weak_ptr<RemoteConnection>> mOpen;
+    std::map<QString, std::function<void()>> mFoundAgain;
 };
 
 /// A link to the unique owner of a bus name.
 class RemoteConnection final : public QObject,
-                             public Connection,
-                             public std::enable_shared_from_this<RemoteConnection> {
+                               public Connection,
+                               public std::enable_shared_from_this<RemoteConnection> {
     Q_OBJECT
 public:
     RemoteConnection(std::shared_ptr<DBusConnectionRegistry> registry, const QString &registeredName);
     ~RemoteConnection() override;
 
-    /// Binds the connection to who owns the name now; false when nobody does.
+    /// Binds the connection to the present owner of the name; false when there is none.
     bool open();
     std::shared_ptr<RootProxy> rootProxy() override;
     void invalidate() override;
-    [[nodiscard]] bool isValid() const override { return mValid; }
+    [[nodiscard]] bool isValid() const override { return mState == State::Open; }
 
-    void callTimedOut();
-    void dieOnNextTurn();
+    /// A call has found that the peer or the bus is gone.
+    void peerLost();
+    void endOnNextTurn();
 
 private Q_SLOTS:
     void nameOwnerChanged(const QString &name, const QString &oldOwner, const QString &newOwner);
 
 private:
+    /// Dying: no further calls, and the death not reported yet.
+    enum class State { Open, Dying, Dead };
+
     void watchOwner();
     void unwatchOwner();
-    bool endValidity();
-    void reportDeath();
+    void endIfDying();
+    void end();
 
     std::shared_ptr<DBusConnectionRegistry> mRegistry;
     QString mBusName;
     QString mPath;
     QString mOwner;
     QDBusConnection mBus;
-    bool mWatching = false;
-    bool mValid = false;
+    State mState = State::Dead;
 };
 
 } // namespace platform

@@ -1,17 +1,14 @@
 #include "platform/bus/ServiceProbe.h"
 
+#include "platform/bus/BusCall.h"
 #include "platform/bus/BusNames.h"
 
-#include <QDBusMessage>
 #include <QFile>
-#include <QUuid>
 
 #include <unistd.h>
 
 namespace platform {
 namespace {
-
-constexpr int AnswerTimeout = 3000;
 
 QByteArray contentsOf(const QString &path)
 {
@@ -43,19 +40,14 @@ qint64 startTicks(std::uint32_t process)
 } // namespace
 
 ServiceProbe::ServiceProbe(QDBusConnection::BusType type)
-    : mName(QStringLiteral("com.orvex.KS7.survey.") + QUuid::createUuid().toString(QUuid::Id128))
-    , mBus(QDBusConnection::connectToBus(type, mName))
+    : mBus(type)
 {
-}
-
-ServiceProbe::~ServiceProbe()
-{
-    QDBusConnection::disconnectFromBus(mName);
+    mBus.reopenIfLost();
 }
 
 bool ServiceProbe::isReachable() const
 {
-    return mBus.isConnected() && !mHangs;
+    return mBus.isOpen() && !mHangs;
 }
 
 ServiceProbe::Presence ServiceProbe::presenceOf(const QString &busName)
@@ -84,10 +76,10 @@ QVariantList ServiceProbe::ask(const QString &method, const QVariantList &argume
         return {};
     auto question = QDBusMessage::createMethodCall(bus::Daemon, bus::DaemonPath, bus::Daemon, method);
     question.setArguments(arguments);
-    const QDBusMessage answer = mBus.call(question, QDBus::Block, AnswerTimeout);
-    if (answer.type() == QDBusMessage::ReplyMessage)
-        return answer.arguments();
-    mHangs = QDBusError(answer).type() == QDBusError::NoReply;
+    const QDBusMessage reply = callAndWait(mBus.connection(), question);
+    if (reply.type() == QDBusMessage::ReplyMessage)
+        return reply.arguments();
+    mHangs = timedOut(reply);
     return {};
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QDBusConnection>
+#include "platform/bus/BusConnection.h"
+
 #include <QDateTime>
 #include <QString>
 #include <QVariantList>
@@ -16,11 +17,7 @@ class ServiceProbe {
 public:
     enum class Presence { NoBus, Absent, Startable, Running };
 
-    /// Opens a connection of its own, which ends with the survey.
     explicit ServiceProbe(QDBusConnection::BusType type);
-    ~ServiceProbe();
-    ServiceProbe(const ServiceProbe &) = delete;
-    ServiceProbe &operator=(const ServiceProbe &) = delete;
 
     [[nodiscard]] bool isReachable() const;
     Presence presenceOf(const QString &busName);
@@ -30,8 +27,7 @@ public:
 private:
     QVariantList ask(const QString &method, const QVariantList &arguments = {});
 
-    QString mName;
-    QDBusConnection mBus;
+    BusConnection mBus;
     bool mHangs = false;
 };
 

@@ -1,11 +1,11 @@
-#include "agent/RemoteNames.h"
 #include "agent/AgentProxyFactory.h"
+#include "agent/RemoteNames.h"
 #include "agent/WireTypes.h"
+#include "platform/bus/BusConnection.h"
 #include "platform/bus/BusNames.h"
-#include "platform/bus/RemoteConnection.h"
 #include "platform/bus/NotificationCenter.h"
+#include "platform/bus/RemoteConnection.h"
 #include "platform/desktop/RunLoop.h"
-#include "platform/bus/SessionBus.h"
 #include "tests/support/LogLines.h"
 #include "tests/support/RecordingAgent.h"
 
@@ -29,8 +29,10 @@ QVariantMap record(int status, const QString &cameraID, const QString &name)
             {RecordKeys::FriendlyName, name}};
 }
 
-constexpr auto LongerThanOthersMayTake = 3500ms;
-constexpr auto MuchTooLate = 25s;
+constexpr auto JustInTime = 2s;
+constexpr auto JustTooLate = 4500ms;
+/// What an operation answers that has not succeeded, where 0 is success.
+constexpr int NoSuccess = -1;
 
 } // namespace
 
@@ -52,6 +54,20 @@ private:
     void agentAnswers(const char *method, const QVariantList &values)
     {
         agent().answer(QLatin1String(method), values);
+    }
+    int callSlowly(const QString &method)
+    {
+        return method == QLatin1String("setPassKey") ? mUSB->setPassKey(Name) : mUSB->startUpdate();
+    }
+    void callDevice(const QString &method)
+    {
+        float level = 0;
+        if (method == QLatin1String("flush"))
+            mDevice->flush();
+        else if (method == QLatin1String("getAudioLevel_l"))
+            mDevice->getAudioLevel_l(&level, &level);
+        else
+            mDevice->validateName(Name);
     }
     void expectSignature(const char *method, const char *signature)
     {
@@ -310,13 +326,14 @@ private Q_SLOTS:
         const bool nothing = mDevice->cameraDict().isEmpty() && mDevice->indexOfPreferredKS7Cam() == 0
             && !mDevice->validateName(Name) && mDevice->sortedDeviceList().isEmpty()
             && mDevice->cameras().isEmpty() && !mDevice->getPreferredKS7Cam()
-            && !mDevice->isPreferredDeviceAddress(Address) && mUSB->startUpdate() == 0
-            && !mUSB->connectedCamNeedsFirmwareUpdate() && mUSB->setPassKey(Name) == 0
+            && !mDevice->isPreferredDeviceAddress(Address) && !mUSB->connectedCamNeedsFirmwareUpdate()
             && !mUSB->connectedCamHasBTAddress(Address);
         QVERIFY(nothing);
+        QCOMPARE(mUSB->startUpdate(), NoSuccess);
+        QCOMPARE(mUSB->setPassKey(Name), NoSuccess);
         QCOMPARE(left, 9.0F);
         QCOMPARE(log.lines.size(), 12);
-        QVERIFY2(mConnection->isValid(), "a babbling agent is not a dead one");
+        QVERIFY2(mConnection->isValid(), "an agent with wrong replies is not dead");
     }
 
     void aResultWhereNoneIsDeclaredIsReported()
@@ -338,34 +355,117 @@ private Q_SLOTS:
         QCOMPARE(mDevice->indexOfPreferredKS7Cam(), std::uint64_t(3));
     }
 
-    void workOnTheCamerasMemoryGetsItsTime_data()
+    void anErrorIsNoSuccessWhereZeroIsOne_data()
+    {
+        QTest::addColumn<QString>("error");
+        QTest::newRow("failed") << QStringLiteral("org.freedesktop.DBus.Error.Failed");
+        // The agent may pass on what one of its own calls to somebody else has ended in.
+        QTest::newRow("no reply") << QStringLiteral("org.freedesktop.DBus.Error.NoReply");
+        QTest::newRow("no service") << QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown");
+        QTest::newRow("disconnected") << QStringLiteral("org.freedesktop.DBus.Error.Disconnected");
+    }
+    void anErrorIsNoSuccessWhereZeroIsOne()
+    {
+        QFETCH(QString, error);
+        for (const char *method : {"startUpdate", "setPassKey"})
+            agent().answerError(QLatin1String(method), error);
+        const LogLines log;
+        QCOMPARE(mUSB->startUpdate(), NoSuccess);
+        QCOMPARE(mUSB->setPassKey(Name), NoSuccess);
+        QCOMPARE(log.lines.size(), 2);
+        QVERIFY(mUSBConnection->isValid());
+        expectCalls({QStringLiteral("startUpdate"), QStringLiteral("setPassKey ") + Name});
+    }
+
+    void theEndOfTheLinkIsNoError_data()
     {
         QTest::addColumn<QString>("method");
         QTest::newRow("firmware") << QStringLiteral("startUpdate");
         QTest::newRow("passkey") << QStringLiteral("setPassKey");
     }
-    void workOnTheCamerasMemoryGetsItsTime()
+    void theEndOfTheLinkIsNoError()
     {
         QFETCH(QString, method);
-        agent().answer(method, {17});
-        agent().answerLate(method, LongerThanOthersMayTake);
-        QCOMPARE(method == QLatin1String("setPassKey") ? mUSB->setPassKey(Name) : mUSB->startUpdate(), 17);
-        QVERIFY(mUSBConnection->isValid());
+        agent().dieIn(method);
+        QCOMPARE(callSlowly(method), 0);
+        QVERIFY(!mUSBConnection->isValid());
+        QCOMPARE(callSlowly(method), 0);
     }
 
-    void noOtherCallWaitsUntilTheMachineSleepsAnyway()
+    void aCallToAnOwnerThatHasLeftIsTheEndOfTheLink()
+    {
+        agent().leaveBus();
+        QCOMPARE(mUSB->setPassKey(Name), 0);
+        QVERIFY(!mUSBConnection->isValid());
+        QVERIFY(!mConnection->isValid());
+    }
+
+    void everyOtherCallHasThreeSeconds_data()
+    {
+        QTest::addColumn<QString>("slowCallBefore");
+        QTest::newRow("at first") << QString();
+        QTest::newRow("after an update") << QStringLiteral("startUpdate");
+        QTest::newRow("after a passkey") << QStringLiteral("setPassKey");
+    }
+    void everyOtherCallHasThreeSeconds()
+    {
+        QFETCH(QString, slowCallBefore);
+        if (!slowCallBefore.isEmpty())
+            callSlowly(slowCallBefore);
+        agentAnswers("connectedCamNeedsFirmwareUpdate", {true});
+        agent().answerLate(QStringLiteral("connectedCamNeedsFirmwareUpdate"), JustTooLate);
+        QVERIFY(!mUSB->connectedCamNeedsFirmwareUpdate());
+        QVERIFY(!mUSBConnection->isValid());
+    }
+
+    void theDeviceControllersCallsHaveThreeSeconds_data()
+    {
+        QTest::addColumn<QString>("method");
+        QTest::newRow("with a result") << QStringLiteral("validateName");
+        QTest::newRow("without a result") << QStringLiteral("flush");
+        QTest::newRow("with two results") << QStringLiteral("getAudioLevel_l");
+    }
+    void theDeviceControllersCallsHaveThreeSeconds()
+    {
+        QFETCH(QString, method);
+        agentAnswers("validateName", {true});
+        agent().answerLate(method, JustTooLate);
+        callDevice(method);
+        QVERIFY(!mConnection->isValid());
+    }
+
+    void aReplyWithinThreeSecondsCounts()
     {
         agentAnswers("validateName", {true});
-        agent().answerLate(QStringLiteral("validateName"), MuchTooLate);
-        QVERIFY(!mDevice->validateName(Name));
-        QVERIFY(!mConnection->isValid());
+        agent().answerLate(QStringLiteral("validateName"), JustInTime);
+        QVERIFY(mDevice->validateName(Name));
+        QVERIFY(mConnection->isValid());
+    }
+
+    void workOnTheCamerasMemoryHasHalfAMinute_data()
+    {
+        QTest::addColumn<QString>("method");
+        QTest::addColumn<int>("secondsOfWork");
+        QTest::addColumn<bool>("inTime");
+        QTest::newRow("an update in time") << QStringLiteral("startUpdate") << 27 << true;
+        QTest::newRow("a passkey too late") << QStringLiteral("setPassKey") << 33 << false;
+    }
+    void workOnTheCamerasMemoryHasHalfAMinute()
+    {
+        QFETCH(QString, method);
+        QFETCH(int, secondsOfWork);
+        QFETCH(bool, inTime);
+        agent().answer(method, {17});
+        agent().answerLate(method, std::chrono::seconds(secondsOfWork));
+        QCOMPARE(callSlowly(method), inTime ? 17 : 0);
+        QCOMPARE(mUSBConnection->isValid(), inTime);
     }
 
     void callsWithoutAResultWaitForTheirAnswer()
     {
         agent().hangIn(QStringLiteral("flush"));
         mDevice->flush();
-        QVERIFY2(!mConnection->isValid(), "the missing answer was missed");
+        QVERIFY(!mConnection->isValid());
     }
 
     void textsComeAsTheyAre_data()

@@ -2,7 +2,7 @@
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "platform/bus/DistributedNotificationCenter.h"
 #include "widgets/Indicators.h"
-#include "platform/bus/SessionBus.h"
+#include "platform/bus/BusConnection.h"
 #include "tests/support/PaneFixture.h"
 #include "tests/support/Timeout.h"
 #include "tests/support/RecordingAgent.h"

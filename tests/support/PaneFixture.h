@@ -2,7 +2,7 @@
 
 #include "pane/KS7SettingsWindowController.h"
 #include "pane/KSPreferencesPanePref.h"
-#include "platform/bus/SessionBus.h"
+#include "platform/bus/BusConnection.h"
 #include "tests/support/Doubles.h"
 #include "tests/support/Timeout.h"
 

@@ -6,6 +6,8 @@
 
 #include <QDBusArgument>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusReply>
 #include <QDBusVirtualObject>
 #include <QMutex>
 #include <QThread>
@@ -111,6 +113,14 @@ public:
         QDBusConnection::disconnectFromBus(mName);
     }
     [[nodiscard]] QDBusConnection bus() const { return QDBusConnection(mName); }
+    [[nodiscard]] bool registerName(const QString &registeredName,
+                                    QDBusConnectionInterface::ServiceQueueOptions options) const
+    {
+        auto *interface = bus().interface();
+        const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply = interface->registerService(
+            platform::bus::busName(registeredName), options, QDBusConnectionInterface::AllowReplacement);
+        return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
+    }
 
     [[nodiscard]] QString introspect(const QString &) const override { return {}; }
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
@@ -123,8 +133,8 @@ public:
         }
         if (locked([&] { return mHangsAlways || mHanging.contains(method); }))
             return true;
-        if (locked([&] { return mFailing.contains(method); }))
-            return connection.send(message.createErrorReply(QDBusError::Failed, QStringLiteral("no")));
+        if (const auto error = locked([&] { return mFailing.value(method); }); !error.isEmpty())
+            return connection.send(message.createErrorReply(error, QStringLiteral("no")));
         const auto reply = message.createReply(locked([&] { return mAnswers.value(method); }));
         if (const auto delay = locked([&] { return mDelays.value(method, 0); }); delay > 0) {
             QTimer::singleShot(delay, this, [reply, connection] { connection.send(reply); });
@@ -140,7 +150,8 @@ public:
     /// In milliseconds.
     QHash<QString, int> mDelays;
     QStringList mHanging;
-    QStringList mFailing;
+    /// The names of the errors.
+    QHash<QString, QString> mFailing;
     QStringList mDying;
     bool mHangsAlways = false;
 
@@ -182,8 +193,19 @@ RecordingAgent::~RecordingAgent() = default;
 bool RecordingAgent::publish(const QString &registeredName)
 {
     bool published = false;
-    mWorker->run([&] { published = mWorker->bus().registerService(platform::bus::busName(registeredName)); });
+    mWorker->run([&] {
+        published = mWorker->registerName(registeredName, QDBusConnectionInterface::DontQueueService);
+    });
     return published;
+}
+
+bool RecordingAgent::takeOver(const QString &registeredName)
+{
+    bool taken = false;
+    mWorker->run([&] {
+        taken = mWorker->registerName(registeredName, QDBusConnectionInterface::ReplaceExistingService);
+    });
+    return taken;
 }
 
 void RecordingAgent::publishBoth()
@@ -220,9 +242,9 @@ void RecordingAgent::knowTwoCameras(const QString &kitchen, const QString &desk)
     answer(QStringLiteral("getPreferredKS7Cam"), {desksEntry});
 }
 
-void RecordingAgent::answerError(const QString &method)
+void RecordingAgent::answerError(const QString &method, const QString &error)
 {
-    mWorker->locked([&] { mWorker->mFailing += method; });
+    mWorker->locked([&] { mWorker->mFailing[method] = error; });
 }
 
 void RecordingAgent::answerLate(const QString &method, std::chrono::milliseconds delay)

@@ -23,13 +23,16 @@ public:
     /// Takes a registered name; false when somebody else has it.
     bool publish(const QString &registeredName);
     void publishBoth();
+    /// Takes a registered name from the agent that has it.
+    bool takeOver(const QString &registeredName);
     void release(const QString &registeredName);
     /// Leaves the bus, as the end of a process does.
     void leaveBus();
 
     /// From now on `method` answers these values, of whatever types.
     void answer(const QString &method, const QVariantList &values);
-    void answerError(const QString &method);
+    void answerError(const QString &method,
+                     const QString &error = QStringLiteral("org.freedesktop.DBus.Error.Failed"));
     /// From now on there are a kitchen's camera and a desk's, which is preferred.
     void knowTwoCameras(const QString &kitchen, const QString &desk);
     /// From now on `method` is answered this long after it was heard.

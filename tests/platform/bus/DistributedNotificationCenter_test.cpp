@@ -1,7 +1,7 @@
 #include "platform/bus/DistributedNotificationCenter.h"
 
 #include "platform/ToInt32.h"
-#include "platform/bus/SessionBus.h"
+#include "platform/bus/BusConnection.h"
 #include "tests/support/Timeout.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/RecordingAgent.h"

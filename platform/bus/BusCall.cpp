@@ -1,0 +1,29 @@
+#include "platform/bus/BusCall.h"
+
+#include <QDBusError>
+
+namespace platform {
+
+QDBusMessage callAndWait(const QDBusConnection &bus, QDBusMessage call, std::chrono::milliseconds timeout)
+{
+    call.setAutoStartService(false);
+    return bus.call(call, QDBus::Block, static_cast<int>(timeout.count()));
+}
+
+bool timedOut(const QDBusMessage &reply)
+{
+    const auto type = QDBusError(reply).type();
+    return type == QDBusError::NoReply || type == QDBusError::Timeout || type == QDBusError::TimedOut;
+}
+
+bool isLinkLost(const QDBusMessage &reply, const QString &peer)
+{
+    if (reply.service() == peer)
+        return false;
+    const auto type = QDBusError(reply).type();
+    // The bus says NameHasNoOwner, which QDBusError has no type for, of a call that may start no service.
+    return timedOut(reply) || type == QDBusError::Disconnected || type == QDBusError::ServiceUnknown
+        || reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
+}
+
+} // namespace platform

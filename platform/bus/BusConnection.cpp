@@ -1,0 +1,193 @@
+#include "platform/bus/BusConnection.h"
+
+#include "platform/bus/BusCall.h"
+#include "platform/bus/BusHandshake.h"
+#include "platform/bus/BusNames.h"
+
+#include <QSocketNotifier>
+#include <QStringList>
+
+#include <limits>
+#include <utility>
+
+using namespace std::chrono_literals;
+
+namespace platform {
+namespace {
+
+/// Each interval is half as long again as the one before; all of them together are about a minute.
+constexpr auto FirstInterval = 100ms;
+constexpr auto LongestInterval = 20s;
+
+QStringList &namesInUse()
+{
+    static QStringList names;
+    return names;
+}
+
+/// The first name that no other object of this type has: an open connection is left under it for the next.
+QString takeName(QDBusConnection::BusType type)
+{
+    const QString kind = type == QDBusConnection::SystemBus ? QStringLiteral("ks7-preferences-system-%1")
+                                                            : QStringLiteral("ks7-preferences-session-%1");
+    int number = 1;
+    while (namesInUse().contains(kind.arg(number)))
+        ++number;
+    namesInUse().append(kind.arg(number));
+    return kind.arg(number);
+}
+
+QDBusMessage questionToBus(const QString &method)
+{
+    return QDBusMessage::createMethodCall(bus::Daemon, bus::DaemonPath, bus::Daemon, method);
+}
+
+} // namespace
+
+BusConnection::BusConnection(QDBusConnection::BusType type)
+    : mType(type)
+    , mName(takeName(type))
+    , mConnection(QString())
+    , mInterval(FirstInterval)
+{
+    mNextTry.setSingleShot(true);
+    connect(&mNextTry, &QTimer::timeout, this, &BusConnection::openInBackground);
+}
+
+BusConnection::~BusConnection()
+{
+    stopListening();
+    leaveBus();
+    namesInUse().removeOne(mName);
+}
+
+QDBusConnection BusConnection::connection()
+{
+    if (!mTried)
+        tryToOpen(Patience::Wait);
+    return mConnection;
+}
+
+void BusConnection::reopenIfLost()
+{
+    // The connection may be gone before Disconnected has come through the event loop.
+    if (!isOpen())
+        reportLoss();
+    if (!isOpen())
+        tryToOpen(Patience::Wait);
+}
+
+void BusConnection::openInBackground()
+{
+    if (!isOpen())
+        tryToOpen(Patience::LookOnly);
+}
+
+QString BusConnection::ownerOf(const QString &busName)
+{
+    if (isHung())
+        return {};
+    auto question = questionToBus(QStringLiteral("GetNameOwner"));
+    question << busName;
+    const QDBusMessage reply = callAndWait(connection(), question);
+    if (timedOut(reply))
+        mSignOfLife =
+            mConnection.asyncCall(questionToBus(QStringLiteral("GetId")), std::numeric_limits<int>::max());
+    return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toString() : QString();
+}
+
+void BusConnection::tryToOpen(Patience patience)
+{
+    mTried = true;
+    stopListening();
+    if (!mHandshake)
+        mHandshake = std::make_unique<BusHandshake>(mType);
+    const auto outcome = patience == Patience::Wait ? mHandshake->wait() : mHandshake->look();
+    if (outcome == BusHandshake::Outcome::Silent) {
+        mWasAway = true;
+        listenForAnswer();
+        return;
+    }
+    mHandshake.reset();
+    if (outcome == BusHandshake::Outcome::Answered)
+        connectToBus();
+    if (!isOpen())
+        searchOn();
+}
+
+void BusConnection::connectToBus()
+{
+    leaveBus();
+    // A connection that has broken stays broken under its name.
+    if (!QDBusConnection(mName).isConnected())
+        QDBusConnection::disconnectFromBus(mName);
+    mConnection = QDBusConnection::connectToBus(mType, mName);
+    mOpen = mConnection.isConnected();
+    if (!mOpen)
+        return;
+    endSearch();
+    mConnection.connect({}, bus::LocalPath, bus::LocalInterface, bus::LocalDisconnected, this,
+                        SLOT(disconnected()));
+    const bool again = std::exchange(mWasAway, false);
+    Q_EMIT opened();
+    if (again)
+        Q_EMIT foundAgain();
+}
+
+void BusConnection::leaveBus()
+{
+    mOpen = false;
+    mSignOfLife.reset();
+    mConnection.disconnect({}, bus::LocalPath, bus::LocalInterface, bus::LocalDisconnected, this,
+                           SLOT(disconnected()));
+    mConnection = QDBusConnection(QString());
+}
+
+void BusConnection::listenForAnswer()
+{
+    mListener = new QSocketNotifier(mHandshake->socket(), QSocketNotifier::Read, this);
+    connect(mListener, &QSocketNotifier::activated, this, &BusConnection::openInBackground);
+}
+
+void BusConnection::stopListening()
+{
+    if (!mListener)
+        return;
+    // The notifier may be the sender of the signal that is being handled.
+    mListener->setEnabled(false);
+    std::exchange(mListener, nullptr)->deleteLater();
+}
+
+void BusConnection::searchOn()
+{
+    mWasAway = true;
+    if (mNextTry.isActive())
+        return;
+    if (mInterval > LongestInterval)
+        return endSearch();
+    mNextTry.start(mInterval);
+    mInterval += mInterval / 2;
+}
+
+void BusConnection::endSearch()
+{
+    mNextTry.stop();
+    mInterval = FirstInterval;
+}
+
+void BusConnection::disconnected()
+{
+    // A late signal of a connection that has been replaced says nothing about the new one.
+    if (isLostUnreported())
+        reportLoss();
+}
+
+void BusConnection::reportLoss()
+{
+    if (!std::exchange(mOpen, false))
+        return;
+    searchOn();
+    Q_EMIT lost();
+}
+
+} // namespace platform

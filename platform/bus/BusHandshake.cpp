@@ -1,0 +1,138 @@
+#include "platform/bus/BusHandshake.h"
+
+#include "platform/bus/BusCall.h"
+
+#include <QFile>
+#include <QList>
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+
+namespace platform {
+namespace {
+
+QByteArray socketInRuntimeFolder()
+{
+    const QByteArray folder = qgetenv("XDG_RUNTIME_DIR");
+    return folder.isEmpty() ? QByteArray() : "unix:path=" + folder + "/bus";
+}
+
+/// Where libdbus looks for the bus; empty when it would start one.
+QByteArray addressOf(QDBusConnection::BusType type)
+{
+    if (type == QDBusConnection::SystemBus) {
+        const QByteArray address = qgetenv("DBUS_SYSTEM_BUS_ADDRESS");
+        return address.isEmpty() ? QByteArrayLiteral("unix:path=/var/run/dbus/system_bus_socket") : address;
+    }
+    const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    return address.isEmpty() ? socketInRuntimeFolder() : address;
+}
+
+/// The file name of a local socket: a zero byte comes first in the abstract name space. Empty for an address
+/// of another kind, which is left to libdbus.
+QByteArray socketName(const QByteArray &address)
+{
+    if (!address.startsWith("unix:"))
+        return {};
+    const auto entries = address.mid(5).split(',');
+    for (const QByteArray &entry : entries) {
+        const QByteArray value = QByteArray::fromPercentEncoding(entry.mid(entry.indexOf('=') + 1));
+        if (entry.startsWith("path="))
+            return value;
+        if (entry.startsWith("abstract="))
+            return QByteArray(1, '\0') + value;
+    }
+    return {};
+}
+
+/// A connected socket that never blocks; -1 when the bus is not there or its queue is full.
+int connectTo(const QByteArray &name)
+{
+    sockaddr_un address{};
+    if (static_cast<std::size_t>(name.size()) >= sizeof address.sun_path)
+        return -1;
+    address.sun_family = AF_UNIX;
+    std::memcpy(address.sun_path, name.constData(), static_cast<std::size_t>(name.size()));
+    // The kernel counts the bytes of an abstract name, and ends any other name at its zero byte.
+    const auto length = offsetof(sockaddr_un, sun_path) + static_cast<std::size_t>(name.size());
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+    if (socket >= 0
+        && ::connect(socket, reinterpret_cast<sockaddr *>(&address), static_cast<socklen_t>(length)) == 0)
+        return socket;
+    ::close(socket);
+    return -1;
+}
+
+/// Asks which ways of authentication there are. Every bus answers that before it knows the caller.
+bool greet(int socket)
+{
+    constexpr char Question[] = "\0AUTH\r\n";
+    constexpr auto Length = static_cast<ssize_t>(sizeof Question - 1);
+    return ::send(socket, Question, Length, MSG_NOSIGNAL) == Length;
+}
+
+} // namespace
+
+BusHandshake::BusHandshake(QDBusConnection::BusType type)
+    : mDeadline(CallTimeout)
+{
+    const QByteArray addresses = addressOf(type);
+    if (addresses.isEmpty())
+        mOutcome = Outcome::Answered;
+    // As libdbus does it: the first address where something listens.
+    for (const QByteArray &address : addresses.split(';')) {
+        if (mOutcome == Outcome::Refused && !address.isEmpty())
+            begin(address);
+    }
+}
+
+BusHandshake::~BusHandshake()
+{
+    if (mSocket >= 0)
+        ::close(mSocket);
+}
+
+BusHandshake::Outcome BusHandshake::wait()
+{
+    return lookFor(static_cast<int>(mDeadline.remainingTime()));
+}
+
+BusHandshake::Outcome BusHandshake::look()
+{
+    return lookFor(0);
+}
+
+void BusHandshake::begin(const QByteArray &address)
+{
+    const QByteArray name = socketName(address);
+    if (name.isEmpty()) {
+        mOutcome = Outcome::Answered;
+        return;
+    }
+    mSocket = connectTo(name);
+    if (mSocket < 0)
+        return;
+    mOutcome = greet(mSocket) ? Outcome::Silent : Outcome::Refused;
+}
+
+BusHandshake::Outcome BusHandshake::lookFor(int milliseconds)
+{
+    if (mOutcome != Outcome::Silent)
+        return mOutcome;
+    pollfd question{mSocket, POLLIN, 0};
+    // A signal ends the wait early; the next look goes on.
+    if (::poll(&question, 1, milliseconds) <= 0)
+        return mOutcome;
+    char byte = 0;
+    mOutcome = ::recv(mSocket, &byte, 1, 0) == 1 ? Outcome::Answered : Outcome::Refused;
+    return mOutcome;
+}
+
+} // namespace platform
