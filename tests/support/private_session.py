@@ -5,6 +5,8 @@
   --system-bus   a bus in the system bus' place (DBUS_SYSTEM_BUS_ADDRESS)
   --display      an X server without a screen   (DISPLAY); --screen WxH sets its size
   --window-manager one that frames, moves and closes windows (implies --display)
+  --wayland      KWin's Wayland (WAYLAND_DISPLAY), shown in the X server so that xdotool and import reach it
+                 (implies --bus and --display); --scale FACTOR sets the scale of its output
   --pipewire     PipeWire and WirePlumber       (implies --bus)
   --this-display the caller's display and home; only what was asked for is private
   --keep DIR     use DIR as the session's folder and leave it there
@@ -79,8 +81,8 @@ class Session:
         self.env.setdefault("LC_ALL", "C.UTF-8")
 
     def spawn(self, command, **options):
-        process = subprocess.Popen(command, env=self.env, stdin=subprocess.DEVNULL, start_new_session=True,
-                                   **options)
+        options.setdefault("env", self.env)
+        process = subprocess.Popen(command, stdin=subprocess.DEVNULL, start_new_session=True, **options)
         self.processes.append(process)
         return process
 
@@ -139,6 +141,35 @@ class Session:
                                stdin=subprocess.DEVNULL)
         return b"window id" in asked.stdout
 
+    def start_wayland(self, screen, scale):
+        """KWin renders without OpenGL into one X window, which covers the X screen."""
+        width, height = (int(length) for length in screen.split("x"))
+        name = "wayland-ks7"
+        self.write_kwin_settings()
+        self.env.update(XDG_SESSION_TYPE="wayland", XDG_CURRENT_DESKTOP="KDE", KDE_FULL_SESSION="true",
+                        KDE_SESSION_VERSION="6", QT_QPA_PLATFORM="wayland")
+        with self.log("wayland") as log:
+            self.spawn(["kwin_wayland", "--x11-display", self.env["DISPLAY"], "--socket", name, "--no-lockscreen",
+                        "--width", str(round(width / scale)), "--height", str(round(height / scale)),
+                        "--scale", str(scale)],
+                       stdout=log, stderr=log, env={**self.env, "KWIN_COMPOSE": "Q", "QT_QPA_PLATFORM": "",
+                                                  "XCURSOR_THEME": "breeze_cursors"})
+        self.wait_for((pathlib.Path(self.env["XDG_RUNTIME_DIR"]) / name).exists, "the Wayland compositor")
+        self.wait_for(self.has_compositor_window, "the Wayland compositor's output")
+        self.env["WAYLAND_DISPLAY"] = name
+        self.env["KS7_WAYLAND_SCALE"] = str(scale)
+
+    def write_kwin_settings(self):
+        """No animations: pictures are compared pixel for pixel."""
+        settings = pathlib.Path(self.env["XDG_CONFIG_HOME"])
+        (settings / "kdeglobals").write_text("[KDE]\nAnimationDurationFactor=0\n")
+        (settings / "kwinrc").write_text("[Windows]\nPlacement=Centered\n")
+
+    def has_compositor_window(self):
+        asked = subprocess.run(["xwininfo", "-root", "-children"], env=self.env, capture_output=True,
+                               stdin=subprocess.DEVNULL)
+        return b"KDE Wayland Compositor" in asked.stdout
+
     def start_pipewire(self):
         self.env["PIPEWIRE_RUNTIME_DIR"] = self.env["XDG_RUNTIME_DIR"]
         socket = pathlib.Path(self.env["XDG_RUNTIME_DIR"]) / "pipewire-0"
@@ -178,10 +209,11 @@ class Session:
 
 def arguments():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    for flag in ("--bus", "--system-bus", "--display", "--this-display", "--window-manager",
+    for flag in ("--bus", "--system-bus", "--display", "--this-display", "--window-manager", "--wayland",
                  "--pipewire"):
         parser.add_argument(flag, action="store_true")
     parser.add_argument("--screen", default="1280x1024")
+    parser.add_argument("--scale", type=float, default=1)
     parser.add_argument("--keep", metavar="DIR")
     parser.add_argument("command", nargs=argparse.REMAINDER)
     options = parser.parse_args()
@@ -195,14 +227,16 @@ def arguments():
 def run(options, folder):
     session = Session(folder, options.this_display)
     try:
-        if options.bus or options.pipewire:
+        if options.bus or options.pipewire or options.wayland:
             session.start_bus("session")
         if options.system_bus:
             session.start_bus("system")
-        if options.display or options.window_manager:
+        if options.display or options.window_manager or options.wayland:
             session.start_display(options.screen)
         if options.window_manager:
             session.start_window_manager()
+        if options.wayland:
+            session.start_wayland(options.screen, options.scale)
         if options.pipewire:
             session.start_pipewire()
         session.env["KS7_SESSION_FOLDER"] = str(folder)
