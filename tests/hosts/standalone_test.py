@@ -15,6 +15,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support
 
 import accessible  # noqa: E402
 import stand_in  # noqa: E402
+from screens import SCREEN  # noqa: E402
 
 SHOWING = "KS7SystemPrefsShowing"
 
@@ -37,20 +38,13 @@ class StandaloneTest(unittest.TestCase):
     def wait_for_cameras(self, host):
         return accessible.wait_until(lambda: host.names("table cell"), "a camera", details=host.dump)
 
-    def title(self, host):
-        return accessible.xdotool("getwindowname", host.x_windows()[0])
-
     def showings(self):
         return sum(post.startswith(SHOWING) for post in self.agent.recordedPosts())
-
-    def close(self, host):
-        accessible.key("alt+F4")
-        return host.wait_ended()
 
     def test_show_all_and_back(self):
         with self.open_host() as host:
             self.wait_for_cameras(host)
-            self.assertEqual(self.title(host), "KS-7")
+            self.assertEqual(host.title(), "KS-7")
             before = self.showings()
             host.press("Show All")
             icon = host.wait_for("KS-7", role="push button")
@@ -64,16 +58,16 @@ class StandaloneTest(unittest.TestCase):
         with self.open_host() as host:
             self.wait_for_cameras(host)
             before = self.showings()
-            window = host.x_windows()[0]
-            accessible.xdotool("windowminimize", "--sync", window)
-            accessible.xdotool("windowmap", "--sync", window)
+            window = host.windows()[0]
+            SCREEN.minimize(window)
+            SCREEN.restore(window)
             self.wait_for_cameras(host)
             self.assertEqual(self.showings(), before)
 
     def test_closing_it_while_shown_ends_the_program_well(self):
         with self.open_host() as host:
             self.wait_for_cameras(host)
-            self.assertEqual(self.close(host), 0)
+            self.assertEqual(host.close_by_key(), 0)
 
     def test_without_an_agent_it_goes_back_to_the_overview(self):
         with self.open_host(agent="/nonexistent") as host:

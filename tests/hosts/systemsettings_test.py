@@ -14,7 +14,8 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support
 import accessible  # noqa: E402
 import stand_in  # noqa: E402
 
-OTHER_MODULE = "Applications"
+# Another module of the same page.
+OTHER_MODULE = {"5": "Applications", "6": "Default Applications"}[os.environ["KS7_QT_VERSION"]]
 SHOWING = "KS7SystemPrefsShowing"
 
 

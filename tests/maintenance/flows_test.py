@@ -196,9 +196,7 @@ class FlowsTest(ScriptedPaneTest):
         self.pane.wait_gone("Now updating firmware.")
         self.pane.press("Show All")
         self.pane.wait_for("KS-7", role="push button")
-        self.pane.wait_state(self.pane.wait_for(role="frame"), "active")
-        key("alt+F4")
-        self.assertEqual(self.pane.wait_ended(), 0)
+        self.assertEqual(self.pane.close_by_key(), 0)
 
     # Settings
 

@@ -1,4 +1,5 @@
-"""Uses a program the way a screen reader and a hand do: through AT-SPI and through the X server.
+"""Uses a program the way a screen reader and a hand do: through AT-SPI and through the X server, in which a Wayland
+session is nested.
 
     with accessible.launch(["build/bin/ks7-preferences"]) as program:
         program.wait_for("Kitchen, Streaming")       # the text or name of anything
@@ -6,7 +7,7 @@
         program.click(program.find(role="table cell"))   # a real mouse click
         program.set_text(program.find(role="text"), "Desk")
 
-Runs in a private session (private_session.py --bus --display). Nothing here sleeps for a set time: each
+Runs in a private session (private_session.py --bus --display, or --wayland). Nothing here sleeps for a set time: each
 wait is for a condition, polled, and fails with the tree of what was there instead.
 """
 
@@ -18,13 +19,17 @@ import subprocess
 import time
 import warnings
 
+from screens import IS_WAYLAND, SCREEN, xdotool
+
 # Seconds. Where as many programs as there are tests run side by side under a sanitizer, half a minute is too short.
-TIMEOUT = 120
+TIMEOUT = float(os.environ.get("KS7_TIMEOUT", 120))
 POLL = 0.05
 # In milliseconds. A window may stand still while it waits for its agent; an action that opens a menu or a
 # nested loop answers only when that closes, which nobody waits for.
 SLOW_ANSWER = 20000
 ACTION_ANSWER = 1000
+# Versions of AT-SPI and Qt differ in what they call these.
+ROLES = {"button": "push button", "push button menu": "push button", "button menu": "push button"}
 BUS_LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 
 
@@ -42,11 +47,6 @@ def wait_until(condition, what, details=lambda: "", timeout=TIMEOUT):
         if time.monotonic() > deadline:
             raise NotThere(f"{what}: not within {timeout} s\n{details()}")
         time.sleep(POLL)
-
-
-def xdotool(*arguments):
-    done = subprocess.run(["xdotool", *map(str, arguments)], capture_output=True, text=True, stdin=subprocess.DEVNULL)
-    return done.stdout.strip()
 
 
 def key(*names):
@@ -117,14 +117,6 @@ class _Bus:
             cls.launcher.send_signal(signal.SIGTERM)
             cls.launcher.wait()
             cls.launcher = None
-
-
-def _x_box(window):
-    """x, y, width and height of what is inside the window's frame."""
-    told = subprocess.run(["xwininfo", "-id", window], capture_output=True, text=True, stdin=subprocess.DEVNULL).stdout
-    wanted = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
-    lines = dict(line.strip().split(":", 1) for line in told.splitlines() if ":" in line)
-    return [int(lines[name]) for name in wanted]
 
 
 def _environment(additions):
@@ -228,17 +220,37 @@ class Program:
         return self.process.returncode
 
     def x_windows(self):
-        """The X windows that the program shows now."""
-        return xdotool("search", "--onlyvisible", "--pid", self.process.pid).split()
+        """The names that the display has for the windows that the program shows now."""
+        return SCREEN.ids(self.process.pid)
 
-    def x_area(self, frame=(2, 22, 2, 7)):
+    def windows(self):
+        """The same with what the window manager knows of them, the topmost last on Wayland."""
+        return SCREEN.windows(self.process.pid)
+
+    def title(self):
+        return self.windows()[0].title
+
+    def x_area(self, frame=(0, 0, 0, 0) if IS_WAYLAND else (2, 22, 2, 7)):
         """The part of the display that the program's windows cover, with a frame of left, top, right, bottom."""
-        boxes = [_x_box(window) for window in self.x_windows()]
+        boxes = [window.frame for window in self.windows()]
         x = max(0, min(box[0] for box in boxes) - frame[0])
         y = max(0, min(box[1] for box in boxes) - frame[1])
         right = max(box[0] + box[2] for box in boxes) + frame[2]
         bottom = max(box[1] + box[3] for box in boxes) + frame[3]
         return x, y, right - x, bottom - y
+
+    def wait_active(self, title=None):
+        """Waits until one of the program's windows has the keyboard; keys that are sent earlier are lost."""
+        def is_active():
+            return next((node for node in _children(self.root) if self.has(node, "active") and
+                         title in (None, name_of(node))), None)
+        return wait_until(is_active, f"the keyboard in {title or 'a window'}", details=self.dump)
+
+    def close_by_key(self):
+        """Closes the window as a person does and answers the program's exit code."""
+        self.wait_active()
+        key("alt+F4")
+        return self.wait_ended()
 
     def attach(self):
         self.atspi = _Bus.start()
@@ -312,7 +324,9 @@ class Program:
         interface = _asked(node.get_text_iface, None)
         if interface is None:
             return name_of(node)
-        return _asked(lambda: interface.get_text(0, interface.get_character_count()), "")
+        # Called by the interface's class: the accessible object has a method of the same name in newer bindings.
+        text = self.atspi.Text
+        return _asked(lambda: text.get_text(interface, 0, text.get_character_count(interface)), "")
 
     def value(self, node):
         """The number that a meter or progress bar shows."""
@@ -326,9 +340,35 @@ class Program:
                 if relation.get_relation_type().value_nick == kind for index in range(relation.get_n_targets())]
 
     def rectangle(self, node):
-        """x, y, width, height on the screen."""
-        box = self._node(node).get_component_iface().get_extents(self.atspi.CoordType.SCREEN)
+        """x, y, width, height on the display."""
+        node = self._node(node)
+        box = self._extents(node)
+        if not IS_WAYLAND:
+            return box
+        # A client of Wayland knows only what lies where in its own windows.
+        top = self._top(node)
+        origin, window = self._extents(top), self._window_of(top)
+        return (window.box[0] + round((box[0] - origin[0]) * SCREEN.scale),
+                window.box[1] + round((box[1] - origin[1]) * SCREEN.scale),
+                round(box[2] * SCREEN.scale), round(box[3] * SCREEN.scale))
+
+    def _extents(self, node):
+        box = node.get_component_iface().get_extents(self.atspi.CoordType.SCREEN)
         return box.x, box.y, box.width, box.height
+
+    def _top(self, node):
+        parent = node.get_parent()
+        while parent is not None and role_of(parent) != "application":
+            node, parent = parent, parent.get_parent()
+        return node
+
+    def _window_of(self, top):
+        """The window of the display that a top-level accessible object is: by its title, else by its size."""
+        width, height = (round(length * SCREEN.scale) for length in self._extents(top)[2:])
+
+        def unlikeness(window):
+            return (window.title != name_of(top), abs(window.box[2] - width) + abs(window.box[3] - height))
+        return min(reversed(wait_until(self.windows, "a window", details=self.dump)), key=unlikeness)
 
     def dump(self):
         """The tree as text, for the message of a test that failed."""
@@ -418,7 +458,8 @@ def _children(node):
 
 
 def role_of(node):
-    return _asked(node.get_role_name, "")
+    name = _asked(node.get_role_name, "")
+    return ROLES.get(name, name)
 
 
 def name_of(node):
