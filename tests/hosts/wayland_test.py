@@ -1,0 +1,227 @@
+#!/usr/bin/python3
+"""The stand-alone host on KWin's Wayland: its sheets, menus and picture as they are seen on the display."""
+
+import os
+import pathlib
+import sys
+import unittest
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
+
+import accessible  # noqa: E402
+from accessible import held, key, point_at, wait_until  # noqa: E402
+from pictures import Picture  # noqa: E402
+from pipewire_nodes import wait_for_camera  # noqa: E402
+from screens import SCREEN  # noqa: E402
+from scripted_pane import KITCHEN, ScriptedPaneTest  # noqa: E402
+
+DESK = "00-1b-dc-0f-77-01"
+COLOR_SCHEMES = pathlib.Path("/usr/share/color-schemes")
+# Pixels around a window in which the compositor draws its shadow.
+SHADOW = 60
+
+
+class WaylandTest(ScriptedPaneTest):
+    def setUp(self):
+        super().setUp()
+        self.agent.addCamera(DESK, "Desk", "7701", 0)
+
+    # Verbs
+
+    def main_window(self):
+        return next(window for window in self.pane.windows() if window.title == "KS-7")
+
+    def window(self, title):
+        return wait_until(lambda: next((window for window in self.pane.windows() if window.title == title), None),
+                          f"the window {title!r}", details=lambda: f"{self.pane.windows()}")
+
+    def choose_action(self, item):
+        self.pane.open_menu("Camera Actions")
+        self.pane.click(self.pane.wait_for(item, role="menu item"))
+
+    def look_inactive(self):
+        """The window as it is drawn while another has the keyboard, without a pointer in it."""
+        point_at(2, 2)
+        SCREEN.activate_nothing()
+        wait_until(lambda: not any(window.active for window in self.pane.windows()), "an inactive window")
+        self.pane.wait_state(self.pane.wait_for("KS-7", role="frame"), "active", False)
+        return self.steady_picture(self.main_window().box)
+
+    def steady_picture(self, area):
+        """What is seen once two pictures in a row are the same."""
+        seen = [Picture(area)]
+
+        def is_steady():
+            seen.append(Picture(area))
+            return seen[-1].bytes == seen[-2].bytes
+        wait_until(is_steady, "a steady picture")
+        return seen[-1]
+
+    def activate(self):
+        self.pane.click("Cameras")
+        self.pane.wait_active()
+
+    def assert_stands_over_its_window(self, sheet):
+        box, behind = sheet.frame, self.main_window().frame
+        self.assertLess(abs(2 * box[0] + box[2] - 2 * behind[0] - behind[2]), 8, (box, behind))
+        self.assertGreaterEqual(box[1], behind[1])
+        self.assertTrue(sheet.transient, sheet)
+        self.assertTrue(sheet.modal, sheet)
+
+    def assert_leaves_behind_as_before(self, before, sheet):
+        """The window behind is compared pixel for pixel, but where the sheet and its shadow are."""
+        point_at(2, 2)
+        self.assertEqual(self.main_window().box, before.area)
+        changed = []
+
+        def is_unchanged():
+            changed[:] = Picture(before.area).differences(before, sheet.frame, SHADOW)
+            return not changed
+        try:
+            wait_until(is_unchanged, "the same picture behind", timeout=5)
+        except accessible.NotThere:
+            self.fail(f"{len(changed)} pixels changed behind {sheet.title!r}, the first at {changed[0]}")
+
+    # Sheets and alerts
+
+    def sheet_is_well_placed(self, before, title, focused):
+        sheet = self.window(title)
+        self.pane.wait_active(title)
+        self.pane.wait_focused(focused)
+        self.assert_stands_over_its_window(sheet)
+        self.assert_leaves_behind_as_before(before, sheet)
+        key("Escape")
+        wait_until(lambda: len(self.pane.windows()) == 1, f"the closing of {title!r}", details=self.pane.dump)
+        self.pane.wait_active("KS-7")
+
+    def open_and_look(self):
+        self.open_pane()
+        before = self.look_inactive()
+        self.activate()
+        return before
+
+    def test_the_properties_sheet(self):
+        before = self.open_and_look()
+        self.choose_action("Properties…")
+        self.sheet_is_well_placed(before, "Camera Properties", "Name:")
+
+    def test_the_passkey_sheet(self):
+        self.agent.plugUSB(KITCHEN, False)
+        before = self.open_and_look()
+        self.choose_action("Change Passkey…")
+        self.sheet_is_well_placed(before, "Change Passkey", "New passkey:")
+
+    def test_the_firmware_sheet(self):
+        self.agent.plugUSB(KITCHEN, True)
+        before = self.open_and_look()
+        self.choose_action("Update Firmware…")
+        self.sheet_is_well_placed(before, "Update Firmware", "Continue")
+
+    def test_an_alert(self):
+        before = self.open_and_look()
+        self.agent.post("KS7PassKeySet", {"Result": 9})
+        self.sheet_is_well_placed(before, "Passkey Not Changed", "OK")
+
+    def test_the_about_box_has_the_keyboard(self):
+        self.open_pane()
+        self.choose_action("About KS-7…")
+        self.pane.wait_active("About KS-7")
+        key("Escape")
+        self.pane.wait_gone("v1.0")
+        self.pane.wait_active("KS-7")
+
+    def test_a_window_closes_when_its_sheet_has_been_left(self):
+        self.open_pane()
+        self.choose_action("Properties…")
+        self.pane.wait_active("Camera Properties")
+        SCREEN.close(self.main_window())
+        key("alt+F4")
+        self.pane.wait_gone("Camera ID:", role="text")
+        self.pane.wait_active("KS-7")
+        self.assertEqual(self.pane.close_by_key(), 0)
+
+    # Menus
+
+    def test_a_menu_opens_below_its_button_and_inside_the_display(self):
+        self.open_pane()
+        self.pane.open_menu("Camera Actions")
+        item = self.pane.rectangle(self.pane.wait_for("Properties…", role="menu item"))
+        button = self.pane.rectangle("Camera Actions")
+        self.assertLess(abs(item[0] - button[0]), 40)
+        self.assertGreater(item[1], button[1])
+        key("Escape")
+        self.pane.wait_gone("Properties…", role="menu item")
+        self.pane.wait_active("KS-7")
+
+    # Option
+
+    def test_option_held_at_opening_shows_debug_logging(self):
+        with held("Alt_L"):
+            self.open_pane()
+            self.pane.wait_for("Debug logging", role="check box")
+
+    def test_without_option_there_is_no_debug_logging(self):
+        self.open_pane()
+        self.pane.wait_active()
+        self.assertIsNone(self.pane.find("Debug logging"))
+
+    # Looks
+
+    def test_the_window_bears_the_name_of_its_desktop_file(self):
+        self.open_pane()
+        self.assertEqual(self.main_window().desktop_file, "ks7-preferences")
+
+    def test_a_dark_colour_scheme(self):
+        settings = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "kdeglobals"
+        light = settings.read_text()
+        self.addCleanup(settings.write_text, light)
+        settings.write_text(light + (COLOR_SCHEMES / "BreezeDark.colors").read_text())
+        self.open_pane()
+        picture = self.look_inactive()
+        x, y, width, height = self.pane.rectangle("Show status menu")
+        self.assertLess(max(picture.pixel(x + width + 30, y + height // 2)), 100)
+        # The table stays light, as its names are black.
+        x, y, width, height = self.pane.rectangle("Cameras")
+        self.assertGreater(min(picture.pixel(x + width // 2, y + height - 10)), 180)
+
+    def test_nothing_is_clipped_and_edges_are_sharp(self):
+        """At the scale of this session, which may be a fraction."""
+        self.open_pane()
+        left, top, width, height = self.main_window().box
+        for node in self.pane.nodes(self.pane.wait_for("KS-7", role="frame")):
+            if self.pane.has(node, "showing") and accessible.name_of(node):
+                x, y, node_width, node_height = self.pane.rectangle(node)
+                self.assertTrue(left - 2 <= x and x + node_width <= left + width + 2 and
+                                top - 2 <= y and y + node_height <= top + height + 2, accessible.name_of(node))
+        self.assert_frame_is_sharp(self.look_inactive())
+
+    def assert_frame_is_sharp(self, picture):
+        """From left to right through the middle of the picture's frame: background, black, background, no blend."""
+        _, list_y, _, list_height = self.pane.rectangle("Cameras")
+        list_x, _, list_width, _ = self.pane.rectangle("Cameras")
+        line = picture.row(list_y + list_height // 2, list_x + list_width + 3, picture.area[0] + picture.width - 1)
+        self.assertIn((0, 0, 0), line)
+        colours = [colour for index, colour in enumerate(line) if index == 0 or colour != line[index - 1]]
+        self.assertLessEqual(len(colours), 3, colours)
+
+
+class WaylandPictureTest(ScriptedPaneTest):
+    agent_options = ()
+
+    def test_the_preview_is_seen_and_moves(self):
+        self.open_pane()
+        self.agent.setStatus(KITCHEN, 4)
+        self.pane.wait_for("Kitchen, Streaming")
+        wait_for_camera()
+        self.pane.press("Start Preview")
+        area = self.pane.rectangle(self.pane.wait_for("Live picture", role="image"))
+        wait_until(lambda: Picture(area).brightest() > 100, "a picture", details=self.pane.dump)
+        first = Picture(area)
+        wait_until(lambda: Picture(area).bytes != first.bytes, "another picture", details=self.pane.dump)
+        self.pane.press("Stop Preview")
+        self.pane.wait_gone("Live picture", role="image")
+        wait_until(lambda: Picture(area).brightest() < 10, "black again")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

@@ -1,0 +1,46 @@
+"""What is seen on the display, as pixels."""
+
+import subprocess
+
+
+class Picture:
+    """An area of the display: x, y, width, height in its pixels, as seen now."""
+
+    def __init__(self, area):
+        self.area = area
+        x, y, self.width, self.height = area
+        self.bytes = subprocess.run(
+            ["import", "-window", "root", "-crop", f"{self.width}x{self.height}+{x}+{y}", "+repage", "-depth", "8",
+             "rgb:-"], check=True, capture_output=True, stdin=subprocess.DEVNULL).stdout
+
+    def pixel(self, x, y):
+        """Red, green and blue at a place of the display."""
+        start = ((y - self.area[1]) * self.width + x - self.area[0]) * 3
+        return tuple(self.bytes[start:start + 3])
+
+    def row(self, y, left, right):
+        return [self.pixel(x, y) for x in range(left, right)]
+
+    def column(self, x, top, bottom):
+        return [self.pixel(x, y) for y in range(top, bottom)]
+
+    def differences(self, other, covered=(0, 0, 0, 0), margin=0):
+        """The places that differ from another picture of the same area, outside of what is covered."""
+        left, top = covered[0] - margin, covered[1] - margin
+        right, bottom = covered[0] + covered[2] + margin, covered[1] + covered[3] + margin
+        found = []
+        for y in range(self.area[1], self.area[1] + self.height):
+            start = (y - self.area[1]) * self.width * 3
+            line = slice(start, start + self.width * 3)
+            if self.bytes[line] == other.bytes[line]:
+                continue
+            found += [(x, y) for x in range(self.area[0], self.area[0] + self.width)
+                      if not (left <= x < right and top <= y < bottom) and self.pixel(x, y) != other.pixel(x, y)]
+        return found
+
+    def brightness(self):
+        """From 0, black, to 1, white."""
+        return sum(self.bytes) / len(self.bytes) / 255
+
+    def brightest(self):
+        return max(self.bytes)
