@@ -18,7 +18,7 @@ INTERACTIVE = {"push button", "toggle button", "check box", "radio button", "com
                "password text", "table", "table cell", "link", "menu item", "check menu item", "list item", "slider"}
 # What is there to be read, to hold other things together or to be looked at.
 OTHER = {"application", "frame", "dialog", "alert", "filler", "layered pane", "panel", "label", "progress bar",
-         "animation", "image", "separator", "list", "popup menu", "menu", "window", "scroll pane"}
+         "animation", "image", "separator", "list", "popup menu", "menu", "menu bar", "window", "scroll pane"}
 METERS = ("Left audio level", "Right audio level")
 # As they come, from top to bottom and from left to right.
 PANE = [

@@ -16,6 +16,7 @@ did not outlive it is named, with its last words. Without --display, Qt programs
 """
 
 import argparse
+import json
 import os
 import pathlib
 import selectors
@@ -143,15 +144,14 @@ class Session:
 
     def start_wayland(self, screen, scale):
         """KWin renders without OpenGL into one X window, which covers the X screen."""
-        width, height = (int(length) for length in screen.split("x"))
+        width, height = screen.split("x")
         name = "wayland-ks7"
-        self.write_kwin_settings()
+        self.write_kwin_settings(int(width), int(height), scale)
         self.env.update(XDG_SESSION_TYPE="wayland", XDG_CURRENT_DESKTOP="KDE", KDE_FULL_SESSION="true",
                         KDE_SESSION_VERSION="6", QT_QPA_PLATFORM="wayland")
         with self.log("wayland") as log:
             self.spawn(["kwin_wayland", "--x11-display", self.env["DISPLAY"], "--socket", name, "--no-lockscreen",
-                        "--width", str(round(width / scale)), "--height", str(round(height / scale)),
-                        "--scale", str(scale)],
+                        "--width", width, "--height", height],
                        stdout=log, stderr=log, env={**self.env, "KWIN_COMPOSE": "Q", "QT_QPA_PLATFORM": "",
                                                   "XCURSOR_THEME": "breeze_cursors"})
         self.wait_for((pathlib.Path(self.env["XDG_RUNTIME_DIR"]) / name).exists, "the Wayland compositor")
@@ -159,11 +159,17 @@ class Session:
         self.env["WAYLAND_DISPLAY"] = name
         self.env["KS7_WAYLAND_SCALE"] = str(scale)
 
-    def write_kwin_settings(self):
-        """No animations: pictures are compared pixel for pixel."""
+    def write_kwin_settings(self, width, height, scale):
+        """No animations: pictures are compared pixel for pixel. KWin ignores its own option --scale on X."""
         settings = pathlib.Path(self.env["XDG_CONFIG_HOME"])
         (settings / "kdeglobals").write_text("[KDE]\nAnimationDurationFactor=0\n")
         (settings / "kwinrc").write_text("[Windows]\nPlacement=Centered\n")
+        output = {"connectorName": "X11-0", "scale": scale,
+                  "mode": {"width": width, "height": height, "refreshRate": 60000}}
+        place = {"enabled": True, "outputIndex": 0, "position": {"x": 0, "y": 0}, "priority": 0}
+        (settings / "kwinoutputconfig.json").write_text(json.dumps(
+            [{"name": "outputs", "data": [output]},
+             {"name": "setups", "data": [{"lidClosed": False, "outputs": [place]}]}]))
 
     def has_compositor_window(self):
         asked = subprocess.run(["xwininfo", "-root", "-children"], env=self.env, capture_output=True,
