@@ -1,5 +1,6 @@
-// Changing one key of the preferences file on the disk, beside parsing it, changing it and writing it out
-// with libplist and one fsync.
+// Changes one key of the preferences file on the disk. The peer reads and parses the file with libplist,
+// changes the key and writes the file out: "libplist" rewrites it in place with one fsync, "libplist, safe"
+// takes the same steps as the pane.
 #include "platform/preferences/UserDefaults.h"
 #include "settings/KS7Domain.h"
 
@@ -26,7 +27,7 @@ QByteArray domainOf(int keys)
     return xml + "\t<key>VideoSize2</key>\n\t<integer>1</integer>\n</dict>\n</plist>\n";
 }
 
-/// A preferences folder of its own with the domain in it.
+/// A preferences folder with the domain in it.
 class Domain {
 public:
     explicit Domain(int keys)
@@ -72,7 +73,7 @@ bool writeAndSync(const QString &path, const char *text, std::uint32_t size)
     return written;
 }
 
-/// The steps that leave either the old file or the new one, whenever the machine stops.
+/// Leaves either the old file or the new one if the machine crashes.
 bool replaceAndSync(const QString &path, const char *text, std::uint32_t size)
 {
     const QByteArray target = QFile::encodeName(path);

@@ -1,9 +1,9 @@
 #include "agent/NotificationNames.h"
 #include "logging/KS7OrvexLogger.h"
 #include "pane/KS7SettingsWindowController.h"
+#include "platform/ToInt32.h"
 #include "platform/desktop/KeyboardModifiers.h"
 #include "platform/desktop/ProcessorClock.h"
-#include "platform/ToInt32.h"
 #include "platform/preferences/UserDefaults.h"
 #include "settings/KS7Domain.h"
 
@@ -23,7 +23,7 @@ QVariantMap stateOf(const QCheckBox *checkbox)
     return {{UserInfoKeys::Value, checkbox->isChecked() ? 1 : 0}};
 }
 
-/// Shows a state, which is not to choose it.
+/// Shows a state without the signal of a click.
 void show(QCheckBox *checkbox, bool on)
 {
     const QSignalBlocker quiet(checkbox);
@@ -78,7 +78,7 @@ void KS7SettingsWindowController::setupOptimizePopup()
         outlets.optimizeForPopUpLabel->hide();
         return;
     }
-    // A size that this pane has no item for shows as no choice at all, and stays in the preferences.
+    // A size without an item selects nothing and stays in the preferences.
     const int index = sizeIndexFromKS7Prefs(*mServices.userDefaults);
     const bool hasItem = index >= 0 && index < outlets.optimizeForPopUp->count();
     outlets.optimizeForPopUp->setCurrentIndex(hasItem ? index : -1);
@@ -109,9 +109,11 @@ void KS7SettingsWindowController::optimizeForChanged(QObject *)
     auto &defaults = *mServices.userDefaults;
     KS7Domain::domainSetObject(defaults, outlets.optimizeForPopUp->currentIndex(),
                                PreferenceKeys::VideoSize2);
-    // On disk before the agent is told, so that it reads the new value.
+    // On disk before the post, so that the agent reads the new value.
     defaults.synchronize();
     mServices.distributedCenter->postNotificationName(NotificationNames::ChangedOptimizedPreference);
+    // The write may have failed, and without a bus the post does not come back to tell.
+    setupOptimizePopup();
 }
 
 void KS7SettingsWindowController::debugLogCheckbox(QObject *)

@@ -12,10 +12,11 @@ namespace KS7Domain {
 
 inline const QString Name = QStringLiteral("com.orvex.KS7Agent");
 
-/// The value, as it was last read; an invalid variant when domain or key is absent.
+/// The value as it is stored now, or as set and not handed over yet. An invalid variant when domain or key is
+/// absent.
 QVariant domainObjectForKey(platform::UserDefaults &defaults, const QString &key);
-/// Rewrites the whole domain with one value changed, until the next synchronize() in memory only. A domain
-/// that does not exist is not created: the value is dropped.
+/// Rewrites the whole domain with one value changed, in memory until the next synchronize(). Does not create
+/// a domain that does not exist: the value is dropped.
 void domainSetObject(platform::UserDefaults &defaults, const QVariant &value, const QString &forKey);
 /// Any number that is not zero is on; `absent` when the domain has no such key.
 bool boolForKey(platform::UserDefaults &defaults, const QString &key, bool absent);

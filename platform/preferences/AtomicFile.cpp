@@ -1,202 +1,125 @@
 #include "platform/preferences/AtomicFile.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace platform::AtomicFile {
 namespace {
 
+using std::filesystem::path;
+
 constexpr qint64 MaximumSize = qint64(64) << 20;
 constexpr int MaximumLinks = 40;
 constexpr mode_t OwnerOnly = S_IRUSR | S_IWUSR;
 constexpr mode_t PermissionBits = 07777;
 
-class Descriptor {
-public:
-    explicit Descriptor(int fd)
-        : mFd(fd)
-    {
-    }
-    ~Descriptor()
-    {
-        if (mFd >= 0)
-            ::close(mFd);
-    }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-    [[nodiscard]] int get() const { return mFd; }
-
-private:
-    int mFd;
-};
-
-std::int64_t nsFrom(const timespec &time)
+/// The file closes the descriptor. False, and errno, when there is none.
+bool openDescriptor(QFile *file, int descriptor, QIODevice::OpenMode mode)
 {
-    return static_cast<std::int64_t>(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
+    return descriptor >= 0
+        && file->open(descriptor, mode | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
 }
 
-Stamp stampFrom(const struct stat &status)
+int errorFor(const struct stat &status)
 {
-    return {true, nsFrom(status.st_mtim), nsFrom(status.st_ctim), status.st_size, status.st_ino};
+    if (S_ISREG(status.st_mode))
+        return status.st_size > MaximumSize ? EFBIG : 0;
+    return S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
 }
 
-int readAll(int fd, QByteArray *bytes)
-{
-    QByteArray block(64 * 1024, Qt::Uninitialized);
-    while (true) {
-        const ssize_t count = ::read(fd, block.data(), static_cast<std::size_t>(block.size()));
-        if (count == 0)
-            return 0;
-        if (count < 0 && errno != EINTR)
-            return errno;
-        if (count > 0)
-            bytes->append(block.constData(), static_cast<int>(count));
-        if (bytes->size() > MaximumSize)
-            return EFBIG;
-    }
-}
-
-int writeAll(int fd, const QByteArray &bytes)
-{
-    for (qint64 done = 0; done < bytes.size();) {
-        const ssize_t count =
-            ::write(fd, bytes.constData() + done, static_cast<std::size_t>(bytes.size() - done));
-        if (count < 0 && errno != EINTR)
-            return errno;
-        if (count > 0)
-            done += count;
-    }
-    return 0;
-}
-
-/// Where a write has to go: the end of a chain of links, there or not; empty for a loop.
-QString targetOf(QString path)
+/// The end of a chain of links, which need not exist; empty for a loop. A relative link is appended to its
+/// folder and not cleaned up: `..` behind a linked folder is the parent of that link's target.
+path targetOf(path name)
 {
     for (int links = 0; links < MaximumLinks; ++links) {
-        const QFileInfo info(path);
-        if (!info.isSymLink())
-            return path;
-        path = info.symLinkTarget();
+        std::error_code noLink;
+        const path target = read_symlink(name, noLink);
+        if (noLink)
+            return name;
+        name = name.parent_path() / target;
     }
     return {};
 }
 
-/// The new contents, safe on the disk under a name of their own; removed again unless renamed.
-class TemporaryFile {
-public:
-    explicit TemporaryFile(const QString &target)
-        : mName(QFile::encodeName(target + QStringLiteral(".XXXXXX")))
-        , mFile(::mkostemp(mName.data(), O_CLOEXEC))
-        , mError(mFile.get() < 0 ? errno : 0)
-    {
-    }
-    ~TemporaryFile()
-    {
-        if (mFile.get() >= 0 && !mRenamed)
-            ::unlink(mName.constData());
-    }
-    TemporaryFile(const TemporaryFile &) = delete;
-    TemporaryFile &operator=(const TemporaryFile &) = delete;
-
-    /// `replaced` is what stands there now, null for a new file.
-    int write(const QByteArray &bytes, const struct stat *replaced)
-    {
-        if (mError != 0)
-            return mError;
-        if (const int error = writeAll(mFile.get(), bytes))
-            return error;
-        if (replaced && !keepOwner(*replaced))
-            return errno;
-        const mode_t mode = replaced ? replaced->st_mode & PermissionBits : OwnerOnly;
-        return ::fchmod(mFile.get(), mode) != 0 || ::fsync(mFile.get()) != 0 ? errno : 0;
-    }
-
-    int renameTo(const QByteArray &target, Stamp *stamp)
-    {
-        if (std::rename(mName.constData(), target.constData()) != 0)
-            return errno;
-        mRenamed = true;
-        // Renaming has changed the stamp; of this file, whatever stands under its name by now.
-        struct stat status = {};
-        *stamp = ::fstat(mFile.get(), &status) == 0 ? stampFrom(status) : Stamp();
-        return 0;
-    }
-
-private:
-    /// Run by the superuser, the pane must not take the file away from its owner. Others may fail to keep the
-    /// group.
-    [[nodiscard]] bool keepOwner(const struct stat &replaced) const
-    {
-        return ::fchown(mFile.get(), replaced.st_uid, replaced.st_gid) == 0 || ::geteuid() != 0;
-    }
-
-    QByteArray mName;
-    Descriptor mFile;
-    int mError;
-    bool mRenamed = false;
-};
-
-void syncFolder(const QString &folder)
+/// Run by the superuser, the pane must not take the file away from its owner. Others may fail to keep the
+/// group.
+bool keepOwner(int fd, const struct stat &replaced)
 {
-    const Descriptor descriptor(
-        ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (descriptor.get() >= 0)
-        ::fsync(descriptor.get());
+    return ::fchown(fd, replaced.st_uid, replaced.st_gid) == 0 || ::geteuid() != 0;
+}
+
+/// `replaced` is null for a new file. The mode comes last: fchown() clears some of its bits.
+int fill(QFile *file, const QByteArray &bytes, const struct stat *replaced)
+{
+    if (file->write(bytes) != bytes.size())
+        return errno;
+    if (replaced && !keepOwner(file->handle(), *replaced))
+        return errno;
+    const mode_t mode = replaced ? replaced->st_mode & PermissionBits : OwnerOnly;
+    return ::fchmod(file->handle(), mode) != 0 || ::fsync(file->handle()) != 0 ? errno : 0;
+}
+
+int replaceTarget(const path &target, const QByteArray &bytes, const struct stat *replaced)
+{
+    std::string temporary = target.native() + ".XXXXXX";
+    QFile file;
+    if (!openDescriptor(&file, ::mkostemp(temporary.data(), O_CLOEXEC), QIODevice::WriteOnly))
+        return errno;
+    int error = fill(&file, bytes, replaced);
+    if (error == 0 && std::rename(temporary.c_str(), target.c_str()) != 0)
+        error = errno;
+    if (error != 0)
+        ::unlink(temporary.c_str());
+    return error;
+}
+
+/// Without this, a crash of the machine can bring the replaced file back.
+void syncFolder(const path &folder)
+{
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    ::fsync(descriptor);
+    ::close(descriptor);
 }
 
 } // namespace
 
-Stamp stampOf(const QString &path)
-{
-    struct stat status = {};
-    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? stampFrom(status) : Stamp();
-}
-
 Contents read(const QString &path)
 {
-    Contents contents;
-    // Opening a pipe must not wait for somebody to write into it.
-    const Descriptor file(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    QFile file;
     struct stat status = {};
-    if (file.get() < 0 || ::fstat(file.get(), &status) != 0) {
-        contents.error = errno;
-        contents.stamp = stampOf(path);
-        return contents;
-    }
-    contents.stamp = stampFrom(status);
-    if (S_ISREG(status.st_mode))
-        contents.error = readAll(file.get(), &contents.bytes);
-    else
-        contents.error = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
-    return contents;
+    // O_NONBLOCK: opening a pipe must not wait for a writer.
+    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (!openDescriptor(&file, descriptor, QIODevice::ReadOnly) || ::fstat(descriptor, &status) != 0)
+        return {errno, {}};
+    if (const int error = errorFor(status))
+        return {error, {}};
+    const QByteArray bytes = file.readAll();
+    return file.error() == QFile::NoError ? Contents{0, bytes} : Contents{EIO, {}};
 }
 
-int replace(const QString &path, const QByteArray &bytes, Stamp *stamp)
+int replace(const QString &name, const QByteArray &bytes)
 {
-    const QString target = targetOf(path);
-    if (target.isEmpty())
+    const path target = targetOf(QFile::encodeName(name).toStdString());
+    if (target.empty())
         return ELOOP;
-    const QString folder = QFileInfo(target).path();
-    const QByteArray name = QFile::encodeName(target);
     struct stat status = {};
-    const bool isNew = ::stat(name.constData(), &status) != 0;
-    if (!isNew && !S_ISREG(status.st_mode))
-        return S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
-    QDir().mkpath(folder);
-    TemporaryFile file(target);
-    if (const int error = file.write(bytes, isNew ? nullptr : &status))
-        return error;
-    if (const int error = file.renameTo(name, stamp))
-        return error;
-    syncFolder(folder);
-    return 0;
+    const bool isNew = ::stat(target.c_str(), &status) != 0;
+    if (!isNew && errorFor(status) != 0)
+        return errorFor(status);
+    std::error_code failedBelow; // mkostemp() fails then, and tells why.
+    create_directories(target.parent_path(), failedBelow);
+    const int error = replaceTarget(target, bytes, isNew ? nullptr : &status);
+    if (error == 0)
+        syncFolder(target.parent_path());
+    return error;
 }
 
 } // namespace platform::AtomicFile

@@ -1,134 +1,159 @@
-#include "platform/preferences/PropertyListText.h"
-#include "platform/preferences/UserDefaults.h"
+#include "platform/preferences/PropertyList.h"
 
 #include <QDateTime>
-#include <QHash>
-#include <QVariant>
+#include <QLocale>
+#include <QRegularExpression>
+#include <QXmlStreamReader>
 
-#include <plist/plist.h>
-
-#include <cstdlib>
+#include <algorithm>
+#include <charconv>
 #include <limits>
 
 namespace platform {
 namespace {
 
-using PlistNode = std::shared_ptr<void>;
+// The parser is recursive and runs on the host's stack.
+constexpr int MaximumDepth = 256;
 
-PlistNode parse(const QByteArray &element)
+QRegularExpression whole(const char *pattern)
 {
-    const QByteArray document = "<plist version=\"1.0\">" + element + "</plist>";
-    plist_t node = nullptr;
-    if (document.size() <= std::numeric_limits<int>::max())
-        plist_from_xml(document.constData(), static_cast<std::uint32_t>(document.size()), &node);
-    return {node, [](plist_t parsed) { plist_free(parsed); }};
+    return QRegularExpression(QRegularExpression::anchoredPattern(QLatin1String(pattern)));
 }
 
-/// The text between a scalar's tags. The library's own accessors drop the sign of integers and cut dates
-/// to 32 bits, its writer does neither.
-QByteArray scalarText(plist_t node)
+/// Decimal even with leading zeros, or hexadecimal after 0x. A number beyond 64 bits becomes the nearest that
+/// fits.
+QVariant integerFrom(const QString &text)
 {
-    char *xml = nullptr;
-    std::uint32_t length = 0;
-    plist_to_xml(node, &xml, &length);
-    if (!xml)
+    static const QRegularExpression integer = whole("[+-]?([0-9]+|0[xX][0-9a-fA-F]+)");
+    if (!integer.match(text).hasMatch())
         return {};
-    QByteArray text(xml, static_cast<int>(length));
-    std::free(xml);
-    text.truncate(text.lastIndexOf("</", text.lastIndexOf("</plist>") - 1));
-    return text.mid(text.lastIndexOf('>') + 1);
-}
-
-QVariant integerVariant(plist_t node)
-{
-    const QByteArray text = scalarText(node);
+    const int base = text.contains(QLatin1Char('x'), Qt::CaseInsensitive) ? 16 : 10;
     bool fits = false;
-    const qlonglong value = text.toLongLong(&fits);
-    return fits ? QVariant(value) : QVariant(text.toULongLong());
+    const qlonglong number = text.toLongLong(&fits, base);
+    if (fits || text.startsWith(QLatin1Char('-')))
+        return fits ? number : std::numeric_limits<qlonglong>::min();
+    const qulonglong large = text.toULongLong(&fits, base);
+    return fits ? large : std::numeric_limits<qulonglong>::max();
 }
 
-QVariant realVariant(plist_t node)
+/// std::from_chars() ignores the locale, which the host may have set to one with a decimal comma.
+QVariant realFrom(QByteArray text)
 {
-    double value = 0;
-    plist_get_real_val(node, &value);
-    return value;
+    if (text.startsWith('+') && !text.startsWith("+-"))
+        text.remove(0, 1);
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.cbegin(), text.cend(), number);
+    if (end != text.cend() || error == std::errc::invalid_argument)
+        return {};
+    // from_chars() does not say which end of the range was passed; Qt gives 0 or an infinity.
+    return error == std::errc::result_out_of_range ? text.toDouble() : number;
 }
 
-QVariant boolVariant(plist_t node)
+QVariant dateFrom(const QString &text)
 {
-    std::uint8_t value = 0;
-    plist_get_bool_val(node, &value);
-    return value != 0;
+    static const QRegularExpression date = whole("-?[0-9]{4,}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}Z");
+    return date.match(text).hasMatch() ? QDateTime::fromString(text, Qt::ISODate) : QVariant();
 }
 
-QVariant stringVariant(plist_t node)
+QVariant dataFrom(const QString &text)
 {
-    std::uint64_t length = 0;
-    const char *text = plist_get_string_ptr(node, &length);
-    return QString::fromUtf8(text, static_cast<int>(length));
+    static const QRegularExpression base64 = whole("[A-Za-z0-9+/\\s]*+(=\\s*){0,2}");
+    return base64.match(text).hasMatch() ? QByteArray::fromBase64(text.toLatin1()) : QVariant();
 }
 
-QVariant dataVariant(plist_t node)
+/// An invalid variant for an unknown tag or a malformed text.
+QVariant scalarFrom(const QString &tag, const QString &text)
 {
-    std::uint64_t length = 0;
-    const char *bytes = plist_get_data_ptr(node, &length);
-    return QByteArray(bytes, static_cast<int>(length));
+    const QString trimmed = text.trimmed();
+    if (tag == QLatin1String("string"))
+        return text;
+    if (tag == QLatin1String("integer"))
+        return integerFrom(trimmed);
+    if (tag == QLatin1String("real"))
+        return realFrom(trimmed.toLatin1());
+    if (tag == QLatin1String("date"))
+        return dateFrom(trimmed);
+    if (tag == QLatin1String("data"))
+        return dataFrom(trimmed);
+    const bool isTrue = tag == QLatin1String("true");
+    return trimmed.isEmpty() && (isTrue || tag == QLatin1String("false")) ? QVariant(isTrue) : QVariant();
 }
 
-QVariant dateVariant(plist_t node)
+/// XML has no way to write these characters, not even as a reference.
+bool isForbidden(QChar character)
 {
-    return QDateTime::fromString(QString::fromLatin1(scalarText(node)), Qt::ISODate);
+    const char16_t code = character.unicode();
+    return (code < 0x20 && code != u'\t' && code != u'\n' && code != u'\r') || code >= 0xFFFE;
 }
 
-QVariant toVariant(plist_t node);
-
-QVariant arrayVariant(plist_t node)
+QString escaped(QString text)
 {
-    QVariantList list;
-    plist_array_iter position = nullptr;
-    plist_array_new_iter(node, &position);
-    plist_t item = nullptr;
-    for (plist_array_next_item(node, position, &item); item; plist_array_next_item(node, position, &item))
-        list.append(toVariant(item));
-    std::free(position);
-    return list;
+    std::replace_if(text.begin(), text.end(), isForbidden, QChar(QChar::ReplacementCharacter));
+    // A parser reads a bare carriage return as a line feed.
+    return text.toHtmlEscaped().replace(QLatin1Char('\r'), QLatin1String("&#13;"));
 }
 
-QVariant dictVariant(plist_t node)
+QString element(const char *tag, const QString &content)
 {
-    QVariantMap map;
-    plist_dict_iter position = nullptr;
-    plist_dict_new_iter(node, &position);
-    char *key = nullptr;
-    plist_t item = nullptr;
-    for (plist_dict_next_item(node, position, &key, &item); item;
-         plist_dict_next_item(node, position, &key, &item)) {
-        map.insert(QString::fromUtf8(key), toVariant(item));
-        std::free(key);
+    const QLatin1String name(tag);
+    return QLatin1Char('<') + name + QLatin1Char('>') + content + QLatin1String("</") + name
+        + QLatin1Char('>');
+}
+
+QString keyElement(const QString &key)
+{
+    return element("key", escaped(key));
+}
+
+QString elementFor(const QVariant &value);
+
+QString arrayElement(const QVariantList &list)
+{
+    QString content;
+    for (const QVariant &item : list)
+        content += elementFor(item);
+    return element("array", content);
+}
+
+QString dictElement(const QVariantMap &map)
+{
+    QString content;
+    for (auto item = map.cbegin(); item != map.cend(); ++item) {
+        const QString value = elementFor(item.value());
+        if (!value.isEmpty())
+            content += QLatin1String("\n\t\t") + keyElement(item.key()) + QLatin1String("\n\t\t") + value;
     }
-    std::free(position);
-    return map;
+    return element("dict", content.isEmpty() ? content : content + QLatin1String("\n\t"));
 }
 
-QVariant toVariant(plist_t node)
+/// Empty for a type that no property list has.
+QString elementFor(const QVariant &value)
 {
-    switch (plist_get_node_type(node)) {
-    case PLIST_BOOLEAN:
-        return boolVariant(node);
-    case PLIST_UINT:
-        return integerVariant(node);
-    case PLIST_REAL:
-        return realVariant(node);
-    case PLIST_STRING:
-        return stringVariant(node);
-    case PLIST_DATA:
-        return dataVariant(node);
-    case PLIST_DATE:
-        return dateVariant(node);
-    case PLIST_ARRAY:
-        return arrayVariant(node);
-    case PLIST_DICT:
-        return dictVariant(node);
+    switch (static_cast<int>(value.userType())) {
+    case QMetaType::Bool:
+        return value.toBool() ? QStringLiteral("<true/>") : QStringLiteral("<false/>");
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Long:
+    case QMetaType::LongLong:
+        return element("integer", QString::number(value.toLongLong()));
+    case QMetaType::ULong:
+    case QMetaType::ULongLong:
+        return element("integer", QString::number(value.toULongLong()));
+    case QMetaType::Float:
+    case QMetaType::Double:
+        return element("real", QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest));
+    case QMetaType::QString:
+        return element("string", escaped(value.toString()));
+    case QMetaType::QDateTime:
+        return element("date", value.toDateTime().toUTC().toString(Qt::ISODate));
+    case QMetaType::QByteArray:
+        return element("data", QString::fromLatin1(value.toByteArray().toBase64()));
+    case QMetaType::QStringList:
+    case QMetaType::QVariantList:
+        return arrayElement(value.toList());
+    case QMetaType::QVariantMap:
+        return dictElement(value.toMap());
     default:
         return {};
     }
@@ -136,94 +161,212 @@ QVariant toVariant(plist_t node)
 
 } // namespace
 
-/// The entries as text, and each one parsed.
-struct PropertyListDictionary::Node {
-    std::vector<PropertyListText::Entry> entries;
-    std::vector<PlistNode> values;
-    QHash<QString, std::size_t> index;
-
-    /// A key that is there already gets the new value in its place. False when the value does not parse.
-    bool put(const QString &key, const QByteArray &xml)
+/// Reads a document or one value, in one pass. Each function starts at an element's start tag and leaves at
+/// its end tag.
+class PropertyListDictionary::Parser {
+public:
+    explicit Parser(const QString &text)
+        : mText(text)
+        , mXml(text)
     {
-        PlistNode parsed = parse(xml);
-        if (!parsed)
-            return false;
-        const auto found = index.constFind(key);
-        if (found != index.constEnd()) {
-            entries[*found].xml = xml;
-            values[*found] = std::move(parsed);
+        // A value's own text does not have the declarations of prefixes.
+        mXml.setNamespaceProcessing(false);
+    }
+
+    bool readDocument(PropertyListDictionary *list)
+    {
+        return nextElement() && mXml.qualifiedName() == QLatin1String("plist") && nextElement()
+            && mXml.qualifiedName() == QLatin1String("dict") && readRoot(list) && !nextElement()
+            && readToEnd();
+    }
+
+    /// An invalid variant when the text is malformed.
+    QVariant readSingleValue() { return nextElement() ? readValue(1) : QVariant(); }
+
+private:
+    bool readRoot(PropertyListDictionary *list)
+    {
+        auto done = position();
+        list->mHead = mText.left(done);
+        const bool isRead = readEntries([&](const QString &key) {
+            const auto start = mText.lastIndexOf(QLatin1Char('<'), position() - 1);
+            if (!readValue(1).isValid())
+                return false;
+            list->mEntries.append({key, mText.mid(done, start - done), mText.mid(start, position() - start)});
+            done = position();
             return true;
+        });
+        list->mTail = mText.mid(done);
+        if (list->mHead.endsWith(QLatin1String("/>"))) {
+            list->mHead.replace(list->mHead.size() - 2, 2, QLatin1Char('>'));
+            list->mTail.prepend(QLatin1String("\n</dict>"));
         }
-        index.insert(key, entries.size());
-        entries.push_back({key, xml});
-        values.push_back(std::move(parsed));
-        return true;
+        return isRead;
     }
 
-    void remove(const QString &key)
+    template <typename ReadValue>
+    bool readEntries(ReadValue readValue)
     {
-        std::vector<PropertyListText::Entry> kept;
-        kept.swap(entries);
-        values.clear();
-        index.clear();
-        for (const PropertyListText::Entry &entry : kept) {
-            if (entry.key != key)
-                put(entry.key, entry.xml);
+        while (nextElement()) {
+            if (mXml.qualifiedName() != QLatin1String("key"))
+                return false;
+            const QString key = readText();
+            if (!nextElement() || !readValue(key))
+                return false;
         }
+        return !mXml.hasError();
     }
+
+    QVariant readValue(int depth)
+    {
+        const QString tag = mXml.qualifiedName().toString();
+        if (depth > MaximumDepth)
+            return {};
+        if (tag == QLatin1String("array"))
+            return readArray(depth);
+        if (tag == QLatin1String("dict"))
+            return readDict(depth);
+        const QString text = readText();
+        return mXml.hasError() ? QVariant() : scalarFrom(tag, text);
+    }
+
+    QVariant readArray(int depth)
+    {
+        QVariantList list;
+        while (nextElement()) {
+            list.append(readValue(depth + 1));
+            if (!list.constLast().isValid())
+                return {};
+        }
+        return mXml.hasError() ? QVariant() : list;
+    }
+
+    QVariant readDict(int depth)
+    {
+        QVariantMap map;
+        const bool isRead = readEntries([&](const QString &key) {
+            const QVariant value = readValue(depth + 1);
+            map.insert(key, value);
+            return value.isValid();
+        });
+        return isRead ? map : QVariant();
+    }
+
+    QString readText()
+    {
+        QString text;
+        while (next() && !mXml.isEndElement()) {
+            if (mXml.isCharacters())
+                text += mXml.text();
+            if (mXml.isStartElement())
+                mXml.raiseError();
+        }
+        return text;
+    }
+
+    /// False at the end of the element around it.
+    bool nextElement()
+    {
+        while (next() && !mXml.isEndElement()) {
+            if (mXml.isStartElement())
+                return true;
+        }
+        return false;
+    }
+
+    bool readToEnd()
+    {
+        while (next())
+            continue;
+        return !mXml.hasError();
+    }
+
+    /// False at the document's end and for an error.
+    bool next()
+    {
+        mXml.readNext();
+        if (isForeign())
+            mXml.raiseError();
+        return !mXml.atEnd();
+    }
+
+    /// An entity's text is not where its reference is. Declarations, as they would define some, are refused
+    /// as well.
+    [[nodiscard]] bool isForeign() const
+    {
+        if (mXml.isStartDocument() && !mXml.documentEncoding().isEmpty())
+            return mXml.documentEncoding().compare(QLatin1String("utf-8"), Qt::CaseInsensitive) != 0;
+        return mXml.isEntityReference() || (mXml.isDTD() && mXml.text().contains(QLatin1Char('[')));
+    }
+
+    /// Just behind the tag that was read last.
+    [[nodiscard]] int position() const { return static_cast<int>(mXml.characterOffset()); }
+
+    const QString &mText;
+    QXmlStreamReader mXml;
 };
 
 PropertyListDictionary::PropertyListDictionary()
-    : mNode(std::make_shared<Node>())
+    : mHead(QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                           "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+                           "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+                           "<plist version=\"1.0\">\n<dict>"))
+    , mTail(QStringLiteral("\n</dict>\n</plist>\n"))
 {
 }
 
-PropertyListDictionary::~PropertyListDictionary() = default;
-PropertyListDictionary::PropertyListDictionary(const PropertyListDictionary &other) = default;
-PropertyListDictionary &PropertyListDictionary::operator=(const PropertyListDictionary &other) = default;
-
 std::optional<PropertyListDictionary> PropertyListDictionary::fromXml(const QByteArray &xml)
 {
-    const auto entries = PropertyListText::entriesOf(xml);
-    if (!entries)
+    const QByteArray bytes = xml.startsWith("\xEF\xBB\xBF") ? xml.mid(3) : xml;
+    const QString text = QString::fromUtf8(bytes);
+    PropertyListDictionary list;
+    if (text.toUtf8() != bytes || !Parser(text).readDocument(&list))
         return std::nullopt;
-    auto node = std::make_shared<Node>();
-    for (const PropertyListText::Entry &entry : *entries) {
-        if (!node->put(entry.key, entry.xml))
-            return std::nullopt;
-    }
-    PropertyListDictionary dictionary;
-    dictionary.mNode = std::move(node);
-    return dictionary;
+    return list;
 }
 
 QByteArray PropertyListDictionary::toXml() const
 {
-    return PropertyListText::documentOf(mNode->entries);
+    QString text = mHead;
+    for (const Entry &entry : mEntries)
+        text += entry.lead + entry.element;
+    return (text + mTail).toUtf8();
+}
+
+int PropertyListDictionary::indexOf(const QString &key) const
+{
+    const auto isKey = [&](const Entry &entry) { return entry.key == key; };
+    const auto found = std::find_if(mEntries.crbegin(), mEntries.crend(), isKey);
+    return static_cast<int>(mEntries.crend() - found) - 1;
 }
 
 QVariant PropertyListDictionary::value(const QString &key) const
 {
-    const auto found = mNode->index.constFind(key);
-    return found == mNode->index.constEnd() ? QVariant() : toVariant(mNode->values[*found].get());
+    const int index = indexOf(key);
+    return index < 0 ? QVariant() : Parser(mEntries[index].element).readSingleValue();
 }
 
 void PropertyListDictionary::setValue(const QString &key, const QVariant &value)
 {
-    auto changed = std::make_shared<Node>(*mNode);
-    const QByteArray xml = PropertyListText::elementFor(value);
+    const auto isKey = [&](const Entry &entry) { return entry.key == key; };
+    const QString element = elementFor(value);
+    const int index = indexOf(key);
     if (!value.isValid())
-        changed->remove(key);
-    else if (xml.isEmpty() || !changed->put(key, xml))
+        mEntries.erase(std::remove_if(mEntries.begin(), mEntries.end(), isKey), mEntries.end());
+    else if (!Parser(element).readSingleValue().isValid())
         return;
-    mNode = std::move(changed);
+    else if (index >= 0)
+        mEntries[index].element = element;
+    else
+        mEntries.append({key, QLatin1String("\n\t") + keyElement(key) + QLatin1String("\n\t"), element});
 }
 
 QStringList PropertyListDictionary::keys() const
 {
     QStringList keys;
-    for (const PropertyListText::Entry &entry : mNode->entries)
+    for (const Entry &entry : mEntries)
         keys.append(entry.key);
+    keys.removeDuplicates();
     return keys;
 }
 

@@ -8,117 +8,84 @@
 #include <QStandardPaths>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
-#include <ctime>
 #include <map>
+#include <utility>
 
 namespace platform {
 namespace {
 
-/// Two writes within one tick of the file system's clock leave the same time behind.
-constexpr std::int64_t ClockTickNs = 100'000'000;
-
-std::int64_t nowNs()
-{
-    timespec now = {};
-    ::clock_gettime(CLOCK_REALTIME, &now);
-    return static_cast<std::int64_t>(now.tv_sec) * 1'000'000'000 + now.tv_nsec;
-}
-
-/// One domain: what its file held when it was last read, and what is to be written.
+/// One domain: its file as last read, and the write that is not handed over yet.
 class Domain {
 public:
     explicit Domain(QString path)
         : mPath(std::move(path))
     {
-        load();
     }
 
-    [[nodiscard]] const std::optional<PropertyListDictionary> &contents() const
+    std::optional<PropertyListDictionary> contents()
     {
-        return mPending ? mPending : mContents;
+        return mWrite ? mWrite->dictionary : read().dictionary;
     }
 
-    void setPending(const PropertyListDictionary &dictionary) { mPending = dictionary; }
+    void setContents(const PropertyListDictionary &dictionary)
+    {
+        const bool isNew = mWrite ? mWrite->isNew : read().isAbsent();
+        mWrite = {dictionary, isNew};
+    }
 
     bool synchronize()
     {
-        reloadIfChanged();
-        return !mPending || writePending();
+        const auto write = std::exchange(mWrite, std::nullopt);
+        if (!write)
+            return true;
+        if (read().isAbsent() && !write->isNew)
+            return true;
+        return (mRead.isAbsent() || mRead.dictionary) && replace(write->dictionary);
     }
 
 private:
-    void reloadIfChanged()
-    {
-        const bool settled = !mStamp.exists || std::abs(mReadAtNs - mStamp.changedNs) > ClockTickNs;
-        if (!settled || AtomicFile::stampOf(mPath) != mStamp)
-            load();
-    }
+    struct Read {
+        AtomicFile::Contents file;
+        std::optional<PropertyListDictionary> dictionary;
+        [[nodiscard]] bool isAbsent() const { return file.error == ENOENT || file.error == ENOTDIR; }
+    };
+    struct Write {
+        PropertyListDictionary dictionary;
+        bool isNew = false;
+    };
 
-    void load()
+    /// Reads the file each time, because no time stamp tells two writes of one clock tick apart. Parses it,
+    /// and complains of it, only when its contents have changed.
+    const Read &read()
     {
-        mReadAtNs = nowNs();
         const AtomicFile::Contents file = AtomicFile::read(mPath);
-        const bool seenBefore = file.stamp == mStamp;
-        mStamp = file.stamp;
-        const bool absent = file.error == ENOENT || file.error == ENOTDIR;
-        // Understanding the file takes longer than reading it, and most of the time it is what it was.
-        const bool isKnown = file.error == 0 && mContents && file.bytes == mBytes;
-        if (!isKnown)
-            mContents = file.error == 0 ? PropertyListDictionary::fromXml(file.bytes) : std::nullopt;
-        mBytes = file.bytes;
-        const bool wasUsable = mUsable;
-        mUsable = absent || mContents.has_value();
-        if (!mUsable && (wasUsable || !seenBefore))
-            reportUnusable(file.error);
+        if (file == mRead.file)
+            return mRead;
+        mRead = {file, file.error == 0 ? PropertyListDictionary::fromXml(file.bytes) : std::nullopt};
+        if (!mRead.isAbsent() && !mRead.dictionary)
+            qCWarning(KS7_PLATFORM, "%s is left as it is and not used: %s", qUtf8Printable(mPath),
+                      file.error != 0 ? std::strerror(file.error) : "not a property list with a dictionary");
+        return mRead;
     }
 
-    void reportUnusable(int error) const
+    bool replace(const PropertyListDictionary &dictionary)
     {
-        qCWarning(KS7_PLATFORM, "%s is left as it is and not used: %s", qUtf8Printable(mPath),
-                  error != 0 ? std::strerror(error) : "not a property list with a dictionary");
-    }
-
-    bool writePending()
-    {
-        if (!mUsable) {
-            mPending.reset();
-            return false;
-        }
-        const QByteArray bytes = mPending->toXml();
-        if (const int error = AtomicFile::replace(mPath, bytes, &mStamp)) {
-            reportUnwritten(error);
-            return false;
-        }
-        mReadAtNs = nowNs();
-        mBytes = bytes;
-        mWriteError = 0;
-        mContents.swap(mPending);
-        mPending.reset();
-        return true;
-    }
-
-    void reportUnwritten(int error)
-    {
-        // Tried again at every synchronize(): said once.
-        if (error != mWriteError)
+        const QByteArray bytes = dictionary.toXml();
+        const int error = AtomicFile::replace(mPath, bytes);
+        if (error == 0)
+            mRead = {{0, bytes}, dictionary};
+        else
             qCWarning(KS7_PLATFORM, "%s cannot be written: %s", qUtf8Printable(mPath), std::strerror(error));
-        mWriteError = error;
+        return error == 0;
     }
 
     QString mPath;
-    /// What mContents was made from.
-    QByteArray mBytes;
-    std::optional<PropertyListDictionary> mContents;
-    std::optional<PropertyListDictionary> mPending;
-    AtomicFile::Stamp mStamp;
-    std::int64_t mReadAtNs = 0;
-    int mWriteError = 0;
-    bool mUsable = true;
+    Read mRead = {{ENOENT, {}}, std::nullopt};
+    std::optional<Write> mWrite;
 };
 
-/// Domains in files, cached; what is pending is written at the latest when the program ends.
+/// A file for each domain. What is not handed over yet is written at the latest when the program ends.
 class FileUserDefaults : public UserDefaults {
 public:
     FileUserDefaults()
@@ -132,7 +99,7 @@ public:
 
     std::optional<PropertyListDictionary> persistentDomainForName(const QString &name) override
     {
-        const Domain *domain = domainNamed(name);
+        Domain *domain = domainNamed(name);
         return domain ? domain->contents() : std::nullopt;
     }
 
@@ -141,7 +108,7 @@ public:
     {
         Domain *domain = domainNamed(name);
         if (domain && dictionary)
-            domain->setPending(*dictionary);
+            domain->setContents(*dictionary);
     }
 
     bool synchronize() override

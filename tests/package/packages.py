@@ -61,7 +61,7 @@ class Packages:
 
     def test_the_dependencies_are_computed(self):
         depends = field(self.packages[PREFERENCES], "Depends")
-        for library in ("libqt5widgets5", "libqt5dbus5", "libplist3", "libkf5coreaddons5",
+        for library in ("libqt5widgets5", "libqt5dbus5", "libkf5coreaddons5",
                         "libgstreamer1.0-0", "libpipewire-0.3-0", "libc6 (>= "):
             self.assertIn(library, depends)
         # Plug-ins, which cannot be computed.

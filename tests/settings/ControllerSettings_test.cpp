@@ -53,6 +53,8 @@ private:
     }
     static QStringList logFiles();
 
+    void startPreview();
+
     std::unique_ptr<PaneFixture> fixture;
 
 private Q_SLOTS:
@@ -63,7 +65,7 @@ private Q_SLOTS:
     void anyNumberButZeroIsOn_data();
     void anyNumberButZeroIsOn();
     void theStoredStatusMenuIsShown();
-    void onlyTheSwitchIsReadAfresh();
+    void onlyTheSwitchSynchronizes();
     void theSwitchIsReadBetweenTheOtherSettings();
     void theStoredSizeIsSelected();
     void aFractionOfASizeIsDropped();
@@ -78,6 +80,7 @@ private Q_SLOTS:
     void choosingASizeWritesThenSynchronizesThenPosts();
     void choosingASizeKeepsEveryOtherValue();
     void choosingASizeCreatesNoDomain();
+    void aSizeThatCannotBeWrittenIsNotShown();
     void aSizeChosenElsewhereIsFollowed();
     void theDebugBoxNeedsOptionOrRunningLog_data();
     void theDebugBoxNeedsOptionOrRunningLog();
@@ -85,6 +88,7 @@ private Q_SLOTS:
     void theDebugBoxStartsAndEndsThePanesLogFile();
     void theAgentHearsOfDebugLoggingFirst();
     void offStopsThePreviewAndOnLeavesIt();
+    void offBetweenTheReadsStopsThePreview();
     void onAndOffRebuildsTheList();
 };
 
@@ -167,7 +171,7 @@ void SettingsControlsTest::theStoredStatusMenuIsShown()
     QVERIFY(!fixture->outlets().statusMenuCheckbox->isChecked());
 }
 
-void SettingsControlsTest::onlyTheSwitchIsReadAfresh()
+void SettingsControlsTest::onlyTheSwitchSynchronizes()
 {
     fixture->show();
     fixture->takeJournal();
@@ -180,14 +184,14 @@ void SettingsControlsTest::onlyTheSwitchIsReadAfresh()
     QCOMPARE(fixture->takeJournal(), QStringList{QStringLiteral("synchronize")});
 }
 
-// The settings are read from a copy, which the switch renews: what comes before it shows the copy's value,
-// what comes after it the present one.
+// Only the switch synchronizes. What the agent writes at that moment shows the order of the reads.
 void SettingsControlsTest::theSwitchIsReadBetweenTheOtherSettings()
 {
-    agentWrites(PreferenceKeys::LogToFile, false);
-    agentWrites(PreferenceKeys::ShowStatusMenu, false);
-    agentWrites(PreferenceKeys::KS7On, false);
-    agentWrites(PreferenceKeys::VideoSize2, 0);
+    fixture->defaults->duringSynchronize = [this] {
+        agentWrites(PreferenceKeys::ShowStatusMenu, false);
+        agentWrites(PreferenceKeys::KS7On, false);
+        agentWrites(PreferenceKeys::VideoSize2, 0);
+    };
     fixture->load();
     QVERIFY(fixture->outlets().statusMenuCheckbox->isChecked());
     QVERIFY(!fixture->outlets().enableKS7Checkbox->isChecked());
@@ -347,12 +351,25 @@ void SettingsControlsTest::choosingASizeCreatesNoDomain()
     QCOMPARE(fixture->distributedCenter->postCount(NotificationNames::ChangedOptimizedPreference), 1);
 }
 
+void SettingsControlsTest::aSizeThatCannotBeWrittenIsNotShown()
+{
+    agentWrites(PreferenceKeys::VideoSize2, 1);
+    fixture->show();
+    // With the bus down, the pane does not hear its own post either.
+    fixture->distributedCenter->removeObserver(&fixture->controller(),
+                                               NotificationNames::ChangedOptimizedPreference);
+    fixture->defaults->diskIsFull = true;
+    choose(0);
+    QCOMPARE(shownSize(), 1);
+    QCOMPARE(fixture->distributedCenter->postCount(NotificationNames::ChangedOptimizedPreference), 1);
+    QCOMPARE(fixture->defaults->stored(PreferenceKeys::VideoSize2), QVariant(1LL));
+}
+
 void SettingsControlsTest::aSizeChosenElsewhereIsFollowed()
 {
     agentWrites(PreferenceKeys::VideoSize2, 1);
     fixture->show();
     agentWrites(PreferenceKeys::VideoSize2, 0);
-    fixture->defaults->synchronize();
     fixture->agentPosts(NotificationNames::ChangedOptimizedPreference);
     QCOMPARE(shownSize(), 0);
     QCOMPARE(fixture->journal->count(QStringLiteral("write domain")), 0);
@@ -391,7 +408,6 @@ void SettingsControlsTest::theDebugBoxStaysUntilTheNextShowing()
     QVERIFY(!fixture->outlets().debugLog->isChecked());
     QVERIFY(!fixture->outlets().debugLog->isHidden());
     fixture->hide();
-    fixture->defaults->synchronize();
     fixture->show();
     QVERIFY(fixture->outlets().debugLog->isHidden());
 }
@@ -426,7 +442,7 @@ void SettingsControlsTest::theAgentHearsOfDebugLoggingFirst()
     QCOMPARE(logFiles().size(), 1);
 }
 
-void SettingsControlsTest::offStopsThePreviewAndOnLeavesIt()
+void SettingsControlsTest::startPreview()
 {
     fixture->agent.addCamera(QStringLiteral("A"), QStringLiteral("Kitchen"), 4);
     fixture->agent.prefer(QStringLiteral("A"));
@@ -435,6 +451,25 @@ void SettingsControlsTest::offStopsThePreviewAndOnLeavesIt()
     fixture->show();
     fixture->controller().startVideo(nullptr);
     QVERIFY(fixture->controller().isStreaming());
+}
+
+// The handler reads the domain twice: for the checkbox, then for the preview.
+void SettingsControlsTest::offBetweenTheReadsStopsThePreview()
+{
+    startPreview();
+    int reads = 0;
+    fixture->defaults->duringSynchronize = [&] {
+        if (++reads == 2)
+            agentWrites(PreferenceKeys::KS7On, 0);
+    };
+    fixture->agentPosts(NotificationNames::OnOffChanged);
+    QVERIFY(fixture->outlets().enableKS7Checkbox->isChecked());
+    QVERIFY(!fixture->controller().isStreaming());
+}
+
+void SettingsControlsTest::offStopsThePreviewAndOnLeavesIt()
+{
+    startPreview();
     fixture->agentPosts(NotificationNames::OnOffChanged);
     QVERIFY(fixture->controller().isStreaming());
     agentWrites(PreferenceKeys::KS7On, 0);

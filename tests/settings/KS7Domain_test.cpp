@@ -17,7 +17,8 @@ private Q_SLOTS:
     void withoutADomainEveryReadFallsToTheDefault();
     void anyNumberThatIsNotZeroIsOn_data();
     void anyNumberThatIsNotZeroIsOn();
-    void aReadDoesNotSynchronize();
+    void everyReadIsAfresh();
+    void aReadHandsNothingOver();
     void writingOneKeyKeepsTheOthers();
     void writingIntoAMissingDomainLeavesItMissing();
     void aWriteReachesTheFileAtSynchronize();
@@ -83,14 +84,21 @@ void KS7DomainTest::anyNumberThatIsNotZeroIsOn()
     QCOMPARE(KS7Domain::boolForKey(*mDefaults, PreferenceKeys::KS7On, !on), on);
 }
 
-void KS7DomainTest::aReadDoesNotSynchronize()
+void KS7DomainTest::everyReadIsAfresh()
 {
     agentStores("<key>VideoSize2</key><integer>0</integer>");
     QCOMPARE(KS7Domain::domainObjectForKey(*mDefaults, PreferenceKeys::VideoSize2).toInt(), 0);
-    agentStores("<key>VideoSize2</key><integer>10</integer>");
-    QCOMPARE(KS7Domain::domainObjectForKey(*mDefaults, PreferenceKeys::VideoSize2).toInt(), 0);
-    QVERIFY(mDefaults->synchronize());
-    QCOMPARE(KS7Domain::domainObjectForKey(*mDefaults, PreferenceKeys::VideoSize2).toInt(), 10);
+    agentStores("<key>VideoSize2</key><integer>7</integer>");
+    QCOMPARE(KS7Domain::domainObjectForKey(*mDefaults, PreferenceKeys::VideoSize2).toInt(), 7);
+}
+
+void KS7DomainTest::aReadHandsNothingOver()
+{
+    agentStores("<key>VideoSize2</key><integer>0</integer>");
+    const QByteArray before = agentReads();
+    KS7Domain::domainSetObject(*mDefaults, 1, PreferenceKeys::VideoSize2);
+    QCOMPARE(KS7Domain::domainObjectForKey(*mDefaults, PreferenceKeys::VideoSize2).toInt(), 1);
+    QCOMPARE(agentReads(), before);
 }
 
 void KS7DomainTest::writingOneKeyKeepsTheOthers()

@@ -425,7 +425,7 @@ bool FakeLauncher::launch()
 
 std::optional<platform::PropertyListDictionary> FakeDefaults::persistentDomainForName(const QString &)
 {
-    return mCached;
+    return mPending ? mPending : onDisk;
 }
 
 void FakeDefaults::setPersistentDomain(const std::optional<platform::PropertyListDictionary> &domain,
@@ -434,17 +434,17 @@ void FakeDefaults::setPersistentDomain(const std::optional<platform::PropertyLis
     if (!domain)
         return;
     note(mJournal, QStringLiteral("write domain"));
-    mCached = domain;
-    mDirty = true;
+    mPending = domain;
 }
 
 bool FakeDefaults::synchronize()
 {
     note(mJournal, QStringLiteral("synchronize"));
-    if (std::exchange(mDirty, false))
-        onDisk = mCached;
-    mCached = onDisk;
-    return true;
+    const auto pending = std::exchange(mPending, std::nullopt);
+    if (pending && !diskIsFull)
+        onDisk = pending;
+    duringSynchronize();
+    return !pending || !diskIsFull;
 }
 
 void FakeDefaults::agentWrites(const QString &key, const QVariant &value)
@@ -452,8 +452,6 @@ void FakeDefaults::agentWrites(const QString &key, const QVariant &value)
     if (!onDisk)
         onDisk.emplace();
     onDisk->setValue(key, value);
-    if (!mCached)
-        mCached = onDisk;
 }
 
 QVariant FakeDefaults::stored(const QString &key) const

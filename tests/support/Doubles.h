@@ -1,22 +1,22 @@
 #pragma once
 
 #include "agent/AgentProxyFactory.h"
-#include "platform/desktop/AgentLauncher.h"
-#include "platform/desktop/Bundle.h"
-#include "platform/capture/Capture.h"
+#include "platform/Services.h"
 #include "platform/bus/Connection.h"
+#include "platform/bus/NotificationCenter.h"
+#include "platform/capture/Capture.h"
+#include "platform/desktop/AgentLauncher.h"
 #include "platform/desktop/BluetoothDevice.h"
+#include "platform/desktop/Bundle.h"
+#include "platform/desktop/HostClasses.h"
 #include "platform/desktop/KeyboardModifiers.h"
 #include "platform/desktop/ProcessorClock.h"
-#include "platform/desktop/HostClasses.h"
-#include "platform/bus/NotificationCenter.h"
-#include "platform/power/PowerManagement.h"
 #include "platform/desktop/RunLoop.h"
-#include "platform/Services.h"
+#include "platform/desktop/Workspace.h"
+#include "platform/power/PowerManagement.h"
+#include "platform/preferences/UserDefaults.h"
 #include "platform/sheets/Sheets.h"
 #include "platform/updates/SoftwareUpdate.h"
-#include "platform/preferences/UserDefaults.h"
-#include "platform/desktop/Workspace.h"
 
 #include <QHash>
 #include <QStringList>
@@ -186,7 +186,8 @@ private:
     Journal mJournal;
 };
 
-/// Domains in memory. `onDisk` is what the other writer sees; synchronize() brings both together.
+/// Domains in memory. `onDisk` is what the other writer sees; synchronize() hands the pane's write over to
+/// it.
 class FakeDefaults final : public platform::UserDefaults {
 public:
     explicit FakeDefaults(Journal journal)
@@ -202,11 +203,13 @@ public:
     void agentWrites(const QString &key, const QVariant &value);
     [[nodiscard]] QVariant stored(const QString &key) const;
     std::optional<platform::PropertyListDictionary> onDisk;
+    /// Runs inside synchronize(), before it returns.
+    std::function<void()> duringSynchronize = [] {};
+    bool diskIsFull = false;
 
 private:
     Journal mJournal;
-    std::optional<platform::PropertyListDictionary> mCached;
-    bool mDirty = false;
+    std::optional<platform::PropertyListDictionary> mPending;
 };
 
 class FakePower final : public platform::PowerManagement {
