@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -24,66 +25,71 @@ namespace platform {
 class PipeWireSocket;
 class RunLoop;
 
-/// One run of one camera, from start to stop: the pipeline, and the one slot through which its newest picture
-/// gets to the main thread.
+/// One run of one camera, from start to stop: the pipeline, and the slot through which its newest frame gets to
+/// the main thread.
 ///
-/// start() and stop() may block and belong on a worker thread; the rest is called on the main thread, where
-/// the handlers are called too. After close() none of them is called any more, and a start() that
-/// waits for the camera gives up.
+/// start() and stop() may block and belong on a worker thread. The other functions are called on the main
+/// thread, as are the handlers. After close() no handler is called, and a start() that waits for the camera
+/// gives up.
 class PictureStream : public std::enable_shared_from_this<PictureStream> {
 public:
-    using PictureHandler = std::function<void(const QImage &)>;
-    using FailureHandler = std::function<void(int code)>;
-    using NewFormatHandler = std::function<void()>;
+    struct Handlers {
+        std::function<void(const QImage &)> frame;
+        /// The stream has ended; called once at most.
+        std::function<void(int code)> failure;
+        /// The camera's format has changed and the stream cannot follow.
+        std::function<void()> newFormat;
+    };
 
-    PictureStream(QString nodeName, std::shared_ptr<RunLoop> runLoop, PictureHandler onPicture,
-                  FailureHandler onFailure, NewFormatHandler onNewFormat);
+    PictureStream(QString nodeName, std::shared_ptr<RunLoop> runLoop, Handlers handlers);
     ~PictureStream();
 
     void start();
     void stop();
     void close();
-    /// From now on larger pictures are made so small that they fit, in their own shape.
+    /// Larger frames are scaled down from now on until they fit, in their own shape.
     void limitTo(const QSize &pixels);
-    /// Reports the failure of the run; the first one only. Any thread.
-    void fail(int code);
+    /// Runs `work` on the main thread, unless the stream is closed by then. Any thread.
+    void performUnlessClosed(std::function<void()> work);
     /// Whether start() was called. Any thread.
     [[nodiscard]] bool hasBegun() const { return mBegun; }
-    /// Whether a picture has arrived since the last call.
+    /// Whether a frame has arrived since the last call.
     bool takeArrived() { return mArrived.exchange(false); }
-    /// False while a look-up that was begun has not ended. Any thread.
-    bool beginLookUp() { return !mLookingUp.exchange(true); }
-    void endLookUp() { mLookingUp = false; }
+    /// Whether a frame was handed on.
+    [[nodiscard]] bool hasDelivered() const { return mHasDelivered; }
     [[nodiscard]] const QString &nodeName() const { return mNodeName; }
+    /// The `object.serial` of the node; 0 until the node is found.
+    [[nodiscard]] std::uint64_t nodeSerial() const { return mNodeSerial; }
 
 private:
     static int onInput(GstPad *pad, GstPadProbeInfo *input, void *stream);
     static int onSample(GstAppSink *sink, void *stream);
     static int onMessage(GstBus *bus, GstMessage *message, void *stream);
     bool connect();
+    bool findNode();
     bool build();
+    void watchInput();
     void watch();
     void limitSink();
-    bool isOfTheSameFormat(GstBuffer *picture);
+    bool hasKnownFormat(GstBuffer *frame);
     [[nodiscard]] QImage imageOf(GstSample *sample) const;
-    void arrive(const QImage &picture);
+    void arrive(const QImage &frame);
     void deliver();
-    /// On the main thread, unless closed by then.
-    void report(std::function<void()> handler);
+    void fail(int code);
 
     const QString mNodeName;
     const std::shared_ptr<RunLoop> mRunLoop;
-    const PictureHandler mOnPicture;
-    const FailureHandler mOnFailure;
-    const NewFormatHandler mOnNewFormat;
+    const Handlers mHandlers;
     GstElement *mPipeline = nullptr;
+    GstElement *mSource = nullptr;
     GstElement *mConverter = nullptr;
-    std::size_t mPictureSize = 0; // in bytes, of the streaming thread alone
+    std::size_t mFrameSize = 0; // in bytes; used by the streaming thread alone
+    std::atomic<std::uint64_t> mNodeSerial = 0;
     std::atomic<bool> mBegun = false;
     std::atomic<bool> mArrived = false;
-    std::atomic<bool> mLookingUp = false;
+    bool mHasDelivered = false; // used by the main thread alone
 
-    std::mutex mLock; // of what follows
+    std::mutex mLock; // of the following members
     QImage mNewest;
     QSize mLimit;
     GstElement *mSink = nullptr;

@@ -15,17 +15,20 @@ using namespace std::chrono_literals;
 namespace platform {
 namespace {
 
-/// A look-up takes some milliseconds; PipeWire that needs longer does not answer at all.
-constexpr auto LookUpPatience = 3s;
-/// A camera without a new picture for so long is looked up again.
+/// Time for a look-up, which takes some milliseconds. After that PipeWire counts as hung.
+constexpr auto LookUpTimeout = 3s;
+/// A camera that sends no frame for so long is looked up.
 constexpr auto StallInterval = 1s;
+/// A camera that ends its stream more often within StallInterval is broken.
+constexpr int MostRestarts = 5;
 
-/// A stream that starts or stops for so long must not keep the next one waiting.
-constexpr auto StreamPatience = 1s;
-/// What is under way at the end has so long to be over; what hangs is left to itself.
-constexpr auto EndPatience = 2s;
+/// A stream that takes longer to start or stop must not delay the next one.
+constexpr auto StreamTimeout = 1s;
+/// Time for pending work to finish at the end; a thread that hangs is left running.
+constexpr auto EndTimeout = 2s;
 
-/// The threads that wait for PipeWire, so that the main thread need not.
+/// The worker threads for everything about streams that may block: their start and stop, and the look-ups of a
+/// running stream. Enumerating and opening devices still block the main thread, by LookUpTimeout at most.
 class Workers {
 public:
     Workers() = default;
@@ -33,56 +36,51 @@ public:
     Workers(const Workers &) = delete;
     Workers &operator=(const Workers &) = delete;
 
-    /// Apart from the streams, because the start of a picture may wait long for its camera.
+    /// Separate from the streams, because the start of a stream may wait long for its camera.
     SerialQueue &lookUps() { return mLookUps; }
-    /// For the next stream: the last one's, so that one stops before the other starts, unless it hangs.
+    /// The queue for the next stream: the last stream's, so that one stops before the next starts. A stream
+    /// that is stuck for over StreamTimeout keeps its thread; the next stream gets a new one.
     std::shared_ptr<SerialQueue> streams();
 
 private:
     SerialQueue mLookUps;
     std::shared_ptr<SerialQueue> mStreams = std::make_shared<SerialQueue>();
-    std::vector<std::shared_ptr<SerialQueue>> mHeldUp;
+    std::vector<std::shared_ptr<SerialQueue>> mStalled;
 };
 
 Workers::~Workers()
 {
-    const auto deadline = SerialQueue::Clock::now() + EndPatience;
+    const auto deadline = SerialQueue::Clock::now() + EndTimeout;
     mLookUps.waitUntilIdle(deadline);
     mStreams->waitUntilIdle(deadline);
-    for (const auto &worker : mHeldUp)
+    for (const auto &worker : mStalled)
         worker->waitUntilIdle(deadline);
 }
 
 std::shared_ptr<SerialQueue> Workers::streams()
 {
-    if (!mStreams->isStalled(StreamPatience))
+    if (!mStreams->isStalled(StreamTimeout))
         return mStreams;
-    mHeldUp.erase(std::remove_if(mHeldUp.begin(), mHeldUp.end(),
+    mStalled.erase(std::remove_if(mStalled.begin(), mStalled.end(),
                                  [](const auto &worker) { return worker->waitUntilIdle({}); }),
-                  mHeldUp.end());
-    mHeldUp.push_back(mStreams);
+                  mStalled.end());
+    mStalled.push_back(mStreams);
     mStreams = std::make_shared<SerialQueue>();
     return mStreams;
 }
 
-/// Main thread's handle on what all objects of the capture system share.
+/// Shared by all objects of the capture system; main thread only.
 struct Context {
     std::shared_ptr<NotificationCenter> localCenter;
     std::shared_ptr<RunLoop> runLoop;
     std::shared_ptr<Workers> workers;
 };
 
-bool contains(const std::vector<PipeWireNode> &nodes, const QString &name)
+std::optional<PipeWireNodes> lookUpInTime()
 {
-    return std::any_of(nodes.begin(), nodes.end(),
-                       [&name](const PipeWireNode &node) { return node.name == name; });
-}
-
-std::optional<std::vector<PipeWireNode>> lookUpInTime()
-{
-    auto nodes = lookUpPipeWireNodes(LookUpPatience);
+    auto nodes = lookUpPipeWireNodes(LookUpTimeout);
     if (!nodes)
-        qCWarning(KS7_PLATFORM, "PipeWire does not answer");
+        qCWarning(KS7_PLATFORM, "PipeWire does not reply");
     return nodes;
 }
 
@@ -98,7 +96,7 @@ public:
     bool open(std::optional<CaptureError> &error) override
     {
         const auto nodes = lookUpInTime();
-        mOpen = nodes && contains(*nodes, mNode.name);
+        mOpen = nodes && nodeNamed(*nodes, mNode.name);
         if (!mOpen)
             error = CaptureError{nodes ? -ENODEV : -ETIMEDOUT};
         return mOpen;
@@ -129,12 +127,15 @@ public:
     void setLargestFrame(const QSize &pixels) override;
 
 private:
-    void show(const QImage &picture);
+    void show(const QImage &frame);
+    void streamFailed(int code);
     void reportFailure(int code);
     void beginStream();
     void endStream();
     void restart();
-    void lookWhetherStalled();
+    void checkForStall();
+    void lookUpNode(int code);
+    void nodesFound(const std::optional<PipeWireNodes> &nodes, int code);
 
     const Context mContext;
     std::shared_ptr<CaptureDevice> mDevice;
@@ -143,6 +144,8 @@ private:
     std::unique_ptr<Timer> mStallTimer;
     FrameHandler mFrameHandler;
     std::optional<QSize> mLargestFrame;
+    int mRestarts = 0; // within StallInterval
+    bool mLookingUp = false;
     bool mRunning = false;
 };
 
@@ -167,14 +170,16 @@ void PipeWireSession::startRunning()
     if (!mDevice)
         return;
     beginStream();
-    mStallTimer = mContext.runLoop->scheduledTimer(StallInterval, [this] { lookWhetherStalled(); });
+    mStallTimer = mContext.runLoop->scheduledTimer(StallInterval, [this] { checkForStall(); });
 }
 
 void PipeWireSession::beginStream()
 {
+    mLookingUp = false;
     mStream = std::make_shared<PictureStream>(
-        mDevice->uniqueID(), mContext.runLoop, [this](const QImage &picture) { show(picture); },
-        [this](int code) { reportFailure(code); }, [this] { restart(); });
+        mDevice->uniqueID(), mContext.runLoop,
+        PictureStream::Handlers{[this](const QImage &frame) { show(frame); },
+                                [this](int code) { streamFailed(code); }, [this] { restart(); }});
     if (mLargestFrame)
         mStream->limitTo(*mLargestFrame);
     mStreamWorker = mContext.workers->streams();
@@ -194,14 +199,14 @@ void PipeWireSession::stopRunning()
 void PipeWireSession::endStream()
 {
     mStream->close();
-    // After its own start, however long that takes.
+    // The queue runs this after the stream's start, however long that takes.
     mStreamWorker->post([stream = std::move(mStream)] { stream->stop(); });
     mStream.reset();
 }
 
 void PipeWireSession::restart()
 {
-    // What was shown last stays until the next picture.
+    // The last frame stays on the screen until the next one arrives.
     endStream();
     beginStream();
 }
@@ -213,32 +218,64 @@ void PipeWireSession::setLargestFrame(const QSize &pixels)
         mStream->limitTo(pixels);
 }
 
-void PipeWireSession::show(const QImage &picture)
+void PipeWireSession::show(const QImage &frame)
 {
     if (mFrameHandler)
-        mFrameHandler(picture);
+        mFrameHandler(frame);
+}
+
+void PipeWireSession::streamFailed(int code)
+{
+    // pipewiresrc 1.4 ends a stream whose camera changes its format: such a camera is still there.
+    if (mStream->hasDelivered())
+        lookUpNode(code);
+    else
+        reportFailure(code);
 }
 
 void PipeWireSession::reportFailure(int code)
 {
+    // One report for each start.
+    mStallTimer.reset();
+    mStream->close();
     mContext.localCenter->postNotificationName(QuickTimeErrorNotification, this,
                                                {{QuickTimeErrorCodeKey, code}});
 }
 
-void PipeWireSession::lookWhetherStalled()
+void PipeWireSession::checkForStall()
 {
-    // It still waits for another one, which hangs.
-    if (!mStream->hasBegun() && mStreamWorker->isStalled(StreamPatience))
+    mRestarts = 0;
+    // The stream's start is queued behind one that hangs.
+    if (!mStream->hasBegun() && mStreamWorker->isStalled(StreamTimeout))
         restart();
-    // A node that goes takes its pictures with it and says nothing; one that is slow is still there.
-    if (mStream->takeArrived() || !mStream->beginLookUp())
-        return;
-    mContext.workers->lookUps().post([stream = mStream] {
-        const auto nodes = lookUpPipeWireNodes(LookUpPatience);
-        if (nodes && !contains(*nodes, stream->nodeName()))
-            stream->fail(-ENODEV);
-        stream->endLookUp();
+    // A node that goes may just stop sending, with no message; so may a camera that is merely slow.
+    if (!mStream->takeArrived() && !mLookingUp)
+        lookUpNode(0);
+}
+
+/// `code` is the failure that the stream reported, or 0 for a stream that only sends nothing.
+void PipeWireSession::lookUpNode(int code)
+{
+    mLookingUp = true;
+    mContext.workers->lookUps().post([this, stream = mStream, code] {
+        stream->performUnlessClosed(
+            [this, nodes = lookUpPipeWireNodes(LookUpTimeout), code] { nodesFound(nodes, code); });
     });
+}
+
+void PipeWireSession::nodesFound(const std::optional<PipeWireNodes> &nodes, int code)
+{
+    mLookingUp = false;
+    const PipeWireNode *node = nodes ? nodeNamed(*nodes, mStream->nodeName()) : nullptr;
+    const auto serial = mStream->nodeSerial();
+    // A node that went and came back under its name is another node, and sends nothing to this stream.
+    const bool isAnother = node && serial != 0 && serial != node->serial;
+    if (node && (code != 0 || isAnother) && mRestarts++ < MostRestarts)
+        restart();
+    else if (code != 0)
+        reportFailure(code);
+    else if (nodes && !node)
+        reportFailure(-ENODEV);
 }
 
 class PipeWireCapture final : public Capture {
@@ -250,7 +287,7 @@ public:
     std::vector<std::shared_ptr<CaptureDevice>> videoInputDevices() override
     {
         std::vector<std::shared_ptr<CaptureDevice>> devices;
-        for (const auto &node : lookUpInTime().value_or(std::vector<PipeWireNode>()))
+        for (const auto &node : lookUpInTime().value_or(PipeWireNodes()))
             devices.push_back(std::make_shared<PipeWireDevice>(node, mContext));
         return devices;
     }

@@ -1,7 +1,10 @@
 #include "platform/capture/PipeWireNodes.h"
 
+#include "platform/capture/PipeWireSocket.h"
+
 #include <pipewire/pipewire.h>
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <mutex>
@@ -30,9 +33,9 @@ using Context = std::unique_ptr<pw_context, Deleter<pw_context_destroy>>;
 using Core = std::unique_ptr<pw_core, Deleter<pw_core_disconnect>>;
 using Registry = std::unique_ptr<pw_registry, Deleter<destroyRegistry>>;
 
-/// What one look-up has found so far, told by PipeWire in the order of its registry.
+/// The nodes that one look-up has found so far, in the order of PipeWire's registry.
 struct LookUp {
-    std::vector<PipeWireNode> nodes;
+    PipeWireNodes nodes;
     int seq = 0;
     bool ended = false;
     bool failed = false;
@@ -52,7 +55,8 @@ void onGlobal(void *data, std::uint32_t, std::uint32_t, const char *type, std::u
         return;
     static_cast<LookUp *>(data)->nodes.push_back(
         {QString::fromUtf8(textOf(properties, PW_KEY_NODE_NAME)),
-         QString::fromUtf8(textOf(properties, PW_KEY_NODE_DESCRIPTION))});
+         QString::fromUtf8(textOf(properties, PW_KEY_NODE_DESCRIPTION)),
+         QByteArray(textOf(properties, PW_KEY_OBJECT_SERIAL)).toULongLong()});
 }
 
 void onDone(void *data, std::uint32_t id, int seq)
@@ -64,15 +68,15 @@ void onDone(void *data, std::uint32_t id, int seq)
 
 void onError(void *data, std::uint32_t id, int, int, const char *)
 {
-    // What is wrong with another object is none of ours; at the core it is the end of the connection.
+    // An error of the core ends the connection; errors of other objects do not concern the look-up.
     if (id == PW_ID_CORE)
         static_cast<LookUp *>(data)->failed = true;
 }
 
-/// Turns the loop until the answer is complete. False when that takes longer than `patience`.
-bool waitFor(const LookUp &lookUp, pw_loop *loop, milliseconds patience)
+/// Runs the loop until the reply is complete; false when that takes longer than `timeout`.
+bool waitFor(const LookUp &lookUp, pw_loop *loop, milliseconds timeout)
 {
-    const auto deadline = steady_clock::now() + patience;
+    const auto deadline = steady_clock::now() + timeout;
     pw_loop_enter(loop);
     while (!lookUp.ended && !lookUp.failed) {
         const auto left = ceil<milliseconds>(deadline - steady_clock::now());
@@ -86,19 +90,28 @@ bool waitFor(const LookUp &lookUp, pw_loop *loop, milliseconds patience)
 
 void initPipeWire()
 {
-    // Once, and never undone: somebody else in the process may use it too.
+    // Never undone: other code of the process may use PipeWire too.
     static std::once_flag once;
     std::call_once(once, [] { pw_init(nullptr, nullptr); });
 }
 
+/// Connects over the socket that the pictures use too, so that both find the same PipeWire. The context closes
+/// the descriptor.
+Core connect(pw_context *context)
+{
+    const PipeWireSocket socket;
+    const int descriptor = context ? socket.duplicate() : -1;
+    return Core(descriptor < 0 ? nullptr : pw_context_connect_fd(context, descriptor, nullptr, 0));
+}
+
 } // namespace
 
-std::optional<std::vector<PipeWireNode>> lookUpPipeWireNodes(milliseconds patience)
+std::optional<PipeWireNodes> lookUpPipeWireNodes(milliseconds timeout)
 {
     initPipeWire();
     const Loop loop(pw_loop_new(nullptr));
     const Context context(loop ? pw_context_new(loop.get(), nullptr, 0) : nullptr);
-    const Core core(context ? pw_context_connect(context.get(), nullptr, 0) : nullptr);
+    const Core core = connect(context.get());
     const Registry registry(core ? pw_core_get_registry(core.get(), PW_VERSION_REGISTRY, 0) : nullptr);
     LookUp lookUp;
     if (!registry)
@@ -117,12 +130,19 @@ std::optional<std::vector<PipeWireNode>> lookUpPipeWireNodes(milliseconds patien
     pw_registry_add_listener(registry.get(), &registryHook, &registryEvents, &lookUp);
     lookUp.seq = pw_core_sync(core.get(), PW_ID_CORE, 0);
 
-    const bool answered = waitFor(lookUp, loop.get(), patience);
+    const bool replied = waitFor(lookUp, loop.get(), timeout);
     spa_hook_remove(&registryHook);
     spa_hook_remove(&coreHook);
-    if (!answered)
+    if (!replied)
         return {};
-    return lookUp.failed ? std::vector<PipeWireNode>() : lookUp.nodes;
+    return lookUp.failed ? PipeWireNodes() : lookUp.nodes;
+}
+
+const PipeWireNode *nodeNamed(const PipeWireNodes &nodes, const QString &name)
+{
+    const auto node = std::find_if(nodes.begin(), nodes.end(),
+                                   [&name](const PipeWireNode &each) { return each.name == name; });
+    return node == nodes.end() ? nullptr : &*node;
 }
 
 } // namespace platform

@@ -3,20 +3,27 @@
 #include <QString>
 
 #include <chrono>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
 namespace platform {
 
-/// A source of pictures as PipeWire knows it.
+/// A video source of PipeWire.
 struct PipeWireNode {
     QString name;
     QString description;
+    /// `object.serial`: a node that goes and comes back under its name has another one. Never 0.
+    std::uint64_t serial = 0;
 };
 
-/// The nodes of class `Video/Source` in the order that PipeWire gives them; none where no PipeWire runs,
-/// nothing when it does not answer within `patience`. Any thread; neither a thread nor a descriptor stays
-/// behind.
-std::optional<std::vector<PipeWireNode>> lookUpPipeWireNodes(std::chrono::milliseconds patience);
+using PipeWireNodes = std::vector<PipeWireNode>;
+
+/// The nodes of class `Video/Source` in PipeWire's order: none where no PipeWire runs, nullopt when it does not
+/// reply within `timeout`. Any thread; leaves neither a thread nor a descriptor behind.
+std::optional<PipeWireNodes> lookUpPipeWireNodes(std::chrono::milliseconds timeout);
+
+/// The first node of this name; nullptr for none.
+const PipeWireNode *nodeNamed(const PipeWireNodes &nodes, const QString &name);
 
 } // namespace platform

@@ -1,15 +1,18 @@
 #include "platform/capture/PipeWireSocket.h"
 
 #include <QFile>
-#include <QString>
+#include <QFileInfo>
 
 #include <algorithm>
+#include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
 
 namespace platform {
 namespace {
+
+const QString SystemFolder = QStringLiteral("/run/pipewire");
 
 QString firstSet(std::initializer_list<const char *> variables)
 {
@@ -20,32 +23,53 @@ QString firstSet(std::initializer_list<const char *> variables)
     return {};
 }
 
-/// Where PipeWire listens, by its own rules.
-QByteArray socketPath()
+/// A connected descriptor, or -1.
+int connectTo(const QString &file)
 {
-    const QString remote = qEnvironmentVariable("PIPEWIRE_REMOTE", QStringLiteral("pipewire-0"));
-    if (remote.startsWith(QLatin1Char('/')))
-        return QFile::encodeName(remote);
-    const QString folder = firstSet({"PIPEWIRE_RUNTIME_DIR", "XDG_RUNTIME_DIR"});
-    return folder.isEmpty() ? QByteArray() : QFile::encodeName(folder + QLatin1Char('/') + remote);
+    sockaddr_un address = {};
+    const QByteArray path = QFile::encodeName(file);
+    if (static_cast<std::size_t>(path.size()) >= sizeof address.sun_path)
+        return -1;
+    address.sun_family = AF_UNIX;
+    std::copy(path.begin(), path.end(), address.sun_path);
+    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    if (descriptor < 0
+        || ::connect(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0)
+        return descriptor;
+    ::close(descriptor);
+    return -1;
 }
 
 } // namespace
 
+QStringList pipeWireSocketPaths()
+{
+    const QString set = firstSet({"PIPEWIRE_REMOTE"});
+    const QString remote = set.isEmpty() ? QStringLiteral("pipewire-0") : set;
+    if (remote.startsWith(QLatin1Char('/')))
+        return {remote};
+    QStringList paths;
+    for (const QString &folder : {firstSet({"PIPEWIRE_RUNTIME_DIR", "XDG_RUNTIME_DIR"}), SystemFolder}) {
+        if (!folder.isEmpty())
+            paths.append(folder + QLatin1Char('/') + remote);
+    }
+    return paths;
+}
+
+QString pipeWireSocketPath()
+{
+    const QStringList paths = pipeWireSocketPaths();
+    const auto path = std::find_if(paths.begin(), paths.end(), [](const QString &each) { return QFileInfo::exists(each); });
+    return path == paths.end() ? paths.value(0) : *path;
+}
+
 PipeWireSocket::PipeWireSocket()
 {
-    sockaddr_un address = {};
-    const QByteArray path = socketPath();
-    if (path.isEmpty() || static_cast<std::size_t>(path.size()) >= sizeof address.sun_path)
-        return;
-    address.sun_family = AF_UNIX;
-    std::copy(path.begin(), path.end(), address.sun_path);
-    mDescriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    if (mDescriptor < 0
-        || ::connect(mDescriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0)
-        return;
-    ::close(mDescriptor);
-    mDescriptor = -1;
+    for (const QString &path : pipeWireSocketPaths()) {
+        mDescriptor = connectTo(path);
+        if (isOpen())
+            return;
+    }
 }
 
 PipeWireSocket::~PipeWireSocket()
@@ -54,7 +78,12 @@ PipeWireSocket::~PipeWireSocket()
         ::close(mDescriptor);
 }
 
-void PipeWireSocket::cut() const
+int PipeWireSocket::duplicate() const
+{
+    return isOpen() ? ::fcntl(mDescriptor, F_DUPFD_CLOEXEC, 0) : -1;
+}
+
+void PipeWireSocket::shutdown() const
 {
     if (isOpen())
         ::shutdown(mDescriptor, SHUT_RDWR);

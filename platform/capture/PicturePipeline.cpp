@@ -1,0 +1,115 @@
+#include "platform/capture/PicturePipeline.h"
+
+#include "platform/LogCategory.h"
+#include "platform/capture/FrameImage.h"
+
+#include <gst/gst.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+namespace platform {
+namespace {
+
+GstElement *make(const char *factory)
+{
+    return gst_element_factory_make(factory, nullptr);
+}
+
+/// pipewiresrc tells PipeWire not to give the stream another camera when its node goes.
+GstElement *makeSource(std::uint64_t serial, int connection)
+{
+    GstElement *source = make("pipewiresrc");
+    if (source)
+        g_object_set(source, "fd", connection, "target-object", std::to_string(serial).c_str(), nullptr);
+    return source;
+}
+
+/// Says that pixels are square where the camera says nothing. Without this, pipewiresrc 1.4 takes the smallest
+/// ratio that the converter accepts, 1/2147483647, and no picture has that shape.
+GstElement *makePixelShape()
+{
+    GstElement *filter = make("capsfilter");
+    GstCaps *caps = gst_caps_from_string("video/x-raw, pixel-aspect-ratio=(fraction)1/1; video/x-raw");
+    if (filter)
+        g_object_set(filter, "caps", caps, nullptr);
+    gst_caps_unref(caps);
+    return filter;
+}
+
+/// Converts and scales in one step. Smooth chroma would double the cost and nobody sees it. Without borders the
+/// frame has its own shape where the last pixel does not fit.
+GstElement *makeConverter()
+{
+    GstElement *converter = make("videoconvertscale");
+    if (!converter)
+        return nullptr;
+    gst_util_set_object_arg(G_OBJECT(converter), "chroma-mode", "none");
+    g_object_set(converter, "add-borders", FALSE, nullptr);
+    return converter;
+}
+
+/// Keeps the newest frame only, and delivers it when it arrives, not at its time stamp.
+GstElement *makeSink()
+{
+    GstElement *sink = make("appsink");
+    if (sink)
+        g_object_set(sink, "max-buffers", 1U, "drop", TRUE, "sync", FALSE, nullptr);
+    return sink;
+}
+
+} // namespace
+
+PicturePipeline makePicturePipeline(std::uint64_t serial, int connection)
+{
+    GstElement *const chain[] = {makeSource(serial, connection), makePixelShape(), makeConverter(),
+                                 makeSink()};
+    PicturePipeline made{gst_pipeline_new(nullptr), chain[0], chain[2], chain[3], false};
+    made.isComplete = std::all_of(std::begin(chain), std::end(chain), [](GstElement *each) { return each; });
+    for (GstElement *element : chain) {
+        if (element)
+            gst_bin_add(GST_BIN(made.pipeline), element);
+    }
+    if (made.isComplete)
+        made.isComplete = gst_element_link_many(chain[0], chain[1], chain[2], chain[3], nullptr);
+    return made;
+}
+
+bool initGStreamer()
+{
+    GError *error = nullptr;
+    if (gst_init_check(nullptr, nullptr, &error))
+        return true;
+    qCWarning(KS7_PLATFORM, "GStreamer: %s", error ? error->message : "cannot be initialised");
+    g_clear_error(&error);
+    return false;
+}
+
+GstCaps *capsOfFramesUpTo(const QSize &size)
+{
+    return gst_caps_new_simple("video/x-raw", "format", G_TYPE_STRING, NativeFormat, "width",
+                               GST_TYPE_INT_RANGE, 1, size.width(), "height", GST_TYPE_INT_RANGE, 1,
+                               size.height(), "pixel-aspect-ratio", GST_TYPE_FRACTION, 1, 1, nullptr);
+}
+
+bool takesNativeFormat(GstElement *element)
+{
+    GstCaps *caps = currentCaps(element, "sink");
+    if (!caps)
+        return false;
+    const char *format = gst_structure_get_string(gst_caps_get_structure(caps, 0), "format");
+    const bool isNative = qstrcmp(format, NativeFormat) == 0;
+    gst_caps_unref(caps);
+    return isNative;
+}
+
+GstCaps *currentCaps(GstElement *element, const char *name)
+{
+    GstPad *pad = gst_element_get_static_pad(element, name);
+    GstCaps *caps = gst_pad_get_current_caps(pad);
+    gst_object_unref(pad);
+    return caps;
+}
+
+} // namespace platform
