@@ -11,7 +11,7 @@ import dbus
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "tests" / "support"))
 
-from stand_in_agent import AGENT, AGENT_USB, PREFERENCES, PROGRAM, StandInAgent, preferences, wait_until  # noqa: E402
+from stand_in import AGENT, AGENT_USB, PREFERENCES, PROGRAM, StandInAgent, preferences, wait_until  # noqa: E402
 
 NO_CAMERA = 0x7FFFFFFFFFFFFFFF
 KITCHEN = "00-1b-dc-0f-2a-9c"

@@ -9,7 +9,7 @@ import dbus
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 
-from stand_in_agent import AGENT, PREFERENCES, StandInAgent, wait_until  # noqa: E402
+from stand_in import AGENT, PREFERENCES, StandInAgent, wait_until  # noqa: E402
 
 ONE = "00-1b-dc-0f-00-01"
 EMPTY = dbus.Dictionary({}, signature="sv")

@@ -11,7 +11,7 @@ import unittest
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 
 from pipewire_nodes import AGENT_CAMERA, cameras  # noqa: E402
-from stand_in_agent import PREFERENCES, PROGRAM, TIMEOUT, StandInAgent, wait_until  # noqa: E402
+from stand_in import PREFERENCES, PROGRAM, TIMEOUT, StandInAgent, wait_until  # noqa: E402
 
 ONE = "00-1b-dc-0f-00-01"
 TWO = "00-1b-dc-0f-00-02"

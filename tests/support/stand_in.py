@@ -1,29 +1,53 @@
-"""The stand-in agent on this session's bus, played by its script interface.
+"""The stand-in agent, as tests drive it.
 
-    agent = stand_in.Agent()
+    agent = stand_in.Agent()                    # the one that runs on this session's bus
     agent.wait_up()
     agent.setStatus("00-1b-dc-0f-2a-9c", 4)
+
+    agent = stand_in.StandInAgent("--quick")    # starts one, and hears what it posts
+    agent.script.setPreferred("00-1b-dc-0f-2a-9c")
+    agent.wait_for_post("KS7PreferredCameraChanged")
 """
 
 import contextlib
+import os
+import pathlib
+import plistlib
+import subprocess
+import time
 
 import dbus
+import dbus.lowlevel
+import dbus.mainloop.glib
+from gi.repository import GLib
 
 import accessible
 
-BUS_NAME = "com.orvex.KS7AgentServer"
-SCRIPT_PATH = "/com/orvex/KS7AgentSimulator"
-SCRIPT_INTERFACE = "com.orvex.KS7AgentSimulator"
+TIMEOUT = 90
+NOTIFICATIONS = "com.orvex.DistributedNotificationCenter"
+AGENT = "com.orvex.KS7AgentServer"
+AGENT_USB = "com.orvex.KS7AgentServerUSB"
+SCRIPT = "com.orvex.KS7AgentSimulator"
+PROGRAM = pathlib.Path(os.environ["KS7_BUILD"]) / "bin" / "ks7-agent-simulator"
+PREFERENCES = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "com.orvex.KS7Agent.plist"
+
+
+def path_of(name):
+    """The object path that belongs to a bus name."""
+    return "/" + name.replace(".", "/")
+
+
+NOTIFICATIONS_PATH = path_of(NOTIFICATIONS)
 
 
 class Agent:
-    """Each operation of the script interface is a method; what the pane asks of the agent is never asked here."""
+    """Each operation of the script interface is a method. Calls of the agent's own interfaces are not made here."""
 
-    def __init__(self):
-        self._bus = dbus.SessionBus()
+    def __init__(self, bus=None):
+        self._bus = bus or dbus.SessionBus()
 
     def is_up(self):
-        return self._bus.name_has_owner(BUS_NAME)
+        return self._bus.name_has_owner(AGENT)
 
     def wait_up(self):
         accessible.wait_until(self.is_up, "the agent on the bus")
@@ -33,11 +57,10 @@ class Agent:
         accessible.wait_until(lambda: not self.is_up(), "the end of the agent")
 
     def __getattr__(self, operation):
-        scripted = dbus.Interface(self._bus.get_object(BUS_NAME, SCRIPT_PATH), SCRIPT_INTERFACE)
-        return getattr(scripted, operation)
+        return getattr(dbus.Interface(self._bus.get_object(SCRIPT, path_of(SCRIPT)), SCRIPT), operation)
 
     def die(self):
-        """Ends the process where it stands, without an answer."""
+        """Ends the process at once, without cleaning up."""
         self._end("die")
 
     def quit_if_up(self):
@@ -48,3 +71,123 @@ class Agent:
         with contextlib.suppress(dbus.DBusException):
             self.__getattr__(operation)()
         self.wait_gone()
+
+
+def wait_until(condition, what):
+    """Runs the event loop until the condition holds; returns the condition's value."""
+    deadline = time.monotonic() + TIMEOUT
+    context = GLib.MainContext.default()
+    tick = GLib.timeout_add(20, lambda: True)
+    try:
+        while True:
+            result = condition()
+            if result:
+                return result
+            if time.monotonic() > deadline:
+                raise AssertionError(f"waited in vain: {what}")
+            context.iteration(True)
+    finally:
+        GLib.source_remove(tick)
+
+
+def preferences():
+    return plistlib.loads(PREFERENCES.read_bytes())
+
+
+class Ear:
+    """Records every notification and every change of a name's owner, in the order of the bus."""
+
+    def __init__(self, bus):
+        self.heard = []
+        self.matches = [
+            bus.add_signal_receiver(self.notification, dbus_interface=NOTIFICATIONS, path=NOTIFICATIONS_PATH,
+                                    member_keyword="member"),
+            bus.add_signal_receiver(self.owner_changed, "NameOwnerChanged", "org.freedesktop.DBus"),
+        ]
+
+    def notification(self, *arguments, member):
+        self.heard.append((member, arguments[0] if arguments else None))
+
+    def owner_changed(self, name, _old, new):
+        if not name.startswith(":"):
+            self.heard.append((f"{name} {'taken' if new else 'released'}", None))
+
+    def names(self):
+        return [name for name, _ in self.heard]
+
+    def infos(self, name):
+        return [info for heard, info in self.heard if heard == name]
+
+    def count(self, name):
+        return self.names().count(name)
+
+    def forget(self):
+        self.heard.clear()
+
+    def close(self):
+        for match in self.matches:
+            match.remove()
+
+
+class StandInAgent:
+    """An agent process of the test's own, with proxies for its interfaces and an Ear for its posts."""
+
+    def __init__(self, *options, **process_options):
+        dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
+        self.bus = dbus.SessionBus()
+        self.script = Agent(self.bus)
+        self.ear = Ear(self.bus)
+        self.process = subprocess.Popen([PROGRAM, *options], **process_options)
+        wait_until(lambda: self.has_ended() or "KS7AgentStarted" in self.ear.names(), "the agent has started")
+
+    def interface(self, name, interface):
+        proxy = self.bus.get_object(name, path_of(name), introspect=False)
+        return dbus.Interface(proxy, interface)
+
+    @property
+    def devices(self):
+        return self.interface(AGENT, "com.orvex.KS7DeviceControllerProxy")
+
+    @property
+    def usb(self):
+        return self.interface(AGENT_USB, "com.orvex.TernUSBCommandControllerProxy")
+
+    def pane_posts(self, name, user_info=None):
+        message = dbus.lowlevel.SignalMessage(NOTIFICATIONS_PATH, NOTIFICATIONS, name)
+        message.append(dbus.Dictionary(user_info or {}, signature="sv"), signature="a{sv}")
+        self.bus.send_message(message)
+
+    def add_camera(self, address, name="Camera", status=1):
+        self.script.addCamera(address, name, address[-5:].replace("-", "").upper(), status,
+                              signature="sssi")
+
+    def wait_for_post(self, name, times=1):
+        wait_until(lambda: self.ear.count(name) >= times, f"{name} is posted")
+
+    def posts_of(self, act):
+        """The posts during `act`, in order."""
+        self.listen_up()
+        self.ear.forget()
+        act()
+        self.listen_up()
+        return self.ear.names()[:-1]
+
+    def listen_up(self):
+        """Waits until the Ear has all earlier posts: the bus delivers the mark after them."""
+        marks = self.ear.count("KS7Mark")
+        self.script.post("KS7Mark", dbus.Dictionary({}, signature="sv"))
+        self.wait_for_post("KS7Mark", marks + 1)
+
+    def status_of(self, address):
+        return int(self.devices.cameraDict()[address]["Status"])
+
+    def has_ended(self):
+        return self.process.poll() is not None
+
+    def end(self):
+        if not self.has_ended():
+            self.process.terminate()
+        code = self.process.wait(TIMEOUT)
+        wait_until(lambda: not self.bus.name_has_owner(AGENT), "the names are released")
+        self.ear.close()
+        return code
