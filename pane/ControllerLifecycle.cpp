@@ -3,6 +3,7 @@
 #include "about/KSUpdater.h"
 #include "agent/AgentProxyFactory.h"
 #include "agent/NotificationNames.h"
+#include "agent/RemoteNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "logging/KS7OrvexLogger.h"
 #include "pane/KSPreferencesPanePref.h"
@@ -85,6 +86,10 @@ void KS7SettingsWindowController::registerDistributedObservers()
     observe(center, Names::FoundBluetooth, &Controller::ks7FoundBluetooth);
     center.addObserver(this, Names::ChangedOptimizedPreference,
                        [this](const Notification &) { setupOptimizePopup(); });
+    // While the bus was away, nobody heard the agent announce its start.
+    mServices.connections->whenFoundAgain(RemoteNames::AgentServer, [this] {
+        agentStarted({Names::AgentStarted, nullptr, {}});
+    });
 }
 
 void KS7SettingsWindowController::registerLocalObservers()

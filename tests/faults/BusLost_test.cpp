@@ -8,6 +8,7 @@
 
 #include <QDeadlineTimer>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 #include <QThread>
 
@@ -19,8 +20,8 @@ const QString Showing = QStringLiteral("post KS7SystemPrefsShowing");
 
 } // namespace
 
-/// A session bus that goes away under the shown pane, stands still, or is not there yet: the pane is left
-/// without an agent, its controls go on, and what comes back is taken up.
+/// A session bus that goes away under the shown pane, keeps silent, or is not there yet: the pane is left
+/// without an agent, its controls go on answering, and it takes up the next bus.
 class BusLostTest : public QObject {
     Q_OBJECT
 
@@ -54,13 +55,21 @@ private:
         mDaemon.kill();
         paneHasNoAgent();
     }
-    /// The connection is gone and the run loop has not turned since.
+    /// Whether the connection is gone. The run loop does not turn meanwhile.
     bool isLostUnheard()
     {
         const QDeadlineTimer patience(Timeout);
         while (mBus->connection().isConnected() && !patience.hasExpired())
             QThread::yieldCurrentThread();
         return !mBus->connection().isConnected();
+    }
+    void loseTheBusInThePause()
+    {
+        pane().runLoop->onPause = [this] {
+            mDaemon.kill();
+            QVERIFY(isLostUnheard());
+            pane().runLoop->onPause = nullptr;
+        };
     }
     void bringTheBusBack()
     {
@@ -74,7 +83,7 @@ private:
         mBus = std::make_shared<platform::SessionBus>();
         pane().talkOver(mBus);
     }
-    /// The agent hears of the showing, and before it is asked anything.
+    /// The agent hears that the pane is shown before it hears any call.
     void showingIsAnnounced()
     {
         QVERIFY(pane().turnUntil([this] { return mAgent->journal().contains(Showing); }));
@@ -88,7 +97,7 @@ private:
         QVERIFY(
             pane().turnUntil([this] { return mAgent->journal().contains(QStringLiteral("cameraDict")); }));
     }
-    /// A person's hand on what needs no agent, and on what would need one.
+    /// Uses controls that need no agent and controls that do.
     void everyControlAnswers()
     {
         auto &outlets = pane().outlets();
@@ -162,15 +171,91 @@ private Q_SLOTS:
         agentIsHeardAgain();
     }
 
-    void aSearchTakesUpABusThatIsThereAgain()
+    void aSearchIsPostedOnABusThatIsThereAgain()
     {
         loseTheBus();
         bringTheBusBack();
         pane().outlets().addButton->click();
         QVERIFY(pane().turnUntil([this] { return mAgent->journal().contains(Search); }));
-        QVERIFY2(!controller().isConnected(), "nothing reconnects by itself");
+    }
+
+    void anAgentThatStartsOnTheNextBusIsTakenUpWithoutAClick()
+    {
+        loseTheBus();
+        const QSignalSpy opened(mBus.get(), &platform::BusConnection::opened);
+        mDaemon.start();
+        QVERIFY(pane().turnUntil([&] { return opened.count() == 1; }));
+        QVERIFY(!controller().isConnected());
+        startAgent();
         mAgent->post(NotificationNames::AgentStarted);
         QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 1; }));
+        agentIsHeardAgain();
+    }
+
+    void anAgentThatStartedBeforeThePaneFoundTheBusIsTakenUpWithoutAClick()
+    {
+        loseTheBus();
+        bringTheBusBack();
+        mAgent->post(NotificationNames::AgentStarted);
+        QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 1; }));
+        agentIsHeardAgain();
+        QCOMPARE(deaths(), 1);
+    }
+
+    void severalBusesInARowAreTakenUp()
+    {
+        for (int bus = 1; bus <= 3; ++bus) {
+            mDaemon.kill();
+            QVERIFY(pane().turnUntil([&] { return !controller().isConnected() && deaths() == bus; }));
+            bringTheBusBack();
+            QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 1; }));
+        }
+    }
+
+    void aBusThatIsLostInThePauseOfAnAttemptIsNoLink_data()
+    {
+        QTest::addColumn<bool>("whileLoading");
+        QTest::newRow("at load") << true;
+        QTest::newRow("at showing") << false;
+    }
+    void aBusThatIsLostInThePauseOfAnAttemptIsNoLink()
+    {
+        QFETCH(bool, whileLoading);
+        makePane();
+        if (!whileLoading) {
+            pane().load();
+            controller().prefPaneDidHide();
+            pane().runLoop->turn();
+        }
+        const int before = deaths();
+        loseTheBusInThePause();
+        if (whileLoading)
+            pane().load();
+        else
+            controller().setupConnections();
+        QCOMPARE(deaths(), before);
+        QVERIFY(pane().turnUntil([&] { return deaths() == before + 1; }));
+        QVERIFY(!controller().isConnected());
+        QCOMPARE(rows(), 0);
+        bringTheBusBack();
+        QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 1; }));
+    }
+
+    void aBusThatKeepsSilentWhenThePaneIsLoadedIsTakenUpWhenItAnswers()
+    {
+        mPane.reset();
+        mBus.reset();
+        mDaemon.kill();
+        mDaemon.start();
+        startAgent();
+        mDaemon.stop();
+        makePane();
+        pane().show();
+        QVERIFY(!controller().isConnected());
+        QCOMPARE(pane().sheets->alertTitles.constFirst(), QStringLiteral("Installation Error"));
+        mDaemon.resume();
+        QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 1; }));
+        agentIsHeardAgain();
     }
 
     void aBusThatStandsStillCostsOneCall()
@@ -181,8 +266,7 @@ private Q_SLOTS:
         paneHasNoAgent();
         everyControlAnswers();
         mDaemon.resume();
-        // What was written to the bus meanwhile arrives now, in its order: the one call comes before the
-        // search.
+        // The messages written meanwhile arrive now, in their order.
         QVERIFY(pane().turnUntil([this] { return mAgent->journal().contains(Search); }));
         QCOMPARE(mAgent->takeJournal(), QStringList({QStringLiteral("cameraDict"), Search}));
         QCOMPARE(deaths(), 1);

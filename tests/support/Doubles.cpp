@@ -85,6 +85,9 @@ void FakeRunLoop::pause(microseconds duration)
 {
     note(mJournal, QStringLiteral("pause %1").arg(duration.count()));
     mNow += duration_cast<milliseconds>(duration);
+    // The hook may be cleared while it runs.
+    if (const auto happens = onPause)
+        happens();
 }
 
 void FakeRunLoop::turn()

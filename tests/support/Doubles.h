@@ -48,6 +48,8 @@ public:
     [[nodiscard]] std::size_t pendingCount() const { return mDelayed.size(); }
     /// What happens in each slice of a nested run.
     std::function<void()> onSlice;
+    /// What happens in each pause.
+    std::function<void()> onPause;
     /// From now on nested runs say that the application quits.
     bool quitting = false;
 
