@@ -1,7 +1,8 @@
 #include "agent/NotificationNames.h"
+#include "agent/RemoteNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
-#include "platform/power/PowerManagement.h"
 #include "platform/desktop/Workspace.h"
+#include "platform/power/PowerManagement.h"
 #include "tests/support/PaneFixture.h"
 #include "tests/support/RecordingAgent.h"
 
@@ -10,6 +11,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <thread>
 
 using namespace std::chrono_literals;
 
@@ -31,6 +33,7 @@ private:
 
     std::unique_ptr<RecordingAgent> mAgent;
     std::unique_ptr<PaneFixture> mPane;
+    QStringList mHeard;
 
     PaneFixture &pane() { return *mPane; }
     RecordingAgent &agent() { return *mAgent; }
@@ -195,6 +198,36 @@ private:
         QVERIFY(!controller().isStreaming());
         QVERIFY(!pane().capture->sessions.back()->isRunning());
     }
+    /// The agent leaves the next cameraDict without a reply. Within the time of that call, `deed` happens.
+    void hangInARefreshWhile(const std::function<void()> &deed)
+    {
+        agent().hangIn(QStringLiteral("cameraDict"));
+        agent().takeJournal();
+        std::thread others([&] {
+            while (!agent().journal().contains(QStringLiteral("cameraDict")))
+                std::this_thread::yield();
+            deed();
+        });
+        controller().cameraStatusChanged();
+        others.join();
+    }
+    void takeBothNames(RecordingAgent &successor)
+    {
+        successor.knowTwoCameras(Kitchen, Desk);
+        QVERIFY(successor.takeOver(RemoteNames::AgentServer));
+        QVERIFY(successor.takeOver(RemoteNames::AgentServerUSB));
+    }
+    /// The pane talks to `successor` and to nobody else.
+    void endsConnectedTo(const RecordingAgent &successor)
+    {
+        QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 2; }));
+        QCOMPARE(deaths(), 1);
+        QVERIFY(successor.journal().contains(QStringLiteral("cameraDict")));
+        agent().takeJournal();
+        refresh();
+        QCOMPARE(agent().journal(), QStringList());
+        QVERIFY(controller().isConnected());
+    }
     void doTheDeed(const QString &deed)
     {
         agent().takeJournal();
@@ -204,6 +237,7 @@ private:
 private Q_SLOTS:
     void init()
     {
+        mHeard.clear();
         startAgent();
         mPane = std::make_unique<PaneFixture>();
         pane().talkOver();
@@ -258,6 +292,75 @@ private Q_SLOTS:
         loseAgentUnheard();
         pane().workspaceCenter->deliver(platform::NSWorkspaceSessionDidResignActiveNotification);
         lateDeathIsTakenIn();
+    }
+
+    void theSuccessorOfAHungAgentIsTakenUp()
+    {
+        RecordingAgent successor;
+        hangInARefreshWhile([&] {
+            takeBothNames(successor);
+            successor.post(NotificationNames::AgentStarted);
+        });
+        endsConnectedTo(successor);
+    }
+
+    void theSuccessorIsTakenUpThoughItStartsAfterTheTimeOut()
+    {
+        RecordingAgent successor;
+        hangInARefreshWhile([&] { takeBothNames(successor); });
+        successor.post(NotificationNames::AgentStarted);
+        endsConnectedTo(successor);
+    }
+
+    void theSuccessorIsTakenUpThoughItTakesTheNamesAfterTheTimeOut()
+    {
+        RecordingAgent successor;
+        loseAgentUnheard();
+        takeBothNames(successor);
+        successor.post(NotificationNames::AgentStarted);
+        endsConnectedTo(successor);
+    }
+
+    void theSuccessorIsTakenUpThoughThePaneHasHeardOfTheDeathBefore()
+    {
+        RecordingAgent successor;
+        loseAgentUnheard();
+        paneIsLeftWithoutAgent();
+        takeBothNames(successor);
+        successor.post(NotificationNames::AgentStarted);
+        endsConnectedTo(successor);
+    }
+
+    void namesThatGoStraightToAnotherAgentAreADeath()
+    {
+        RecordingAgent successor;
+        takeBothNames(successor);
+        paneIsLeftWithoutAgent();
+        successor.post(NotificationNames::AgentStarted);
+        endsConnectedTo(successor);
+    }
+
+    void aHungAgentThatStartsAgainItselfIsTakenUp()
+    {
+        hangInARefreshWhile([this] { agent().post(NotificationNames::AgentStarted); });
+        agent().replyAgain();
+        QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 2; }));
+        QCOMPARE(deaths(), 1);
+    }
+
+    void theDeathComesBeforeWhatWasPostedDuringTheCall()
+    {
+        pane().takeLog();
+        hangInARefreshWhile([this] { agent().post(NotificationNames::USBDeviceDisconnected); });
+        const auto hadHeard = [this] {
+            mHeard += pane().takeLog();
+            return mHeard.contains(QStringLiteral("USB device disconnected"));
+        };
+        QVERIFY(pane().turnUntil(hadHeard));
+        QCOMPARE(
+            mHeard,
+            (QStringList{QStringLiteral("cameraStatusChanged"), QStringLiteral("connectionDidDie:"),
+                         QStringLiteral("cameraStatusChanged"), QStringLiteral("USB device disconnected")}));
     }
 
     void theMachineSleepsThoughTheAgentHangs()

@@ -262,6 +262,15 @@ void RecordingAgent::hang()
     mWorker->locked([&] { mWorker->mHangsAlways = true; });
 }
 
+void RecordingAgent::replyAgain()
+{
+    mWorker->locked([&] {
+        mWorker->mDelays.clear();
+        mWorker->mHanging.clear();
+        mWorker->mHangsAlways = false;
+    });
+}
+
 void RecordingAgent::dieIn(const QString &method)
 {
     mWorker->locked([&] { mWorker->mDying += method; });

@@ -41,6 +41,8 @@ public:
     void hangIn(const QString &method);
     /// From now on every call is heard and never answered.
     void hang();
+    /// From now on every call is answered, as before any of the three above.
+    void replyAgain();
     /// `method` is the last one that the agent hears: it leaves the bus instead of answering.
     void dieIn(const QString &method);
 
