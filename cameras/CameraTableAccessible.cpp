@@ -7,6 +7,8 @@
 #include <QPointer>
 #include <QWindow>
 
+#include <utility>
+
 namespace {
 
 using Table = KS7AnimatingStatusTableView;
@@ -209,4 +211,53 @@ private:
 void installCameraTableAccessibility()
 {
     platform::installAccessible<Table, TableAccessible>();
+}
+
+CameraTableAnnouncer::CameraTableAnnouncer(KS7AnimatingStatusTableView *table)
+    : QObject(table)
+    , mTable(table)
+{
+}
+
+void CameraTableAnnouncer::selectionMayHaveChanged()
+{
+    if (std::exchange(mIsPending, true))
+        return;
+    QMetaObject::invokeMethod(
+        this, [this] { announce(); }, Qt::QueuedConnection);
+}
+
+void CameraTableAnnouncer::announce()
+{
+    mIsPending = false;
+    // Without assistive programs no row counts as announced.
+    const int row = QAccessible::isActive() ? mTable->selectedRow() : -1;
+    const QString text = row < 0 ? QString() : mTable->textOfRow(row);
+    const int rowBefore = std::exchange(mRow, row);
+    const QString textBefore = std::exchange(mText, text);
+    if (row != rowBefore) {
+        tellOfRow(rowBefore, QAccessible::SelectionRemove);
+        tellOfRow(row, QAccessible::Selection);
+        if (mTable->hasFocus())
+            tellOfRow(row, QAccessible::Focus);
+    } else if (text != textBefore) {
+        tellOfRow(row, QAccessible::NameChanged);
+    }
+}
+
+void CameraTableAnnouncer::tellOfRow(int row, int accessibleEvent)
+{
+    if (!QAccessible::isActive() || row < 0 || row >= mTable->numberOfRows())
+        return;
+    QAccessibleEvent event(mTable, static_cast<QAccessible::Event>(accessibleEvent));
+    event.setChild(row);
+    QAccessible::updateAccessibility(&event);
+}
+
+void CameraTableAnnouncer::describeEmptiness()
+{
+    const QString description = mTable->numberOfRows() == 0 ? mTable->placeholderText() : QString();
+    // Setting an equal description would be announced as well.
+    if (description != mTable->accessibleDescription())
+        mTable->setAccessibleDescription(description);
 }

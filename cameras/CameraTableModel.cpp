@@ -1,14 +1,14 @@
 #include "cameras/CameraTableModel.h"
 
+#include "cameras/CameraTableSource.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "cameras/SanitizedLine.h"
-#include "pane/KS7SettingsWindowController.h"
 
 #include <algorithm>
 
 namespace {
 
-/// Qt takes a tool tip for rich text when it looks like it; escaped and marked as rich, it is what it says.
+/// Qt shows a tool tip that looks like rich text as rich text, so escape it and mark it as rich.
 QString plainToolTip(const QString &text)
 {
     return QStringLiteral("<qt>") + text.toHtmlEscaped() + QStringLiteral("</qt>");
@@ -24,8 +24,8 @@ CameraTableModel::CameraTableModel(KS7AnimatingStatusTableView *table)
 
 void CameraTableModel::reload()
 {
-    auto *controller = mTable->settingsController;
-    setRowCount(controller ? std::max(0, controller->numberOfRowsInTableView(mTable)) : 0);
+    auto *source = mTable->settingsController;
+    setRowCount(source ? std::max(0, source->numberOfRowsInTableView(mTable)) : 0);
     if (mRows > 0)
         Q_EMIT dataChanged(index(0, 0), index(mRows - 1, 0));
 }
@@ -55,12 +55,11 @@ int CameraTableModel::columnCount(const QModelIndex &parent) const
 
 QVariant CameraTableModel::data(const QModelIndex &index, int role) const
 {
-    auto *controller = mTable->settingsController;
-    if (!index.isValid() || !controller)
+    auto *source = mTable->settingsController;
+    if (!index.isValid() || !source)
         return {};
     if (role == RecordRole)
-        return controller->tableViewObjectValue(mTable, KS7AnimatingStatusTableView::CameraColumn,
-                                                index.row());
+        return source->tableViewObjectValue(mTable, KS7AnimatingStatusTableView::CameraColumn, index.row());
     if (role == Qt::AccessibleTextRole)
         return textOfRow(index.row());
     if (role == Qt::ToolTipRole)

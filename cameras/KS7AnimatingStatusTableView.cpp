@@ -3,10 +3,9 @@
 #include "cameras/CamCell.h"
 #include "cameras/CameraTableAccessible.h"
 #include "cameras/CameraTableModel.h"
-#include "pane/KS7SettingsWindowController.h"
+#include "cameras/CameraTableSource.h"
 #include "platform/desktop/RunLoop.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
@@ -23,11 +22,11 @@ const QString KS7AnimatingStatusTableView::CameraColumn = QStringLiteral("2");
 
 namespace {
 
-// Leaves room for the dot, whose lower edge is 30 below the row's upper one.
+// Leaves room for the dot, whose lower edge is 30 pixels below the row's top.
 constexpr int RowHeight = 36;
 constexpr int PlaceholderMargin = 12;
 
-/// The theme's highlight, darkened until white text can be read on it.
+/// The theme's highlight colour, darkened until white text is readable on it.
 QColor highlightUnderWhite()
 {
     QColor color = QApplication::palette().color(QPalette::Active, QPalette::Highlight);
@@ -42,7 +41,7 @@ bool isAnyStarting(const QHash<QString, std::shared_ptr<KS7Cam>> &cameras)
                        [](const auto &camera) { return camera && camera->status() == kKS7CamStarting; });
 }
 
-/// Stamps the table's one cell on each row.
+/// Draws every row with the table's one cell.
 class CamCellDelegate final : public QStyledItemDelegate {
 public:
     CamCellDelegate(KS7AnimatingStatusTableView *table, std::unique_ptr<CamCell> cell)
@@ -78,8 +77,9 @@ private:
 KS7AnimatingStatusTableView::KS7AnimatingStatusTableView(QWidget *parent)
     : QTableView(parent)
     , mModel(new CameraTableModel(this))
+    , mAnnouncer(new CameraTableAnnouncer(this))
 {
-    // Before the model, whose arrival assistive programs already hear of.
+    // Before setModel(), which already notifies assistive programs.
     installCameraTableAccessibility();
     setModel(mModel);
     setSelectionMode(SingleSelection);
@@ -103,7 +103,7 @@ void KS7AnimatingStatusTableView::setUpLooks()
     setWordWrap(false);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    // Names are black, so the ground is light in a dark theme too.
+    // Names are black, so keep a light base in a dark theme as well.
     QPalette light = palette();
     light.setColor(QPalette::Base, Qt::white);
     light.setColor(QPalette::Text, Qt::black);
@@ -126,11 +126,11 @@ void KS7AnimatingStatusTableView::awakeFromNib(std::shared_ptr<platform::RunLoop
 void KS7AnimatingStatusTableView::reloadData()
 {
     mModel->reload();
-    // The selection of a row that went must not leave the keyboard's mark on its neighbour.
+    // When the selected row is removed, Qt makes its neighbour the current row.
     if (selectedRow() < 0)
         selectionModel()->clearCurrentIndex();
-    describeEmptiness();
-    announceChangeOfSelectedRow();
+    mAnnouncer->describeEmptiness();
+    mAnnouncer->selectionMayHaveChanged();
 }
 
 void KS7AnimatingStatusTableView::display()
@@ -157,7 +157,7 @@ void KS7AnimatingStatusTableView::selectRow(int row)
     const bool isNew = row != selectedRow();
     const auto index = mModel->index(row, 0);
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    // Only a new choice comes into sight: a person who has scrolled elsewhere is left in peace by refreshes.
+    // Refreshes select the same row again; they must not undo the user's scrolling.
     if (isNew)
         scrollTo(index);
 }
@@ -170,7 +170,8 @@ void KS7AnimatingStatusTableView::showEvent(QShowEvent *event)
 
 void KS7AnimatingStatusTableView::deselectAll()
 {
-    selectionModel()->clear();
+    if (mAllowsEmptySelection)
+        selectionModel()->clear();
 }
 
 void KS7AnimatingStatusTableView::setDataCell(std::unique_ptr<CamCell> cell)
@@ -193,17 +194,9 @@ std::shared_ptr<KS7Cam> KS7AnimatingStatusTableView::cameraInRow(int row) const
 void KS7AnimatingStatusTableView::setPlaceholderText(const QString &text)
 {
     mPlaceholderText = text;
-    describeEmptiness();
+    mAnnouncer->describeEmptiness();
     if (numberOfRows() == 0)
         viewport()->update();
-}
-
-void KS7AnimatingStatusTableView::describeEmptiness()
-{
-    const QString description = numberOfRows() == 0 ? mPlaceholderText : QString();
-    // Each setting is news for assistive programs, also of the same words.
-    if (description != accessibleDescription())
-        setAccessibleDescription(description);
 }
 
 // Clicks and keys ---------------------------------------------------------------------------------------
@@ -257,14 +250,14 @@ void KS7AnimatingStatusTableView::keyPressEvent(QKeyEvent *)
 {
 }
 
-// Nothing that a person does to the view selects by itself: rows are selected where their action is sent.
+// Input never selects through Qt's view: sendAction() selects the clicked row.
 QItemSelectionModel::SelectionFlags KS7AnimatingStatusTableView::selectionCommand(const QModelIndex &,
                                                                                   const QEvent *) const
 {
     return QItemSelectionModel::NoUpdate;
 }
 
-// The base class counts hidden headers among the children that it tells of, so its events stay out.
+// QTableView would send accessible events whose child numbers count the hidden headers.
 void KS7AnimatingStatusTableView::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QAbstractItemView::currentChanged(current, previous); // NOLINT(bugprone-parent-virtual-call)
@@ -274,42 +267,9 @@ void KS7AnimatingStatusTableView::selectionChanged(const QItemSelection &selecte
                                                    const QItemSelection &deselected)
 {
     QAbstractItemView::selectionChanged(selected, deselected); // NOLINT(bugprone-parent-virtual-call)
-    for (const auto &range : deselected)
-        tellOfRow(range.top(), QAccessible::SelectionRemove);
-    for (const auto &range : selected) {
-        tellOfRow(range.top(), QAccessible::Selection);
-        if (hasFocus())
-            tellOfRow(range.top(), QAccessible::Focus);
-    }
-    rememberSelectedRow();
+    mAnnouncer->selectionMayHaveChanged();
     if (settingsController)
         settingsController->tableViewSelectionDidChange({});
-}
-
-// Accessibility -----------------------------------------------------------------------------------------
-
-void KS7AnimatingStatusTableView::tellOfRow(int row, int accessibleEvent)
-{
-    if (!QAccessible::isActive() || row < 0 || row >= numberOfRows())
-        return;
-    QAccessibleEvent event(this, static_cast<QAccessible::Event>(accessibleEvent));
-    event.setChild(row);
-    QAccessible::updateAccessibility(&event);
-}
-
-void KS7AnimatingStatusTableView::rememberSelectedRow()
-{
-    mSpokenRow = QAccessible::isActive() ? selectedRow() : -1;
-    mSpokenText = mSpokenRow < 0 ? QString() : textOfRow(mSpokenRow);
-}
-
-void KS7AnimatingStatusTableView::announceChangeOfSelectedRow()
-{
-    const int row = std::exchange(mSpokenRow, -1);
-    const QString text = std::exchange(mSpokenText, {});
-    rememberSelectedRow();
-    if (mSpokenRow >= 0 && mSpokenRow == row && mSpokenText != text)
-        tellOfRow(row, QAccessible::NameChanged);
 }
 
 // Looks -------------------------------------------------------------------------------------------------
@@ -350,7 +310,7 @@ void KS7AnimatingStatusTableView::stopAnimatingStatus()
     mAnimationTimer.reset();
 }
 
-// A pairing camera starts the animation, yet only a starting one keeps it going.
+// Pairing and starting rows start the animation, but only a starting camera keeps it running.
 void KS7AnimatingStatusTableView::cycle(platform::Timer *)
 {
     mCycle = (mCycle + 1) % 2;

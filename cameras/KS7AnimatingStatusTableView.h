@@ -12,12 +12,13 @@ class Timer;
 }
 
 class CamCell;
+class CameraTableAnnouncer;
 class CameraTableModel;
+class CameraTableSource;
 class KS7Cam;
-class KS7SettingsWindowController;
 
-/// The camera table: rows come from the controller, and the dots of cameras on their way blink. Rows are
-/// chosen by a click alone; every key but Tab is swallowed.
+/// The camera table. Its rows come from the controller; the dots of pairing and starting cameras blink. Only
+/// a click selects a row; every key but Tab is swallowed.
 class KS7AnimatingStatusTableView : public QTableView {
     Q_OBJECT
 public:
@@ -29,45 +30,47 @@ public:
     explicit KS7AnimatingStatusTableView(QWidget *parent = nullptr);
     ~KS7AnimatingStatusTableView() override;
 
-    /// The controller, set when the interface is loaded.
-    KS7SettingsWindowController *settingsController = nullptr;
+    /// The pane's controller, set when the interface is loaded.
+    CameraTableSource *settingsController = nullptr;
 
     void awakeFromNib(std::shared_ptr<platform::RunLoop> runLoop);
 
-    // The table as the controller sees it.
+    // Operations for the controller
 
-    /// Asks for the row count again; the selected row stays selected if it is still there.
+    /// Counts the rows again. The selected row stays selected if it still exists.
     void reloadData();
-    /// Draws what is visible, before it returns.
+    /// Repaints the visible rows before it returns.
     void display();
     /// -1 when no row is selected.
     [[nodiscard]] int selectedRow() const;
-    /// The row of the click whose action is running, otherwise -1.
+    /// The clicked row while its action runs, otherwise -1.
     [[nodiscard]] int clickedRow() const { return mClickedRow; }
     [[nodiscard]] int numberOfRows() const;
-    /// Selects this row and no other; a row that does not exist leaves the selection as it is.
+    /// Selects this row only. A row that does not exist leaves the selection unchanged.
     void selectRow(int row);
+    /// Does nothing while the table does not allow an empty selection.
     void deselectAll();
-    /// Whether a person may leave the table without a selected row. The controller always may.
+    /// Clicks never deselect, with whatever modifier, so only deselectAll() obeys this.
     void setAllowsEmptySelection(bool allows) { mAllowsEmptySelection = allows; }
     [[nodiscard]] bool allowsEmptySelection() const { return mAllowsEmptySelection; }
     void setDataCell(std::unique_ptr<CamCell> cell);
     void setAction(Action action) { mAction = std::move(action); }
     void setDoubleAction(Action action) { mDoubleAction = std::move(action); }
-    /// What stands in the table's place while it has no rows.
+    /// Text shown while the table has no rows.
     void setPlaceholderText(const QString &text);
     [[nodiscard]] QString placeholderText() const { return mPlaceholderText; }
 
-    // The table as a person meets it by other ways than the mouse.
+    // Operations for menus and assistive programs
 
-    /// What a click on the row does; nothing on a disabled table or for a row that does not exist.
+    /// Does what a click on the row does: nothing in a disabled table or for a row that does not exist.
     void clickRow(int row);
     /// "friendly name, status" of the row.
     [[nodiscard]] QString textOfRow(int row) const;
     /// Null for a row without a record.
     [[nodiscard]] std::shared_ptr<KS7Cam> cameraInRow(int row) const;
 
-    // The status animation.
+    // Status animation
+
     [[nodiscard]] std::int32_t cycle() const { return mCycle; }
     void startAnimatingStatus();
     void stopAnimatingStatus();
@@ -93,26 +96,19 @@ protected:
 private:
     void setUpLooks();
     void sendAction(int row, const Action &action);
-    void describeEmptiness();
-    /// Tells assistive programs of a QAccessible::Event of the row.
-    void tellOfRow(int row, int accessibleEvent);
-    void rememberSelectedRow();
-    void announceChangeOfSelectedRow();
     [[nodiscard]] int rowOfClick(const QMouseEvent *event) const;
 
     std::unique_ptr<platform::Timer> mAnimationTimer;
     std::int32_t mCycle = 0;
-    /// Kept with the animation's fields; starts and stops are not counted.
+    /// Unused: starts and stops are not counted.
     std::int32_t mRefCount = 0;
 
     CameraTableModel *mModel;
+    CameraTableAnnouncer *mAnnouncer;
     bool mAllowsEmptySelection = true;
     int mClickedRow = -1;
     int mPressedRow = -1;
     QString mPlaceholderText;
-    /// What assistive programs know of the selected row: its number and its text.
-    int mSpokenRow = -1;
-    QString mSpokenText;
     Action mAction;
     Action mDoubleAction;
     std::shared_ptr<platform::RunLoop> mRunLoop;

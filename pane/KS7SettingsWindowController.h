@@ -3,6 +3,7 @@
 #include "agent/KS7DeviceControllerProxy.h"
 #include "agent/Proxy.h"
 #include "agent/TernUSBCommandControllerProxy.h"
+#include "cameras/CameraTableSource.h"
 #include "pane/Outlets.h"
 #include "platform/bus/NotificationCenter.h"
 #include "platform/Services.h"
@@ -28,7 +29,7 @@ class AgentProxyFactory;
 /// All logic of the pane. Declared here once, in chapters; each chapter is defined in its subsystem's folder.
 /// Created by the pane's interface and alive for the rest of the process. Main thread only; reports failures
 /// as codes and sheets, never as exceptions.
-class KS7SettingsWindowController : public QObject {
+class KS7SettingsWindowController : public QObject, public CameraTableSource {
     Q_OBJECT
 public:
     using Notification = platform::Notification;
@@ -57,12 +58,14 @@ public:
     /// The one refresh: reads the agent's list again and settles every control by it.
     void cameraStatusChanged();
     void copyCamerasLocal();
-    [[nodiscard]] const QHash<QString, std::shared_ptr<KS7Cam>> &cameras() const { return mLocalCameraList; }
+    [[nodiscard]] const QHash<QString, std::shared_ptr<KS7Cam>> &cameras() const override
+    {
+        return mLocalCameraList;
+    }
     void reloadTable();
-    int numberOfRowsInTableView(const QObject *table);
-    /// A std::shared_ptr<KS7Cam>, an empty string for a column that is not the cameras', or nothing.
-    QVariant tableViewObjectValue(const QObject *table, const QString &column, int row);
-    void tableViewSelectionDidChange(const Notification &notification);
+    int numberOfRowsInTableView(const QObject *table) override;
+    QVariant tableViewObjectValue(const QObject *table, const QString &column, int row) override;
+    void tableViewSelectionDidChange(const Notification &notification) override;
     /// The selected row's address, else the clicked row's, else a null string.
     QString selectedCamAddress();
     std::shared_ptr<KS7Cam> selectedCam();

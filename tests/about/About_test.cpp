@@ -99,6 +99,7 @@ private Q_SLOTS:
     void draggingOutAndInAgainOpens();
     void pressOutsideOpensNothing();
     void otherButtonsOpenNothing();
+    void anotherButtonDuringAPressChangesNothing();
     void anInactiveWindowIsOnlyActivated();
     void thePressThatActivatedIsHandedOnForNothing();
     void theHandShowsOverTheWholeField();
@@ -302,6 +303,16 @@ void AboutTest::otherButtonsOpenNothing()
     QTest::mouseClick(field(), Qt::RightButton);
     QTest::mouseClick(field(), Qt::MiddleButton);
     QCOMPARE(opened(), QStringList());
+}
+
+void AboutTest::anotherButtonDuringAPressChangesNothing()
+{
+    showAboutBox();
+    press(inside());
+    QTest::mouseClick(field(), Qt::RightButton, {}, inside());
+    QCOMPARE(opened(), QStringList());
+    release(inside());
+    QCOMPARE(opened(), QStringList{Site});
 }
 
 void AboutTest::anInactiveWindowIsOnlyActivated()

@@ -10,7 +10,7 @@ namespace Names = NotificationNames;
 
 namespace {
 
-/// What assistive programs are told: "name changed 1".
+/// Events sent to assistive programs, such as "name 1".
 QStringList told;
 
 void hear(QAccessibleEvent *event)
@@ -21,6 +21,8 @@ void hear(QAccessibleEvent *event)
         told.append(QStringLiteral("name %1").arg(event->child()));
     if (event->type() == QAccessible::Selection)
         told.append(QStringLiteral("selection %1").arg(event->child()));
+    if (event->type() == QAccessible::SelectionRemove)
+        told.append(QStringLiteral("deselection %1").arg(event->child()));
 }
 
 } // namespace
@@ -69,13 +71,23 @@ class CameraTableAccessibleTest : public QObject {
         mFixture->show();
         mFixture->runLoop->turn();
         mFixture->takeJournal();
+        settle();
         told.clear();
+    }
+
+    /// Delivers the announcements that wait for the event loop.
+    static void settle() { QCoreApplication::processEvents(); }
+
+    void agentPosts(const QString &name)
+    {
+        mFixture->agentPosts(name);
+        settle();
     }
 
     void statusBecomes(const QString &address, const QString &name, int status)
     {
         agent().addCamera(address, name, status);
-        mFixture->agentPosts(Names::CameraListChanged);
+        agentPosts(Names::CameraListChanged);
     }
 
 public:
@@ -165,7 +177,7 @@ private Q_SLOTS:
         showThreeCameras();
         statusBecomes(QStringLiteral("a"), QStringLiteral("Kitchen"), 5);
         QCOMPARE(told, QStringList{QStringLiteral("name 0")});
-        mFixture->agentPosts(Names::CameraListChanged);
+        agentPosts(Names::CameraListChanged);
         QCOMPARE(told.size(), 1);
         statusBecomes(QStringLiteral("b"), QStringLiteral("Desk"), 3);
         QCOMPARE(told.size(), 1);
@@ -175,8 +187,21 @@ private Q_SLOTS:
     {
         showThreeCameras();
         agent().prefer(QStringLiteral("b"));
-        mFixture->agentPosts(Names::PreferredCameraChanged);
-        QCOMPARE(told, QStringList{QStringLiteral("selection 1")});
+        agentPosts(Names::PreferredCameraChanged);
+        QCOMPARE(told, QStringList({QStringLiteral("deselection 0"), QStringLiteral("selection 1")}));
+    }
+
+    void refreshesWithoutBluetoothRepeatNothing()
+    {
+        showThreeCameras();
+        agentPosts(Names::NoBluetooth);
+        QCOMPARE(told, QStringList());
+        for (int time = 0; time < 3; ++time)
+            agentPosts(Names::CameraListChanged);
+        QCOMPARE(table().selectedRow(), 0);
+        QCOMPARE(told, QStringList());
+        statusBecomes(QStringLiteral("a"), QStringLiteral("Kitchen"), 5);
+        QCOMPARE(told, QStringList{QStringLiteral("name 0")});
     }
 
     void aRowThatIsGoneIsGone()

@@ -1,11 +1,11 @@
 #include "agent/NotificationNames.h"
 #include "cameras/CameraTableModel.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
-#include "widgets/Indicators.h"
 #include "preview/KS7PreviewController.h"
 #include "preview/KS7QTCaptureView.h"
 #include "tests/support/PaintWatch.h"
 #include "tests/support/PaneFixture.h"
+#include "widgets/Indicators.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -447,6 +447,7 @@ private Q_SLOTS:
         addThreeCameras();
         showPane();
         table().setAction([this](QObject *) {
+            table().setAllowsEmptySelection(true);
             table().deselectAll();
             controller().removeCamera(nullptr);
         });
@@ -517,6 +518,22 @@ private Q_SLOTS:
         // The address is the sorted list's; only the record is missing.
         QCOMPARE(mFixture->takeRemoteCalls().at(1), QStringLiteral("setPreferredDeviceAddress ") + Kitchen);
         QVERIFY(!outlets().removeButton->isEnabled());
+    }
+
+    void aSortedListLongerThanTheDictionaryLosesItsEnd()
+    {
+        addThreeCameras();
+        agent().cameraDict.remove(Desk);
+        agent().indexOfPreferred = 2;
+        showPane();
+        QCOMPARE(table().numberOfRows(), 2);
+        QCOMPARE(table().textOfRow(0), QStringLiteral("Kitchen, Streaming"));
+        QCOMPARE(table().textOfRow(1), QStringLiteral("Unknown camera"));
+        // The third name has a value, but neither a row nor an address.
+        QVERIFY(cameraInRow(2));
+        QCOMPARE(table().selectedRow(), -1);
+        QVERIFY(controller().selectedCamAddress().isNull());
+        QVERIFY(!outlets().removeButton->isEnabled() && !outlets().startButton->isEnabled());
     }
 
     void rowsOutsideTheListHaveNoValue()
@@ -661,7 +678,8 @@ private Q_SLOTS:
         showPane();
         QCOMPARE(table().textOfRow(0), QStringLiteral(", Streaming"));
         QVERIFY(table().textOfRow(1).startsWith(QStringLiteral("xxx")));
-        QCOMPARE(table().textOfRow(2), QStringLiteral("a bc%1%2, Not Found"));
+        QCOMPARE(table().textOfRow(2),
+                 QStringLiteral("\u2068a\u27E8U+000A\u27E9b\u202Ec%1%2\u2069, Not Found"));
         QVERIFY(!mFixture->window.grab().isNull());
     }
 

@@ -221,6 +221,28 @@ private Q_SLOTS:
         QCOMPARE(table().selectedRow(), 2);
     }
 
+    void noClickLeavesATableWithoutSelectionThatAllowsNone()
+    {
+        showCameras(3);
+        recordActions();
+        QVERIFY(!table().allowsEmptySelection());
+        const QPoint below(20, table().viewport()->height() - 4);
+        for (int modifiers = 0; modifiers < 16; ++modifiers) {
+            const auto held = Qt::KeyboardModifiers(modifiers << 25);
+            for (const auto button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+                table().selectRow(1);
+                QTest::mouseClick(table().viewport(), button, held, spotInRow(1));
+                QTest::mouseClick(table().viewport(), button, held, below);
+                QCOMPARE(table().selectedRow(), 1);
+            }
+        }
+        table().deselectAll();
+        QCOMPARE(table().selectedRow(), 1);
+        table().setAllowsEmptySelection(true);
+        table().deselectAll();
+        QCOMPARE(table().selectedRow(), -1);
+    }
+
     void aDisabledTableTakesNoClicks()
     {
         showCameras(3);
@@ -248,25 +270,24 @@ private Q_SLOTS:
     void everyKeyIsSwallowed_data()
     {
         QTest::addColumn<int>("key");
-        QTest::newRow("down") << int(Qt::Key_Down);
-        QTest::newRow("up") << int(Qt::Key_Up);
-        QTest::newRow("home") << int(Qt::Key_Home);
-        QTest::newRow("page down") << int(Qt::Key_PageDown);
-        QTest::newRow("letter") << int(Qt::Key_C);
-        QTest::newRow("space") << int(Qt::Key_Space);
-        QTest::newRow("return") << int(Qt::Key_Return);
-        QTest::newRow("escape") << int(Qt::Key_Escape);
-        QTest::newRow("delete") << int(Qt::Key_Delete);
+        QTest::addColumn<int>("modifiers");
+        for (const auto modifier :
+             {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier})
+            for (const auto key :
+                 {Qt::Key_Down, Qt::Key_Up, Qt::Key_Home, Qt::Key_End, Qt::Key_PageDown, Qt::Key_A, Qt::Key_C,
+                  Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape, Qt::Key_Delete, Qt::Key_F2})
+                QTest::addRow("%x with %x", unsigned(key), unsigned(modifier)) << int(key) << int(modifier);
     }
     void everyKeyIsSwallowed()
     {
         QFETCH(int, key);
+        QFETCH(int, modifiers);
         showCameras(60);
         table().selectRow(1);
         recordActions();
         table().setFocus();
         const int scrolled = table().verticalScrollBar()->value();
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QKeyEvent event(QEvent::KeyPress, key, Qt::KeyboardModifiers(modifiers));
         QCoreApplication::sendEvent(&table(), &event);
         QVERIFY(event.isAccepted());
         QCOMPARE(table().selectedRow(), 1);
@@ -287,6 +308,21 @@ private Q_SLOTS:
             QVERIFY(!table().hasFocus());
             QVERIFY(mFixture->window.focusWidget() != nullptr);
         }
+    }
+
+    void theFocusOfADisabledTableGoesToTheNextControl()
+    {
+        showCameras(3);
+        mFixture->window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window, Timeout));
+        table().setFocus();
+        mFixture->defaults->agentWrites(QStringLiteral("KS7On"), false);
+        mFixture->agentPosts(Names::OnOffChanged);
+        auto *next = mFixture->window.focusWidget();
+        QVERIFY(next && next != &table() && next->isEnabled() && next->isVisible());
+        mFixture->defaults->agentWrites(QStringLiteral("KS7On"), true);
+        mFixture->agentPosts(Names::OnOffChanged);
+        QCOMPARE(mFixture->window.focusWidget(), next);
     }
 
     // Rows

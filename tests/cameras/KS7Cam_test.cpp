@@ -65,6 +65,7 @@ private Q_SLOTS:
     void theIDIsTheEndOfTheAddress();
     void aDeviceWithoutAnAddress();
     void theStoredNameWins();
+    void aStoredEmptyNameIsAName();
     void namesAreKeyedByTheAddressAsItIsSpelled();
     void aNewNameKeepsTheOthers();
     void ignoringIsStored();
@@ -245,6 +246,12 @@ void KS7CamTest::theStoredNameWins()
 {
     stored(Names, QVariantMap{{Address, QStringLiteral("K\u00fcche %1")}});
     QCOMPARE(cameraAt(Address)->friendlyName(), QStringLiteral("K\u00fcche %1"));
+}
+
+void KS7CamTest::aStoredEmptyNameIsAName()
+{
+    stored(Names, QVariantMap{{Address, QString(QLatin1String(""))}});
+    QCOMPARE(cameraAt(Address)->friendlyName(), QString());
 }
 
 void KS7CamTest::namesAreKeyedByTheAddressAsItIsSpelled()

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/bus/NotificationCenter.h"
+
+#include <QHash>
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+
+class KS7Cam;
+class QObject;
+
+/// Supplies the camera table with rows and hears of its selection.
+class CameraTableSource {
+public:
+    virtual ~CameraTableSource() = default;
+
+    virtual int numberOfRowsInTableView(const QObject *table) = 0;
+    /// A std::shared_ptr<KS7Cam>, an empty string for a column that is not the cameras', or nothing.
+    virtual QVariant tableViewObjectValue(const QObject *table, const QString &column, int row) = 0;
+    virtual void tableViewSelectionDidChange(const platform::Notification &notification) = 0;
+    [[nodiscard]] virtual const QHash<QString, std::shared_ptr<KS7Cam>> &cameras() const = 0;
+};
