@@ -3,6 +3,7 @@
 #include "platform/QtCompat.h"
 #include "widgets/Accessible.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QStyleOptionFocusRect>
@@ -15,7 +16,7 @@ using std::chrono::steady_clock;
 
 namespace {
 
-/// What assistive tools meet: a link that can be pressed.
+/// The accessible object of the field: a link that can be pressed.
 class AccessibleLink final : public QAccessibleWidget {
 public:
     explicit AccessibleLink(KSHandTextField *field)
@@ -71,11 +72,12 @@ bool KSHandTextField::event(QEvent *event)
 
 bool KSHandTextField::activatedWindow(const QMouseEvent *press) const
 {
-    if (!isActiveWindow())
+    // Since Qt 6.8 isActiveWindow() is also true for a dialog whose parent window is active.
+    if (QApplication::activeWindow() != window())
         return true;
-    // Many window managers activate the window first and hand the same press on afterwards. Such a press is
-    // older than the activation. Its time is in milliseconds and may wrap round; a display whose clock is not
-    // this machine's shows in a large difference and tells nothing.
+    // Many window managers activate the window first and then deliver the same press, which is older than the
+    // activation. Timestamps are in milliseconds and may wrap around. A large difference means that the
+    // display uses another clock; then the timestamp says nothing.
     using std::chrono::milliseconds;
     const auto activated =
         std::chrono::duration_cast<milliseconds>(mWindowActivated.time_since_epoch()).count();

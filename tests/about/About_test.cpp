@@ -71,6 +71,7 @@ private:
     void showAboutBox();
     void press(const QPoint &at) { QTest::mousePress(field(), Qt::LeftButton, {}, at); }
     void release(const QPoint &at) { QTest::mouseRelease(field(), Qt::LeftButton, {}, at); }
+    static void activate(QWidget *window);
     void lookDark(bool dark);
     [[nodiscard]] KS7AboutBoxWindow *box() const { return fixture->window.findChild<KS7AboutBoxWindow *>(); }
     [[nodiscard]] KSHandTextField *field() const { return box()->website; }
@@ -99,7 +100,6 @@ private Q_SLOTS:
     void draggingOutAndInAgainOpens();
     void pressOutsideOpensNothing();
     void otherButtonsOpenNothing();
-    void anotherButtonDuringAPressChangesNothing();
     void anInactiveWindowIsOnlyActivated();
     void thePressThatActivatedIsHandedOnForNothing();
     void theHandShowsOverTheWholeField();
@@ -126,8 +126,14 @@ void AboutTest::showAboutBox()
     QVERIFY(about != actions.end());
     (*about)->trigger();
     QVERIFY(box());
-    makeActive(box());
-    QVERIFY(QTest::qWaitForWindowActive(box(), Timeout));
+    activate(box());
+}
+
+void AboutTest::activate(QWidget *window)
+{
+    makeActive(window);
+    // QWindow::isActive() is also true for a dialog whose parent window is active.
+    QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), window, Timeout);
 }
 
 void AboutTest::lookDark(bool dark)
@@ -305,24 +311,14 @@ void AboutTest::otherButtonsOpenNothing()
     QCOMPARE(opened(), QStringList());
 }
 
-void AboutTest::anotherButtonDuringAPressChangesNothing()
-{
-    showAboutBox();
-    press(inside());
-    QTest::mouseClick(field(), Qt::RightButton, {}, inside());
-    QCOMPARE(opened(), QStringList());
-    release(inside());
-    QCOMPARE(opened(), QStringList{Site});
-}
-
 void AboutTest::anInactiveWindowIsOnlyActivated()
 {
     showAboutBox();
-    makeActive(&fixture->window);
-    QVERIFY(!box()->isActiveWindow());
+    activate(&fixture->window);
+    QVERIFY(QApplication::activeWindow() != box());
     QTest::mouseClick(field(), Qt::LeftButton);
     QCOMPARE(opened(), QStringList());
-    makeActive(box());
+    activate(box());
     QTest::mouseClick(field(), Qt::LeftButton);
     QCOMPARE(opened(), QStringList{Site});
     QVERIFY(!field()->acceptsFirstMouse());
@@ -342,8 +338,8 @@ void AboutTest::thePressThatActivatedIsHandedOnForNothing()
         }
     };
     const auto before = steady_clock::now() - milliseconds(1);
-    makeActive(&fixture->window);
-    makeActive(box());
+    activate(&fixture->window);
+    activate(box());
     clickMadeAt(before);
     QCOMPARE(opened(), QStringList());
     clickMadeAt(steady_clock::now() + milliseconds(1));
