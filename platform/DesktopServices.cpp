@@ -24,12 +24,13 @@ namespace platform {
 Services makeDesktopServices()
 {
     const auto bus = std::make_shared<SessionBus>();
+    const auto systemBus = std::make_shared<SystemBus>();
     Services services;
     services.runLoop = makeQtRunLoop();
     services.bundle = makePaneBundle();
     services.localCenter = std::make_shared<LocalNotificationCenter>();
     services.distributedCenter = std::make_shared<DistributedNotificationCenter>(bus);
-    services.workspaceCenter = std::make_shared<LogindSession>();
+    services.workspaceCenter = std::make_shared<LogindSession>(systemBus);
     services.connections =
         std::make_shared<DBusConnectionRegistry>(bus, services.runLoop, services.localCenter);
     services.agentLauncher = makeAgentLauncher();
@@ -37,11 +38,11 @@ Services makeDesktopServices()
     services.userDefaults = makeFileUserDefaults();
     services.keyboard = makeKeyboardModifiers();
     services.processorClock = makeProcessorClock();
-    services.updates = makePackageKitFramework();
+    services.updates = makePackageKitFramework(systemBus);
     services.workspace = makeWorkspace();
     services.capture = makePipeWireCapture(services.localCenter, services.runLoop);
     services.sheets = makeQtSheetPresenter();
-    services.power = std::make_shared<LogindPower>();
+    services.power = std::make_shared<LogindPower>(systemBus);
     return services;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/power/LogindPower.h"
 
+#include "platform/bus/BusConnection.h"
 #include "platform/bus/BusNames.h"
 
 #include <QDBusMessage>
@@ -12,7 +13,6 @@ namespace {
 
 /// Stands for power management being there; logind itself needs no handle.
 constexpr std::uint32_t RootPort = 1;
-const QString PowerConnection = QStringLiteral("ks7-preferences-power");
 
 QDBusMessage inhibitQuestion()
 {
@@ -26,32 +26,40 @@ QDBusMessage inhibitQuestion()
 
 } // namespace
 
-LogindPower::LogindPower()
-    : mBus(QString())
+LogindPower::LogindPower(std::shared_ptr<BusConnection> bus)
+    : mBus(std::move(bus))
 {
 }
 
 LogindPower::~LogindPower()
 {
-    // Leave the connection open: Qt would close it in its own thread, with replies still pending.
-    mBus.disconnect(bus::Logind, bus::LogindPath, bus::LogindManager, bus::PrepareForSleep, this,
-                    SLOT(prepareForSleep(bool)));
+    if (mBus->isOpen())
+        mBus->connection().disconnect(bus::Logind, bus::LogindPath, bus::LogindManager, bus::PrepareForSleep,
+                                      this, SLOT(prepareForSleep(bool)));
 }
 
 std::uint32_t LogindPower::registerForSystemPower(void *refcon, Callback callback)
 {
     mRefcon = refcon;
     mCallback = callback;
-    mBus = QDBusConnection::connectToBus(QDBusConnection::SystemBus, PowerConnection);
-    if (!mBus.isConnected())
-        return 0;
-    mBus.connect(bus::Logind, bus::LogindPath, bus::LogindManager, bus::PrepareForSleep, this,
-                 SLOT(prepareForSleep(bool)));
-    mWatcher = std::make_unique<QDBusServiceWatcher>(bus::Logind, mBus);
+    connect(mBus.get(), &BusConnection::opened, this, &LogindPower::subscribe);
+    connect(mBus.get(), &BusConnection::lost, this, &LogindPower::logindWent);
+    if (mBus->isOpen())
+        subscribe();
+    else
+        mBus->openInBackground();
+    return RootPort;
+}
+
+void LogindPower::subscribe()
+{
+    QDBusConnection connection = mBus->connection();
+    connection.connect(bus::Logind, bus::LogindPath, bus::LogindManager, bus::PrepareForSleep, this,
+                       SLOT(prepareForSleep(bool)));
+    mWatcher = std::make_unique<QDBusServiceWatcher>(bus::Logind, connection);
     connect(mWatcher.get(), &QDBusServiceWatcher::serviceRegistered, this, &LogindPower::logindCame);
     connect(mWatcher.get(), &QDBusServiceWatcher::serviceUnregistered, this, &LogindPower::logindWent);
     takeInhibitor();
-    return RootPort;
 }
 
 void LogindPower::allowPowerChange(std::uint32_t, void *messageArgument)
@@ -85,9 +93,10 @@ void LogindPower::sendSleep()
 
 void LogindPower::takeInhibitor()
 {
-    if (mInhibitor.isValid() || mQuestion)
+    // On a connection that is not open Qt would never finish the call.
+    if (mInhibitor.isValid() || mQuestion || !mBus->isOpen())
         return;
-    mQuestion = new QDBusPendingCallWatcher(mBus.asyncCall(inhibitQuestion()), this);
+    mQuestion = new QDBusPendingCallWatcher(mBus->connection().asyncCall(inhibitQuestion()), this);
     connect(mQuestion, &QDBusPendingCallWatcher::finished, this, &LogindPower::inhibited);
 }
 

@@ -2,7 +2,6 @@
 
 #include "platform/power/PowerManagement.h"
 
-#include <QDBusConnection>
 #include <QDBusUnixFileDescriptor>
 #include <QObject>
 
@@ -14,13 +13,16 @@ class QDBusServiceWatcher;
 
 namespace platform {
 
+class BusConnection;
+
 /// Sleep and wake as logind announces them. A delay inhibitor makes the machine wait until the will-sleep
 /// message has been answered; it is taken again after waking. Each will-sleep message follows a can-sleep
-/// query, whose answer releases nothing. Without logind no message comes.
+/// query, whose answer releases nothing. Without a system bus or logind no message comes; both
+/// are taken up when they appear. `bus` is opened in the background.
 class LogindPower final : public QObject, public PowerManagement {
     Q_OBJECT
 public:
-    LogindPower();
+    explicit LogindPower(std::shared_ptr<BusConnection> bus);
     ~LogindPower() override;
 
     std::uint32_t registerForSystemPower(void *refcon, Callback callback) override;
@@ -32,6 +34,7 @@ private Q_SLOTS:
     void prepareForSleep(bool start);
 
 private:
+    void subscribe();
     void sendSleep();
     void takeInhibitor();
     void inhibited(QDBusPendingCallWatcher *answer);
@@ -39,7 +42,7 @@ private:
     void logindWent();
     void send(PowerMessage message, void *argument);
 
-    QDBusConnection mBus;
+    std::shared_ptr<BusConnection> mBus;
     std::unique_ptr<QDBusServiceWatcher> mWatcher;
     QDBusUnixFileDescriptor mInhibitor;
     /// The one pending Inhibit call; a reply to an earlier call is from a logind that has gone.

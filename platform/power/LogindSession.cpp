@@ -1,5 +1,6 @@
 #include "platform/power/LogindSession.h"
 
+#include "platform/bus/BusConnection.h"
 #include "platform/bus/BusNames.h"
 #include "platform/desktop/Workspace.h"
 
@@ -15,7 +16,6 @@
 namespace platform {
 namespace {
 
-const QString SessionConnection = QStringLiteral("ks7-preferences-session");
 const QString PropertiesChanged = QStringLiteral("PropertiesChanged");
 const QString Active = QStringLiteral("Active");
 
@@ -35,21 +35,22 @@ QDBusMessage propertyQuestion(const QString &path, const QString &interface, con
     return question;
 }
 
-/// The object path in an answer, empty when it holds none.
+/// The object path in a reply; empty when the reply contains none.
 QString pathOf(const QDBusMessage &answer)
 {
     const QVariant value = answer.arguments().value(0);
     return value.canConvert<QDBusObjectPath>() ? value.value<QDBusObjectPath>().path() : QString();
 }
 
-/// The value of a property in an answer, invalid when it holds none.
+/// The value of a property in a reply; invalid when the reply contains none.
 QVariant propertyOf(const QDBusMessage &answer)
 {
     const QVariant value = answer.arguments().value(0);
     return value.canConvert<QDBusVariant>() ? value.value<QDBusVariant>().variant() : QVariant();
 }
 
-/// A user's property Display is a session's name and path; "/" when the user has none.
+/// The path in a user's property Display, which is a session's name and path. Empty when the name is empty:
+/// the user has no graphical session then.
 QString displayPathOf(const QDBusMessage &answer)
 {
     const QVariant value = propertyOf(answer);
@@ -68,14 +69,13 @@ QString displayPathOf(const QDBusMessage &answer)
 
 } // namespace
 
-LogindSession::LogindSession()
-    : mBus(QString())
+LogindSession::LogindSession(std::shared_ptr<BusConnection> bus)
+    : mBus(std::move(bus))
 {
 }
 
 LogindSession::~LogindSession()
 {
-    // The connection stays: Qt would close it in a thread of its own, with answers still on their way.
     unwatchSession();
 }
 
@@ -84,6 +84,8 @@ void LogindSession::addObserver(const void *observer, const QString &name, Notif
     mObservers.addObserver(observer, name, std::move(handler));
     if (!mStarted)
         start();
+    // BusConnection gives up its search after a minute; each showing of the pane begins another.
+    mBus->openInBackground();
 }
 
 void LogindSession::removeObserver(const void *observer, const QString &name)
@@ -99,12 +101,16 @@ void LogindSession::postNotificationName(const QString &name, const void *object
 void LogindSession::start()
 {
     mStarted = true;
-    mBus = QDBusConnection::connectToBus(QDBusConnection::SystemBus, SessionConnection);
-    if (!mBus.isConnected())
-        return;
-    // What has changed while there was none was told to nobody.
-    mWatcher =
-        std::make_unique<QDBusServiceWatcher>(bus::Logind, mBus, QDBusServiceWatcher::WatchForRegistration);
+    connect(mBus.get(), &BusConnection::opened, this, &LogindSession::subscribe);
+    if (mBus->isOpen())
+        subscribe();
+}
+
+void LogindSession::subscribe()
+{
+    // Changes made while logind was down were never announced, so ask again.
+    mWatcher = std::make_unique<QDBusServiceWatcher>(bus::Logind, mBus->connection(),
+                                                     QDBusServiceWatcher::WatchForRegistration);
     connect(mWatcher.get(), &QDBusServiceWatcher::serviceRegistered, this, &LogindSession::findSession);
     findSession();
 }
@@ -137,8 +143,8 @@ void LogindSession::findSessionOfProcess()
     });
 }
 
-// A program that the user's service manager has started belongs to no session: the user's graphical one
-// counts.
+// A process that the user's service manager has started belongs to no session. The user's graphical session
+// counts then.
 void LogindSession::findDisplayOfUser()
 {
     const QString user = bus::LogindPath + QStringLiteral("/user/self");
@@ -154,16 +160,16 @@ void LogindSession::watchSession(const QString &path)
 {
     unwatchSession();
     mSessionPath = path;
-    mBus.connect(bus::Logind, path, bus::Properties, PropertiesChanged, this,
-                 SLOT(propertiesChanged(QString, QVariantMap, QStringList)));
+    mBus->connection().connect(bus::Logind, path, bus::Properties, PropertiesChanged, this,
+                               SLOT(propertiesChanged(QString, QVariantMap, QStringList)));
     readActive();
 }
 
 void LogindSession::unwatchSession()
 {
-    if (!mSessionPath.isEmpty())
-        mBus.disconnect(bus::Logind, mSessionPath, bus::Properties, PropertiesChanged, this,
-                        SLOT(propertiesChanged(QString, QVariantMap, QStringList)));
+    if (!mSessionPath.isEmpty() && mBus->isOpen())
+        mBus->connection().disconnect(bus::Logind, mSessionPath, bus::Properties, PropertiesChanged, this,
+                                      SLOT(propertiesChanged(QString, QVariantMap, QStringList)));
 }
 
 void LogindSession::readActive()
@@ -184,7 +190,7 @@ void LogindSession::propertiesChanged(const QString &interface, const QVariantMa
     const bool isTold = active.userType() == QMetaType::Bool;
     if (!isTold && !invalid.contains(Active))
         return;
-    // Who observes takes the session to have the screen: a loss before the first answer must not be missed.
+    // Observers assume the session is active, so report a loss even before the first reply.
     mActive = mActive.value_or(true);
     if (isTold)
         setActive(active.toBool());
@@ -203,7 +209,10 @@ void LogindSession::setActive(bool active)
 
 void LogindSession::ask(const QDBusMessage &question, Answer answer)
 {
-    auto *watcher = new QDBusPendingCallWatcher(mBus.asyncCall(question), this);
+    // On a connection that is not open Qt would never finish the call.
+    if (!mBus->isOpen())
+        return;
+    auto *watcher = new QDBusPendingCallWatcher(mBus->connection().asyncCall(question), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, answer = std::move(answer)] {
         watcher->deleteLater();
         const QDBusPendingReply<> reply = *watcher;

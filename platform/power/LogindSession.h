@@ -2,7 +2,6 @@
 
 #include "platform/bus/NotificationCenter.h"
 
-#include <QDBusConnection>
 #include <QObject>
 #include <QStringList>
 
@@ -15,19 +14,21 @@ class QDBusServiceWatcher;
 
 namespace platform {
 
-/// The workspace's notification centre: tells when the user's own session gets or loses the screen, as
-/// logind's property Active says, and only on a change. Asks nothing before somebody observes; without
-/// logind nothing is told. One that comes, or comes back, is asked then.
+class BusConnection;
+
+/// The workspace's notification centre: posts a notification when the user's session gains or loses the
+/// screen, which is logind's property Active. It does nothing before the first observer is added. A system
+/// bus or a logind that appears later is taken up then. `bus` is opened in the background.
 class LogindSession final : public QObject, public NotificationCenter {
     Q_OBJECT
 public:
-    LogindSession();
+    explicit LogindSession(std::shared_ptr<BusConnection> bus);
     ~LogindSession() override;
 
     void addObserver(const void *observer, const QString &name, NotificationHandler handler) override;
     void removeObserver(const void *observer, const QString &name) override;
     void postNotificationName(const QString &name, const void *object, const QVariantMap &userInfo) override;
-    /// Whether the session has the screen; nothing before logind has answered or told of a change.
+    /// Whether the session has the screen; empty before the first reply or change from logind.
     [[nodiscard]] std::optional<bool> isActive() const { return mActive; }
 
 private Q_SLOTS:
@@ -36,6 +37,7 @@ private Q_SLOTS:
 private:
     using Answer = std::function<void(const QDBusMessage &)>;
     void start();
+    void subscribe();
     void findSession();
     void findSessionOfProcess();
     void findDisplayOfUser();
@@ -46,7 +48,7 @@ private:
     void ask(const QDBusMessage &question, Answer answer);
 
     LocalNotificationCenter mObservers;
-    QDBusConnection mBus;
+    std::shared_ptr<BusConnection> mBus;
     std::unique_ptr<QDBusServiceWatcher> mWatcher;
     QString mSessionPath;
     std::optional<bool> mActive;

@@ -1,6 +1,7 @@
 #include "platform/updates/PackageKitUpdater.h"
 
 #include "platform/LogCategory.h"
+#include "platform/bus/BusConnection.h"
 #include "platform/updates/PackageKitTransaction.h"
 #include "platform/updates/UpdateState.h"
 
@@ -10,27 +11,28 @@
 #include <algorithm>
 #include <dlfcn.h>
 #include <optional>
+#include <utility>
 
 namespace platform {
 namespace {
-
-// A connection of the pane's own: the one of the host is not ours to use.
-const QString ConnectionName = QStringLiteral("com.orvex.KS7.updates");
 
 // Bit fields of the package service's interface.
 constexpr qulonglong FilterNone = 1ULL << 1;
 constexpr qulonglong FilterInstalled = 1ULL << 2;
 constexpr qulonglong OnlyTrusted = 1ULL << 1;
 
-/// Asks, offers and installs; everything is started by a run-loop event and none of it waits.
+/// Asks, offers and installs. All calls are asynchronous; only an installation may wait for the bus.
 class PackageKitUpdater final : public QObject, public KS7SUUpdater {
 public:
-    PackageKitUpdater(UpdaterOptions circumstances, std::shared_ptr<UpdateOffer> offer)
-        : mCircumstances(std::move(circumstances))
-        , mMemory(mCircumstances.memoryFile)
+    PackageKitUpdater(std::shared_ptr<BusConnection> bus, UpdaterOptions options,
+                      std::shared_ptr<UpdateOffer> offer)
+        : mBus(std::move(bus))
+        , mOptions(std::move(options))
+        , mState(mOptions.stateFile)
         , mSharedOffer(std::move(offer))
         , mOffer(*mSharedOffer)
     {
+        connect(mBus.get(), &BusConnection::opened, this, [this] { askIfDue(); });
         connect(&mOffer, &UpdateOffer::installChosen, this, [this] { install(); });
         connect(&mOffer, &UpdateOffer::laterChosen, this, [this] { mOffer.withdraw(); });
         connect(&mOffer, &UpdateOffer::skipChosen, this, [this] { skip(); });
@@ -38,26 +40,37 @@ public:
 
     void applicationDidFinishLaunching() override
     {
-        // Showing the pane goes first; even the first word to the bus waits until it is done.
-        QTimer::singleShot(0, this, [this] { askOnceADay(); });
+        mDue = true;
+        // The event loop shows the pane first; opening the bus never waits either.
+        QTimer::singleShot(0, this, [this] {
+            mBus->openInBackground();
+            askIfDue();
+        });
     }
 
 private:
     using Transaction = PackageKitTransaction;
     using Finished = std::function<void(Transaction &, Transaction::Outcome)>;
 
+    /// Asks once for each showing; where the bus is not open yet, when it has opened.
+    void askIfDue()
+    {
+        if (mBus->isOpen() && std::exchange(mDue, false))
+            askOnceADay();
+    }
+
     void askOnceADay()
     {
-        const QDateTime now = mCircumstances.now();
-        if (mBusy || mOffer.stage() != UpdateOffer::Stage::None || mMemory.askedWithinADay(now))
+        const QDateTime now = mOptions.now();
+        if (mBusy || mOffer.stage() != UpdateOffer::Stage::None || mState.askedWithinADay(now))
             return;
-        mMemory.noteAsked(now);
+        mState.noteAsked(now);
         findOwnPackage();
     }
 
     void findOwnPackage()
     {
-        const QVariantList arguments{FilterInstalled, QStringList{mCircumstances.ownFile}};
+        const QVariantList arguments{FilterInstalled, QStringList{mOptions.ownFile}};
         run(QStringLiteral("SearchFiles"), arguments, [this](Transaction &transaction, auto outcome) {
             if (outcome != Transaction::Outcome::Done)
                 return logFailure(transaction);
@@ -80,7 +93,7 @@ private:
                 return package.info != Transaction::Blocked && package.id.name == own.name
                     && package.id.architecture == own.architecture && package.id.version != own.version;
             });
-            if (update == found.end() || mMemory.isSkipped(update->id.version))
+            if (update == found.end() || mState.isSkipped(update->id.version))
                 return;
             mUpdate = update->id;
             mOffer.offer(mUpdate->version);
@@ -91,6 +104,7 @@ private:
     {
         if (mBusy || !mUpdate)
             return;
+        mBus->reopenIfLost();
         mOffer.progress(UpdateOffer::UnknownPercentage);
         const QVariantList arguments{OnlyTrusted, QStringList{mUpdate->id}};
         run(QStringLiteral("UpdatePackages"), arguments,
@@ -107,7 +121,7 @@ private:
         case Transaction::Outcome::Failed:
             return mOffer.fail(transaction.errorText());
         case Transaction::Outcome::Lost:
-            // What the bus says of it helps nobody who reads it in a window.
+            // The bus's error text is for the log, not for the window.
             logFailure(transaction);
             mOffer.fail({});
         }
@@ -117,14 +131,14 @@ private:
     {
         if (!mUpdate)
             return;
-        mMemory.skip(mUpdate->version);
+        mState.skip(mUpdate->version);
         mOffer.withdraw();
     }
 
     void run(const QString &method, const QVariantList &arguments, const Finished &finished)
     {
         const bool installs = mOffer.stage() == UpdateOffer::Stage::Installing;
-        auto *transaction = new Transaction(bus(), this);
+        auto *transaction = new Transaction(mBus->connection(), this);
         mBusy = true;
         connect(transaction, &Transaction::finished, this, [this, transaction, finished](auto outcome) {
             mBusy = false;
@@ -136,35 +150,31 @@ private:
         transaction->run(method, arguments, installs);
     }
 
-    static QDBusConnection bus()
-    {
-        // A connection that has broken stays broken under its name.
-        if (!QDBusConnection(ConnectionName).isConnected())
-            QDBusConnection::disconnectFromBus(ConnectionName);
-        return QDBusConnection::connectToBus(QDBusConnection::SystemBus, ConnectionName);
-    }
-
     static void logFailure(const Transaction &transaction)
     {
         qCInfo(KS7_PLATFORM, "No answer about updates: %s", qUtf8Printable(transaction.errorText()));
     }
 
-    UpdaterOptions mCircumstances;
-    UpdateState mMemory;
+    std::shared_ptr<BusConnection> mBus;
+    UpdaterOptions mOptions;
+    UpdateState mState;
     std::shared_ptr<UpdateOffer> mSharedOffer;
     UpdateOffer &mOffer;
     std::optional<PackageId> mUpdate;
     bool mBusy = false;
+    /// The pane has been shown since the last question.
+    bool mDue = false;
 };
 
 class PackageKitFramework final : public SoftwareUpdateFramework {
 public:
-    explicit PackageKitFramework(UpdaterOptions circumstances)
-        : mCircumstances(std::move(circumstances))
+    PackageKitFramework(std::shared_ptr<BusConnection> bus, UpdaterOptions options)
+        : mBus(std::move(bus))
+        , mOptions(std::move(options))
     {
     }
 
-    // The one bundle whose code this is has the one package that is looked after.
+    // There is only the bundle of this code, so the framework needs one shared updater.
     std::shared_ptr<KS7SUUpdater> updaterForBundle(const std::shared_ptr<Bundle> &bundle) override
     {
         if (!mUpdater)
@@ -174,13 +184,14 @@ public:
 
     std::shared_ptr<KS7SUUpdater> initForBundle(const std::shared_ptr<Bundle> &) override
     {
-        return std::make_shared<PackageKitUpdater>(mCircumstances, mOffer);
+        return std::make_shared<PackageKitUpdater>(mBus, mOptions, mOffer);
     }
 
     UpdateOffer &offer() override { return *mOffer; }
 
 private:
-    UpdaterOptions mCircumstances;
+    std::shared_ptr<BusConnection> mBus;
+    UpdaterOptions mOptions;
     std::shared_ptr<UpdateOffer> mOffer = std::make_shared<UpdateOffer>();
     std::shared_ptr<KS7SUUpdater> mUpdater;
 };
@@ -195,15 +206,17 @@ QString ownCodeFile()
     return QFileInfo(QString::fromLocal8Bit(info.dli_fname)).canonicalFilePath();
 }
 
-std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(UpdaterOptions circumstances)
+std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr<BusConnection> bus,
+                                                                 UpdaterOptions options)
 {
-    return std::make_shared<PackageKitFramework>(std::move(circumstances));
+    return std::make_shared<PackageKitFramework>(std::move(bus), std::move(options));
 }
 
-std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework()
+std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr<BusConnection> bus)
 {
-    return makePackageKitFramework(
-        {ownCodeFile(), UpdateState::defaultFile(), [] { return QDateTime::currentDateTimeUtc(); }});
+    return makePackageKitFramework(std::move(bus), {ownCodeFile(), UpdateState::defaultFile(), [] {
+                                                        return QDateTime::currentDateTimeUtc();
+                                                    }});
 }
 
 } // namespace platform

@@ -10,24 +10,27 @@
 
 namespace platform {
 
-/// What the updater goes by; a test puts its own in.
+class BusConnection;
+
+/// The parameters of the updater that tests replace.
 struct UpdaterOptions {
     /// The file whose package is kept current.
     QString ownFile;
-    /// What is remembered between two starts.
-    QString memoryFile;
+    /// Where UpdateState is stored.
+    QString stateFile;
     std::function<QDateTime()> now;
 };
 
-/// The library or program that this code was loaded from, as an absolute path without links.
+/// The library or program that contains this code, as an absolute path without links.
 QString ownCodeFile();
 
-/// Updates by the distribution's packages: the package service of the system bus is asked, at most once a
-/// day, whether there is a newer package of the one that `ownFile` belongs to. A file without a package, a
-/// missing service and a missing network all mean that there is nothing to offer.
-std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(UpdaterOptions circumstances);
+/// Updates by the distribution's packages. At most once a day it asks the package service of the system bus
+/// for a newer version of the package that `ownFile` belongs to. It offers nothing for a file without a
+/// package, without the service or without a network. `bus` is the system bus, opened in the background.
+std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr<BusConnection> bus,
+                                                                 UpdaterOptions options);
 
-/// The same for this very code and the current user.
-std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework();
+/// The same for the file of this code and the current user.
+std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr<BusConnection> bus);
 
 } // namespace platform

@@ -1,4 +1,5 @@
 #include "about/KSUpdater.h"
+#include "platform/bus/BusConnection.h"
 #include "platform/updates/PackageKitUpdater.h"
 #include "platform/updates/UpdateState.h"
 #include "tests/support/LogLines.h"
@@ -120,6 +121,7 @@ void UpdaterTest::cleanup()
 void UpdaterTest::startUpdater()
 {
     mFramework = platform::makePackageKitFramework(
+        std::make_shared<platform::SystemBus>(),
         {OwnFile, mFolder->filePath(QStringLiteral("state/updates")), [this] { return mNow; }});
 }
 

@@ -1,40 +1,104 @@
+#include "platform/bus/BusConnection.h"
 #include "platform/updates/PackageKitUpdater.h"
+#include "tests/support/LogLines.h"
+#include "tests/support/PrivateBus.h"
 #include "tests/support/Timeout.h"
 
-#include <QRegularExpression>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimeZone>
+#include <QTimer>
 
-/// The updater on a machine without a system bus.
+#include <memory>
+
+/// The updater while the system bus is absent or silent. A question to a bus without a package service leaves
+/// one line in the log.
 class UpdaterWithoutBusTest : public QObject {
     Q_OBJECT
 
+private:
+    void showPane() { mFramework->updaterForBundle(nullptr)->applicationDidFinishLaunching(); }
+    void turn()
+    {
+        bool turned = false;
+        QTimer::singleShot(0, this, [&] { turned = true; });
+        QTRY_VERIFY_WITH_TIMEOUT(turned, Timeout);
+    }
+    [[nodiscard]] bool hasAsked() const
+    {
+        return QFile::exists(mFolder->filePath(QStringLiteral("updates")));
+    }
+
+    PrivateBus mSystemBus{"DBUS_SYSTEM_BUS_ADDRESS"};
+    std::unique_ptr<QTemporaryDir> mFolder;
+    std::shared_ptr<platform::SoftwareUpdateFramework> mFramework;
+
 private Q_SLOTS:
-    void saysSoInTheLogOnceADay();
+    void init();
+    void cleanup();
+    void withoutABusNothingIsAskedAndNothingLogged();
+    void aBusThatComesLaterIsAskedOnce();
+    void aSilentBusHoldsNobodyUpAndIsAskedWhenItAnswers();
 };
 
-void UpdaterWithoutBusTest::saysSoInTheLogOnceADay()
+void UpdaterWithoutBusTest::init()
 {
-    const QTemporaryDir folder;
+    mFolder = std::make_unique<QTemporaryDir>();
     const QDateTime now(QDate(2026, 3, 1), QTime(12, 0), QTimeZone::utc());
-    const auto framework =
-        platform::makePackageKitFramework({QStringLiteral("/usr/lib/ks7pane.so"),
-                                           folder.filePath(QStringLiteral("updates")), [=] { return now; }});
-    static int lines;
-    lines = 0;
-    const auto previous =
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &context, const QString &) {
-            lines += qstrcmp(context.category, "ks7.platform") == 0 ? 1 : 0;
-        });
-    framework->updaterForBundle(nullptr)->applicationDidFinishLaunching();
-    framework->updaterForBundle(nullptr)->applicationDidFinishLaunching();
-    const bool told = QTest::qWaitFor([] { return lines > 0; }, Timeout);
-    QCoreApplication::processEvents();
-    qInstallMessageHandler(previous);
-    QVERIFY(told);
-    QCOMPARE(lines, 1);
-    QCOMPARE(framework->offer().stage(), platform::UpdateOffer::Stage::None);
+    mFramework = platform::makePackageKitFramework(std::make_shared<platform::SystemBus>(),
+                                                   {QStringLiteral("/usr/lib/ks7pane.so"),
+                                                    mFolder->filePath(QStringLiteral("updates")),
+                                                    [=] { return now; }});
+}
+
+void UpdaterWithoutBusTest::cleanup()
+{
+    mFramework.reset();
+    mSystemBus.kill();
+    mSystemBus.start();
+}
+
+void UpdaterWithoutBusTest::withoutABusNothingIsAskedAndNothingLogged()
+{
+    mSystemBus.kill();
+    const LogLines log;
+    showPane();
+    showPane();
+    turn();
+    QCOMPARE(log.lines, QStringList());
+    QVERIFY(!hasAsked());
+    QCOMPARE(mFramework->offer().stage(), platform::UpdateOffer::Stage::None);
+}
+
+void UpdaterWithoutBusTest::aBusThatComesLaterIsAskedOnce()
+{
+    mSystemBus.kill();
+    showPane();
+    showPane();
+    turn();
+    const LogLines log;
+    mSystemBus.start();
+    QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Timeout);
+    QVERIFY(hasAsked());
+    showPane();
+    turn();
+    QCOMPARE(log.lines.size(), 1);
+}
+
+void UpdaterWithoutBusTest::aSilentBusHoldsNobodyUpAndIsAskedWhenItAnswers()
+{
+    mSystemBus.stop();
+    const LogLines log;
+    showPane();
+    turn();
+    showPane();
+    turn();
+    QCOMPARE(log.lines, QStringList());
+    // Nobody but this thread lets the bus go on: a blocking call would have failed by now.
+    mSystemBus.resume();
+    QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Timeout);
+    QVERIFY(hasAsked());
 }
 
 QTEST_GUILESS_MAIN(UpdaterWithoutBusTest)

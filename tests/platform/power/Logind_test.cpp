@@ -1,31 +1,19 @@
+#include "platform/bus/BusConnection.h"
 #include "platform/bus/BusNames.h"
 #include "platform/desktop/Workspace.h"
 #include "platform/power/LogindPower.h"
 #include "platform/power/LogindSession.h"
+#include "tests/platform/power/LogindDoubles.h"
 #include "tests/support/Timeout.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
-#include <QDBusError>
 #include <QDBusMessage>
-#include <QDBusMetaType>
-#include <QDBusObjectPath>
-#include <QDBusReply>
-#include <QDBusUnixFileDescriptor>
-#include <QDBusVariant>
-#include <QDBusVirtualObject>
 #include <QDir>
 #include <QProcess>
 #include <QTest>
 
-#include <fcntl.h>
-#include <poll.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <array>
-#include <utility>
 #include <vector>
 
 namespace bus = platform::bus;
@@ -33,9 +21,6 @@ namespace bus = platform::bus;
 namespace {
 
 const QString Mock = QStringLiteral("org.freedesktop.DBus.Mock");
-const QString SessionPath = bus::LogindPath + QStringLiteral("/session/c1");
-const QString UserPath = bus::LogindPath + QStringLiteral("/user/self");
-const QString Active = QStringLiteral("Active");
 const QString &BecameActive = platform::NSWorkspaceSessionDidBecomeActiveNotification;
 const QString &Resigned = platform::NSWorkspaceSessionDidResignActiveNotification;
 
@@ -75,208 +60,13 @@ void receive(void *refcon, std::uint32_t, std::uint32_t message, void *argument)
         (*allows)->allowPowerChange(1, argument);
 }
 
-/// A session as a user's property Display names it.
-struct NamedSession {
-    QString name;
-    QDBusObjectPath path;
-};
-
-QDBusArgument &operator<<(QDBusArgument &argument, const NamedSession &session)
+/// A system bus that is open already, as it is when nothing is wrong.
+std::shared_ptr<platform::BusConnection> openBus()
 {
-    argument.beginStructure();
-    argument << session.name << session.path;
-    argument.endStructure();
-    return argument;
+    auto bus = std::make_shared<platform::SystemBus>();
+    bus->connection();
+    return bus;
 }
-
-const QDBusArgument &operator>>(const QDBusArgument &argument, NamedSession &session)
-{
-    argument.beginStructure();
-    argument >> session.name >> session.path;
-    argument.endStructure();
-    return argument;
-}
-
-} // namespace
-
-Q_DECLARE_METATYPE(NamedSession)
-
-namespace {
-
-/// Knows one session, which has the screen or not; comes and goes as it is told.
-class SmallLogind final : public QDBusVirtualObject {
-public:
-    enum class Finds { ByName, ByProcess, ByDisplay };
-
-    explicit SmallLogind(Finds finds = Finds::ByName)
-        : mBus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("small logind")))
-        , mFinds(finds)
-    {
-        qDBusRegisterMetaType<NamedSession>();
-        mBus.registerVirtualObject(bus::LogindPath, this, QDBusConnection::SubPath);
-    }
-    ~SmallLogind() override
-    {
-        go();
-        mBus.unregisterObject(bus::LogindPath, QDBusConnection::UnregisterTree);
-    }
-    SmallLogind(const SmallLogind &) = delete;
-    SmallLogind &operator=(const SmallLogind &) = delete;
-
-    void come(bool active)
-    {
-        mActive = active;
-        mBus.registerService(bus::Logind);
-    }
-    void go() { mBus.unregisterService(bus::Logind); }
-
-    /// Tells of a switch together with the new value, or only that the old one no longer holds.
-    void switches(bool active)
-    {
-        mActive = active;
-        announce({{Active, active}}, {});
-    }
-    void switchesWithoutSaying(bool active)
-    {
-        mActive = active;
-        announce({}, {Active});
-    }
-
-    /// Leaves whoever asks for the session's state without an answer until answerNow().
-    void keepAnswersBack() { mKeepsAnswersBack = true; }
-    [[nodiscard]] bool hasUnanswered() const { return !mUnanswered.isEmpty(); }
-    void answerNow()
-    {
-        mKeepsAnswersBack = false;
-        for (const QDBusMessage &question : std::exchange(mUnanswered, {}))
-            mBus.send(answerTo(question));
-    }
-    /// The ways in which the session was looked for, each once.
-    [[nodiscard]] QStringList searches() const { return mSearches; }
-
-    [[nodiscard]] QString introspect(const QString &) const override { return {}; }
-    bool handleMessage(const QDBusMessage &question, const QDBusConnection &connection) override
-    {
-        const bool isSearch = question.path() != SessionPath;
-        if (isSearch && !mSearches.contains(question.member()))
-            mSearches.append(question.member());
-        if (isSearch || !mKeepsAnswersBack)
-            return connection.send(answerTo(question));
-        mUnanswered.append(question);
-        return true;
-    }
-
-private:
-    [[nodiscard]] QDBusMessage answerTo(const QDBusMessage &question) const
-    {
-        const auto session = QVariant::fromValue(QDBusObjectPath(SessionPath));
-        const auto is = [&question](const QString &path, const char *method, const QVariantList &arguments) {
-            return question.path() == path && question.member() == QLatin1String(method)
-                && question.arguments() == arguments;
-        };
-        if (mFinds == Finds::ByName && is(bus::LogindPath, "GetSession", {QStringLiteral("c1")}))
-            return question.createReply(session);
-        const auto process = static_cast<uint>(QCoreApplication::applicationPid());
-        if (mFinds == Finds::ByProcess && is(bus::LogindPath, "GetSessionByPID", {process}))
-            return question.createReply(session);
-        const NamedSession display{QStringLiteral("c1"), QDBusObjectPath(SessionPath)};
-        if (mFinds == Finds::ByDisplay && is(UserPath, "Get", {bus::LogindUser, QStringLiteral("Display")}))
-            return question.createReply(QVariant::fromValue(QDBusVariant(QVariant::fromValue(display))));
-        if (is(SessionPath, "Get", {bus::LogindSession, Active}))
-            return question.createReply(QVariant::fromValue(QDBusVariant(mActive)));
-        return question.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("Not known here"));
-    }
-
-    void announce(const QVariantMap &changed, const QStringList &invalid)
-    {
-        auto signal =
-            QDBusMessage::createSignal(SessionPath, bus::Properties, QStringLiteral("PropertiesChanged"));
-        signal << bus::LogindSession << changed << invalid;
-        mBus.send(signal);
-    }
-
-    QDBusConnection mBus;
-    const Finds mFinds;
-    bool mActive = false;
-    bool mKeepsAnswersBack = false;
-    QList<QDBusMessage> mUnanswered;
-    QStringList mSearches;
-};
-
-/// Hands out inhibitors, as late as it is told, and knows which of them are still held.
-class InhibitingLogind final : public QDBusVirtualObject {
-public:
-    InhibitingLogind()
-        : mBus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("inhibiting logind")))
-    {
-        mBus.registerVirtualObject(bus::LogindPath, this);
-        mBus.registerService(bus::Logind);
-    }
-    ~InhibitingLogind() override
-    {
-        mBus.unregisterService(bus::Logind);
-        mBus.unregisterObject(bus::LogindPath);
-        for (const int end : mReadEnds)
-            ::close(end);
-    }
-    InhibitingLogind(const InhibitingLogind &) = delete;
-    InhibitingLogind &operator=(const InhibitingLogind &) = delete;
-
-    void prepares(bool start)
-    {
-        auto signal = QDBusMessage::createSignal(bus::LogindPath, bus::LogindManager, bus::PrepareForSleep);
-        signal << start;
-        mBus.send(signal);
-    }
-
-    void keepAnswersBack() { mKeepsAnswersBack = true; }
-    [[nodiscard]] bool hasUnanswered() const { return !mUnanswered.isEmpty(); }
-    void answerNow()
-    {
-        mKeepsAnswersBack = false;
-        for (const QDBusMessage &question : std::exchange(mUnanswered, {}))
-            answer(question);
-    }
-    [[nodiscard]] int questions() const { return mQuestions; }
-    /// The inhibitors that were handed out and whose last descriptor is not closed yet.
-    [[nodiscard]] int held() const
-    {
-        return static_cast<int>(std::count_if(mReadEnds.begin(), mReadEnds.end(), [](int end) {
-            pollfd state{end, 0, 0};
-            return ::poll(&state, 1, 0) == 0;
-        }));
-    }
-
-    [[nodiscard]] QString introspect(const QString &) const override { return {}; }
-    bool handleMessage(const QDBusMessage &question, const QDBusConnection &) override
-    {
-        if (question.member() != QLatin1String("Inhibit"))
-            return false;
-        ++mQuestions;
-        if (mKeepsAnswersBack)
-            mUnanswered.append(question);
-        else
-            answer(question);
-        return true;
-    }
-
-private:
-    void answer(const QDBusMessage &question)
-    {
-        std::array<int, 2> ends{};
-        if (::pipe2(ends.data(), O_CLOEXEC) != 0)
-            return;
-        mReadEnds.push_back(ends[0]);
-        mBus.send(question.createReply(QVariant::fromValue(QDBusUnixFileDescriptor(ends[1]))));
-        ::close(ends[1]);
-    }
-
-    QDBusConnection mBus;
-    bool mKeepsAnswersBack = false;
-    int mQuestions = 0;
-    QList<QDBusMessage> mUnanswered;
-    std::vector<int> mReadEnds;
-};
 
 } // namespace
 
@@ -377,7 +167,7 @@ private Q_SLOTS:
 
     void withoutLogindNoMessageComesAndNothingIsHeld()
     {
-        platform::LogindPower power;
+        platform::LogindPower power(openBus());
         power.registerForSystemPower(nullptr, receive);
         power.allowPowerChange(1, nullptr);
         QVERIFY(!power.holdsInhibitor());
@@ -388,7 +178,7 @@ private Q_SLOTS:
     {
         startLogind();
         {
-            platform::LogindPower power;
+            platform::LogindPower power(openBus());
             QVERIFY(power.registerForSystemPower(nullptr, receive) != 0);
             QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
             QCOMPARE(inhibitors(), 1);
@@ -399,7 +189,7 @@ private Q_SLOTS:
     void sleepWaitsForTheAnswerToItsOwnMessage()
     {
         startLogind();
-        platform::LogindPower power;
+        platform::LogindPower power(openBus());
         power.registerForSystemPower(nullptr, receive);
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
         logindPrepares(true);
@@ -415,7 +205,7 @@ private Q_SLOTS:
     void theQueryComesBeforeTheAnnouncementAndReleasesNothing()
     {
         startLogind();
-        platform::LogindPower power;
+        platform::LogindPower power(openBus());
         power.registerForSystemPower(nullptr, receive);
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
         logindPrepares(true);
@@ -437,7 +227,7 @@ private Q_SLOTS:
     void wakingTakesTheInhibitorAgain()
     {
         startLogind();
-        platform::LogindPower power;
+        platform::LogindPower power(openBus());
         platform::LogindPower *allows = &power;
         power.registerForSystemPower(&allows, receive);
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
@@ -452,7 +242,7 @@ private Q_SLOTS:
     void anOddOrderOfMessagesLeaksNoInhibitor()
     {
         startLogind();
-        platform::LogindPower power;
+        platform::LogindPower power(openBus());
         power.registerForSystemPower(nullptr, receive);
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
         logindPrepares(true);
@@ -475,7 +265,7 @@ private Q_SLOTS:
     void manyNightsKeepTheDescriptorsWhereTheyWere()
     {
         startLogind();
-        platform::LogindPower power;
+        platform::LogindPower power(openBus());
         platform::LogindPower *allows = &power;
         power.registerForSystemPower(&allows, receive);
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
@@ -493,7 +283,7 @@ private Q_SLOTS:
     void aLogindThatComesBackIsAskedAgain()
     {
         startLogind();
-        platform::LogindPower power;
+        platform::LogindPower power(openBus());
         power.registerForSystemPower(nullptr, receive);
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
         killLogind();
@@ -507,7 +297,7 @@ private Q_SLOTS:
     {
         InhibitingLogind logind;
         logind.keepAnswersBack();
-        platform::LogindPower power;
+        platform::LogindPower power(openBus());
         platform::LogindPower *allows = &power;
         power.registerForSystemPower(&allows, receive);
         QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
@@ -529,7 +319,7 @@ private Q_SLOTS:
     {
         InhibitingLogind logind;
         logind.keepAnswersBack();
-        platform::LogindPower power;
+        platform::LogindPower power(openBus());
         platform::LogindPower *allows = &power;
         power.registerForSystemPower(&allows, receive);
         QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
@@ -548,7 +338,7 @@ private Q_SLOTS:
     {
         InhibitingLogind logind;
         logind.keepAnswersBack();
-        platform::LogindPower power;
+        platform::LogindPower power(openBus());
         power.registerForSystemPower(nullptr, receive);
         QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
         logind.prepares(true);
@@ -563,7 +353,7 @@ private Q_SLOTS:
     {
         InhibitingLogind logind;
         logind.keepAnswersBack();
-        platform::LogindPower power;
+        platform::LogindPower power(openBus());
         platform::LogindPower *allows = &power;
         power.registerForSystemPower(&allows, receive);
         QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
@@ -581,7 +371,7 @@ private Q_SLOTS:
         tell(bus::LogindPath, Mock, QStringLiteral("AddSession"),
              {QStringLiteral("c1"), QStringLiteral("seat0"), 1000U, QStringLiteral("me"), true});
         qputenv("XDG_SESSION_ID", "c1");
-        platform::LogindSession session;
+        platform::LogindSession session(openBus());
         QStringList heard;
         listen(session, heard);
         QTRY_VERIFY_WITH_TIMEOUT(session.isActive().has_value(), Timeout);
@@ -602,7 +392,7 @@ private Q_SLOTS:
     {
         qputenv("XDG_SESSION_ID", "c1");
         SmallLogind logind;
-        platform::LogindSession session;
+        platform::LogindSession session(openBus());
         QStringList heard;
         listen(session, heard);
         logind.come(true);
@@ -644,7 +434,7 @@ private Q_SLOTS:
             qputenv("XDG_SESSION_ID", sessionId.toLatin1());
         SmallLogind logind{SmallLogind::Finds(finds)};
         logind.come(true);
-        platform::LogindSession session;
+        platform::LogindSession session(openBus());
         QStringList heard;
         listen(session, heard);
         QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(true), Timeout);
@@ -658,7 +448,7 @@ private Q_SLOTS:
         qputenv("XDG_SESSION_ID", "c1");
         SmallLogind logind;
         logind.come(false);
-        platform::LogindSession session;
+        platform::LogindSession session(openBus());
         QStringList heard;
         listen(session, heard);
         QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(false), Timeout);
@@ -681,7 +471,7 @@ private Q_SLOTS:
         SmallLogind logind;
         logind.keepAnswersBack();
         logind.come(true);
-        platform::LogindSession session;
+        platform::LogindSession session(openBus());
         QStringList heard;
         listen(session, heard);
         QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
@@ -703,7 +493,7 @@ private Q_SLOTS:
         SmallLogind logind;
         logind.keepAnswersBack();
         logind.come(false);
-        platform::LogindSession session;
+        platform::LogindSession session(openBus());
         QStringList heard;
         listen(session, heard);
         QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
@@ -720,7 +510,7 @@ private Q_SLOTS:
         qputenv("XDG_SESSION_ID", "c1");
         SmallLogind logind;
         logind.come(true);
-        platform::LogindSession session;
+        platform::LogindSession session(openBus());
         QStringList heard;
         listen(session, heard);
         QTRY_COMPARE_WITH_TIMEOUT(session.isActive(), std::optional<bool>(true), Timeout);
@@ -737,7 +527,7 @@ private Q_SLOTS:
     void aSessionNobodyKnowsIsNeitherActiveNorNot()
     {
         startLogind();
-        platform::LogindSession session;
+        platform::LogindSession session(openBus());
         session.addObserver(this, Resigned,
                             [](const platform::Notification &) { QFAIL("nobody has switched"); });
         // Its questions have been answered when a later one has.

@@ -1,0 +1,133 @@
+#include "platform/bus/BusConnection.h"
+#include "platform/desktop/Workspace.h"
+#include "platform/power/LogindPower.h"
+#include "platform/power/LogindSession.h"
+#include "tests/platform/power/LogindDoubles.h"
+#include "tests/support/PrivateBus.h"
+#include "tests/support/Timeout.h"
+
+#include <QTest>
+
+#include <memory>
+#include <optional>
+
+namespace {
+
+void ignore(void *, std::uint32_t, std::uint32_t, void *)
+{
+}
+
+} // namespace
+
+/// Sleep and user switching while the system bus is absent, silent or restarted.
+class LogindWithoutBusTest : public QObject {
+    Q_OBJECT
+
+    /// What the pane does at its loading and its first showing.
+    void showPane()
+    {
+        mPower = std::make_unique<platform::LogindPower>(mBus);
+        mSession = std::make_unique<platform::LogindSession>(mBus);
+        mPower->registerForSystemPower(nullptr, ignore);
+        showPaneAgain();
+    }
+
+    void showPaneAgain()
+    {
+        mSession->addObserver(this, platform::NSWorkspaceSessionDidResignActiveNotification,
+                              [this](const platform::Notification &) { ++mResigned; });
+    }
+
+    void startLogind()
+    {
+        mInhibiting = std::make_unique<InhibitingLogind>();
+        QTRY_VERIFY_WITH_TIMEOUT(mPower->holdsInhibitor(), Timeout);
+        mInhibiting.reset();
+        mSmall = std::make_unique<SmallLogind>();
+        mSmall->come(true);
+    }
+
+    void endLogind()
+    {
+        mSmall.reset();
+        mInhibiting.reset();
+        for (const char *name : {"small logind", "inhibiting logind"})
+            QDBusConnection::disconnectFromBus(QLatin1String(name));
+    }
+
+    void expectLogindIsHeard()
+    {
+        startLogind();
+        QTRY_COMPARE_WITH_TIMEOUT(mSession->isActive(), std::optional<bool>(true), Timeout);
+        const int before = mResigned;
+        mSmall->switches(false);
+        QTRY_COMPARE_WITH_TIMEOUT(mResigned, before + 1, Timeout);
+    }
+
+    PrivateBus mDaemon{"DBUS_SYSTEM_BUS_ADDRESS"};
+    std::shared_ptr<platform::BusConnection> mBus;
+    std::unique_ptr<platform::LogindPower> mPower;
+    std::unique_ptr<platform::LogindSession> mSession;
+    std::unique_ptr<InhibitingLogind> mInhibiting;
+    std::unique_ptr<SmallLogind> mSmall;
+    int mResigned = 0;
+
+private Q_SLOTS:
+    void init()
+    {
+        qputenv("XDG_SESSION_ID", "c1");
+        mBus = std::make_shared<platform::SystemBus>();
+        mResigned = 0;
+    }
+
+    void cleanup()
+    {
+        endLogind();
+        mSession.reset();
+        mPower.reset();
+        mBus.reset();
+        mDaemon.kill();
+        mDaemon.start();
+    }
+
+    void aLogindThatComesLaterIsTakenUp()
+    {
+        showPane();
+        expectLogindIsHeard();
+    }
+
+    void aBusThatComesLaterIsTakenUp()
+    {
+        mDaemon.kill();
+        showPane();
+        QVERIFY(!mBus->isOpen());
+        mDaemon.start();
+        expectLogindIsHeard();
+    }
+
+    void aSilentBusHoldsNobodyUpAndIsTakenUpWhenItAnswers()
+    {
+        mDaemon.stop();
+        showPane();
+        showPaneAgain();
+        mSession->removeObserver(this, platform::NSWorkspaceSessionDidResignActiveNotification);
+        showPaneAgain();
+        // Nobody but this thread lets the bus go on: a blocking call would have failed by now.
+        mDaemon.resume();
+        expectLogindIsHeard();
+    }
+
+    void aBusThatStartsAgainIsTakenUp()
+    {
+        showPane();
+        expectLogindIsHeard();
+        endLogind();
+        mDaemon.kill();
+        QTRY_VERIFY_WITH_TIMEOUT(!mPower->holdsInhibitor(), Timeout);
+        mDaemon.start();
+        expectLogindIsHeard();
+    }
+};
+
+QTEST_GUILESS_MAIN(LogindWithoutBusTest)
+#include "LogindWithoutBus_test.moc"
