@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QtPlugin>
 
 #include <memory>
@@ -34,9 +35,11 @@ public:
 
     /// The process's one pane, created on the first call; the plug-in keeps it.
     virtual PreferencePane *pane() = 0;
+    /// For a host without a window: what the pane finds on this machine, as text for a bug report.
+    [[nodiscard]] virtual QString diagnose() const = 0;
 };
 
 } // namespace platform
 
-#define KS7_PREFERENCE_PANE_IID "com.orvex.PreferencePaneFactory/1"
+#define KS7_PREFERENCE_PANE_IID "com.orvex.PreferencePaneFactory/2"
 Q_DECLARE_INTERFACE(platform::PreferencePaneFactory, KS7_PREFERENCE_PANE_IID)

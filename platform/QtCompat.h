@@ -1,9 +1,10 @@
 #pragma once
 
 #include <QIcon>
+#include <QLibraryInfo>
 #include <QMouseEvent>
 
-/// What the two generations of Qt call differently.
+/// Functions whose names differ between Qt 5 and Qt 6.
 namespace platform {
 
 /// Where the pointer was, in the coordinates of the widget that receives the event.
@@ -23,6 +24,16 @@ inline QPixmap pixmapOf(const QIcon &icon, const QSize &size, qreal scale)
     return icon.pixmap(size, scale);
 #else
     return icon.pixmap(size * scale);
+#endif
+}
+
+/// The folder of Qt's own translations.
+inline QString qtTranslationsPath()
+{
+#if QT_VERSION_MAJOR >= 6
+    return QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+#else
+    return QLibraryInfo::location(QLibraryInfo::TranslationsPath);
 #endif
 }
 

@@ -1,24 +1,37 @@
-#include "pane/SharedPane.h"
-#include "pane/KSPreferencesPanePref.h"
 #include "hosts/PaneOnScreen.h"
+#include "pane/KSPreferencesPanePref.h"
+#include "pane/SharedPane.h"
 
 #include <KCModule>
 #include <KPluginFactory>
 
-/// System Settings' module: a place for the process's one pane. It is destroyed when another module is chosen
-/// and made anew when this one is chosen again; the pane stays.
+#include <type_traits>
+
+namespace {
+
+/// A module is a widget in KDE Frameworks 5 and has one in 6.
+template <class Module>
+QWidget *widgetOf(Module *module)
+{
+    if constexpr (std::is_base_of_v<QWidget, Module>)
+        return module;
+    else
+        return module->widget();
+}
+
+using Parent = std::conditional_t<std::is_base_of_v<QWidget, KCModule>, QWidget, QObject>;
+using Arguments = std::conditional_t<std::is_base_of_v<QWidget, KCModule>, QVariantList, KPluginMetaData>;
+
+} // namespace
+
+/// The module of System Settings: a place for the process's one pane. The host destroys it when another
+/// module is chosen and makes a new one when this is chosen again; the pane lives on.
 class KcmKs7 : public KCModule {
     Q_OBJECT
 public:
-#if QT_VERSION_MAJOR >= 6
-    KcmKs7(QObject *parent, const KPluginMetaData &metaData)
-        : KCModule(parent, metaData)
-        , mOnScreen(sharedPane(), widget())
-#else
-    KcmKs7(QWidget *parent, const QVariantList &arguments)
+    KcmKs7(Parent *parent, const Arguments &arguments)
         : KCModule(parent, arguments)
-        , mOnScreen(sharedPane(), this)
-#endif
+        , mOnScreen(sharedPane(), widgetOf<KCModule>(this))
     {
         setButtons(NoAdditionalButton);
     }

@@ -473,7 +473,7 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>It is something else.</source>
+        <source>The file is not a KS-7 pane plug-in.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

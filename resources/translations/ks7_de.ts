@@ -475,8 +475,8 @@ Fehler: %1</translation>
         <translation>Gibt für einen Fehlerbericht aus, was auf diesem Rechner gefunden wird.</translation>
     </message>
     <message>
-        <source>It is something else.</source>
-        <translation>Es ist etwas anderes.</translation>
+        <source>The file is not a KS-7 pane plug-in.</source>
+        <translation>Die Datei ist kein KS-7-Plugin.</translation>
     </message>
 </context>
 </TS>
