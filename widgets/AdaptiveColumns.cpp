@@ -1,5 +1,7 @@
 #include "widgets/AdaptiveColumns.h"
 
+#include "widgets/PictureFrame.h"
+
 #include <QBoxLayout>
 #include <QEvent>
 
@@ -54,8 +56,26 @@ void AdaptiveColumns::arrange()
     if (!box())
         return;
     const bool stacks = width() < std::max(mNarrowWidth, widthSideBySide());
-    if (stacks == isStacked())
-        return;
-    box()->setDirection(stacks ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
-    updateGeometry();
+    if (stacks != isStacked()) {
+        box()->setDirection(stacks ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+        updateGeometry();
+    }
+    if (const auto *picture = findChild<PictureFrame *>())
+        share(*picture);
+}
+
+void AdaptiveColumns::share(const PictureFrame &picture)
+{
+    int first = 2;
+    int second = 3;
+    if (!isStacked()) {
+        const int below = box()->itemAt(1)->sizeHint().height() - picture.sizeHint().height();
+        const int room = width() - box()->spacing();
+        const int least = std::max(room * 7 / 20, box()->itemAt(0)->minimumSize().width());
+        first = std::clamp(room - PictureFrame::widthForHeight(height() - below), least,
+                           std::max(least, room * 2 / 5));
+        second = room - first;
+    }
+    box()->setStretch(0, first);
+    box()->setStretch(1, second);
 }

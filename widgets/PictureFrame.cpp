@@ -2,8 +2,6 @@
 
 #include <QPainter>
 
-#include <algorithm>
-
 namespace {
 
 constexpr QSize Ratio(4, 3);
@@ -16,6 +14,11 @@ PictureFrame::PictureFrame(QWidget *parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
+int PictureFrame::widthForHeight(int height)
+{
+    return height * Ratio.width() / Ratio.height();
+}
+
 QRect PictureFrame::pictureRect() const
 {
     QRect picture({}, Ratio.scaled(size(), Qt::KeepAspectRatio));
@@ -25,14 +28,12 @@ QRect PictureFrame::pictureRect() const
 
 void PictureFrame::paintEvent(QPaintEvent *)
 {
-    QPainter(this).fillRect(pictureRect(), Qt::black);
+    QPainter(this).fillRect(rect(), Qt::black);
 }
 
 void PictureFrame::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    // No higher than its width can fill, so that what stands below stays close.
-    setMaximumHeight(std::max(minimumSizeHint().height(), width() * Ratio.height() / Ratio.width()));
     for (auto *view : findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
         view->setGeometry(pictureRect());
 }

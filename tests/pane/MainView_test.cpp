@@ -162,6 +162,18 @@ private Q_SLOTS:
         QCOMPARE(preview->geometry(), picture);
     }
 
+    void thePictureGetsTheRoomThatIsThere()
+    {
+        showPane();
+        auto *frame = named<PictureFrame>("pictureFrame");
+        for (const auto &size : {QSize(640, 600), QSize(900, 700), QSize(1600, 900)}) {
+            resizeTo(size.width(), size.height());
+            const int below = named<AdaptiveColumns>("columns")->height() - frame->height();
+            QVERIFY2(below < 90, qPrintable(QString::number(below)));
+            QVERIFY(frame->width() * 10 >= named<AdaptiveColumns>("columns")->width() * 6);
+        }
+    }
+
     void theEntriesOfChooseCameraAreTheListedOnes()
     {
         addTwoCameras();

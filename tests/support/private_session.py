@@ -78,6 +78,9 @@ class Session:
         # What GStreamer knows of its plug-ins is gathered once for all tests of a build, not in each new home.
         if "KS7_BUILD" in self.env:
             self.env["GST_REGISTRY"] = os.path.join(self.env["KS7_BUILD"], "tests", "gstreamer-registry.bin")
+            # The names and icons of desktop files, as if the build were installed.
+            shared = os.path.join(self.env["KS7_BUILD"], "share")
+            self.env["XDG_DATA_DIRS"] = f"{shared}:{self.env.get('XDG_DATA_DIRS') or '/usr/local/share:/usr/share'}"
         self.env["NO_AT_BRIDGE"] = "1"
         self.env.setdefault("LC_ALL", "C.UTF-8")
 
