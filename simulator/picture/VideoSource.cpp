@@ -156,7 +156,8 @@ void VideoSource::stateChanged(pw_stream_state state, const char *error)
     tick(state == PW_STREAM_STATE_STREAMING);
     if (state == PW_STREAM_STATE_PAUSED)
         mPainter.published();
-    else if (state == PW_STREAM_STATE_ERROR || state == PW_STREAM_STATE_UNCONNECTED)
+    // PW_STREAM_STATE_ERROR comes from one consumer, which may have refused a format: the node stays.
+    else if (state == PW_STREAM_STATE_UNCONNECTED)
         lose(error ? error : "the connection has ended");
 }
 
