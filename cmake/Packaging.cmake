@@ -1,5 +1,5 @@
-# What is installed beside the programs, and the Debian packages that cpack makes of it all: the pane with its two
-# hosts, and the stand-in agent apart from it.
+# Files installed beside the programs, and the two Debian packages that cpack makes: the pane with its hosts, and the
+# stand-in agent.
 set(KS7_MAINTAINER "Orvex Network <support@orvex.example>" CACHE STRING "Maintainer of the packages")
 set(KS7_RELEASE_DATE 2026-11-21)
 set(KS7_CHANGELOG_DATE "Sat, 21 Nov 2026 12:00:00 +0000")
@@ -18,7 +18,7 @@ function(ks7_install_manual page component)
   install(FILES ${packaging}/${page}.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT ${component})
 endfunction()
 
-# ks7_install_debian_documents(<package> <component>): what Debian wants to find in every package.
+# ks7_install_debian_documents(<package> <component>): the documents that Debian requires in every package.
 function(ks7_install_debian_documents package component)
   install(FILES ${packaging}/copyright ${packaging}/changelog.Debian.gz
           DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package} COMPONENT ${component})
@@ -51,7 +51,7 @@ set(CPACK_PACKAGE_CONTACT "${KS7_MAINTAINER}")
 set(CPACK_PACKAGE_HOMEPAGE_URL "https://${KS7_WEBSITE_HOST}/")
 set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
 set(CPACK_STRIP_FILES ON)
-# Whatever the umask of the one who packs.
+# Independent of the umask.
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
@@ -74,10 +74,16 @@ The settings pane of the KS-7 Bluetooth webcam: a module for System Settings
 and a program with a window of its own. It lists the cameras, shows their
 picture and audio levels, changes names and passkeys, updates firmware and
 switches the service on and off.")
-# Picture and icons come through plug-ins, which no library dependency tells of.
-set(CPACK_DEBIAN_PREFERENCES_PACKAGE_DEPENDS
-    "gstreamer1.0-pipewire, gstreamer1.0-plugins-base, libqt5svg5")
+# Plug-ins for picture, icons and Wayland, which the computed library dependencies do not include.
+set(CPACK_DEBIAN_PREFERENCES_PACKAGE_DEPENDS "gstreamer1.0-pipewire, gstreamer1.0-plugins-base")
 set(CPACK_DEBIAN_PREFERENCES_PACKAGE_RECOMMENDS "pipewire, wireplumber")
+if(KS7_QT_VERSION EQUAL 6)
+  string(APPEND CPACK_DEBIAN_PREFERENCES_PACKAGE_DEPENDS ", qt6-svg-plugins")
+  string(APPEND CPACK_DEBIAN_PREFERENCES_PACKAGE_RECOMMENDS ", qt6-wayland")
+else()
+  string(APPEND CPACK_DEBIAN_PREFERENCES_PACKAGE_DEPENDS ", libqt5svg5")
+  string(APPEND CPACK_DEBIAN_PREFERENCES_PACKAGE_RECOMMENDS ", qtwayland5")
+endif()
 set(CPACK_DEBIAN_PREFERENCES_PACKAGE_SUGGESTS "systemsettings, bluez, packagekit")
 
 set(CPACK_DEBIAN_SIMULATOR_PACKAGE_NAME ks7-agent-simulator)

@@ -13,7 +13,7 @@ SOURCE = pathlib.Path(__file__).resolve().parents[2]
 BUILD = pathlib.Path(os.environ["KS7_BUILD"]) / "package"
 sys.path.insert(0, str(SOURCE / "tests/support"))
 import accessible  # noqa: E402
-from packages import PREFERENCES, SIMULATOR, Packages, field, run  # noqa: E402
+from packages import PREFERENCES, QT, SIMULATOR, Packages, field, run  # noqa: E402
 
 MAINTAINER = "Some Body <somebody@vendor.example>"
 
@@ -85,12 +85,12 @@ class PackageTest(Packages, unittest.TestCase):
     # System Settings
 
     def environment(self):
-        plugins = next(self.unpacked.glob("usr/lib/*/qt5/plugins"))
+        plugins = next(self.unpacked.glob(f"usr/lib/*/qt{QT}/plugins"))
         return {"QT_PLUGIN_PATH": str(plugins), "QT_QUICK_BACKEND": "software",
                 "XDG_DATA_DIRS": f"{self.unpacked}/usr/share:/usr/share"}
 
     def test_the_module_is_listed(self):
-        self.assertIn("kcm_ks7", run("kcmshell5", "--list", env=dict(os.environ, **self.environment())))
+        self.assertIn("kcm_ks7", run(f"kcmshell{QT}", "--list", env=dict(os.environ, **self.environment())))
 
     def test_system_settings_has_it_by_browsing(self):
         with accessible.launch(["systemsettings"], env=self.environment()) as settings:

@@ -1,10 +1,17 @@
-"""What is to be found in the Debian packages, however they were made."""
+"""Tests of the contents of the Debian packages, independent of how they were made."""
 
+import os
 import re
 import subprocess
 
 PREFERENCES = "ks7-preferences"
 SIMULATOR = "ks7-agent-simulator"
+QT = os.environ["KS7_QT_VERSION"]
+LIBRARIES = {
+    "5": ("libqt5widgets5", "libqt5dbus5", "libkf5coreaddons5"),
+    "6": ("libqt6widgets6", "libqt6dbus6", "libkf6coreaddons6"),
+}[QT]
+SVG_PLUGINS = {"5": "libqt5svg5", "6": "qt6-svg-plugins"}[QT]
 
 
 def run(*command, **options):
@@ -41,7 +48,7 @@ class Packages:
 
     def test_the_pane_is_where_its_hosts_look(self):
         self.assert_has(PREFERENCES, "/usr/bin/ks7-preferences", "/usr/lib/[^/]+/ks7/ks7pane.so",
-                        "/usr/lib/[^/]+/qt5/plugins/plasma/kcms/systemsettings/kcm_ks7.so")
+                        f"/usr/lib/[^/]+/qt{QT}/plugins/plasma/kcms/systemsettings/kcm_ks7.so")
 
     def test_the_desktop_finds_name_icon_and_help(self):
         self.assert_has(PREFERENCES, "/usr/share/applications/ks7-preferences.desktop",
@@ -49,7 +56,7 @@ class Packages:
                         "/usr/share/icons/hicolor/symbolic/apps/ks7-preferences-symbolic.svg",
                         "/usr/share/metainfo/com.orvex.ks7_preferences.metainfo.xml",
                         "/usr/share/man/man1/ks7-preferences.1.gz",
-                        "/usr/share/qlogging-categories5/ks7-preferences.categories")
+                        f"/usr/share/qlogging-categories{QT}/ks7-preferences.categories")
 
     def test_the_simulator_has_its_own_package(self):
         self.assert_has(SIMULATOR, "/usr/bin/ks7-agent-simulator", "/usr/share/man/man1/ks7-agent-simulator.1.gz")
@@ -61,11 +68,10 @@ class Packages:
 
     def test_the_dependencies_are_computed(self):
         depends = field(self.packages[PREFERENCES], "Depends")
-        for library in ("libqt5widgets5", "libqt5dbus5", "libkf5coreaddons5",
-                        "libgstreamer1.0-0", "libpipewire-0.3-0", "libc6 (>= "):
+        for library in (*LIBRARIES, "libgstreamer1.0-0", "libpipewire-0.3-0", "libc6 (>= "):
             self.assertIn(library, depends)
-        # Plug-ins, which cannot be computed.
-        for package in ("gstreamer1.0-pipewire", "libqt5svg5"):
+        # Plug-ins are declared by hand.
+        for package in ("gstreamer1.0-pipewire", SVG_PLUGINS):
             self.assertIn(package, depends)
 
     def test_lintian_finds_no_error(self):
