@@ -6,7 +6,8 @@
 #include <QXmlStreamReader>
 
 #include <algorithm>
-#include <charconv>
+#include <clocale>
+#include <cstdlib>
 #include <limits>
 
 namespace platform {
@@ -36,17 +37,13 @@ QVariant integerFrom(const QString &text)
     return fits ? large : std::numeric_limits<qulonglong>::max();
 }
 
-/// std::from_chars() ignores the locale, which the host may have set to one with a decimal comma.
-QVariant realFrom(QByteArray text)
+/// Not strtod(), because the host may have set a locale with a decimal comma.
+QVariant realFrom(const QByteArray &text)
 {
-    if (text.startsWith('+') && !text.startsWith("+-"))
-        text.remove(0, 1);
-    double number = 0;
-    const auto [end, error] = std::from_chars(text.cbegin(), text.cend(), number);
-    if (end != text.cend() || error == std::errc::invalid_argument)
-        return {};
-    // from_chars() does not say which end of the range was passed; Qt gives 0 or an infinity.
-    return error == std::errc::result_out_of_range ? text.toDouble() : number;
+    static const locale_t plain = ::newlocale(LC_NUMERIC_MASK, "C", nullptr);
+    char *end = nullptr;
+    const double number = ::strtod_l(text.constData(), &end, plain);
+    return text.isEmpty() || end != text.cend() ? QVariant() : number;
 }
 
 QVariant dateFrom(const QString &text)
