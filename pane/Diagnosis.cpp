@@ -10,6 +10,7 @@
 #include "platform/desktop/Bundle.h"
 #include "platform/bus/ServiceProbe.h"
 #include "platform/capture/Capture.h"
+#include "platform/capture/PipeWireSocket.h"
 #include "platform/bus/Connection.h"
 #include "platform/bus/NotificationCenter.h"
 #include "platform/updates/PackageKitUpdater.h"
@@ -72,15 +73,6 @@ QString describeCamera(const QVariantMap &record)
         .arg(camera->status())
         .arg(camera->statusString())
         .trimmed();
-}
-
-QString pipeWireSocket()
-{
-    QString folder = qEnvironmentVariable("PIPEWIRE_RUNTIME_DIR");
-    if (folder.isEmpty())
-        folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    const QString name = qEnvironmentVariable("PIPEWIRE_REMOTE", QStringLiteral("pipewire-0"));
-    return QDir(folder).absoluteFilePath(name);
 }
 
 QString modeOf(const QFileInfo &file)
@@ -159,7 +151,7 @@ void Diagnosis::describeCameras()
 
 void Diagnosis::describePicture()
 {
-    const QString socket = pipeWireSocket();
+    const QString socket = platform::pipeWireSocketPath();
     const bool runs = QFileInfo::exists(socket);
     add(QStringLiteral("PipeWire"), socket + (runs ? QString() : NotThere));
     // Without the socket nobody would answer the question for devices.

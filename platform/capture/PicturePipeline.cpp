@@ -26,8 +26,8 @@ GstElement *makeSource(std::uint64_t serial, int connection)
     return source;
 }
 
-/// Says that pixels are square where the camera says nothing. Without this, pipewiresrc 1.4 takes the smallest
-/// ratio that the converter accepts, 1/2147483647, and no picture has that shape.
+/// Says that pixels are square where the camera says nothing. Without this, pipewiresrc 1.4 takes the
+/// smallest ratio that the converter accepts, 1/2147483647, and no picture has that shape.
 GstElement *makePixelShape()
 {
     GstElement *filter = make("capsfilter");
@@ -38,8 +38,8 @@ GstElement *makePixelShape()
     return filter;
 }
 
-/// Converts and scales in one step. Smooth chroma would double the cost and nobody sees it. Without borders the
-/// frame has its own shape where the last pixel does not fit.
+/// Converts and scales in one step. Smooth chroma would double the cost and nobody sees it. Without borders
+/// the frame has its own shape where the last pixel does not fit.
 GstElement *makeConverter()
 {
     GstElement *converter = make("videoconvertscale");
@@ -65,7 +65,7 @@ PicturePipeline makePicturePipeline(std::uint64_t serial, int connection)
 {
     GstElement *const chain[] = {makeSource(serial, connection), makePixelShape(), makeConverter(),
                                  makeSink()};
-    PicturePipeline made{gst_pipeline_new(nullptr), chain[0], chain[2], chain[3], false};
+    PicturePipeline made{gst_pipeline_new(nullptr), chain[2], chain[3], false};
     made.isComplete = std::all_of(std::begin(chain), std::end(chain), [](GstElement *each) { return each; });
     for (GstElement *element : chain) {
         if (element)
@@ -95,21 +95,15 @@ GstCaps *capsOfFramesUpTo(const QSize &size)
 
 bool takesNativeFormat(GstElement *element)
 {
-    GstCaps *caps = currentCaps(element, "sink");
+    GstPad *pad = gst_element_get_static_pad(element, "sink");
+    GstCaps *caps = gst_pad_get_current_caps(pad);
+    gst_object_unref(pad);
     if (!caps)
         return false;
     const char *format = gst_structure_get_string(gst_caps_get_structure(caps, 0), "format");
     const bool isNative = qstrcmp(format, NativeFormat) == 0;
     gst_caps_unref(caps);
     return isNative;
-}
-
-GstCaps *currentCaps(GstElement *element, const char *name)
-{
-    GstPad *pad = gst_element_get_static_pad(element, name);
-    GstCaps *caps = gst_pad_get_current_caps(pad);
-    gst_object_unref(pad);
-    return caps;
 }
 
 } // namespace platform

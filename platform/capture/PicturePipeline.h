@@ -7,7 +7,6 @@
 // NOLINTBEGIN(bugprone-reserved-identifier): the names are GStreamer's own
 using GstCaps = struct _GstCaps;
 using GstElement = struct _GstElement;
-using GstPad = struct _GstPad;
 // NOLINTEND(bugprone-reserved-identifier)
 
 namespace platform {
@@ -15,7 +14,6 @@ namespace platform {
 /// The elements of a picture's pipeline. GStreamer owns them once they are in `pipeline`.
 struct PicturePipeline {
     GstElement *pipeline = nullptr;
-    GstElement *source = nullptr;
     GstElement *converter = nullptr;
     GstElement *sink = nullptr;
     /// False when a plug-in is missing; `pipeline` then still has to be unreferenced.
@@ -26,7 +24,8 @@ struct PicturePipeline {
 /// connection `connection`.
 PicturePipeline makePicturePipeline(std::uint64_t serial, int connection);
 
-/// Initialises GStreamer on first use; it is never shut down. Nothing of the host's is handed over or changed.
+/// Initialises GStreamer on first use; it is never shut down. Nothing of the host's is handed over or
+/// changed.
 bool initGStreamer();
 
 /// What the sink accepts: frames of Qt's format up to `size`, with square pixels.
@@ -34,8 +33,5 @@ GstCaps *capsOfFramesUpTo(const QSize &size);
 
 /// Whether the frames that enter the element have Qt's format already.
 bool takesNativeFormat(GstElement *element);
-
-/// The caps that the pad has now; nullptr for none. The caller unreferences them.
-GstCaps *currentCaps(GstElement *element, const char *pad);
 
 } // namespace platform

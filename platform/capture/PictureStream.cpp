@@ -33,6 +33,13 @@ int codeOf(GstMessage *message)
     return code;
 }
 
+/// The camera's own memory that the frame lies in; nullptr for memory that is made for each frame.
+GstMiniObject *cameraMemoryOf(GstBuffer *frame)
+{
+    GstMemory *memory = gst_buffer_n_memory(frame) > 0 ? gst_buffer_peek_memory(frame, 0) : nullptr;
+    return memory && memory->parent ? GST_MINI_OBJECT_CAST(memory->parent) : nullptr;
+}
+
 } // namespace
 
 PictureStream::PictureStream(QString nodeName, std::shared_ptr<RunLoop> runLoop, Handlers handlers)
@@ -95,7 +102,6 @@ bool PictureStream::build()
     mPipeline = made.pipeline;
     if (!made.isComplete)
         return false;
-    mSource = made.source;
     mConverter = made.converter;
     watchInput();
     GstAppSinkCallbacks callbacks = {};
@@ -112,14 +118,12 @@ bool PictureStream::build()
 void PictureStream::watchInput()
 {
     GstPad *input = gst_element_get_static_pad(mConverter, "sink");
-    gst_pad_add_probe(input,
-                      static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER
-                                                   | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM
-                                                   | GST_PAD_PROBE_TYPE_EVENT_UPSTREAM),
-                      [](GstPad *pad, GstPadProbeInfo *info, void *stream) {
-                          return static_cast<GstPadProbeReturn>(onInput(pad, info, stream));
-                      },
-                      this, nullptr);
+    gst_pad_add_probe(
+        input, static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_UPSTREAM),
+        [](GstPad *pad, GstPadProbeInfo *info, void *stream) {
+            return static_cast<GstPadProbeReturn>(onInput(pad, info, stream));
+        },
+        this, nullptr);
     gst_object_unref(input);
 }
 
@@ -184,30 +188,39 @@ int PictureStream::onInput(GstPad *, GstPadProbeInfo *input, void *stream)
 {
     auto *self = static_cast<PictureStream *>(stream);
     if ((GST_PAD_PROBE_INFO_TYPE(input) & GST_PAD_PROBE_TYPE_BUFFER) != 0)
-        return self->hasKnownFormat(GST_PAD_PROBE_INFO_BUFFER(input)) ? GST_PAD_PROBE_OK
-                                                                      : GST_PAD_PROBE_DROP;
-    switch (GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(input))) {
-    case GST_EVENT_CAPS:
-        self->mFrameSize = 0;
-        return GST_PAD_PROBE_OK;
-    case GST_EVENT_RECONFIGURE:
-        // Another size is the converter's business. pipewiresrc would connect to the camera anew.
-        return GST_PAD_PROBE_DROP;
-    default:
-        return GST_PAD_PROBE_OK;
-    }
+        return self->accepts(GST_PAD_PROBE_INFO_BUFFER(input)) ? GST_PAD_PROBE_OK : GST_PAD_PROBE_DROP;
+    // Another size is the converter's business. pipewiresrc would connect to the camera anew.
+    const bool isReconfigure = GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(input)) == GST_EVENT_RECONFIGURE;
+    return isReconfigure ? GST_PAD_PROBE_DROP : GST_PAD_PROBE_OK;
 }
 
-/// False for a frame of another format than the caps say: pipewiresrc 0.3 passes such frames on when a camera
-/// changes its format, so the stream has to begin anew.
-bool PictureStream::hasKnownFormat(GstBuffer *frame)
+bool PictureStream::accepts(GstBuffer *frame)
 {
-    const std::size_t size = gst_buffer_get_size(frame);
-    if (size > 0 && mFrameSize == 0)
-        mFrameSize = size;
-    if (size > 0 && size != mFrameSize)
+    watchMemory(frame);
+    return !mFormatChanged && gst_buffer_get_size(frame) > 0;
+}
+
+/// pipewiresrc 0.3 keeps its caps when the camera changes its format, and passes on bytes that mean something
+/// else. PipeWire replaces all memory of the camera then, so the end of any of it tells.
+void PictureStream::watchMemory(GstBuffer *frame)
+{
+    static const GQuark key = g_quark_from_static_string("ks7-picture-stream");
+    GstMiniObject *memory = cameraMemoryOf(frame);
+    if (!memory || gst_mini_object_get_qdata(memory, key))
+        return;
+    gst_mini_object_set_qdata(memory, key, new std::weak_ptr<PictureStream>(weak_from_this()),
+                              [](void *data) {
+                                  const std::unique_ptr<std::weak_ptr<PictureStream>> stream(
+                                      static_cast<std::weak_ptr<PictureStream> *>(data));
+                                  if (const auto watching = stream->lock())
+                                      watching->formatChanged();
+                              });
+}
+
+void PictureStream::formatChanged()
+{
+    if (!mFormatChanged.exchange(true))
         performUnlessClosed(mHandlers.newFormat);
-    return size > 0 && size == mFrameSize;
 }
 
 int PictureStream::onSample(GstAppSink *sink, void *stream)

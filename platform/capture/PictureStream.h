@@ -25,8 +25,8 @@ namespace platform {
 class PipeWireSocket;
 class RunLoop;
 
-/// One run of one camera, from start to stop: the pipeline, and the slot through which its newest frame gets to
-/// the main thread.
+/// One run of one camera, from start to stop: the pipeline, and the slot through which its newest frame gets
+/// to the main thread.
 ///
 /// start() and stop() may block and belong on a worker thread. The other functions are called on the main
 /// thread, as are the handlers. After close() no handler is called, and a start() that waits for the camera
@@ -37,7 +37,7 @@ public:
         std::function<void(const QImage &)> frame;
         /// The stream has ended; called once at most.
         std::function<void(int code)> failure;
-        /// The camera's format has changed and the stream cannot follow.
+        /// The camera changes its format, or has gone, and the stream shows no more; called once at most.
         std::function<void()> newFormat;
     };
 
@@ -71,7 +71,9 @@ private:
     void watchInput();
     void watch();
     void limitSink();
-    bool hasKnownFormat(GstBuffer *frame);
+    bool accepts(GstBuffer *frame);
+    void watchMemory(GstBuffer *frame);
+    void formatChanged();
     [[nodiscard]] QImage imageOf(GstSample *sample) const;
     void arrive(const QImage &frame);
     void deliver();
@@ -81,12 +83,11 @@ private:
     const std::shared_ptr<RunLoop> mRunLoop;
     const Handlers mHandlers;
     GstElement *mPipeline = nullptr;
-    GstElement *mSource = nullptr;
     GstElement *mConverter = nullptr;
-    std::size_t mFrameSize = 0; // in bytes; used by the streaming thread alone
     std::atomic<std::uint64_t> mNodeSerial = 0;
     std::atomic<bool> mBegun = false;
     std::atomic<bool> mArrived = false;
+    std::atomic<bool> mFormatChanged = false;
     bool mHasDelivered = false; // used by the main thread alone
 
     std::mutex mLock; // of the following members

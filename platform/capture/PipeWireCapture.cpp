@@ -4,8 +4,8 @@
 #include "platform/bus/NotificationCenter.h"
 #include "platform/capture/PictureStream.h"
 #include "platform/capture/PipeWireNodes.h"
-#include "platform/desktop/RunLoop.h"
 #include "platform/capture/SerialQueue.h"
+#include "platform/desktop/RunLoop.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -27,8 +27,8 @@ constexpr auto StreamTimeout = 1s;
 /// Time for pending work to finish at the end; a thread that hangs is left running.
 constexpr auto EndTimeout = 2s;
 
-/// The worker threads for everything about streams that may block: their start and stop, and the look-ups of a
-/// running stream. Enumerating and opening devices still block the main thread, by LookUpTimeout at most.
+/// The worker threads for everything about streams that may block: their start and stop, and the look-ups of
+/// a running stream. Enumerating and opening devices still block the main thread, by LookUpTimeout at most.
 class Workers {
 public:
     Workers() = default;
@@ -62,8 +62,8 @@ std::shared_ptr<SerialQueue> Workers::streams()
     if (!mStreams->isStalled(StreamTimeout))
         return mStreams;
     mStalled.erase(std::remove_if(mStalled.begin(), mStalled.end(),
-                                 [](const auto &worker) { return worker->waitUntilIdle({}); }),
-                  mStalled.end());
+                                  [](const auto &worker) { return worker->waitUntilIdle({}); }),
+                   mStalled.end());
     mStalled.push_back(mStreams);
     mStreams = std::make_shared<SerialQueue>();
     return mStreams;
@@ -266,15 +266,15 @@ void PipeWireSession::lookUpNode(int code)
 void PipeWireSession::nodesFound(const std::optional<PipeWireNodes> &nodes, int code)
 {
     mLookingUp = false;
-    const PipeWireNode *node = nodes ? nodeNamed(*nodes, mStream->nodeName()) : nullptr;
-    const auto serial = mStream->nodeSerial();
+    const bool exists = nodes && nodeNamed(*nodes, mStream->nodeName());
     // A node that went and came back under its name is another node, and sends nothing to this stream.
-    const bool isAnother = node && serial != 0 && serial != node->serial;
-    if (node && (code != 0 || isAnother) && mRestarts++ < MostRestarts)
+    const auto serial = mStream->nodeSerial();
+    const bool isAnother = exists && serial != 0 && !hasNode(*nodes, serial);
+    if (exists && (code != 0 || isAnother) && mRestarts++ < MostRestarts)
         restart();
     else if (code != 0)
         reportFailure(code);
-    else if (nodes && !node)
+    else if (nodes && !exists)
         reportFailure(-ENODEV);
 }
 

@@ -13,8 +13,8 @@ namespace platform {
 ///
 /// Codes of failures: a negative errno for the camera and PipeWire (-ENODEV: the node is not or no longer
 /// there; -ETIMEDOUT: PipeWire does not reply; -EBUSY: the session has an input already; -EINVAL: the input's
-/// device is not open or not of this system; -ECONNREFUSED: there is no PipeWire; -EPIPE: the camera ended the
-/// stream), GStreamer's positive error code for anything else. A failure after the start is posted on
+/// device is not open or not of this system; -ECONNREFUSED: there is no PipeWire; -EPIPE: the camera ended
+/// the stream), GStreamer's positive error code for anything else. A failure after the start is posted on
 /// `localCenter` as QuickTimeErrorNotification, once for each start and never after the stop.
 std::shared_ptr<Capture> makePipeWireCapture(std::shared_ptr<NotificationCenter> localCenter,
                                              std::shared_ptr<RunLoop> runLoop);

@@ -95,8 +95,8 @@ void initPipeWire()
     std::call_once(once, [] { pw_init(nullptr, nullptr); });
 }
 
-/// Connects over the socket that the pictures use too, so that both find the same PipeWire. The context closes
-/// the descriptor.
+/// Connects over the socket that the pictures use too, so that both find the same PipeWire. The context
+/// closes the descriptor.
 Core connect(pw_context *context)
 {
     const PipeWireSocket socket;
@@ -143,6 +143,12 @@ const PipeWireNode *nodeNamed(const PipeWireNodes &nodes, const QString &name)
     const auto node = std::find_if(nodes.begin(), nodes.end(),
                                    [&name](const PipeWireNode &each) { return each.name == name; });
     return node == nodes.end() ? nullptr : &*node;
+}
+
+bool hasNode(const PipeWireNodes &nodes, std::uint64_t serial)
+{
+    return std::any_of(nodes.begin(), nodes.end(),
+                       [serial](const PipeWireNode &each) { return each.serial == serial; });
 }
 
 } // namespace platform

@@ -19,11 +19,13 @@ struct PipeWireNode {
 
 using PipeWireNodes = std::vector<PipeWireNode>;
 
-/// The nodes of class `Video/Source` in PipeWire's order: none where no PipeWire runs, nullopt when it does not
-/// reply within `timeout`. Any thread; leaves neither a thread nor a descriptor behind.
+/// The nodes of class `Video/Source` in PipeWire's order: none where no PipeWire runs, nullopt when it does
+/// not reply within `timeout`. Any thread; leaves neither a thread nor a descriptor behind.
 std::optional<PipeWireNodes> lookUpPipeWireNodes(std::chrono::milliseconds timeout);
 
 /// The first node of this name; nullptr for none.
 const PipeWireNode *nodeNamed(const PipeWireNodes &nodes, const QString &name);
+
+bool hasNode(const PipeWireNodes &nodes, std::uint64_t serial);
 
 } // namespace platform

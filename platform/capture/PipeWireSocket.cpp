@@ -59,7 +59,8 @@ QStringList pipeWireSocketPaths()
 QString pipeWireSocketPath()
 {
     const QStringList paths = pipeWireSocketPaths();
-    const auto path = std::find_if(paths.begin(), paths.end(), [](const QString &each) { return QFileInfo::exists(each); });
+    const auto path =
+        std::find_if(paths.begin(), paths.end(), [](const QString &each) { return QFileInfo::exists(each); });
     return path == paths.end() ? paths.value(0) : *path;
 }
 

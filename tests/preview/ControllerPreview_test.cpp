@@ -1,8 +1,9 @@
 #include "agent/NotificationNames.h"
-#include "widgets/Indicators.h"
 #include "preview/KS7PreviewController.h"
 #include "preview/KS7QTCaptureView.h"
+#include "tests/support/PaintWatch.h"
 #include "tests/support/PaneFixture.h"
+#include "widgets/Indicators.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -437,6 +438,61 @@ private Q_SLOTS:
                 < journal.indexOf(QStringLiteral("alert ") + ErrorTitle));
         pressButton();
         compareRunning();
+    }
+
+    void aStoppedPictureIsHiddenBeforeItIsRedrawn()
+    {
+        showPaneWithCamera();
+        pressButton();
+        wait(1s);
+        session().deliverFrame(plainPicture(Qt::red));
+        PaintWatch watch(&view());
+        QVERIFY(watch.begin());
+        pressButton();
+        QCOMPARE(watch.count, 0);
+        compareIdle();
+    }
+
+    void aPreviewGoesOnThroughNewsOfTheAgent_data()
+    {
+        QTest::addColumn<QString>("news");
+        for (const QString &news : {NotificationNames::CameraListChanged, NotificationNames::StreamingStarted,
+                                    NotificationNames::PairingInitiated,
+                                    NotificationNames::StreamingInitiated, NotificationNames::StreamingEnded})
+            QTest::newRow(qPrintable(news)) << news;
+    }
+    void aPreviewGoesOnThroughNewsOfTheAgent()
+    {
+        QFETCH(QString, news);
+        showPaneWithCamera();
+        pressButton();
+        wait(1s);
+        mPane->takeJournal();
+        mPane->agent.addCamera(QStringLiteral("00-11-22-33-44-66"), QStringLiteral("Desk"), 4);
+        mPane->agentPosts(news);
+        wait(1s);
+        QVERIFY(mPane->takeRemoteCalls().contains(QStringLiteral("cameraDict")));
+        compareRunning();
+        QVERIFY(!view().isHidden());
+        session().deliverFrame(plainPicture(Qt::red));
+        QCOMPARE(colorOnScreen(), QColor(Qt::red));
+    }
+
+    void aRevealThatIsPendingEndsWithThePreview()
+    {
+        const auto runLoop = std::make_shared<FakeRunLoop>(mPane->journal);
+        const auto capture = std::make_shared<FakeCapture>(mPane->journal);
+        capture->addDevice(CameraID);
+        KS7QTCaptureView alone;
+        {
+            KS7PreviewController preview(capture, runLoop);
+            preview.qtView = &alone;
+            QCOMPARE(preview.doSeqGrab(), std::int16_t(KS7PreviewController::Running));
+            QCOMPARE(runLoop->pendingCount(), std::size_t(1));
+        }
+        QCOMPARE(runLoop->pendingCount(), std::size_t(0));
+        runLoop->advance(1s);
+        QVERIFY(alone.isHidden());
     }
 
     void hidingThePaneLeavesNothingOfTheCaptureRunning()
