@@ -23,6 +23,25 @@ std::int64_t monotonicTime()
     return std::int64_t(time.tv_sec) * SecondInNanoseconds + time.tv_nsec;
 }
 
+/// Not by spa_format_video_raw_build(), which crashes with an aspect ratio in PipeWire 0.3.65.
+const spa_pod *formatParam(spa_pod_builder &builder, const VideoFormat &format,
+                           const VideoSource::Settings &settings)
+{
+    const auto size =
+        SPA_RECTANGLE(static_cast<std::uint32_t>(format.width), static_cast<std::uint32_t>(format.height));
+    const auto framerate = SPA_FRACTION(static_cast<std::uint32_t>(settings.framerate), 1);
+    const auto squarePixels = SPA_FRACTION(1, 1);
+    spa_pod_frame frame = {};
+    spa_pod_builder_push_object(&builder, &frame, SPA_TYPE_OBJECT_Format, SPA_PARAM_EnumFormat);
+    spa_pod_builder_add(&builder, SPA_FORMAT_mediaType, SPA_POD_Id(SPA_MEDIA_TYPE_video),
+                        SPA_FORMAT_mediaSubtype, SPA_POD_Id(SPA_MEDIA_SUBTYPE_raw), SPA_FORMAT_VIDEO_format,
+                        SPA_POD_Id(format.id), SPA_FORMAT_VIDEO_size, SPA_POD_Rectangle(&size),
+                        SPA_FORMAT_VIDEO_framerate, SPA_POD_Fraction(&framerate), 0);
+    if (settings.namesAspectRatio)
+        spa_pod_builder_add(&builder, SPA_FORMAT_VIDEO_pixelAspectRatio, SPA_POD_Fraction(&squarePixels), 0);
+    return static_cast<const spa_pod *>(spa_pod_builder_pop(&builder, &frame));
+}
+
 const spa_pod *buffersParam(spa_pod_builder &builder, const VideoFormat &format)
 {
     return static_cast<const spa_pod *>(spa_pod_builder_add_object(
@@ -165,14 +184,7 @@ void VideoSource::offerFormat()
 {
     std::array<std::uint8_t, PodMemory> memory{};
     spa_pod_builder builder = SPA_POD_BUILDER_INIT(memory.data(), memory.size());
-    spa_video_info_raw info = {};
-    info.format = mOffered.id;
-    info.size = SPA_RECTANGLE(static_cast<std::uint32_t>(mOffered.width),
-                              static_cast<std::uint32_t>(mOffered.height));
-    info.framerate = SPA_FRACTION(static_cast<std::uint32_t>(mSettings.framerate), 1);
-    if (mSettings.namesAspectRatio)
-        info.pixel_aspect_ratio = SPA_FRACTION(1, 1);
-    const spa_pod *offer = spa_format_video_raw_build(&builder, SPA_PARAM_EnumFormat, &info);
+    const spa_pod *offer = formatParam(builder, mOffered, mSettings);
     if (pw_stream_get_state(mStream, nullptr) != PW_STREAM_STATE_UNCONNECTED)
         pw_stream_update_params(mStream, &offer, 1);
     else if (pw_stream_connect(mStream, PW_DIRECTION_OUTPUT, PW_ID_ANY, StreamFlags, &offer, 1) < 0)
