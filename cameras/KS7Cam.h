@@ -1,5 +1,7 @@
 #pragma once
 
+#include "agent/AgentContract.h"
+
 #include <QString>
 
 #include <cstdint>
@@ -9,16 +11,6 @@ namespace platform {
 class BluetoothDevice;
 class UserDefaults;
 }
-
-/// What a camera is doing, in the agent's numbers.
-enum KS7CamStatus : std::int32_t {
-    kKS7CamNotFound = 0,
-    kKS7CamNotStreaming = 1,
-    kKS7CamPairing = 2,
-    kKS7CamStarting = 3,
-    kKS7CamStreaming = 4,
-    kKS7CamError = 5,
-};
 
 /// One camera: either a Bluetooth device, named through the preferences, or what the agent told of it.
 class KS7Cam {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "agent/AgentContract.h"
+
 #include <QString>
 #include <QVariant>
 
@@ -9,8 +11,6 @@ class UserDefaults;
 
 /// Access to the agent's preferences domain, which holds every setting that the pane shows.
 namespace KS7Domain {
-
-inline const QString Name = QStringLiteral("com.orvex.KS7Agent");
 
 /// The value as it is stored now, or as set and not handed over yet. An invalid variant when domain or key is
 /// absent.
@@ -22,14 +22,3 @@ void domainSetObject(platform::UserDefaults &defaults, const QVariant &value, co
 bool boolForKey(platform::UserDefaults &defaults, const QString &key, bool absent);
 
 } // namespace KS7Domain
-
-namespace PreferenceKeys {
-
-inline const QString KS7On = QStringLiteral("KS7On");
-inline const QString ShowStatusMenu = QStringLiteral("ShowStatusMenu");
-inline const QString VideoSize2 = QStringLiteral("VideoSize2");
-inline const QString LogToFile = QStringLiteral("LogToFile");
-inline const QString FriendlyNames = QStringLiteral("FriendlyNames");
-inline const QString IgnoredCams = QStringLiteral("IgnoredCams");
-
-} // namespace PreferenceKeys

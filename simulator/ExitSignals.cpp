@@ -11,7 +11,7 @@ namespace simulator {
 
 namespace {
 
-/// Before any thread is made: threads inherit what is blocked.
+/// Must run before the first thread starts, since threads inherit the signal mask.
 int blockedSignals()
 {
     sigset_t signals;

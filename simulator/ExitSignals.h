@@ -5,7 +5,7 @@
 
 namespace simulator {
 
-/// Turns SIGTERM and SIGINT into an orderly end of the event loop.
+/// Quits the event loop on SIGTERM and SIGINT.
 class ExitSignals final : public QObject {
     Q_OBJECT
 public:

@@ -11,7 +11,7 @@ namespace {
 
 const char *const Description =
     R"(A stand-in for the KS-7 camera agent. It serves the agent's two objects on the session bus, posts what
-the agent posts, hears what the settings pane posts, and keeps the agent's preferences file.
+the agent posts, acts on the settings pane's posts, and keeps the agent's preferences file.
 
 The demo: two cameras are known. "Kitchen" pairs, starts and streams within some seconds; "Desk" is out of
 reach and stays "Not Found". Then "Workshop" is plugged in by USB and needs a firmware update. A search takes
@@ -23,8 +23,8 @@ first firmware update succeeds; some seconds later the camera restarts and wants
 half-way (-107); and so on in turn. Other codes: -101 no camera at the cable, -102 an update is running,
 -103 not a passkey, -106 no update needed, -108 unplugged during the update.
 
-While its camera streams, a moving picture with the camera's name is offered as a PipeWire node of class
-Video/Source. Without PipeWire there is everything but the picture.
+One PipeWire node of class Video/Source shows a moving picture with the name of the camera that streams,
+and black while none does. Without PipeWire everything but the picture works.
 
 Tests script it through the interface com.orvex.KS7AgentSimulator at /com/orvex/KS7AgentSimulator.)";
 
@@ -87,18 +87,17 @@ void declare(QCommandLineParser &parser)
              "demo (the default), empty (no cameras yet), or scripted (no cameras, and none appears, "
              "connects or fails but by the script)."),
          QStringLiteral("name"), QStringLiteral("demo")},
-        {QStringLiteral("quick"), QStringLiteral("Everything goes twenty times as fast.")},
+        {QStringLiteral("quick"), QStringLiteral("Everything is twenty times as fast.")},
         {QStringLiteral("no-preferences"),
          QStringLiteral("Does not fill in the preferences file at the start.")},
-        {QStringLiteral("no-picture"), QStringLiteral("Offers no picture.")},
-        {QStringLiteral("picture-only"),
-         QStringLiteral("Only offers a picture, until it is told to end; is no agent.")},
+        {QStringLiteral("no-picture"), QStringLiteral("Publishes no picture.")},
+        {QStringLiteral("picture-only"), QStringLiteral("Publishes a picture and is no agent.")},
         {QStringLiteral("node-name"), QStringLiteral("The picture's node.name."), QStringLiteral("name"),
          picture.nodeName},
         {QStringLiteral("node-description"), QStringLiteral("The picture's node.description."),
          QStringLiteral("text"), picture.nodeDescription},
         {QStringLiteral("size"), QStringLiteral("The picture's size."), QStringLiteral("WxH"), size},
-        {QStringLiteral("framerate"), QStringLiteral("Pictures a second."), QStringLiteral("number"),
+        {QStringLiteral("framerate"), QStringLiteral("Frames per second."), QStringLiteral("number"),
          QString::number(picture.framerate)},
     });
 }

@@ -8,7 +8,7 @@ namespace simulator {
 
 enum class Scenario { Demo, Empty, Scripted };
 
-/// What the command line asks for.
+/// The parsed command line.
 struct Options {
     Scenario scenario = Scenario::Demo;
     bool quick = false;
@@ -17,7 +17,7 @@ struct Options {
     bool fillsPreferences = true;
     PictureSettings pictureSettings;
 
-    /// Ends the process with help or a complaint where the command line asks for that.
+    /// Exits the process after --help or a wrong option.
     static Options parse(const QStringList &arguments);
 };
 

@@ -15,11 +15,12 @@ namespace simulator {
 
 namespace {
 
-Behaviour behaviourFor(Scenario scenario)
+Behaviour behaviourFor(const Options &options)
 {
-    if (scenario == Scenario::Scripted)
-        return {.connect = false, .discover = false, .passKey = true, .firmware = true, .mishaps = false};
-    return {};
+    const auto timing = options.quick ? Timing::quick() : Timing();
+    if (options.scenario != Scenario::Scripted)
+        return {.timing = timing};
+    return {.connect = false, .discover = false, .demoFailures = false, .timing = timing};
 }
 
 } // namespace
@@ -27,20 +28,19 @@ Behaviour behaviourFor(Scenario scenario)
 AgentService::AgentService(const Options &options, const QDBusConnection &bus)
     : mOptions(options)
     , mBus(bus)
-    , mTiming(options.quick ? Timing::quick() : Timing())
     , mNotifier(bus)
     , mPreferences(platform::makeFileUserDefaults())
-    , mModel(mNotifier, mPreferences, behaviourFor(options.scenario), mTiming)
+    , mModel(mNotifier, mPreferences, behaviourFor(options))
     , mListener(mModel, mRecorder, mFaults, bus)
-    , mDesk(mRecorder, mFaults)
-    , mDeviceController(mModel, mDesk)
-    , mUsbController(mModel.cable(), mDesk)
+    , mInterceptor(mRecorder, mFaults)
+    , mDeviceController(mModel, mInterceptor)
+    , mUsbController(mModel.cable(), mInterceptor)
     , mScript(mModel, mNotifier, mRecorder, mFaults)
 {
     if (!options.picture)
         return;
     mPicture.emplace(options.pictureSettings);
-    connect(&mModel.roster(), &CameraRegistry::changed, this, &AgentService::showPicture);
+    connect(&mModel.registry(), &CameraRegistry::changed, this, &AgentService::showPicture);
 }
 
 std::optional<QString> AgentService::start()
@@ -52,12 +52,11 @@ std::optional<QString> AgentService::start()
         return QStringLiteral("the bus does not take the agent's objects");
     if (auto why = takeNames())
         return why;
-    mBus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
-                 QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
-                 SLOT(busHasGone()));
+    mBus.connect(QString(), platform::bus::LocalPath, platform::bus::LocalInterface,
+                 platform::bus::LocalDisconnected, this, SLOT(busHasGone()));
     mNotifier.post(NotificationNames::AgentStarted, {});
     if (mOptions.scenario == Scenario::Demo)
-        Demo::begin(mModel, mTiming);
+        Demo::begin(mModel);
     return {};
 }
 
@@ -79,7 +78,7 @@ bool AgentService::publish(const QString &registeredName, QObject &object)
 
 std::optional<QString> AgentService::takeNames()
 {
-    // The agent's name comes last: whoever waits for it finds everything else in place.
+    // The agent's main name comes last: clients that wait for it expect the other objects.
     for (const QString &name :
          {Script::registeredName(), RemoteNames::AgentServerUSB, RemoteNames::AgentServer}) {
         if (!mBus.registerService(platform::bus::busName(name)))
@@ -91,7 +90,7 @@ std::optional<QString> AgentService::takeNames()
 
 void AgentService::showPicture()
 {
-    const auto camera = mModel.roster().streaming();
+    const auto camera = mModel.registry().streaming();
     mPicture->show(camera ? camera->name : QString());
 }
 

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "simulator/Options.h"
-#include "simulator/bus/BusNotifier.h"
 #include "simulator/bus/DeviceController.h"
 #include "simulator/bus/FaultInjector.h"
 #include "simulator/bus/PaneListener.h"
 #include "simulator/bus/Recorder.h"
 #include "simulator/bus/UsbController.h"
 #include "simulator/model/AgentModel.h"
+#include "simulator/model/BusNotifier.h"
 #include "simulator/picture/Picture.h"
 #include "simulator/script/Script.h"
 
@@ -15,13 +15,13 @@
 
 namespace simulator {
 
-/// The agent as a process: puts the model on the bus, and its picture beside it.
+/// Publishes the model on the bus and its picture in PipeWire.
 class AgentService final : public QObject {
     Q_OBJECT
 public:
     AgentService(const Options &options, const QDBusConnection &bus);
 
-    /// Takes the names, then says that the agent has started. Why it cannot, where it cannot.
+    /// Takes the bus names, then posts that the agent has started. Returns the reason of a failure.
     std::optional<QString> start();
 
 private Q_SLOTS:
@@ -35,14 +35,13 @@ private:
 
     Options mOptions;
     QDBusConnection mBus;
-    Timing mTiming;
     BusNotifier mNotifier;
     AgentPreferences mPreferences;
     AgentModel mModel;
     Recorder mRecorder;
     FaultInjector mFaults;
     PaneListener mListener;
-    CallInterceptor mDesk;
+    CallInterceptor mInterceptor;
     DeviceController mDeviceController;
     UsbController mUsbController;
     Script mScript;

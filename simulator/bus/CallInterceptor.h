@@ -12,7 +12,7 @@ namespace simulator {
 class FaultInjector;
 class Recorder;
 
-/// Takes every call that the agent gets: records it, and lets it go wrong when it is to go wrong.
+/// Records every call to the agent and applies the faults that a script asked for.
 class CallInterceptor {
 public:
     CallInterceptor(Recorder &recorder, FaultInjector &faults)
@@ -21,8 +21,8 @@ public:
     {
     }
 
-    /// Does the work and returns its results; the empty list when the reply is no longer for the caller to
-    /// send. `call` is the object being called.
+    /// Does the work and returns its results; an empty list when the reply was sent here or is delayed.
+    /// `call` is the called object.
     QVariantList answer(const QDBusContext &call, const QString &operation, const QVariantList &arguments,
                         const std::function<QVariantList()> &work);
     /// The same for an operation without a result.

@@ -4,22 +4,22 @@
 
 namespace simulator {
 
-DeviceController::DeviceController(AgentModel &model, const CallInterceptor &desk)
+DeviceController::DeviceController(AgentModel &model, const CallInterceptor &interceptor)
     : mModel(model)
-    , mDesk(desk)
+    , mInterceptor(interceptor)
 {
 }
 
 QVariantList DeviceController::answer(const QString &operation, const QVariantList &arguments,
                                       const std::function<QVariantList()> &work)
 {
-    return mDesk.answer(*this, operation, arguments, work);
+    return mInterceptor.answer(*this, operation, arguments, work);
 }
 
 void DeviceController::perform(const QString &operation, const QVariantList &arguments,
                                const std::function<void()> &work)
 {
-    mDesk.perform(*this, operation, arguments, work);
+    mInterceptor.perform(*this, operation, arguments, work);
 }
 
 void DeviceController::flush()
@@ -29,7 +29,7 @@ void DeviceController::flush()
 
 CameraDictionary DeviceController::cameraDict()
 {
-    const auto work = [this] { return QVariantList{QVariant::fromValue(mModel.roster().dictionary())}; };
+    const auto work = [this] { return QVariantList{QVariant::fromValue(mModel.registry().dictionary())}; };
     return answer(QStringLiteral("cameraDict"), {}, work).value(0).value<CameraDictionary>();
 }
 
@@ -61,7 +61,7 @@ void DeviceController::checkRemoveCurrentCam(const QVariantMap &camera)
 
 qulonglong DeviceController::indexOfPreferredKS7Cam()
 {
-    const auto work = [this] { return QVariantList{qulonglong(mModel.roster().indexOfPreferred())}; };
+    const auto work = [this] { return QVariantList{qulonglong(mModel.registry().indexOfPreferred())}; };
     return answer(QStringLiteral("indexOfPreferredKS7Cam"), {}, work).value(0).toULongLong();
 }
 
@@ -99,19 +99,19 @@ void DeviceController::removeCameraAtIndex(int row, bool fromFavorites)
 
 void DeviceController::getKnownZephraDevices()
 {
-    // The roster is always up to date; there is nothing to look up.
+    // The registry is always up to date; there is nothing to look up.
     perform(QStringLiteral("getKnownZephraDevices"), {}, [] {});
 }
 
 QStringList DeviceController::sortedDeviceList()
 {
-    const auto work = [this] { return QVariantList{mModel.roster().sorted()}; };
+    const auto work = [this] { return QVariantList{mModel.registry().sorted()}; };
     return answer(QStringLiteral("sortedDeviceList"), {}, work).value(0).toStringList();
 }
 
 CameraRecords DeviceController::cameras()
 {
-    const auto work = [this] { return QVariantList{QVariant::fromValue(mModel.roster().records())}; };
+    const auto work = [this] { return QVariantList{QVariant::fromValue(mModel.registry().records())}; };
     return answer(QStringLiteral("cameras"), {}, work).value(0).value<CameraRecords>();
 }
 
@@ -119,7 +119,7 @@ QVariantMap DeviceController::getPreferredKS7Cam()
 {
     return answer(QStringLiteral("getPreferredKS7Cam"), {},
                   [this] {
-                      const auto camera = mModel.roster().preferred();
+                      const auto camera = mModel.registry().preferred();
                       return QVariantList{camera ? CameraRegistry::record(*camera) : QVariantMap()};
                   })
         .value(0)
@@ -129,7 +129,7 @@ QVariantMap DeviceController::getPreferredKS7Cam()
 bool DeviceController::isPreferredDeviceAddress(const QString &address)
 {
     const auto work = [=, this] {
-        return QVariantList{!address.isEmpty() && address == mModel.roster().preferredAddress()};
+        return QVariantList{!address.isEmpty() && address == mModel.registry().preferredAddress()};
     };
     return answer(QStringLiteral("isPreferredDeviceAddress"), {address}, work).value(0).toBool();
 }

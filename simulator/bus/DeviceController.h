@@ -9,11 +9,11 @@ namespace simulator {
 
 class AgentModel;
 
-/// The camera and Bluetooth side of the agent, as it is vended.
+/// The camera and Bluetooth side of the agent, as a bus object.
 class DeviceController final : public DeviceControllerService, protected QDBusContext {
     Q_OBJECT
 public:
-    DeviceController(AgentModel &model, const CallInterceptor &desk);
+    DeviceController(AgentModel &model, const CallInterceptor &interceptor);
 
     void flush() override;
     CameraDictionary cameraDict() override;
@@ -41,7 +41,7 @@ private:
     void perform(const QString &operation, const QVariantList &arguments, const std::function<void()> &work);
 
     AgentModel &mModel;
-    CallInterceptor mDesk;
+    CallInterceptor mInterceptor;
 };
 
 } // namespace simulator

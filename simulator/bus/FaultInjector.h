@@ -10,25 +10,25 @@
 
 namespace simulator {
 
-/// What a script wants to go wrong: hanging, dying and answering nonsense.
+/// The faults that a script asked for: hanging, dying and malformed replies.
 class FaultInjector final : public QObject {
     Q_OBJECT
 public:
     FaultInjector();
 
-    /// Answers no calls, or none of this operation, until the time is over; 0 seconds: until resume().
+    /// Delays all calls, or the calls of one operation, for some seconds; 0 means until resume().
     void hang(const QString &operation, double seconds);
-    /// What was held is done and answered now, in order.
+    /// Processes and answers the delayed calls, in order.
     void resume();
     [[nodiscard]] bool isHanging(const QString &operation) const;
     void hold(std::function<void()> work) { mHeld.push_back(std::move(work)); }
 
-    /// The process ends without a word when it is asked this.
+    /// The process exits, without a reply, at the next call of this operation.
     void dieDuring(const QString &operation) { mDeadly = operation; }
     void dieIfDue(const QString &operation) const;
     [[noreturn]] static void die();
 
-    /// The empty kind: proper answers again.
+    /// An empty kind restores proper replies.
     void setGarbage(const QString &operation, const QString &kind);
     [[nodiscard]] QString garbage(const QString &operation) const { return mGarbage.value(operation); }
 

@@ -17,7 +17,7 @@ QString longText()
     return QString(LongText, QLatin1Char('x'));
 }
 
-/// Every value has a type that nobody expects there.
+/// A record with the right keys and wrong value types.
 QVariantMap oddRecord()
 {
     return {{RecordKeys::Status, QStringLiteral("four")},
@@ -86,7 +86,7 @@ QVariant huge(const QVariant &proper)
     return type == QMetaType::ULongLong ? QVariant(std::numeric_limits<qulonglong>::max()) : proper;
 }
 
-/// No operation answers a string.
+/// A string: no operation returns one.
 QVariant wrong(const QVariant & /*proper*/)
 {
     return QStringLiteral("nonsense");
@@ -103,7 +103,8 @@ QVariantList changed(const QVariantList &proper, Change change)
 
 } // namespace
 
-QDBusMessage MalformedReplies::reply(const QDBusMessage &call, const QString &kind, const QVariantList &proper)
+QDBusMessage MalformedReplies::reply(const QDBusMessage &call, const QString &kind,
+                                     const QVariantList &proper)
 {
     if (kind == QStringLiteral("error"))
         return call.createErrorReply(QDBusError::Failed, QStringLiteral("as a script wanted"));

@@ -1,17 +1,18 @@
 #include "simulator/bus/PaneListener.h"
 
+#include "agent/AgentContract.h"
 #include "agent/NotificationNames.h"
 #include "platform/bus/BusNames.h"
-#include "settings/KS7Domain.h"
-#include "simulator/model/AgentModel.h"
 #include "simulator/bus/FaultInjector.h"
 #include "simulator/bus/Recorder.h"
+#include "simulator/model/AgentModel.h"
 
 #include <QDBusArgument>
 
 namespace simulator {
 
-PaneListener::PaneListener(AgentModel &model, Recorder &recorder, FaultInjector &faults, const QDBusConnection &bus)
+PaneListener::PaneListener(AgentModel &model, Recorder &recorder, FaultInjector &faults,
+                           const QDBusConnection &bus)
     : mModel(model)
     , mRecorder(recorder)
     , mFaults(faults)
@@ -21,7 +22,7 @@ PaneListener::PaneListener(AgentModel &model, Recorder &recorder, FaultInjector 
 
 bool PaneListener::listen()
 {
-    // No member: whatever is posted is recorded, also what no pane should post.
+    // Without a member name, to record unexpected notifications too.
     return mBus.connect(QString(), platform::bus::NotificationPath, platform::bus::NotificationInterface,
                         QString(), this, SLOT(heard(QDBusMessage)));
 }
@@ -30,7 +31,7 @@ void PaneListener::heard(const QDBusMessage &message)
 {
     if (message.service() == mBus.baseService())
         return;
-    // A container of another type must not be taken apart as one: that ends the process.
+    // qdbus_cast() on a container of another type aborts the process.
     const auto userInfo = message.signature() == platform::bus::UserInfoSignature
         ? qdbus_cast<QVariantMap>(message.arguments().value(0))
         : QVariantMap();

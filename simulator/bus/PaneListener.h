@@ -11,7 +11,7 @@ class AgentModel;
 class FaultInjector;
 class Recorder;
 
-/// Hears what the pane posts, and has the agent do it.
+/// Receives the pane's notifications and makes the model act on them.
 class PaneListener final : public QObject {
     Q_OBJECT
 public:

@@ -7,18 +7,18 @@
 
 namespace simulator {
 
-/// Remembers what the agent was asked and told, in order. Keeps the newest when there is too much of it.
+/// Records calls and posts to the agent, in order. Drops the oldest beyond a limit.
 class Recorder {
 public:
-    /// Remembered as `name("text", 1, true)`.
+    /// Recorded as `name("text", 1, true)`.
     void recordCall(const QString &operation, const QVariantList &arguments);
-    /// Remembered as `name` or, with user info, as `name {"Value":1}`.
+    /// Recorded as `name` or, with user info, as `name {"Value":1}`.
     void recordPost(const QString &name, const QVariantMap &userInfo);
     void clear() { mEvents.clear(); }
 
     [[nodiscard]] QStringList calls() const;
     [[nodiscard]] QStringList posts() const;
-    /// Calls and posts as they came.
+    /// Calls and posts in their common order.
     [[nodiscard]] QStringList events() const;
 
 private:

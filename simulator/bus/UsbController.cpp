@@ -4,16 +4,16 @@
 
 namespace simulator {
 
-UsbController::UsbController(UsbCable &cable, const CallInterceptor &desk)
+UsbController::UsbController(UsbCable &cable, const CallInterceptor &interceptor)
     : mCable(cable)
-    , mDesk(desk)
+    , mInterceptor(interceptor)
 {
 }
 
 QVariant UsbController::answer(const QString &operation, const QVariantList &arguments,
                                const std::function<QVariant()> &work)
 {
-    return mDesk.answer(*this, operation, arguments, [work] { return QVariantList{work()}; }).value(0);
+    return mInterceptor.answer(*this, operation, arguments, [work] { return QVariantList{work()}; }).value(0);
 }
 
 int UsbController::startUpdate()

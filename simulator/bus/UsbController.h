@@ -9,11 +9,11 @@ namespace simulator {
 
 class UsbCable;
 
-/// The USB side of the agent, as it is vended.
+/// The USB side of the agent, as a bus object.
 class UsbController final : public USBControllerService, protected QDBusContext {
     Q_OBJECT
 public:
-    UsbController(UsbCable &cable, const CallInterceptor &desk);
+    UsbController(UsbCable &cable, const CallInterceptor &interceptor);
 
     int startUpdate() override;
     bool connectedCamNeedsFirmwareUpdate() override;
@@ -21,12 +21,12 @@ public:
     bool connectedCamHasBTAddress(const QString &address) override;
 
 private:
-    /// The one value that the work answers.
+    /// The single result of the work.
     QVariant answer(const QString &operation, const QVariantList &arguments,
                     const std::function<QVariant()> &work);
 
     UsbCable &mCable;
-    CallInterceptor mDesk;
+    CallInterceptor mInterceptor;
 };
 
 } // namespace simulator

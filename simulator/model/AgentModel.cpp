@@ -1,9 +1,9 @@
 #include "simulator/model/AgentModel.h"
 
+#include "agent/AgentContract.h"
 #include "agent/NotificationNames.h"
 #include "agent/RemoteNames.h"
-#include "settings/KS7Domain.h"
-#include "simulator/model/Notifier.h"
+#include "simulator/model/BusNotifier.h"
 
 #include <algorithm>
 
@@ -15,38 +15,37 @@ constexpr int LongestName = 63;
 
 } // namespace
 
-AgentModel::AgentModel(Notifier &notifier, AgentPreferences &preferences, const Behaviour &behaviour,
-                       const Timing &timing)
+AgentModel::AgentModel(BusNotifier &notifier, AgentPreferences &preferences, Behaviour behaviour)
     : mNotifier(notifier)
     , mPreferences(preferences)
-    , mBehaviour(behaviour)
-    , mRoster(notifier, preferences)
-    , mCourse(mRoster, notifier, timing)
-    , mDiscovery(mRoster, preferences, notifier, timing)
-    , mCable(mBehaviour, mErrors, notifier, timing)
+    , mBehaviour(std::move(behaviour))
+    , mRegistry(notifier, preferences)
+    , mSequence(mRegistry, notifier, mBehaviour)
+    , mDiscovery(mRegistry, preferences, notifier, mBehaviour)
+    , mCable(mBehaviour, notifier)
 {
     connect(&mCable, &UsbCable::plugged, this, &AgentModel::pluggedIn);
     connect(&mCable, &UsbCable::unplugged, this, [this](const QString &address) {
-        if (address == mRoster.preferredAddress())
+        if (address == mRegistry.preferredAddress())
             callPreferred();
     });
 }
 
 bool AgentModel::isStreaming() const
 {
-    const auto camera = mRoster.preferred();
+    const auto camera = mRegistry.preferred();
     return camera && camera->status == kKS7CamStreaming;
 }
 
 void AgentModel::choose(const QString &address)
 {
-    const auto camera = mRoster.find(address);
+    const auto camera = mRegistry.find(address);
     if (!camera)
         return;
-    const bool isBusyAlready = address == mRoster.preferredAddress() && isBusy(camera->status);
+    const bool isBusyAlready = address == mRegistry.preferredAddress() && isBusy(camera->status);
     if (isBusyAlready)
         return;
-    mRoster.setPreferred(address);
+    mRegistry.setPreferred(address);
     callPreferred();
 }
 
@@ -54,22 +53,22 @@ void AgentModel::callPreferred()
 {
     if (!mBehaviour.connect)
         return;
-    const QString address = mRoster.preferredAddress();
-    // A camera at the cable keeps its radio off.
+    const QString address = mRegistry.preferredAddress();
+    // A plugged-in camera keeps its radio off.
     if (mBluetooth && mPreferences.isServiceOn() && !mCable.holds(address))
-        mCourse.begin(address);
+        mSequence.begin(address);
     else
-        mCourse.end();
+        mSequence.end();
 }
 
 void AgentModel::removeRow(int row, bool fromFavorites)
 {
-    const auto camera = mRoster.find(mRoster.sorted().value(row));
+    const auto camera = mRegistry.find(mRegistry.sorted().value(row));
     if (!camera)
         return;
     if (isBusy(camera->status))
-        mCourse.end();
-    mRoster.remove(camera->address);
+        mSequence.end();
+    mRegistry.remove(camera->address);
     if (fromFavorites)
         mPreferences.removeCameraValue(PreferenceKeys::FriendlyNames, camera->address);
     else
@@ -78,12 +77,12 @@ void AgentModel::removeRow(int row, bool fromFavorites)
 
 void AgentModel::dropIfCurrent(const QVariantMap &record)
 {
-    const auto removed = mRoster.lastRemoved();
-    if (!removed || removed->address != mRoster.preferredAddress() || mRoster.find(removed->address))
+    const auto removed = mRegistry.lastRemoved();
+    if (!removed || removed->address != mRegistry.preferredAddress() || mRegistry.find(removed->address))
         return;
     if (CameraRegistry::record(*removed).value(RecordKeys::CameraIDString)
         == record.value(RecordKeys::CameraIDString))
-        mRoster.setPreferred(QString());
+        mRegistry.setPreferred(QString());
 }
 
 bool AgentModel::isValidName(const QString &name)
@@ -96,19 +95,19 @@ bool AgentModel::isValidName(const QString &name)
 
 void AgentModel::rename(const QString &address, const QString &name)
 {
-    if (!isValidName(name) || !mRoster.find(address))
+    if (!isValidName(name) || !mRegistry.find(address))
         return;
     mPreferences.setCameraValue(PreferenceKeys::FriendlyNames, address, name.trimmed());
-    mRoster.setName(address, name.trimmed());
+    mRegistry.setName(address, name.trimmed());
 }
 
 void AgentModel::ignore(const QVariantMap &record, bool ignored)
 {
-    const auto camera = mRoster.findByID(record.value(RecordKeys::CameraIDString).toString());
+    const auto camera = mRegistry.findByID(record.value(RecordKeys::CameraIDString).toString());
     if (!camera)
         return;
     mPreferences.setCameraValue(PreferenceKeys::IgnoredCams, camera->address, ignored);
-    mRoster.refresh();
+    mRegistry.refresh();
 }
 
 void AgentModel::discover()
@@ -126,7 +125,7 @@ void AgentModel::switchService(bool on)
         return;
     }
     mDiscovery.stop();
-    mCourse.end();
+    mSequence.end();
 }
 
 void AgentModel::switchBluetooth(bool on)
@@ -134,10 +133,10 @@ void AgentModel::switchBluetooth(bool on)
     mBluetooth = on;
     if (!on) {
         mDiscovery.stop();
-        mCourse.end();
+        mSequence.end();
     }
     if (mBehaviour.connect)
-        mRoster.setStatuses([&](const Camera &camera) {
+        mRegistry.setStatuses([&](const Camera &camera) {
             const bool isReachable = camera.reachable && (on || mCable.holds(camera.address));
             return int(isReachable ? kKS7CamNotStreaming : kKS7CamNotFound);
         });
@@ -148,17 +147,17 @@ void AgentModel::switchBluetooth(bool on)
 
 void AgentModel::report(int status)
 {
-    mCourse.enter(status);
+    mSequence.enter(status);
 }
 
 void AgentModel::pluggedIn(const QString &address)
 {
-    const auto camera = mRoster.find(address);
+    const auto camera = mRegistry.find(address);
     if (!camera || !mBehaviour.connect)
         return;
-    if (address == mRoster.preferredAddress())
-        mCourse.end();
-    mRoster.setStatuses(
+    if (address == mRegistry.preferredAddress())
+        mSequence.end();
+    mRegistry.setStatuses(
         [&](const Camera &each) { return each.address == address ? int(kKS7CamNotStreaming) : each.status; });
 }
 

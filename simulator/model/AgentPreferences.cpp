@@ -1,6 +1,6 @@
 #include "simulator/model/AgentPreferences.h"
 
-#include "settings/KS7Domain.h"
+#include "agent/AgentContract.h"
 
 namespace simulator {
 
@@ -42,7 +42,7 @@ QVariant AgentPreferences::value(const QString &key) const
 
 void AgentPreferences::set(const QString &key, const QVariant &value)
 {
-    // Others write this file too: what they have changed is taken up first.
+    // Read the changes of other programs first, since the whole file is written.
     synchronize();
     auto settings = domain();
     settings.setValue(key, value);

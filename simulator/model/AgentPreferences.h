@@ -15,9 +15,9 @@ class AgentPreferences {
 public:
     explicit AgentPreferences(std::shared_ptr<platform::UserDefaults> defaults);
 
-    /// Gives the keys that are absent their first values.
+    /// Sets absent keys to their defaults.
     void fillIn();
-    /// Writes what is pending and takes up what others have written.
+    /// Writes pending changes and reads those of other programs.
     void synchronize();
 
     /// An invalid variant when the key is absent.
@@ -25,7 +25,7 @@ public:
     void set(const QString &key, const QVariant &value);
     [[nodiscard]] bool isServiceOn() const;
 
-    /// What is kept for one camera under a key that holds a dictionary; invalid when there is nothing.
+    /// One camera's value in a key's dictionary; invalid when absent.
     [[nodiscard]] QVariant cameraValue(const QString &key, const QString &address) const;
     void setCameraValue(const QString &key, const QString &address, const QVariant &value);
     void removeCameraValue(const QString &key, const QString &address);

@@ -6,7 +6,7 @@ namespace simulator {
 
 namespace {
 
-/// Like speech: a slow swell with quick syllables on it, always within 0 and 0.6.
+/// A level like that of speech: a slow swell with quick syllables, from 0 to 0.6.
 double heardAt(double seconds)
 {
     const double swell = 0.5 + 0.5 * std::sin(seconds * 1.3);

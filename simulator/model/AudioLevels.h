@@ -7,12 +7,12 @@
 
 namespace simulator {
 
-/// What the camera's microphones hear, left and right, from 0 to 1.
+/// The audio levels of the camera, left and right, from 0 to 1.
 class AudioLevels {
 public:
     AudioLevels() { mSince.start(); }
 
-    /// These from now on, whatever is streaming; nothing goes back to what is heard.
+    /// Fixes the levels; nullopt restores the simulated ones.
     void fix(const std::optional<std::pair<double, double>> &levels) { mFixed = levels; }
     [[nodiscard]] std::pair<double, double> current(bool streaming) const;
 

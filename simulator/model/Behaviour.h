@@ -1,23 +1,73 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 
 namespace simulator {
 
-/// What the agent does of itself. A script switches off what it wants to do step by step.
+inline constexpr int FirmwareSteps = 50;
+
+/// The codes that the agent answers without a script.
+namespace ErrorCode {
+inline constexpr int NoCameraAtCable = -101;
+inline constexpr int Busy = -102;
+inline constexpr int BadPassKey = -103;
+inline constexpr int PassKeyRefused = -104;
+inline constexpr int PassKeyLost = -105;
+inline constexpr int NoUpdateNeeded = -106;
+inline constexpr int FirmwareNotVerified = -107;
+inline constexpr int CableUnplugged = -108;
+}
+
+/// How long things take, in milliseconds.
+struct Timing {
+    int pairing = 1500;
+    int starting = 2000;
+    int streaming = 2000;
+    /// Until the demo's camera is plugged in.
+    int plugging = 3000;
+    /// From the start of a search to the camera found, and to the end of the search.
+    int finding = 2500;
+    int searching = 4000;
+    int passKey = 700;
+    /// Between two reports of a firmware update, which has FirmwareSteps of them.
+    int firmwareStep = 100;
+    /// A camera restarts after its update.
+    int restarting = 4000;
+
+    /// Everything twenty times as fast.
+    static Timing quick()
+    {
+        return {.pairing = 75,
+                .starting = 100,
+                .streaming = 100,
+                .plugging = 150,
+                .finding = 125,
+                .searching = 200,
+                .passKey = 35,
+                .firmwareStep = 5,
+                .restarting = 200};
+    }
+};
+
+/// What the agent does without a script, how long it takes, and the errors that a script asks for.
 struct Behaviour {
-    /// The preferred camera pairs, starts and streams; Bluetooth's loss is seen in the list.
+    /// The preferred camera pairs, starts and streams; a loss of Bluetooth changes the list.
     bool connect = true;
     /// A search is announced, takes its time and finds a camera.
     bool discover = true;
-    /// A passkey that was accepted is reported as set.
+    /// An accepted passkey is reported as set.
     bool passKey = true;
-    /// An update that has started makes progress and ends.
+    /// A started update makes progress and ends.
     bool firmware = true;
     /// Passkeys "0000" and "9999" and every second firmware update fail; a camera restarts after an update.
-    bool mishaps = true;
+    bool demoFailures = true;
+    Timing timing = {};
+    /// Codes to fail with: "setPassKey" and "startUpdate" answer them, "KS7PassKeySet" and
+    /// "KS7FirmwareUpdateEnded" report them.
+    QHash<QString, int> errors = {};
 
-    /// The switch of that name; null when there is none.
+    /// The switch with this name; null when there is none.
     bool *find(const QString &name)
     {
         if (name == QStringLiteral("connect"))
@@ -28,7 +78,7 @@ struct Behaviour {
             return &passKey;
         if (name == QStringLiteral("firmware"))
             return &firmware;
-        return name == QStringLiteral("mishaps") ? &mishaps : nullptr;
+        return name == QStringLiteral("demoFailures") ? &demoFailures : nullptr;
     }
 };
 

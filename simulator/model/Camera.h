@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cameras/KS7Cam.h"
+#include "agent/AgentContract.h"
 
 #include <QString>
 
@@ -12,17 +12,17 @@ struct Camera {
     QString name;
     QString cameraID;
     int status = kKS7CamNotFound;
-    /// Whether it answers when the agent calls it.
+    /// Whether the agent can reach it by radio.
     bool reachable = false;
 };
 
-/// The camera ID that belongs to an address: its last four digits, upper-cased.
+/// The camera ID for an address: its last four digits in upper case.
 inline QString cameraIDFor(const QString &address)
 {
     return QString(address).remove(QLatin1Char('-')).right(4).toUpper();
 }
 
-/// The name that a camera bears until somebody gives it one.
+/// The name of a camera that has none of the user's.
 inline QString factoryNameFor(const QString &address)
 {
     return QStringLiteral("Orvex KS-7 %1").arg(cameraIDFor(address));

@@ -1,15 +1,15 @@
 #include "simulator/model/CameraRegistry.h"
 
+#include "agent/AgentContract.h"
 #include "agent/NotificationNames.h"
-#include "settings/KS7Domain.h"
 #include "simulator/model/AgentPreferences.h"
-#include "simulator/model/Notifier.h"
+#include "simulator/model/BusNotifier.h"
 
 #include <algorithm>
 
 namespace simulator {
 
-CameraRegistry::CameraRegistry(Notifier &notifier, AgentPreferences &preferences)
+CameraRegistry::CameraRegistry(BusNotifier &notifier, AgentPreferences &preferences)
     : mNotifier(notifier)
     , mPreferences(preferences)
 {

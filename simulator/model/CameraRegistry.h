@@ -11,31 +11,30 @@
 namespace simulator {
 
 class AgentPreferences;
-class Notifier;
+class BusNotifier;
 
-/// The cameras that the agent knows, in their order, and the preferred one among them. Announces every
-/// change of what it answers.
+/// The known cameras in their order, and the preferred one. Announces every change of its answers.
 class CameraRegistry final : public QObject {
     Q_OBJECT
 public:
-    CameraRegistry(Notifier &notifier, AgentPreferences &preferences);
+    CameraRegistry(BusNotifier &notifier, AgentPreferences &preferences);
 
-    /// Adds a camera at the end; one that is known already is replaced in its place.
+    /// Appends a camera, or replaces the one with the same address in its place.
     void add(const Camera &camera);
-    /// The same for many, as one change.
+    /// Adds several cameras as one change.
     void add(const QVector<Camera> &cameras);
-    /// Nothing when the address is unknown.
+    /// This and the next two ignore unknown addresses.
     void remove(const QString &address);
     void setStatus(const QString &address, int status);
     void setName(const QString &address, const QString &name);
-    /// Gives each camera the status that `status` answers for it, as one change.
+    /// Sets each camera's status to `status(camera)`, as one change.
     template <class StatusOf>
     void setStatuses(StatusOf status);
-    /// The empty address: no camera is preferred. A preferred camera need not be listed.
+    /// An empty address means none. The preferred camera need not be listed.
     void setPreferred(const QString &address);
-    /// Answers this order whatever the cameras are; nothing goes back to the real order.
+    /// Makes sorted() return these addresses; nullopt restores the real order.
     void pretendOrder(const std::optional<QStringList> &order);
-    /// The cameras that are ignored have changed.
+    /// Announces a change of the ignored cameras.
     void refresh() { announce(); }
 
     [[nodiscard]] QVector<Camera> cameras() const { return mCameras; }
@@ -68,7 +67,7 @@ private:
     [[nodiscard]] bool isIgnored(const Camera &camera) const;
     [[nodiscard]] QVector<Camera> listed() const;
 
-    Notifier &mNotifier;
+    BusNotifier &mNotifier;
     AgentPreferences &mPreferences;
     QVector<Camera> mCameras;
     QString mPreferred;

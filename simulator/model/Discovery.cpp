@@ -1,19 +1,19 @@
 #include "simulator/model/Discovery.h"
 
+#include "agent/AgentContract.h"
 #include "agent/NotificationNames.h"
-#include "settings/KS7Domain.h"
 #include "simulator/model/AgentPreferences.h"
+#include "simulator/model/BusNotifier.h"
 #include "simulator/model/CameraRegistry.h"
-#include "simulator/model/Notifier.h"
 
 namespace simulator {
 
-Discovery::Discovery(CameraRegistry &roster, AgentPreferences &preferences, Notifier &notifier,
-                     const Timing &timing)
-    : mRoster(roster)
+Discovery::Discovery(CameraRegistry &registry, AgentPreferences &preferences, BusNotifier &notifier,
+                     const Behaviour &behaviour)
+    : mRegistry(registry)
     , mPreferences(preferences)
     , mNotifier(notifier)
-    , mTiming(timing)
+    , mBehaviour(behaviour)
 {
     mFinding.setSingleShot(true);
     mSearching.setSingleShot(true);
@@ -27,8 +27,8 @@ void Discovery::start()
         return;
     mIsSearching = true;
     mNotifier.post(NotificationNames::StartedDiscovering);
-    mFinding.start(mTiming.finding);
-    mSearching.start(mTiming.searching);
+    mFinding.start(mBehaviour.timing.finding);
+    mSearching.start(mBehaviour.timing.searching);
 }
 
 void Discovery::stop()
@@ -60,7 +60,7 @@ void Discovery::find()
         camera.name = name.toString();
     camera.status = kKS7CamNotStreaming;
     camera.reachable = true;
-    mRoster.add(camera);
+    mRegistry.add(camera);
 }
 
 QString Discovery::nextNewAddress() const
@@ -70,7 +70,7 @@ QString Discovery::nextNewAddress() const
         QString address = QStringLiteral("00-1b-dc-0f-%1-%2")
                               .arg((device >> 8) & 0xff, 2, 16, QLatin1Char('0'))
                               .arg(device & 0xff, 2, 16, QLatin1Char('0'));
-        if (!mRoster.find(address))
+        if (!mRegistry.find(address))
             return address;
     }
 }

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "simulator/model/Behaviour.h"
 #include "simulator/model/Camera.h"
-#include "simulator/model/Timing.h"
 
 #include <QTimer>
 #include <QVector>
@@ -10,29 +10,30 @@ namespace simulator {
 
 class AgentPreferences;
 class CameraRegistry;
-class Notifier;
+class BusNotifier;
 
-/// A search for cameras: it is announced, finds one camera and ends.
+/// A search for cameras, which finds one camera.
 class Discovery final : public QObject {
     Q_OBJECT
 public:
-    Discovery(CameraRegistry &roster, AgentPreferences &preferences, Notifier &notifier, const Timing &timing);
+    Discovery(CameraRegistry &registry, AgentPreferences &preferences, BusNotifier &notifier,
+              const Behaviour &behaviour);
 
     /// Does nothing while a search runs.
     void start();
     /// Ends a running search before its time.
     void stop();
-    /// This camera is out there: the next search finds it before any other.
+    /// The next search finds this camera first.
     void leaveToBeFound(const Camera &camera);
 
 private:
     void find();
     [[nodiscard]] QString nextNewAddress() const;
 
-    CameraRegistry &mRoster;
+    CameraRegistry &mRegistry;
     AgentPreferences &mPreferences;
-    Notifier &mNotifier;
-    Timing mTiming;
+    BusNotifier &mNotifier;
+    const Behaviour &mBehaviour;
     QTimer mFinding;
     QTimer mSearching;
     bool mIsSearching = false;

@@ -1,30 +1,27 @@
 #include "simulator/model/FirmwareWriter.h"
 
 #include "agent/NotificationNames.h"
-#include "simulator/model/Notifier.h"
+#include "simulator/model/BusNotifier.h"
 
 namespace simulator {
 
-FirmwareWriter::FirmwareWriter(const Behaviour &behaviour, const WantedErrors &errors, Notifier &notifier,
-                               const Timing &timing)
+FirmwareWriter::FirmwareWriter(const Behaviour &behaviour, BusNotifier &notifier)
     : mBehaviour(behaviour)
-    , mErrors(errors)
     , mNotifier(notifier)
-    , mTiming(timing)
 {
     connect(&mTimer, &QTimer::timeout, this, &FirmwareWriter::advance);
 }
 
 int FirmwareWriter::start()
 {
-    if (const int wanted = mErrors.value(QStringLiteral("startUpdate")))
+    if (const int wanted = mBehaviour.errors.value(QStringLiteral("startUpdate")))
         return wanted;
     if (mTimer.isActive())
         return ErrorCode::Busy;
     ++mUpdates;
     mStep = 0;
     if (mBehaviour.firmware)
-        mTimer.start(mTiming.firmwareStep);
+        mTimer.start(mBehaviour.timing.firmwareStep);
     return 0;
 }
 
@@ -34,16 +31,16 @@ void FirmwareWriter::advance()
     mNotifier.post(NotificationNames::FirmwareUpdateProgress,
                    {{UserInfoKeys::Value, mStep}, {UserInfoKeys::Total, FirmwareSteps}});
     const int code = finalCode();
-    // A failure shows before the bar is full.
+    // A failing update ends half-way.
     if (mStep >= (code == 0 ? FirmwareSteps : FirmwareSteps / 2))
         end(code);
 }
 
 int FirmwareWriter::finalCode() const
 {
-    if (const int wanted = mErrors.value(NotificationNames::FirmwareUpdateEnded))
+    if (const int wanted = mBehaviour.errors.value(NotificationNames::FirmwareUpdateEnded))
         return wanted;
-    const bool fails = mBehaviour.mishaps && mUpdates % 2 == 0;
+    const bool fails = mBehaviour.demoFailures && mUpdates % 2 == 0;
     return fails ? ErrorCode::FirmwareNotVerified : 0;
 }
 

@@ -1,25 +1,22 @@
 #pragma once
 
 #include "simulator/model/Behaviour.h"
-#include "simulator/model/ErrorCodes.h"
-#include "simulator/model/Timing.h"
 
 #include <QTimer>
 
 namespace simulator {
 
-class Notifier;
+class BusNotifier;
 
-/// Writes firmware into the camera at the cable: reports progress and, once, the end.
+/// Updates the firmware of the plugged-in camera: posts the progress and the end.
 class FirmwareWriter final : public QObject {
     Q_OBJECT
 public:
-    FirmwareWriter(const Behaviour &behaviour, const WantedErrors &errors, Notifier &notifier,
-                   const Timing &timing);
+    FirmwareWriter(const Behaviour &behaviour, BusNotifier &notifier);
 
-    /// 0 when the reports will follow, otherwise the code of the refusal.
+    /// Returns 0 if the reports will follow, otherwise an error code.
     int start();
-    /// The camera has gone: a running update ends with an error, where updates run by themselves.
+    /// The camera was unplugged: a running update ends, with an error post if Behaviour::connect is set.
     void interrupt();
 
 Q_SIGNALS:
@@ -31,9 +28,7 @@ private:
     [[nodiscard]] int finalCode() const;
 
     const Behaviour &mBehaviour;
-    const WantedErrors &mErrors;
-    Notifier &mNotifier;
-    Timing mTiming;
+    BusNotifier &mNotifier;
     QTimer mTimer;
     int mStep = 0;
     int mUpdates = 0;

@@ -1,7 +1,7 @@
 #include "simulator/model/PasskeyChange.h"
 
 #include "agent/NotificationNames.h"
-#include "simulator/model/Notifier.h"
+#include "simulator/model/BusNotifier.h"
 
 #include <QTimer>
 
@@ -13,7 +13,7 @@ namespace {
 
 constexpr int LongestPassKey = 16;
 
-/// Digits of any script, each of which counts as one.
+/// Digits of any script; a digit beyond the BMP counts as one.
 bool isWellFormed(const QString &passKey)
 {
     const auto characters = passKey.toUcs4();
@@ -24,12 +24,9 @@ bool isWellFormed(const QString &passKey)
 
 } // namespace
 
-PasskeyChange::PasskeyChange(const Behaviour &behaviour, const WantedErrors &errors, Notifier &notifier,
-                             const Timing &timing)
+PasskeyChange::PasskeyChange(const Behaviour &behaviour, BusNotifier &notifier)
     : mBehaviour(behaviour)
-    , mErrors(errors)
     , mNotifier(notifier)
-    , mTiming(timing)
 {
 }
 
@@ -37,24 +34,24 @@ int PasskeyChange::start(const QString &passKey)
 {
     const int code = refusal(passKey);
     if (code == 0 && mBehaviour.passKey)
-        QTimer::singleShot(mTiming.passKey, this, [this, passKey] { report(passKey); });
+        QTimer::singleShot(mBehaviour.timing.passKey, this, [this, passKey] { report(passKey); });
     return code;
 }
 
 int PasskeyChange::refusal(const QString &passKey) const
 {
-    if (const int wanted = mErrors.value(QStringLiteral("setPassKey")))
+    if (const int wanted = mBehaviour.errors.value(QStringLiteral("setPassKey")))
         return wanted;
     if (!isWellFormed(passKey))
         return ErrorCode::BadPassKey;
-    return mBehaviour.mishaps && passKey == QStringLiteral("0000") ? ErrorCode::PassKeyRefused : 0;
+    return mBehaviour.demoFailures && passKey == QStringLiteral("0000") ? ErrorCode::PassKeyRefused : 0;
 }
 
 int PasskeyChange::lateError(const QString &passKey) const
 {
-    if (const int wanted = mErrors.value(NotificationNames::PassKeySet))
+    if (const int wanted = mBehaviour.errors.value(NotificationNames::PassKeySet))
         return wanted;
-    return mBehaviour.mishaps && passKey == QStringLiteral("9999") ? ErrorCode::PassKeyLost : 0;
+    return mBehaviour.demoFailures && passKey == QStringLiteral("9999") ? ErrorCode::PassKeyLost : 0;
 }
 
 void PasskeyChange::report(const QString &passKey)

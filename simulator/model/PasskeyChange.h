@@ -1,24 +1,21 @@
 #pragma once
 
 #include "simulator/model/Behaviour.h"
-#include "simulator/model/ErrorCodes.h"
-#include "simulator/model/Timing.h"
 
 #include <QObject>
 #include <QString>
 
 namespace simulator {
 
-class Notifier;
+class BusNotifier;
 
-/// Sets the passkey of the camera at the cable and reports it some time later.
+/// Sets the passkey of the plugged-in camera and reports the result later.
 class PasskeyChange final : public QObject {
     Q_OBJECT
 public:
-    PasskeyChange(const Behaviour &behaviour, const WantedErrors &errors, Notifier &notifier,
-                  const Timing &timing);
+    PasskeyChange(const Behaviour &behaviour, BusNotifier &notifier);
 
-    /// 0 when the report "KS7PassKeySet" will follow, otherwise the code of the refusal.
+    /// Returns 0 if "KS7PassKeySet" will follow, otherwise an error code.
     int start(const QString &passKey);
 
 private:
@@ -27,9 +24,7 @@ private:
     void report(const QString &passKey);
 
     const Behaviour &mBehaviour;
-    const WantedErrors &mErrors;
-    Notifier &mNotifier;
-    Timing mTiming;
+    BusNotifier &mNotifier;
 };
 
 } // namespace simulator

@@ -1,17 +1,18 @@
 #include "simulator/model/StreamingSequence.h"
 
 #include "agent/NotificationNames.h"
+#include "simulator/model/BusNotifier.h"
 #include "simulator/model/CameraRegistry.h"
-#include "simulator/model/Notifier.h"
 
 #include <algorithm>
 
 namespace simulator {
 
-StreamingSequence::StreamingSequence(CameraRegistry &roster, Notifier &notifier, const Timing &timing)
-    : mRoster(roster)
+StreamingSequence::StreamingSequence(CameraRegistry &registry, BusNotifier &notifier,
+                                     const Behaviour &behaviour)
+    : mRegistry(registry)
     , mNotifier(notifier)
-    , mTiming(timing)
+    , mBehaviour(behaviour)
 {
     mTimer.setSingleShot(true);
     connect(&mTimer, &QTimer::timeout, this, &StreamingSequence::advance);
@@ -20,7 +21,7 @@ StreamingSequence::StreamingSequence(CameraRegistry &roster, Notifier &notifier,
 void StreamingSequence::begin(const QString &address)
 {
     end();
-    const auto camera = mRoster.find(address);
+    const auto camera = mRegistry.find(address);
     if (!camera || !camera->reachable)
         return;
     mAddress = address;
@@ -31,10 +32,10 @@ void StreamingSequence::end()
 {
     mTimer.stop();
     mAddress.clear();
-    const auto cameras = mRoster.cameras();
+    const auto cameras = mRegistry.cameras();
     const bool streamed = std::any_of(cameras.begin(), cameras.end(),
                                       [](const Camera &camera) { return camera.status == kKS7CamStreaming; });
-    mRoster.setStatuses([](const Camera &camera) {
+    mRegistry.setStatuses([](const Camera &camera) {
         return isBusy(camera.status) ? int(kKS7CamNotStreaming) : camera.status;
     });
     if (streamed)
@@ -43,7 +44,7 @@ void StreamingSequence::end()
 
 void StreamingSequence::advance()
 {
-    const auto camera = mRoster.find(mAddress);
+    const auto camera = mRegistry.find(mAddress);
     if (!camera)
         return;
     const int next = isBusy(camera->status) ? camera->status + 1 : int(kKS7CamPairing);
@@ -54,7 +55,7 @@ void StreamingSequence::advance()
 
 void StreamingSequence::enter(int status)
 {
-    mRoster.setStatus(mAddress.isEmpty() ? mRoster.preferredAddress() : mAddress, status);
+    mRegistry.setStatus(mAddress.isEmpty() ? mRegistry.preferredAddress() : mAddress, status);
     if (status == kKS7CamPairing)
         mNotifier.post(NotificationNames::PairingInitiated);
     else if (status == kKS7CamStarting)
@@ -68,8 +69,8 @@ void StreamingSequence::enter(int status)
 int StreamingSequence::delayBefore(int status) const
 {
     if (status == kKS7CamPairing)
-        return mTiming.pairing;
-    return status == kKS7CamStarting ? mTiming.starting : mTiming.streaming;
+        return mBehaviour.timing.pairing;
+    return status == kKS7CamStarting ? mBehaviour.timing.starting : mBehaviour.timing.streaming;
 }
 
 } // namespace simulator

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/model/Timing.h"
+#include "simulator/model/Behaviour.h"
 
 #include <QString>
 #include <QTimer>
@@ -8,28 +8,28 @@
 namespace simulator {
 
 class CameraRegistry;
-class Notifier;
+class BusNotifier;
 
-/// Takes one camera from its call over pairing and starting to streaming, and back.
+/// Moves one camera through pairing and starting to streaming.
 class StreamingSequence final : public QObject {
     Q_OBJECT
 public:
-    StreamingSequence(CameraRegistry &roster, Notifier &notifier, const Timing &timing);
+    StreamingSequence(CameraRegistry &registry, BusNotifier &notifier, const Behaviour &behaviour);
 
-    /// Ends what runs and calls this camera; one that cannot be reached is called in vain.
+    /// Ends the running sequence and starts one for this camera. Ignores unreachable cameras.
     void begin(const QString &address);
     /// Every camera that pairs, starts or streams falls back to "Not Streaming".
     void end();
-    /// What the course and whoever else knows of it report.
+    /// Gives the camera this status and posts the matching notification.
     void enter(int status);
 
 private:
     void advance();
     [[nodiscard]] int delayBefore(int status) const;
 
-    CameraRegistry &mRoster;
-    Notifier &mNotifier;
-    Timing mTiming;
+    CameraRegistry &mRegistry;
+    BusNotifier &mNotifier;
+    const Behaviour &mBehaviour;
     QTimer mTimer;
     QString mAddress;
 };

@@ -1,17 +1,15 @@
 #include "simulator/model/UsbCable.h"
 
 #include "agent/NotificationNames.h"
-#include "simulator/model/Notifier.h"
+#include "simulator/model/BusNotifier.h"
 
 namespace simulator {
 
-UsbCable::UsbCable(const Behaviour &behaviour, const WantedErrors &errors, Notifier &notifier,
-                   const Timing &timing)
+UsbCable::UsbCable(const Behaviour &behaviour, BusNotifier &notifier)
     : mBehaviour(behaviour)
     , mNotifier(notifier)
-    , mTiming(timing)
-    , mPassKey(behaviour, errors, notifier, timing)
-    , mFirmware(behaviour, errors, notifier, timing)
+    , mPassKey(behaviour, notifier)
+    , mFirmware(behaviour, notifier)
 {
     connect(&mFirmware, &FirmwareWriter::succeeded, this, &UsbCable::updated);
 }
@@ -57,11 +55,10 @@ int UsbCable::setPassKey(const QString &passKey)
 void UsbCable::updated()
 {
     mNeedsFirmware = false;
-    if (!mBehaviour.mishaps)
+    if (!mBehaviour.demoFailures)
         return;
-    // The camera restarts, and by then the maker has found something else to mend: so that a second
-    // update can be tried.
-    QTimer::singleShot(mTiming.restarting, this, [this, address = mAddress] {
+    // In the demo the restarted camera needs another update, to show a failing one.
+    QTimer::singleShot(mBehaviour.timing.restarting, this, [this, address = mAddress] {
         if (holds(address))
             plug(address, true);
     });

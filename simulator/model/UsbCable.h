@@ -5,21 +5,20 @@
 
 namespace simulator {
 
-/// The USB cable: which camera is plugged in, and the work that needs it.
+/// The USB cable: the camera that is plugged in, and the operations that need one.
 class UsbCable final : public QObject {
     Q_OBJECT
 public:
-    UsbCable(const Behaviour &behaviour, const WantedErrors &errors, Notifier &notifier,
-             const Timing &timing);
+    UsbCable(const Behaviour &behaviour, BusNotifier &notifier);
 
-    /// Unplugs what was plugged in before.
+    /// Unplugs the present camera first.
     void plug(const QString &address, bool needsFirmware);
-    /// Nothing when nothing is plugged in.
+    /// Does nothing without a plugged-in camera.
     void unplug();
     [[nodiscard]] bool holds(const QString &address) const;
     [[nodiscard]] bool needsFirmware() const { return !mAddress.isEmpty() && mNeedsFirmware; }
 
-    /// 0, or the code of the refusal.
+    /// 0 or an error code.
     int startUpdate();
     int setPassKey(const QString &passKey);
 
@@ -31,8 +30,7 @@ private:
     void updated();
 
     const Behaviour &mBehaviour;
-    Notifier &mNotifier;
-    Timing mTiming;
+    BusNotifier &mNotifier;
     PasskeyChange mPassKey;
     FirmwareWriter mFirmware;
     QString mAddress;

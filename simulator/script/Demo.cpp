@@ -1,6 +1,6 @@
 #include "simulator/script/Demo.h"
 
-#include "settings/KS7Domain.h"
+#include "agent/AgentContract.h"
 #include "simulator/model/AgentModel.h"
 
 #include <QTimer>
@@ -13,7 +13,7 @@ const QString KitchenAddress = QStringLiteral("00-1b-dc-0f-2a-9c");
 const QString DeskAddress = QStringLiteral("00-1b-dc-0f-3b-71");
 const QString WorkshopAddress = QStringLiteral("00-1b-dc-0f-5d-04");
 
-/// A name that somebody has given the camera since stands.
+/// Keeps a name that the user has given.
 Camera known(AgentModel &model, const QString &address, const QString &name, int status)
 {
     auto &preferences = model.preferences();
@@ -26,18 +26,18 @@ Camera known(AgentModel &model, const QString &address, const QString &name, int
 
 void plugWorkshop(AgentModel &model)
 {
-    model.roster().add(known(model, WorkshopAddress, QStringLiteral("Workshop"), kKS7CamNotStreaming));
+    model.registry().add(known(model, WorkshopAddress, QStringLiteral("Workshop"), kKS7CamNotStreaming));
     model.cable().plug(WorkshopAddress, true);
 }
 
 } // namespace
 
-void Demo::begin(AgentModel &model, const Timing &timing)
+void Demo::begin(AgentModel &model)
 {
-    model.roster().add({known(model, KitchenAddress, QStringLiteral("Kitchen"), kKS7CamNotStreaming),
-                        known(model, DeskAddress, QStringLiteral("Desk"), kKS7CamNotFound)});
+    model.registry().add({known(model, KitchenAddress, QStringLiteral("Kitchen"), kKS7CamNotStreaming),
+                          known(model, DeskAddress, QStringLiteral("Desk"), kKS7CamNotFound)});
     model.choose(KitchenAddress);
-    QTimer::singleShot(timing.plugging, &model, [&model] { plugWorkshop(model); });
+    QTimer::singleShot(model.behaviour().timing.plugging, &model, [&model] { plugWorkshop(model); });
 }
 
 } // namespace simulator

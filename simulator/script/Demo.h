@@ -3,12 +3,11 @@
 namespace simulator {
 
 class AgentModel;
-struct Timing;
 
-/// The cameras of the demo and what happens to them at the start.
+/// The demo's cameras and its first events.
 namespace Demo {
 
-void begin(AgentModel &model, const Timing &timing);
+void begin(AgentModel &model);
 
 } // namespace Demo
 

@@ -1,10 +1,10 @@
 #include "simulator/script/Script.h"
 
 #include "platform/bus/BusNames.h"
-#include "simulator/model/AgentModel.h"
 #include "simulator/bus/FaultInjector.h"
-#include "simulator/model/Notifier.h"
 #include "simulator/bus/Recorder.h"
+#include "simulator/model/AgentModel.h"
+#include "simulator/model/BusNotifier.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>
@@ -39,7 +39,7 @@ Camera numberedCamera(int number)
 
 } // namespace
 
-Script::Script(AgentModel &model, Notifier &notifier, Recorder &recorder, FaultInjector &faults)
+Script::Script(AgentModel &model, BusNotifier &notifier, Recorder &recorder, FaultInjector &faults)
     : mModel(model)
     , mNotifier(notifier)
     , mRecorder(recorder)
@@ -55,7 +55,7 @@ void Script::refuse(const QString &why)
 
 void Script::addCamera(const QString &address, const QString &name, const QString &cameraID, int status)
 {
-    mModel.roster().add(Camera{address, name, cameraID, status, status != kKS7CamNotFound});
+    mModel.registry().add(Camera{address, name, cameraID, status, status != kKS7CamNotFound});
 }
 
 void Script::addManyCameras(int count)
@@ -67,37 +67,37 @@ void Script::addManyCameras(int count)
     QVector<Camera> cameras;
     for (int number = 0; number < count; ++number)
         cameras.append(numberedCamera(number));
-    mModel.roster().add(cameras);
+    mModel.registry().add(cameras);
 }
 
 void Script::removeCamera(const QString &address)
 {
-    mModel.roster().remove(address);
+    mModel.registry().remove(address);
 }
 
 void Script::setStatus(const QString &address, int status)
 {
-    mModel.roster().setStatus(address, status);
+    mModel.registry().setStatus(address, status);
 }
 
 void Script::renameCamera(const QString &address, const QString &name)
 {
-    mModel.roster().setName(address, name);
+    mModel.registry().setName(address, name);
 }
 
 void Script::setSorted(const QStringList &addresses)
 {
-    mModel.roster().pretendOrder(addresses);
+    mModel.registry().pretendOrder(addresses);
 }
 
 void Script::unsetSorted()
 {
-    mModel.roster().pretendOrder(std::nullopt);
+    mModel.registry().pretendOrder(std::nullopt);
 }
 
 void Script::setPreferred(const QString &address)
 {
-    mModel.roster().setPreferred(address);
+    mModel.registry().setPreferred(address);
 }
 
 void Script::plugUSB(const QString &address, bool needsFirmware)
@@ -136,7 +136,7 @@ QDBusVariant Script::preference(const QString &key)
     const QVariant value = mModel.preferences().value(key);
     if (!value.isValid())
         refuse(QStringLiteral("no such preference: %1").arg(key));
-    // A variant on the bus must hold something, also when nobody gets it.
+    // An empty variant cannot be sent, not even in a reply that is replaced by an error.
     return QDBusVariant(value.isValid() ? value : QVariant(QString()));
 }
 
@@ -150,7 +150,7 @@ void Script::setBehaviour(const QString &name, bool on)
 
 void Script::setErrorCode(const QString &operation, int code)
 {
-    mModel.errors().insert(operation, code);
+    mModel.behaviour().errors.insert(operation, code);
 }
 
 void Script::post(const QString &name, const QVariantMap &userInfo)
@@ -181,11 +181,10 @@ void Script::resume()
 
 void Script::die()
 {
-    // Whoever asks gets an answer first: once the bus has answered another call, it is on its way.
+    // Reply first. The bus daemon's answer to GetId proves that it has the reply.
     connection().send(message().createReply());
-    connection().call(QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
+    connection().call(QDBusMessage::createMethodCall(platform::bus::Daemon, platform::bus::DaemonPath,
+                                                     platform::bus::Daemon, QStringLiteral("GetId")));
     FaultInjector::die();
 }
 

@@ -10,16 +10,16 @@ namespace simulator {
 
 class AgentModel;
 class FaultInjector;
-class Notifier;
+class BusNotifier;
 class Recorder;
 
-/// Lets a test play the agent: what the interface com.orvex.KS7AgentSimulator declares and describes.
+/// The script interface for tests; com.orvex.KS7AgentSimulator.xml documents each operation.
 class Script final : public QObject, protected QDBusContext {
     Q_OBJECT
 public:
-    Script(AgentModel &model, Notifier &notifier, Recorder &recorder, FaultInjector &faults);
+    Script(AgentModel &model, BusNotifier &notifier, Recorder &recorder, FaultInjector &faults);
 
-    /// What it is registered as, beside the agent's two objects.
+    /// The registered name of the script object.
     static QString registeredName() { return QStringLiteral("KS7AgentSimulator"); }
 
 public Q_SLOTS:
@@ -61,7 +61,7 @@ private:
     void refuse(const QString &why);
 
     AgentModel &mModel;
-    Notifier &mNotifier;
+    BusNotifier &mNotifier;
     Recorder &mRecorder;
     FaultInjector &mFaults;
 };

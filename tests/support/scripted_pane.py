@@ -24,7 +24,7 @@ class ScriptedPaneTest(unittest.TestCase):
         self.agent.wait_up()
         self.agent.addCamera(KITCHEN, "Kitchen", "2A9C", 1)
         self.agent.setPreferred(KITCHEN)
-        for behaviour in ("passKey", "firmware", "mishaps"):
+        for behaviour in ("passKey", "firmware", "demoFailures"):
             self.agent.setBehaviour(behaviour, True)
         self.pane = None
 

@@ -1,4 +1,4 @@
-#include "simulator/bus/BusNotifier.h"
+#include "simulator/model/BusNotifier.h"
 
 #include "platform/bus/BusNames.h"
 

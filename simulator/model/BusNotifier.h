@@ -1,21 +1,21 @@
 #pragma once
 
-#include "simulator/model/Notifier.h"
-
 #include <QDBusConnection>
+#include <QString>
+#include <QVariantMap>
 
 namespace simulator {
 
 /// Posts broadcast notifications as signals on a bus.
-class BusNotifier final : public Notifier {
+class BusNotifier {
 public:
     explicit BusNotifier(const QDBusConnection &bus)
         : mBus(bus)
     {
     }
 
-    /// A name that no signal can bear is not posted.
-    void post(const QString &name, const QVariantMap &userInfo) override;
+    /// Ignores names that are no valid member name of a signal.
+    void post(const QString &name, const QVariantMap &userInfo = {});
 
 private:
     QDBusConnection mBus;

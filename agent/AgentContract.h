@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+
+/// What pane and agent must agree on besides the two interfaces and the notifications.
+
+/// The state of a camera, in the agent's numbers.
+enum KS7CamStatus : std::int32_t {
+    kKS7CamNotFound = 0,
+    kKS7CamNotStreaming = 1,
+    kKS7CamPairing = 2,
+    kKS7CamStarting = 3,
+    kKS7CamStreaming = 4,
+    kKS7CamError = 5,
+};
+
+/// The preferences domain that both write.
+namespace KS7Domain {
+
+inline const QString Name = QStringLiteral("com.orvex.KS7Agent");
+
+} // namespace KS7Domain
+
+namespace PreferenceKeys {
+
+inline const QString KS7On = QStringLiteral("KS7On");
+inline const QString ShowStatusMenu = QStringLiteral("ShowStatusMenu");
+inline const QString VideoSize2 = QStringLiteral("VideoSize2");
+inline const QString LogToFile = QStringLiteral("LogToFile");
+inline const QString FriendlyNames = QStringLiteral("FriendlyNames");
+inline const QString IgnoredCams = QStringLiteral("IgnoredCams");
+
+} // namespace PreferenceKeys
