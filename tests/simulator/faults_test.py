@@ -1,4 +1,4 @@
-"""How the stand-in agent is played: what it remembers, and what can be made to go wrong with it."""
+"""The script interface of the stand-in agent: its record, and the faults that tests ask for."""
 
 import pathlib
 import signal
@@ -24,7 +24,7 @@ class FaultCase(unittest.TestCase):
         self.agent.end()
 
     def ask(self, operation, *arguments):
-        """Asks without waiting; the answer or the error is appended to the list that is returned."""
+        """Calls without waiting; the reply or the error is appended to the returned list."""
         answers = []
         getattr(self.agent.devices, operation)(*arguments, timeout=60, reply_handler=answers.append,
                                                error_handler=answers.append)

@@ -4,7 +4,7 @@
 #include <QString>
 #include <QTest>
 
-/// A node of the test's own in PipeWire, unplugged at the end.
+/// A process with a video node in PipeWire (virtual_camera.cpp), killed by the destructor.
 class VirtualCamera {
 public:
     VirtualCamera(const QString &nodeName, const QString &description, QRgb color, const QString &format = {})
@@ -25,9 +25,9 @@ public:
         mProcess.write(command.toUtf8() + '\n');
         mProcess.waitForBytesWritten();
     }
-    /// How many pictures it has sent to somebody, or kept back while paused, since it was told to tell.
+    /// The frames that it has reported since tell("tell"): sent ones, and those kept back while paused.
     int told() { return mTold += static_cast<int>(mProcess.readAll().count('\n')); }
-    /// Blocks until it has told of so many more: nothing else of this process's main thread runs.
+    /// Blocks the main thread, without an event loop, until it has reported so many more frames.
     void waitUntilTold(int pictures)
     {
         for (const int end = told() + pictures; told() < end;)

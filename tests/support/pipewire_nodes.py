@@ -1,11 +1,11 @@
-"""What PipeWire offers and who takes it, as any program sees it."""
+"""The nodes in PipeWire, as any program sees them."""
 
 import json
 import subprocess
 
 import accessible
 
-# What the agent calls the picture of its camera.
+# The node.name of the agent's picture.
 AGENT_CAMERA = "KS-7 Wireless Webcam"
 
 
@@ -13,7 +13,7 @@ def nodes():
     """The properties of every node."""
     text = subprocess.run(["pw-dump"], capture_output=True, text=True, check=True, stdin=subprocess.DEVNULL).stdout.strip()
     objects = {}
-    # What changes while pw-dump looks stands in a second list behind the first.
+    # pw-dump appends a second list with changes during its run.
     while text:
         listed, end = json.JSONDecoder().raw_decode(text)
         objects |= {each["id"]: each for each in listed}
@@ -29,10 +29,10 @@ def cameras():
 
 
 def watchers():
-    """How many streams take a picture."""
+    """The number of streams that consume video."""
     return sum(node.get("media.class") == "Stream/Input/Video" for node in nodes())
 
 
 def wait_for_camera():
-    """The agent says that its camera streams a little before its picture can be had."""
+    """The agent connects to PipeWire after it has taken its bus names."""
     accessible.wait_until(lambda: AGENT_CAMERA in cameras(), "the picture of the agent's camera")
