@@ -4,12 +4,19 @@
 #include "pane/Diagnosis.h"
 #include "pane/KSPreferencesPanePref.h"
 #include "platform/DesktopServices.h"
+#include "platform/bus/BusHandshake.h"
 
 KSPreferencesPanePref *sharedPane()
 {
     if (!KSPreferencesPanePref::shared())
         (new KSPreferencesPanePref)->initWithBundle(platform::makeDesktopServices(), makeDBusProtocols());
     return KSPreferencesPanePref::shared();
+}
+
+KSPreferencesPanePref *sharedPaneOfOwnProcess()
+{
+    platform::keepToolkitOffSilentBus();
+    return sharedPane();
 }
 
 QString diagnosis()

@@ -9,7 +9,7 @@ class PanePlugin : public QObject, public platform::PreferencePaneFactory {
     Q_PLUGIN_METADATA(IID KS7_PREFERENCE_PANE_IID)
     Q_INTERFACES(platform::PreferencePaneFactory)
 public:
-    platform::PreferencePane *pane() override { return sharedPane(); }
+    platform::PreferencePane *pane() override { return sharedPaneOfOwnProcess(); }
     [[nodiscard]] QString diagnose() const override { return diagnosis(); }
 };
 

@@ -101,7 +101,7 @@ void BusConnection::tryToOpen(Patience patience)
     mTried = true;
     stopListening();
     if (!mHandshake)
-        mHandshake = std::make_unique<BusHandshake>(mType);
+        mHandshake = BusHandshake::shared(mType);
     const auto outcome = patience == Patience::Wait ? mHandshake->wait() : mHandshake->look();
     if (outcome == BusHandshake::Outcome::Silent) {
         mWasAway = true;

@@ -69,7 +69,7 @@ private:
     bool mOpen = false;
     bool mTried = false;
     bool mWasAway = false;
-    std::unique_ptr<BusHandshake> mHandshake;
+    std::shared_ptr<BusHandshake> mHandshake;
     QSocketNotifier *mListener = nullptr;
     QTimer mNextTry;
     std::chrono::milliseconds mInterval;

@@ -2,7 +2,6 @@
 
 #include "platform/bus/BusCall.h"
 
-#include <QFile>
 #include <QList>
 
 #include <poll.h>
@@ -10,13 +9,15 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
+#include <map>
 
 namespace platform {
 namespace {
+
+constexpr char SessionAddress[] = "DBUS_SESSION_BUS_ADDRESS";
 
 QByteArray socketInRuntimeFolder()
 {
@@ -31,7 +32,7 @@ QByteArray addressOf(QDBusConnection::BusType type)
         const QByteArray address = qgetenv("DBUS_SYSTEM_BUS_ADDRESS");
         return address.isEmpty() ? QByteArrayLiteral("unix:path=/var/run/dbus/system_bus_socket") : address;
     }
-    const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    const QByteArray address = qgetenv(SessionAddress);
     return address.isEmpty() ? socketInRuntimeFolder() : address;
 }
 
@@ -93,6 +94,16 @@ BusHandshake::BusHandshake(QDBusConnection::BusType type)
     }
 }
 
+std::shared_ptr<BusHandshake> BusHandshake::shared(QDBusConnection::BusType type)
+{
+    static std::map<QDBusConnection::BusType, std::weak_ptr<BusHandshake>> latest;
+    auto handshake = latest[type].lock();
+    if (!handshake || handshake->look() != Outcome::Silent)
+        handshake = std::make_shared<BusHandshake>(type);
+    latest[type] = handshake;
+    return handshake;
+}
+
 BusHandshake::~BusHandshake()
 {
     if (mSocket >= 0)
@@ -133,6 +144,23 @@ BusHandshake::Outcome BusHandshake::lookFor(int milliseconds)
     char byte = 0;
     mOutcome = ::recv(mSocket, &byte, 1, 0) == 1 ? Outcome::Answered : Outcome::Refused;
     return mOutcome;
+}
+
+void keepToolkitOffSilentBus()
+{
+    const auto handshake = BusHandshake::shared(QDBusConnection::SessionBus);
+    if (handshake->wait() != BusHandshake::Outcome::Silent)
+        return;
+    // Kept, so that the pane's own connection does not wait once more.
+    static const auto waitedFor = handshake;
+    const QByteArray address = qgetenv(SessionAddress);
+    qputenv(SessionAddress, "unix:path=/nonexistent");
+    // Fails at once, and Qt does not try again.
+    static_cast<void>(QDBusConnection::sessionBus());
+    if (address.isNull())
+        qunsetenv(SessionAddress);
+    else
+        qputenv(SessionAddress, address);
 }
 
 } // namespace platform

@@ -4,6 +4,8 @@
 #include <QDBusConnection>
 #include <QDeadlineTimer>
 
+#include <memory>
+
 namespace platform {
 
 /// Asks a bus for a first sign of life over a socket of its own. QDBusConnection::connectToBus() waits 25 s
@@ -15,6 +17,9 @@ public:
 
     /// Begins at once and never blocks. Its time is that of one call.
     explicit BusHandshake(QDBusConnection::BusType type);
+    /// The handshake with a bus that is silent so far, else a new one: all callers of the process together
+    /// wait once.
+    static std::shared_ptr<BusHandshake> shared(QDBusConnection::BusType type);
     ~BusHandshake();
     BusHandshake(const BusHandshake &) = delete;
     BusHandshake &operator=(const BusHandshake &) = delete;
@@ -34,5 +39,10 @@ private:
     Outcome mOutcome = Outcome::Refused;
     QDeadlineTimer mDeadline;
 };
+
+/// Keeps the toolkit off a session bus that is silent: QDBusConnection::sessionBus(), which the toolkit's
+/// bridge to screen readers calls, would block for ever. The toolkit then has no session bus until the
+/// process ends. No effect when the bus answers, or when the process has that connection already.
+void keepToolkitOffSilentBus();
 
 } // namespace platform
