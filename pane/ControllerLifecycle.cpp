@@ -143,7 +143,9 @@ void KS7SettingsWindowController::prefPaneDidHide()
 
 void KS7SettingsWindowController::makeItKey(void *)
 {
-    outlets.cameraListTable->setFocus(Qt::OtherFocusReason);
+    // A pane hidden meanwhile is in no window, and must not take the focus from the host's other pages.
+    if (outlets.cameraListTable->isVisible())
+        outlets.cameraListTable->setFocus(Qt::OtherFocusReason);
 }
 
 void KS7SettingsWindowController::beginSheet(platform::Sheet *sheet)

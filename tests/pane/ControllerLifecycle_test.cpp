@@ -2,11 +2,16 @@
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "logging/KS7OrvexLogger.h"
 #include "platform/bus/Connection.h"
-#include "widgets/Indicators.h"
+#include "platform/desktop/Bundle.h"
+#include "platform/desktop/ProcessorClock.h"
 #include "platform/desktop/Workspace.h"
+#include "platform/preferences/UserDefaults.h"
 #include "tests/support/PaneFixture.h"
 #include "tests/support/Timeout.h"
+#include "widgets/Indicators.h"
 
+#include <QAbstractItemDelegate>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
@@ -14,6 +19,78 @@
 
 using namespace std::chrono_literals;
 namespace Names = NotificationNames;
+
+namespace {
+
+/// Records when the version line is read.
+class WatchedBundle final : public platform::Bundle {
+public:
+    WatchedBundle(std::shared_ptr<platform::Bundle> bundle, std::function<void()> onInfo)
+        : mBundle(std::move(bundle))
+        , mOnInfo(std::move(onInfo))
+    {
+    }
+    [[nodiscard]] QString pathForResource(const QString &name, const QString &type) const override
+    {
+        return mBundle->pathForResource(name, type);
+    }
+    [[nodiscard]] QVariantMap infoDictionary() const override
+    {
+        mOnInfo();
+        return mBundle->infoDictionary();
+    }
+
+private:
+    std::shared_ptr<platform::Bundle> mBundle;
+    std::function<void()> mOnInfo;
+};
+
+/// Records when the preferences are synchronised.
+class WatchedDefaults final : public platform::UserDefaults {
+public:
+    WatchedDefaults(std::shared_ptr<platform::UserDefaults> defaults, std::function<void()> onSynchronize)
+        : mDefaults(std::move(defaults))
+        , mOnSynchronize(std::move(onSynchronize))
+    {
+    }
+    std::optional<platform::PropertyListDictionary> persistentDomainForName(const QString &name) override
+    {
+        return mDefaults->persistentDomainForName(name);
+    }
+    void setPersistentDomain(const std::optional<platform::PropertyListDictionary> &domain,
+                             const QString &name) override
+    {
+        mDefaults->setPersistentDomain(domain, name);
+    }
+    bool synchronize() override
+    {
+        mOnSynchronize();
+        return mDefaults->synchronize();
+    }
+
+private:
+    std::shared_ptr<platform::UserDefaults> mDefaults;
+    std::function<void()> mOnSynchronize;
+};
+
+/// Records when the pop-up is set up.
+class WatchedClock final : public platform::ProcessorClock {
+public:
+    explicit WatchedClock(std::function<void()> onRead)
+        : mOnRead(std::move(onRead))
+    {
+    }
+    std::uint64_t frequency() override
+    {
+        mOnRead();
+        return 2'400'000'000;
+    }
+
+private:
+    std::function<void()> mOnRead;
+};
+
+} // namespace
 
 /// Start-up, showing and hiding, as the services see them.
 class LifecycleTest : public QObject {
@@ -178,6 +255,50 @@ private Q_SLOTS:
                  static_cast<QWidget *>(fixture.outlets().cameraListTable));
     }
 
+    void theControlsAreSetUpInTheirOrder()
+    {
+        PaneFixture fixture;
+        QAbstractItemDelegate *oldDelegate = nullptr;
+        QStringList steps;
+        // Each service that is asked notes what the steps before it have set up.
+        const auto note = [&](const QString &service) {
+            const auto &outlets = fixture.outlets();
+            QStringList done;
+            if (outlets.cameraListTable->itemDelegate() != oldDelegate)
+                done.append(QStringLiteral("cell"));
+            if (outlets.statusMenuCheckbox->isChecked())
+                done.append(QStringLiteral("status menu"));
+            if (outlets.enableKS7Checkbox->isChecked())
+                done.append(QStringLiteral("enable"));
+            if (outlets.levelIndicator_l->doubleValue() == 0.0)
+                done.append(QStringLiteral("meters"));
+            steps.append(service + QStringLiteral(": ") + done.join(QStringLiteral(", ")));
+        };
+        fixture.refit = [&note, &oldDelegate](platform::Services &services) {
+            const auto noteStep = [&note, &oldDelegate](const char *service) {
+                return [&note, &oldDelegate, name = QString::fromLatin1(service)] {
+                    if (oldDelegate)
+                        note(name);
+                };
+            };
+            services.bundle = std::make_shared<WatchedBundle>(services.bundle, noteStep("version"));
+            services.processorClock = std::make_shared<WatchedClock>(noteStep("clock"));
+            services.userDefaults =
+                std::make_shared<WatchedDefaults>(services.userDefaults, noteStep("defaults"));
+        };
+        fixture.load();
+        auto &outlets = fixture.outlets();
+        outlets.levelIndicator_l->setDoubleValue(0.7);
+        outlets.statusMenuCheckbox->setChecked(false);
+        outlets.enableKS7Checkbox->setChecked(false);
+        oldDelegate = outlets.cameraListTable->itemDelegate();
+        fixture.controller().setupUI();
+        QCOMPARE(steps,
+                 QStringList({QStringLiteral("version: "), QStringLiteral("defaults: cell, status menu"),
+                              QStringLiteral("clock: cell, status menu, enable")}));
+        QCOMPARE(outlets.levelIndicator_l->doubleValue(), 0.0);
+    }
+
     void bothMetersStartAtNought()
     {
         PaneFixture fixture;
@@ -269,6 +390,30 @@ private Q_SLOTS:
         fixture.outlets().discoveringMessage->show();
         fixture.show();
         QVERIFY(fixture.outlets().searchingIndicator->isAnimating());
+    }
+
+    void theSpinnerTurnsWhileTheWindowIsNotOnScreenYet()
+    {
+        PaneFixture fixture;
+        fixture.load();
+        fixture.outlets().discoveringMessage->show();
+        QVERIFY(!fixture.outlets().discoveringMessage->isVisible());
+        fixture.pane->willSelect();
+        QVERIFY(fixture.outlets().searchingIndicator->isAnimating());
+    }
+
+    void aHiddenPaneDoesNotTakeTheKeyboard()
+    {
+        PaneFixture fixture;
+        fixture.show();
+        QVERIFY(QTest::qWaitForWindowActive(&fixture.window, Timeout));
+        QPushButton elsewhere(&fixture.window);
+        elsewhere.show();
+        elsewhere.setFocus();
+        fixture.pane->mainView()->hide();
+        fixture.hide();
+        fixture.runLoop->advance(100ms);
+        QCOMPARE(fixture.window.focusWidget(), static_cast<QWidget *>(&elsewhere));
     }
 
     void theTableGetsTheKeyboardATenthOfASecondAfterShowing()
