@@ -4,6 +4,7 @@
 import os
 import pathlib
 import sys
+import tempfile
 import unittest
 
 import dbus
@@ -13,18 +14,35 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support
 
 import accessible  # noqa: E402
 import stand_in  # noqa: E402
+from pictures import Picture  # noqa: E402
+from screens import SCREEN  # noqa: E402
 
 # Another module of the same page.
-OTHER_MODULE = {"5": "Applications", "6": "Default Applications"}[os.environ["KS7_QT_VERSION"]]
+OTHER_MODULES = {"5": {"en": "Applications", "de": "Anwendungen"},
+                 "6": {"en": "Default Applications", "de": "Standard-Anwendungen"}}[os.environ["KS7_QT_VERSION"]]
+OTHER_MODULE = OTHER_MODULES["en"]
+# The colour in the middle of the module's icon.
+LENS = (0x2e, 0x6f, 0xb0)
 SHOWING = "KS7SystemPrefsShowing"
 
 
-def system_settings(*arguments):
+# What a person types into the search, in the language of the session.
+KEYWORDS = {"en": ("webcam", "camera", "bluetooth", "firmware"), "de": ("Kamera", "drahtlos", "Vorschau")}
+LANGUAGES = {"en": {}, "de": {"LC_ALL": "de_DE.UTF-8", "LANGUAGE": "de"}}
+
+
+def system_settings(*arguments, language="en", **options):
     # What the host and its libraries leave behind when they end is not ours to judge.
     return accessible.launch(["systemsettings", *arguments], env={
         "QT_PLUGIN_PATH": str(BUILD / "plugins"),
         "KS7_AGENT": str(BUILD / "bin" / "ks7-agent-simulator"),
-        **accessible.foreign_program_environment()})
+        **LANGUAGES[language], **accessible.foreign_program_environment()}, **options)
+
+
+def is_about_us(line):
+    """Of the host's many words, those that our code causes. This session has no system bus, and says so once."""
+    return any(word in line for word in ("ks7", "KS7", "QWidget", "QLayout", "QObject::", "QBackingStore", "QWindow")) \
+        and "No answer about updates" not in line
 
 
 class SystemSettingsTest(unittest.TestCase):
@@ -55,15 +73,17 @@ class SystemSettingsTest(unittest.TestCase):
             self.wait_for_cameras(settings)
 
     def test_is_found_by_what_a_person_calls_it(self):
-        for word in ("webcam", "camera", "bluetooth"):
-            with self.subTest(word), system_settings() as settings:
-                self.sidebar_item(settings, OTHER_MODULE)
-                accessible.key("ctrl+f")
-                accessible.type_text(word)
-                self.sidebar_item(settings, "KS-7")
-                accessible.wait_until(
-                    lambda: not settings.find(OTHER_MODULE, role="list item", showing=False),
-                    "only what was searched for", details=settings.dump)
+        for language, words in KEYWORDS.items():
+            for word in words:
+                with self.subTest(word), system_settings(language=language) as settings:
+                    self.sidebar_item(settings, OTHER_MODULES[language])
+                    settings.wait_active()
+                    accessible.key("ctrl+f")
+                    accessible.type_text(word)
+                    self.sidebar_item(settings, "KS-7")
+                    accessible.wait_until(
+                        lambda: not settings.find(OTHER_MODULES[language], role="list item", showing=False),
+                        "only what was searched for", details=settings.dump)
 
     def test_the_pane_outlives_its_module_ten_times(self):
         with system_settings("kcm_ks7") as settings:
@@ -77,6 +97,86 @@ class SystemSettingsTest(unittest.TestCase):
             self.assertEqual(self.showings() - before, 10)
             accessible.key("ctrl+q")
             self.assertEqual(settings.wait_ended(), 0)
+
+    def test_has_its_title_and_no_buttons_of_settings_that_are_applied(self):
+        with system_settings("kcm_ks7") as settings:
+            self.wait_for_cameras(settings)
+            self.assertIn("KS-7", settings.title())
+            for name in ("Apply", "Reset", "Defaults", "Help"):
+                self.assertIsNone(settings.find(name, role="push button"), name)
+
+    def test_its_icon_is_in_colour_in_the_sidebar(self):
+        with system_settings() as settings:
+            self.sidebar_item(settings, "KS-7")
+            x, y, width, height = settings.windows()[0].box
+
+            def sees_the_lens():
+                seen = Picture((x, y, width // 3, height)).bytes
+                return any(abs(seen[at] - LENS[0]) < 25 and abs(seen[at + 1] - LENS[1]) < 25 and
+                           abs(seen[at + 2] - LENS[2]) < 25 for at in range(0, len(seen), 3))
+            accessible.wait_until(sees_the_lens, "the colour of the icon's lens", details=settings.dump)
+
+    def test_keyboard_and_wheel_leave_the_list_as_in_other_modules(self):
+        with system_settings("kcm_ks7") as settings:
+            self.wait_for_cameras(settings)
+            settings.wait_active()
+            settings.focus("Cameras")
+            accessible.key("Tab")
+            accessible.wait_until(lambda: settings.focused() not in ("", "Cameras"), "Tab to leave the list",
+                                  details=settings.dump)
+            pop_up = settings.wait_for("Optimize for", role="combo box")
+            before = settings.text(pop_up)
+            settings.click("Cameras", button=5, times=3)
+            settings.click("Cameras", button=4, times=3)
+            self.assertEqual(settings.text(pop_up), before)
+            self.wait_for_cameras(settings)
+
+    def test_a_narrow_window_shows_every_control(self):
+        with system_settings("kcm_ks7") as settings:
+            self.wait_for_cameras(settings)
+            SCREEN.resize(settings.windows()[0], 640, 700)
+            settings.wait_for("Cameras")
+            for name in ("Enable KS-7", "Optimize for", "Camera Actions", "Start Preview", "Show status menu"):
+                settings.wait_for(name)
+
+    def test_closing_after_a_sheet_and_in_a_preview_ends_the_program_well(self):
+        for name, begin in (("a sheet", self.open_and_leave_sheet), ("a preview", self.start_preview)):
+            with self.subTest(name), system_settings("kcm_ks7") as settings:
+                self.wait_for_cameras(settings)
+                begin(settings)
+                accessible.key("ctrl+q")
+                self.assertEqual(settings.wait_ended(), 0)
+
+    def open_sheet(self, settings):
+        settings.choose("Camera Actions", "Properties…")
+        settings.wait_for("Camera ID:")
+        settings.wait_active("Camera Properties")
+
+    def open_and_leave_sheet(self, settings):
+        self.open_sheet(settings)
+        accessible.key("Escape")
+        settings.wait_gone("Camera ID:", role="text")
+        settings.wait_active()
+
+    def start_preview(self, settings):
+        settings.wait_for("Kitchen, Streaming")
+        settings.press("Start Preview")
+        settings.wait_for("Stop Preview")
+
+    def test_a_whole_walk_writes_no_warning_about_us(self):
+        with tempfile.TemporaryFile("w+") as errors:
+            with system_settings("kcm_ks7", stderr=errors) as settings:
+                self.wait_for_cameras(settings)
+                self.open_and_leave_sheet(settings)
+                settings.open_menu("Camera Actions")
+                accessible.key("Escape")
+                self.choose(settings, OTHER_MODULE)
+                settings.wait_gone("Add Camera")
+                self.choose(settings, "KS-7")
+                self.wait_for_cameras(settings)
+            errors.seek(0)
+            ours = [line for line in errors if is_about_us(line)]
+        self.assertEqual(ours, [])
 
     def test_what_the_agent_reports_while_another_module_is_shown_is_seen(self):
         with system_settings("kcm_ks7") as settings:

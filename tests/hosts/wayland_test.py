@@ -17,6 +17,8 @@ from scripted_pane import KITCHEN, ScriptedPaneTest  # noqa: E402
 
 DESK = "00-1b-dc-0f-77-01"
 COLOR_SCHEMES = pathlib.Path("/usr/share/color-schemes")
+# The colour in the middle of the program's icon.
+LENS = (0x2e, 0x6f, 0xb0)
 # Pixels around a window in which the compositor draws its shadow.
 SHADOW = 60
 
@@ -170,6 +172,15 @@ class WaylandTest(ScriptedPaneTest):
     def test_the_window_bears_the_name_of_its_desktop_file(self):
         self.open_pane()
         self.assertEqual(self.main_window().desktop_file, "ks7-preferences")
+
+    def test_the_title_bar_has_the_icon_of_the_desktop_file(self):
+        """As the build folder's share is among the compositor's data folders."""
+        self.open_pane()
+        window = self.main_window()
+        x, y, _, _ = window.frame
+        bar = Picture((x, y, 60, window.box[1] - y))
+        colours = {bar.pixel(column, row) for column in range(x, x + 60) for row in range(y, window.box[1])}
+        self.assertTrue(any(all(abs(part - wanted) < 30 for part, wanted in zip(colour, LENS)) for colour in colours))
 
     def test_a_dark_colour_scheme(self):
         settings = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "kdeglobals"
