@@ -1,11 +1,11 @@
 #include "logging/KS7OrvexLogger.h"
 #include "pane/KS7SettingsWindowController.h"
-#include "platform/capture/Capture.h"
-#include "widgets/Indicators.h"
 #include "platform/ToInt32.h"
+#include "platform/capture/Capture.h"
 #include "platform/desktop/RunLoop.h"
 #include "platform/sheets/Sheets.h"
 #include "preview/KS7PreviewController.h"
+#include "widgets/Indicators.h"
 
 #include <QPushButton>
 

@@ -14,7 +14,7 @@ namespace {
 /// The camera gets this long to fill the picture before the view is shown.
 constexpr auto RevealDelay = 750ms;
 
-/// The names under which the system knows the camera's picture, whatever it displays them as.
+/// Unique IDs of the camera's capture device. Its display name may be anything.
 const QString LegacyCameraID =
     QStringLiteral("com.apple.QTKit.legacydevice-KS-7 Wireless Webcam-vdig-usbv-Orvx");
 const QString CameraID = QStringLiteral("KS-7 Wireless Webcam");
@@ -42,7 +42,11 @@ KS7PreviewController::KS7PreviewController(std::shared_ptr<platform::Capture> ca
 {
 }
 
-KS7PreviewController::~KS7PreviewController() = default;
+KS7PreviewController::~KS7PreviewController()
+{
+    // A pending reveal would call swapViewIn() on this object.
+    mRunLoop->cancelPreviousPerformRequests(this);
+}
 
 bool KS7PreviewController::isCamera(const QString &uniqueID)
 {
