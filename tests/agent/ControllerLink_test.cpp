@@ -288,6 +288,19 @@ private Q_SLOTS:
         QCOMPARE(refreshes(), 1);
     }
 
+    void anAgentsStartRefreshesThoughItCannotBeReached()
+    {
+        pane().keepLog();
+        pane().agent.running = false;
+        showPane();
+        pane().takeLog();
+        pane().agentPosts(NotificationNames::AgentStarted);
+        QVERIFY(!pane().controller().isConnected());
+        QCOMPARE(pane().takeLog(),
+                 (QStringList{QStringLiteral("Unabled to make connection to agent."),
+                              QStringLiteral("cameraStatusChanged")}));
+    }
+
     void bluetoothIsReportedOncePerLoss()
     {
         pane().show();

@@ -340,6 +340,28 @@ private Q_SLOTS:
         endsConnectedTo(successor);
     }
 
+    void aUSBServerAloneIsNoLink()
+    {
+        agent().release(RemoteNames::AgentServer);
+        paneIsLeftWithoutAgent();
+        pane().hide();
+        agent().takeJournal();
+        showAgain();
+        turn();
+        QVERIFY(!controller().isConnected());
+        QCOMPARE(rows(), 0);
+        QCOMPARE(pane().launcher->launches, 1);
+        QCOMPARE(pane().sheets->alertTitles, QStringList{QStringLiteral("Installation Error")});
+        QVERIFY(!agent().journal().contains(QStringLiteral("flush")));
+        const int before = deaths();
+        agent().release(RemoteNames::AgentServerUSB);
+        QVERIFY(pane().turnUntil([&] { return deaths() == before + 1; }));
+        agent().publishBoth();
+        agent().post(NotificationNames::AgentStarted);
+        QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 2; }));
+        QVERIFY(agent().journal().filter(QStringLiteral("connectedCamHasBTAddress")).size() > 0);
+    }
+
     void aHungAgentThatStartsAgainItselfIsTakenUp()
     {
         hangInARefreshWhile([this] { agent().post(NotificationNames::AgentStarted); });

@@ -2,9 +2,9 @@
 
 #include "platform/ToInt32.h"
 #include "platform/bus/BusConnection.h"
-#include "tests/support/Timeout.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/RecordingAgent.h"
+#include "tests/support/Timeout.h"
 
 #include <QDBusArgument>
 #include <QSignalSpy>
@@ -56,8 +56,7 @@ private:
         mBusDaemon.start();
         mStranger = std::make_unique<RecordingAgent>();
         mCenter->postNotificationName(Name);
-        QTRY_COMPARE_WITH_TIMEOUT(mStranger->journal(), QStringList{QStringLiteral("post ") + Name},
-                                  Timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(mStranger->journal(), QStringList{QStringLiteral("post ") + Name}, Timeout);
     }
     void theStrangerIsHeard()
     {
@@ -129,8 +128,7 @@ private Q_SLOTS:
     void aPostWithoutUserInfoCarriesAnEmptyOne()
     {
         mCenter->postNotificationName(Name);
-        QTRY_COMPARE_WITH_TIMEOUT(mStranger->journal(), QStringList{QStringLiteral("post ") + Name},
-                                  Timeout);
+        QTRY_COMPARE_WITH_TIMEOUT(mStranger->journal(), QStringList{QStringLiteral("post ") + Name}, Timeout);
         QCOMPARE(mStranger->lastCall(Name).signature(), QStringLiteral("a{sv}"));
     }
 
