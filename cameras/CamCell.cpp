@@ -133,7 +133,7 @@ void CamCell::drawDot(QPainter *painter, const CamCellLayout &layout, KS7Animati
             return mDots->gray;
         }
     };
-    // The image is asked for in the device's own pixels, so that it is sharp at every scale.
+    // Request the image in device pixels, so that it is sharp at every scale.
     const qreal scale = painter->device()->devicePixelRatioF();
     const QPixmap image = platform::pixmapOf(dot(), layout.dot.size(), scale);
     painter->setRenderHint(QPainter::SmoothPixmapTransform, image.size() != layout.dot.size() * scale);

@@ -16,7 +16,7 @@ class Bundle;
 
 class KS7AnimatingStatusTableView;
 
-/// Where the parts of a row are, in the table's coordinates.
+/// Positions of a row's parts, in the table's coordinates.
 struct CamCellLayout {
     QRect name;
     /// Top left of the status text.
@@ -26,11 +26,11 @@ struct CamCellLayout {
 
 CamCellLayout camCellLayout(const QRect &frame, const QSize &dotSize);
 
-/// Draws one row of the camera table: name, status and a coloured dot. One cell serves all rows, one after
-/// the other.
+/// Draws one row of the camera table: name, status and a coloured dot. The table draws all its rows with one
+/// cell.
 class CamCell {
 public:
-    /// The text is ignored; loads the dots from the bundle when they are not there yet.
+    /// Ignores the text. The first call loads the dots from the bundle.
     CamCell *initTextCell(const QString &text, std::shared_ptr<const platform::Bundle> bundle);
     /// A new cell that holds no record.
     [[nodiscard]] std::unique_ptr<CamCell> copy() const;
@@ -38,7 +38,7 @@ public:
     [[nodiscard]] const std::shared_ptr<KS7Cam> &objectValue() const { return mDevice; }
     void setEnabled(bool enabled) { mEnabled = enabled; }
     void setHighlighted(bool highlighted) { mHighlighted = highlighted; }
-    /// Draws the row and, for a camera on its way, has the table animate.
+    /// Draws the row. Starts the table's animation for a pairing or starting camera.
     void drawWithFrame(QPainter *painter, const QRect &frame, KS7AnimatingStatusTableView *inView) const;
 
 private:
@@ -54,6 +54,6 @@ private:
     bool mHighlighted = false;
 
     struct Dots;
-    /// Never released: an image must not outlive the application object, nor be missing while it lives.
+    /// Never released: a static QIcon would be destroyed after the application object.
     static Dots *mDots;
 };

@@ -24,7 +24,7 @@ public:
     {
     }
 
-    // The row as an object.
+    // QAccessibleInterface
     [[nodiscard]] bool isValid() const override { return mTable && mRow < mTable->numberOfRows(); }
     [[nodiscard]] QObject *object() const override { return nullptr; }
     [[nodiscard]] QWindow *window() const override
@@ -66,7 +66,7 @@ public:
         return state;
     }
 
-    // The row as a cell.
+    // QAccessibleTableCellInterface
     [[nodiscard]] bool isSelected() const override { return mTable && mTable->selectedRow() == mRow; }
     [[nodiscard]] QList<QAccessibleInterface *> columnHeaderCells() const override { return {}; }
     [[nodiscard]] QList<QAccessibleInterface *> rowHeaderCells() const override { return {}; }
@@ -76,7 +76,7 @@ public:
     [[nodiscard]] int rowExtent() const override { return 1; }
     [[nodiscard]] QAccessibleInterface *table() const override { return parent(); }
 
-    // The row as something to press.
+    // QAccessibleActionInterface
     [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
     void doAction(const QString &name) override
     {
@@ -105,7 +105,7 @@ private:
     int mRow;
 };
 
-/// The table, whose children are its rows and nothing else: its headers are hidden for everybody.
+/// The table. Its children are its rows alone, since its headers are hidden.
 class TableAccessible final : public QAccessibleWidget, public QAccessibleTableInterface {
 public:
     explicit TableAccessible(Table *table)
@@ -114,7 +114,7 @@ public:
     }
     ~TableAccessible() override { forgetRowsFrom(0); }
 
-    // The table as the parent of its rows.
+    // QAccessibleInterface
     [[nodiscard]] int childCount() const override { return rowCount(); }
     [[nodiscard]] QAccessibleInterface *child(int row) const override { return cellAt(row, 0); }
     [[nodiscard]] QAccessibleInterface *childAt(int x, int y) const override
@@ -132,7 +132,7 @@ public:
         return cell ? cell->rowIndex() : -1;
     }
 
-    // The table as a table.
+    // QAccessibleTableInterface: cells
     [[nodiscard]] QAccessibleInterface *caption() const override { return nullptr; }
     [[nodiscard]] QAccessibleInterface *summary() const override { return nullptr; }
     [[nodiscard]] QAccessibleInterface *cellAt(int row, int column) const override
@@ -151,7 +151,7 @@ public:
     [[nodiscard]] int columnCount() const override { return 1; }
     [[nodiscard]] int rowCount() const override { return table()->numberOfRows(); }
 
-    // Its selection. Rows are selected by a click, and never let go of.
+    // QAccessibleTableInterface: selection. Selecting a row clicks it; rows cannot be deselected.
     [[nodiscard]] int selectedCellCount() const override { return selectedRowCount(); }
     [[nodiscard]] QList<QAccessibleInterface *> selectedCells() const override
     {

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// The list may have changed while the menu was open, and every refresh brings new records.
+/// Every refresh makes new records, so compare their contents: the list may change while the menu is open.
 bool isSameCamera(const std::shared_ptr<KS7Cam> &before, const std::shared_ptr<KS7Cam> &now)
 {
     if (!before || !now)
@@ -28,7 +28,7 @@ void ChooseCameraMenu::rebuild()
     for (int row = 0; row < mTable->numberOfRows(); ++row) {
         auto name = fontMetrics().elidedText(mTable->textOfRow(row), Qt::ElideMiddle,
                                              fontMetrics().averageCharWidth() * 60);
-        // An ampersand in a name is one, not the mark of a mnemonic.
+        // Escape ampersands, which would mark mnemonics.
         auto *entry = addAction(name.replace(QLatin1Char('&'), QStringLiteral("&&")));
         entry->setCheckable(true);
         entry->setChecked(row == mTable->selectedRow());

@@ -4,7 +4,7 @@
 
 class KS7AnimatingStatusTableView;
 
-/// The listed cameras as a menu, for those who use the keyboard: an entry does what a click on its row does.
+/// A menu of the listed cameras, for the keyboard. An entry does what a click on its row does.
 class ChooseCameraMenu : public QMenu {
     Q_OBJECT
 public:

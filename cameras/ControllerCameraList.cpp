@@ -29,7 +29,7 @@ std::int32_t statusOf(const std::shared_ptr<KS7Cam> &camera)
     return camera ? camera->status() : kKS7CamNotFound;
 }
 
-/// A camera on its way or in use stays in the list.
+/// Pairing, starting and streaming cameras cannot be removed.
 bool isRemovable(std::int32_t status)
 {
     return status != kKS7CamStreaming && status != kKS7CamStarting && status != kKS7CamPairing;
@@ -42,7 +42,7 @@ std::optional<CameraRecord> recordOf(const std::shared_ptr<KS7Cam> &camera)
     return CameraRecord{camera->status(), camera->cameraIDString(), camera->friendlyName()};
 }
 
-/// What an empty list says in its place.
+/// Placeholder text of an empty list.
 QString emptyListText(bool isOn, bool isBluetoothOff)
 {
     if (!isOn)
@@ -54,7 +54,7 @@ QString emptyListText(bool isOn, bool isBluetoothOff)
 
 } // namespace
 
-// The menu's items have nothing to be turned off: none is ever enabled by itself.
+// Qt never enables menu items by itself, so there is no automatic enabling to turn off.
 void KS7SettingsWindowController::setupCameraStatus()
 {
     auto cell = std::make_unique<CamCell>();
@@ -151,7 +151,7 @@ void KS7SettingsWindowController::pickPreferredCamera()
     const bool isOn = isKS7On();
     const std::uint64_t row = mSharedDeviceController->indexOfPreferredKS7Cam();
     mIndexOfPreferred = static_cast<std::int32_t>(row);
-    // A row past the table's is none, whatever its lower 32 bits say.
+    // Check all 64 bits: the lower 32 bits alone could name an existing row.
     const bool isRow = row <= std::uint64_t(std::numeric_limits<int>::max());
     if (row != NoPreferredCamera && isRow && isOn)
         outlets.cameraListTable->selectRow(static_cast<int>(row));
@@ -186,7 +186,7 @@ void KS7SettingsWindowController::addCameras(QObject *sender)
     discover(sender);
 }
 
-// The list is read again when the agent tells that it has changed, not here.
+// Does not refresh: the agent announces the changed list.
 void KS7SettingsWindowController::removeCamera(QObject *)
 {
     const auto camera = selectedCam();

@@ -19,7 +19,7 @@ QString addressOf(const platform::BluetoothDevice *device)
     return device ? device->getAddressString() : QString();
 }
 
-/// What the domain's dictionary `key` holds for the device; nothing when there is no such thing.
+/// The device's value in the domain's dictionary `key`; invalid if there is none.
 QVariant storedFor(const platform::BluetoothDevice *device, platform::UserDefaults *defaults,
                    const QString &key)
 {
@@ -29,7 +29,7 @@ QVariant storedFor(const platform::BluetoothDevice *device, platform::UserDefaul
     return KS7Domain::domainObjectForKey(*defaults, key).toMap().value(address);
 }
 
-/// Without an address there is nothing to write under; a value that is no dictionary is not ours to replace.
+/// Needs the device's address as its key. Never replaces a value that is not a dictionary.
 void storeFor(const platform::BluetoothDevice *device, platform::UserDefaults *defaults, const QString &key,
               const QVariant &value)
 {
@@ -56,7 +56,7 @@ std::shared_ptr<KS7Cam> KS7Cam::camWithName(const QString &name, const QString &
 KS7Cam *KS7Cam::initWithName(const QString &name, const QString &cameraID, std::int32_t status)
 {
     mDevice.reset();
-    mStatus = status; // Not through setStatus(): being told of a camera is not having found it.
+    mStatus = status; // Not setStatus(), which would set mWasFound.
     mWasFound = false;
     mFriendlyName = name;
     mCameraID = cameraID;

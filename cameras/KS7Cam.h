@@ -12,36 +12,36 @@ class BluetoothDevice;
 class UserDefaults;
 }
 
-/// One camera: either a Bluetooth device, named through the preferences, or what the agent told of it.
+/// One camera: a Bluetooth device named in the preferences, or a record with the agent's name and ID.
 class KS7Cam {
 public:
-    /// A record that answers with exactly these strings; the caller owns it.
+    /// A record with exactly these strings; the caller owns it.
     static std::shared_ptr<KS7Cam> camWithName(const QString &name, const QString &cameraID,
                                                std::int32_t status);
 
     KS7Cam() = default;
     KS7Cam *initWithName(const QString &name, const QString &cameraID, std::int32_t status);
-    /// `defaults` holds the names and the ignored cameras; it must outlive the record.
+    /// `defaults` stores the names and the ignored cameras, and must outlive the record.
     KS7Cam *initWithDevice(std::shared_ptr<platform::BluetoothDevice> device,
                            platform::UserDefaults *defaults);
-    /// A new record of the same device and nothing else: without a device, an empty record.
+    /// A new record of the same device and nothing else; empty without a device.
     [[nodiscard]] std::shared_ptr<KS7Cam> copy() const;
 
     [[nodiscard]] const std::shared_ptr<platform::BluetoothDevice> &device() const { return mDevice; }
     [[nodiscard]] std::int32_t status() const { return mStatus; }
     void setStatus(std::int32_t status);
-    /// Whether the camera has been seen alive through setStatus().
+    /// Whether setStatus() ever set a live status.
     [[nodiscard]] bool wasFound() const { return mWasFound; }
-    /// "Streaming" and the like; empty for an unknown code.
+    /// For example "Streaming"; empty for an unknown code.
     [[nodiscard]] QString statusString() const;
 
-    /// Last four digits of the device's address, upper-cased; null when it tells no address, all of them
-    /// when there are fewer than four.
+    /// The last four digits of the device's address in upper case, or all if there are fewer. Null without
+    /// an address.
     static QString cameraIDStringForDevice(const platform::BluetoothDevice *device);
     static QString defaultFriendlyNameForDevice(const platform::BluetoothDevice *device);
     [[nodiscard]] QString cameraIDString() const;
     [[nodiscard]] QString friendlyName() const;
-    /// Stores the user's name for the device; without a device nothing is written.
+    /// Stores the user's name for the device; does nothing without a device.
     void setFriendlyName(const QString &name);
     [[nodiscard]] bool shouldIgnore() const;
     void setShouldIgnore(bool ignore);

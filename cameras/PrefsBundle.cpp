@@ -9,7 +9,7 @@ QIcon imageNamedFromOurBundle(const platform::Bundle &bundle, const QString &nam
         if (path.isEmpty())
             continue;
         QIcon image(path);
-        // Its sharper sibling, which Qt looks for only while the application itself is scaled.
+        // Qt itself looks for the @2x file only when the application is scaled as a whole.
         const auto sharper = bundle.pathForResource(name + QStringLiteral("@2x"), type);
         if (!sharper.isEmpty())
             image.addFile(sharper);

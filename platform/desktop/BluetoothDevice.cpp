@@ -10,7 +10,7 @@
 namespace platform {
 namespace {
 
-// BlueZ answers from memory; this is for a daemon that has stopped.
+// BlueZ replies from memory, so only a stopped daemon takes longer.
 constexpr int BlueZTimeoutMs = 1000;
 const QString BlueZConnection = QStringLiteral("ks7-bluez");
 const QString BlueZDeviceInterface = bus::BlueZ + QStringLiteral(".Device1");
@@ -35,7 +35,7 @@ public:
     }
 
 private:
-    /// A connection of its own: the shared one is the host's. A lost one is opened anew.
+    /// The pane's own connection, since the shared one is the host's. Reopened when lost.
     static QDBusConnection systemBus()
     {
         QDBusConnection bus(BlueZConnection);

@@ -6,12 +6,12 @@
 
 namespace platform {
 
-/// A Bluetooth device that the system knows.
+/// A Bluetooth device known to the system.
 class BluetoothDevice {
 public:
     virtual ~BluetoothDevice() = default;
 
-    /// Hyphen-separated hexadecimal pairs; a null string when the device tells none.
+    /// Hyphen-separated hexadecimal pairs; null if the device has no address.
     [[nodiscard]] virtual QString getAddressString() const = 0;
 };
 

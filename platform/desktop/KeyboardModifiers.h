@@ -5,7 +5,7 @@
 
 namespace platform {
 
-/// The modifier keys held at this very moment.
+/// The modifier keys held at the moment of the call.
 class KeyboardModifiers {
 public:
     static constexpr std::uint32_t OptionKey = 0x0800;

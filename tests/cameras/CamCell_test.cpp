@@ -28,7 +28,7 @@ Dot dotOfColor(const QColor &color)
 
 } // namespace
 
-/// The pane's resources, and which of them were asked for.
+/// The pane's resources; records the requested ones.
 class AskedBundle final : public platform::Bundle {
 public:
     [[nodiscard]] QString pathForResource(const QString &name, const QString &type) const override
@@ -43,7 +43,7 @@ private:
     FakeBundle mResources;
 };
 
-/// The rows of the camera table, pixel by pixel.
+/// Tests the rows of the camera table by their pixels.
 class CamCellTest : public QObject {
     Q_OBJECT
 
@@ -73,7 +73,8 @@ class CamCellTest : public QObject {
         return image;
     }
 
-    /// What is not ground any more, in logical coordinates, within the part looked at.
+    /// Bounds of the pixels that differ from the background, in logical coordinates, within the examined
+    /// area.
     QRectF inkWithin(const QImage &image, const QRect &part) const
     {
         QRect ink;
@@ -93,7 +94,7 @@ class CamCellTest : public QObject {
 
     Dot dotOf(const QImage &image) const { return dotOfColor(at(image, Frame.topLeft() + QPoint(7, 26))); }
 
-    /// The colour furthest from the ground: that of the text, where the text is thickest.
+    /// The colour furthest from the background, which is the text's where it is thickest.
     QColor inkColorWithin(const QImage &image, const QRect &part) const
     {
         QColor ink = mGround;
@@ -111,7 +112,7 @@ class CamCellTest : public QObject {
         return ink;
     }
 
-    /// Neighbours of a colour: text may be thinner than a pixel everywhere.
+    /// Compares with a tolerance: text may be thinner than a pixel everywhere.
     static bool isAbout(const QColor &color, const QColor &expected)
     {
         return std::abs(qGray(color.rgb()) - qGray(expected.rgb())) <= 24;
@@ -221,7 +222,7 @@ private Q_SLOTS:
         mTable->cycle(nullptr);
         mTable->settingsController = nullptr;
         QCOMPARE(int(dotOf(drawn())), int(Dot::Gray));
-        // No camera was starting, so that tick was the last; drawing began the blinking anew.
+        // No camera was starting, so that tick was the last. Drawing restarted the animation.
         QCOMPARE(int(dotOf(drawn())), int(Dot::Orange));
     }
 
@@ -398,7 +399,7 @@ private Q_SLOTS:
         const auto put = [&](const char *type, Qt::GlobalColor color) {
             QImage image(4, 4, QImage::Format_RGB32);
             image.fill(color);
-            // The kind of file is told by its content, whatever its name says.
+            // Qt recognises the format by the contents, not by the name.
             QVERIFY(image.save(folder.filePath(QStringLiteral("dot.") + QLatin1String(type)), "PNG"));
         };
         const auto found = [&] {

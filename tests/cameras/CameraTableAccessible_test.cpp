@@ -27,15 +27,15 @@ void hear(QAccessibleEvent *event)
 
 } // namespace
 
-/// The camera table as a screen reader meets it.
+/// Tests the camera table through its accessible interface.
 class CameraTableAccessibleTest : public QObject {
     Q_OBJECT
 
     std::unique_ptr<PaneFixture> mFixture;
     QProcess mAccessibilityBus;
 
-    /// A program asks the bus of assistive programs for its address once each time that the bus appears, and
-    /// may do so before there is one.
+    /// Qt asks for the accessibility bus once each time its launcher appears, possibly too early. Restart the
+    /// launcher until Qt has found the bus.
     bool meetAssistivePrograms()
     {
         for (int attempt = 0; attempt < 10 && !QAccessible::isActive(); ++attempt) {
@@ -91,7 +91,7 @@ class CameraTableAccessibleTest : public QObject {
     }
 
 public:
-    /// Before the application is there; has to be public to be found.
+    /// Runs before the application exists. QTEST_MAIN calls it, so it must be public.
     static void initMain()
     {
         qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");

@@ -26,7 +26,7 @@ const QString ServiceOn = QStringLiteral("KS7On");
 
 } // namespace
 
-/// The agent's list in the pane: what is asked, what is shown, what may be done.
+/// Tests the agent's list in the pane: remote calls, rows, enabled controls.
 class CameraListTest : public QObject {
     Q_OBJECT
 
@@ -55,7 +55,7 @@ class CameraListTest : public QObject {
 
     void agentSays(const QString &notification) { mFixture->agentPosts(notification); }
 
-    /// Clicks on a row, whatever of it is in sight.
+    /// Clicks on a row's centre.
     void clickRow(int row)
     {
         const auto spot = table().visualRect(table().model()->index(row, 0)).center();
@@ -71,7 +71,7 @@ class CameraListTest : public QObject {
 
     static QStringList refreshCalls()
     {
-        // Each look at the cable's options asks whether the camera there is the selected one.
+        // Each enableUSBOptions() asks whether the connected camera is the selected one.
         return {QStringLiteral("cameraDict"),
                 QStringLiteral("sortedDeviceList"),
                 QStringLiteral("indexOfPreferredKS7Cam"),
@@ -171,7 +171,7 @@ private Q_SLOTS:
         addThreeCameras();
         showPane();
         agent().prefer(Desk);
-        // At once: the loop does not turn.
+        // Handled at once, without a turn of the run loop.
         mFixture->distributedCenter->deliver(Names::PreferredCameraChanged);
         QCOMPARE(table().selectedRow(), 1);
         const QStringList calls{QStringLiteral("indexOfPreferredKS7Cam"),
@@ -334,7 +334,7 @@ private Q_SLOTS:
         agent().prefer(Kitchen);
         showPane();
         QCOMPARE(outlets().removeButton->isEnabled(), removable);
-        // Another one can be added unless this one streams.
+        // Adding is disabled only while the preferred camera streams.
         QCOMPARE(outlets().addButton->isEnabled(), status != 4);
         QVERIFY(outlets().startButton->isEnabled());
         clickRow(0);
@@ -368,7 +368,7 @@ private Q_SLOTS:
         addThreeCameras();
         showPane();
         outlets().pulldownMenu->setEnabled(false);
-        // The rows go as soon as the connection is lost, while the cameras read last are still there.
+        // A lost connection empties the table; the last snapshot remains.
         int cameras = 0;
         connect(table().model(), &QAbstractItemModel::rowsRemoved, this, [&] {
             cameras = static_cast<int>(controller().cameras().size());
@@ -515,7 +515,7 @@ private Q_SLOTS:
         QCOMPARE(table().numberOfRows(), 2);
         QVERIFY(!controller().tableViewObjectValue(&table(), QStringLiteral("2"), 0).isValid());
         clickRow(0);
-        // The address is the sorted list's; only the record is missing.
+        // The sorted list has the address; only the record is missing.
         QCOMPARE(mFixture->takeRemoteCalls().at(1), QStringLiteral("setPreferredDeviceAddress ") + Kitchen);
         QVERIFY(!outlets().removeButton->isEnabled());
     }

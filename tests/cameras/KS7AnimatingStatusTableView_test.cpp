@@ -29,7 +29,7 @@ struct RowInk {
     QColor status;
 };
 
-/// The colour within the area that is furthest from the ground beside it: the text's, where it is thickest.
+/// The colour furthest from the background within the area, which is the text's where it is thickest.
 QColor inkWithin(const QImage &image, const QRect &area, const QColor &ground)
 {
     const auto distance = [&ground](const QColor &color) {
@@ -53,7 +53,7 @@ bool isAbout(const QColor &color, const QColor &expected)
 
 } // namespace
 
-/// The camera table under a person's hand: clicks, keys, animation, what a screen reader is told.
+/// Tests clicks, keys, rows, colours and the animation of the camera table.
 class TableTest : public QObject {
     Q_OBJECT
 
@@ -76,7 +76,7 @@ class TableTest : public QObject {
         mFixture->takeJournal();
     }
 
-    /// Notes actions instead of sending them to the controller.
+    /// Records actions instead of sending them to the controller.
     void recordActions()
     {
         mActions.clear();
@@ -102,7 +102,7 @@ class TableTest : public QObject {
         release(row);
     }
 
-    /// As a screen of twice the resolution shows the row, where text is thick enough to have its full colour.
+    /// Renders at twice the resolution, where text is thick enough to have its full colour.
     RowInk inkOfRow(int row)
     {
         constexpr int Scale = 2;

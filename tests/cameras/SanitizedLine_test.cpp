@@ -96,7 +96,7 @@ void SanitizedLineTest::aNameWithOverridesIsIsolated()
 
 void SanitizedLineTest::aLoneIsolateIsWrittenAsItsCode()
 {
-    // It would end the isolate around the name, or outlive it.
+    // An unpaired PDI would end the isolate around the name; an unpaired start would outlast it.
     QCOMPARE(sanitizedLine(QStringLiteral("\u202Ea\u2069b")),
              QString(Isolate + QStringLiteral("\u202Ea\u27E8U+2069\u27E9b") + Pop));
     QCOMPARE(sanitizedLine(QStringLiteral("a\u2067b\u2066c\u2069")),

@@ -11,7 +11,7 @@ namespace {
 const QStringList Shown{QStringLiteral("willSelect")};
 const QStringList ShownAndHidden{QStringLiteral("willSelect"), QStringLiteral("didUnselect")};
 
-/// What System Settings makes each time the module is chosen.
+/// Like the module that System Settings creates each time the user chooses it.
 class Module : public QWidget {
 public:
     explicit Module(RecordingPane &pane)

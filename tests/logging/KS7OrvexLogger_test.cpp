@@ -99,7 +99,7 @@ QString fileNameAt(std::time_t second)
         + QStringLiteral(".log");
 }
 
-/// What is written to a standard stream goes to a descriptor of the test's while this lives.
+/// Redirects a standard stream to a descriptor while it exists.
 class Redirection {
 public:
     Redirection(std::FILE *stream, int descriptor)
@@ -123,7 +123,7 @@ private:
     int mBefore = -1;
 };
 
-/// What is written to a standard stream while `work` runs.
+/// The bytes that `work` writes to a standard stream.
 QByteArray written(std::FILE *stream, const std::function<void()> &work)
 {
     int ends[2] = {-1, -1};
@@ -168,7 +168,7 @@ public:
     bool isInMainThread = true;
 };
 
-/// Local time is in the afternoon during these tests, when a clock of twelve hours shows another hour.
+/// Sets a time zone in which it is afternoon, when a twelve-hour clock shows another hour.
 void beInTheAfternoon()
 {
     constexpr int Afternoon = 15;
@@ -300,11 +300,11 @@ QByteArray KS7OrvexLoggerTest::contents(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The lines of the latest file behind its separator.
+/// The lines of the latest file after its separator.
 QStringList KS7OrvexLoggerTest::lines(const QString &inFolder)
 {
     const QByteArray bytes = contents(latestFile(inFolder));
-    // With its length: Qt 5 takes bytes for no longer than to the first zero.
+    // Pass the size: Qt 5 would stop at the first zero byte.
     QStringList all = QString::fromUtf8(bytes.constData(), bytes.size()).split(QLatin1Char('\n'));
     if (all.size() < 2 || !matches(QStringLiteral("===== \\S.* ====="), all.takeFirst())
         || !all.takeLast().isEmpty())
@@ -497,7 +497,7 @@ void KS7OrvexLoggerTest::aLineIsOnStandardOutputAtOnce()
     KS7OrvexLogger::createDefaultLoggerToFile(false, true);
     QTemporaryFile output;
     QVERIFY(output.open());
-    // As in a pipe or a file, also when the test runs in a terminal.
+    // Full buffering as for a pipe, even if the test runs in a terminal.
     QCOMPARE(std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ), 0);
     QList<int> linesThere;
     {
@@ -704,7 +704,7 @@ void KS7OrvexLoggerTest::theHomeFolderIsATilde()
     const QString other = mHome->filePath(QStringLiteral("logs"));
     QCOMPARE(files(other).size(), 1);
     OrvexLog(u"there");
-    // Not the same text as the folder: a new file, even if it is the same folder.
+    // The string differs from the expanded folder, so a new file starts even in the same folder.
     nextSecond();
     gMainLogger->setLogFileLocation(QStringLiteral("~/logs"));
     QCOMPARE(files(other).size(), 2);
@@ -850,7 +850,7 @@ void KS7OrvexLoggerTest::aFolderInTheFilesPlace()
     const QString expected =
         AppName + QStringLiteral(": Couldn't open log file for writing at ") + folder() + QLatin1Char('/');
     QVERIFY2(text.contains(expected.toUtf8()), text.constData());
-    // The path is kept, without a file that is open.
+    // The path is kept, but no file is open.
     const auto workspace = std::make_shared<RecordingWorkspace>();
     gMainLogger->setWorkspace(workspace, mRunLoop);
     gMainLogger->revealLogFile();
@@ -967,7 +967,7 @@ void logFromManyThreads()
         thread.join();
 }
 
-/// How many lines there are; -1 when one is torn, or one of a thread comes before an earlier one.
+/// The number of lines; -1 if one is torn or a thread's lines are out of order.
 int wholeLines(const QStringList &lines, const QString &prefix)
 {
     static const QRegularExpression pattern(

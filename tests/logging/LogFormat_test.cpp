@@ -98,7 +98,7 @@ void LogFormatTest::reals()
 void LogFormatTest::realsAreTheSameInEveryCountry()
 {
     const QByteArray before = std::setlocale(LC_NUMERIC, nullptr);
-    // Where the locale is not installed, numbers are plain anyway.
+    // If the locale is not installed, the test passes trivially.
     std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
     const QByteArray during = std::setlocale(LC_NUMERIC, nullptr);
     QCOMPARE(formatted(u"%.1f", 0.5), QStringLiteral("0.5"));

@@ -1,6 +1,6 @@
 #include "logging/KS7OrvexLogger.h"
 
-/// Logs one message of each kind, the first to the system log's sink, for a test that listens there.
+/// Logs one message to the system log through each function, for a test that receives them.
 int main()
 {
     KS7OrvexLogger::setAppName(QStringLiteral("KS-7 System Preferences"));

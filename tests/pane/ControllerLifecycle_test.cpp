@@ -92,11 +92,11 @@ private:
 
 } // namespace
 
-/// Start-up, showing and hiding, as the services see them.
+/// Tests start-up, showing and hiding by the calls that the services receive.
 class LifecycleTest : public QObject {
     Q_OBJECT
 
-    /// The distributed notifications of the pane, in order.
+    /// The pane's distributed notifications, in order.
     static QStringList posts(const PaneFixture &fixture)
     {
         QStringList names;
@@ -134,7 +134,7 @@ private Q_SLOTS:
         fixture.hide();
         fixture.pane->mainView()->setParent(nullptr);
         QCOMPARE(fixture.pane->mainWindow(), nullptr);
-        // What is to be said then is said over whatever window the host has.
+        // Alerts then have no parent window.
         fixture.agentPosts(Names::PassKeySet, {{UserInfoKeys::Result, 9}});
         QCOMPARE(fixture.sheets->alerts.size(), std::size_t(1));
         QCOMPARE(fixture.sheets->alerts.front().window, nullptr);
@@ -243,7 +243,7 @@ private Q_SLOTS:
                               QStringLiteral("observe QuickTimeError"),
                               QStringLiteral("register for power messages"),
                               QStringLiteral("observe GoingToSleep"),
-                              // The settings are read while the controls are filled.
+                              // setupUI() reads the settings.
                               QStringLiteral("synchronize")}));
     }
 
@@ -260,7 +260,7 @@ private Q_SLOTS:
         PaneFixture fixture;
         QAbstractItemDelegate *oldDelegate = nullptr;
         QStringList steps;
-        // Each service that is asked notes what the steps before it have set up.
+        // Each watched service records the controls that earlier steps have set up.
         const auto note = [&](const QString &service) {
             const auto &outlets = fixture.outlets();
             QStringList done;
@@ -487,7 +487,7 @@ private Q_SLOTS:
         PaneFixture fixture;
         fixture.show();
         QVERIFY(!fixture.outlets().optimizeForPopUp->isHidden());
-        // Seen by what the processor's speed makes of the pop-up when it is set up again.
+        // An unknown clock hides the pop-up when setupOptimizePopup() runs again.
         fixture.clock->hertz = 0;
         fixture.controller().optimizeForChanged(nullptr);
         QCOMPARE(fixture.distributedCenter->postCount(Names::ChangedOptimizedPreference), 1);

@@ -10,7 +10,7 @@
 #include <csignal>
 #include <sys/types.h>
 
-/// A Bluetooth daemon with one device, as python-dbusmock plays it.
+/// Tests against python-dbusmock's Bluetooth daemon with one device.
 class BluetoothDeviceTest : public QObject {
     Q_OBJECT
 

@@ -5,7 +5,7 @@
 #include <QTest>
 #include <QWidget>
 
-/// Keys held on a real display, in a window that need not have the focus.
+/// Holds keys on a real display; the window need not have the focus.
 class KeyboardModifiersTest : public QObject {
     Q_OBJECT
 
