@@ -173,7 +173,7 @@ void beInTheAfternoon()
 {
     constexpr int Afternoon = 15;
     const int hour = QDateTime::currentDateTimeUtc().time().hour();
-    qputenv("TZ", "TST" + QByteArray::number(hour - Afternoon));
+    qputenv("TZ", QByteArray("TST").append(QByteArray::number(hour - Afternoon)));
 }
 
 } // namespace
