@@ -34,7 +34,7 @@ const QByteArray DomainOfEveryType = QByteArrayLiteral(R"(<?xml version="1.0" en
 
 } // namespace
 
-/// The four settings of the pane: what they show, what they tell the agent.
+/// What the pane's four setting controls show, and what they post to the agent.
 class SettingsControlsTest : public QObject {
     Q_OBJECT
 private:
@@ -120,7 +120,7 @@ void SettingsControlsTest::clickAndExpectPost(QCheckBox *box, const QString &nam
 bool SettingsControlsTest::popUpIsHidden() const
 {
     const auto &outlets = fixture->outlets();
-    // The two come and go together.
+    // The pop-up and its caption are hidden together.
     if (outlets.optimizeForPopUp->isHidden() != outlets.optimizeForPopUpLabel->isHidden())
         qFatal("the pop-up and its caption disagree");
     return outlets.optimizeForPopUp->isHidden();
@@ -254,7 +254,7 @@ void SettingsControlsTest::slowProcessorsHideThePopUp()
     QCOMPARE(KS7SettingsWindowController::getCPUMhz(*fixture->clock), megahertz);
     QCOMPARE(KS7SettingsWindowController::forceQVGA(*fixture->clock), hidden);
     QCOMPARE(popUpIsHidden(), hidden);
-    // A hidden one keeps the item that it was laid out with.
+    // A hidden pop-up keeps the item of its interface file.
     QCOMPARE(shownSize(), hidden ? 0 : 1);
 }
 
