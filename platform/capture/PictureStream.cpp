@@ -197,7 +197,7 @@ int PictureStream::onInput(GstPad *, GstPadProbeInfo *input, void *stream)
 bool PictureStream::accepts(GstBuffer *frame)
 {
     watchMemory(frame);
-    return !mFormatChanged && gst_buffer_get_size(frame) > 0;
+    return !mLostMemory && gst_buffer_get_size(frame) > 0;
 }
 
 /// pipewiresrc 0.3 keeps its caps when the camera changes its format, and passes on bytes that mean something
@@ -213,14 +213,8 @@ void PictureStream::watchMemory(GstBuffer *frame)
                                   const std::unique_ptr<std::weak_ptr<PictureStream>> stream(
                                       static_cast<std::weak_ptr<PictureStream> *>(data));
                                   if (const auto watching = stream->lock())
-                                      watching->formatChanged();
+                                      watching->mLostMemory = true;
                               });
-}
-
-void PictureStream::formatChanged()
-{
-    if (!mFormatChanged.exchange(true))
-        performUnlessClosed(mHandlers.newFormat);
 }
 
 int PictureStream::onSample(GstAppSink *sink, void *stream)

@@ -37,8 +37,6 @@ public:
         std::function<void(const QImage &)> frame;
         /// The stream has ended; called once at most.
         std::function<void(int code)> failure;
-        /// The camera changes its format, or has gone, and the stream shows no more; called once at most.
-        std::function<void()> newFormat;
     };
 
     PictureStream(QString nodeName, std::shared_ptr<RunLoop> runLoop, Handlers handlers);
@@ -57,6 +55,10 @@ public:
     bool takeArrived() { return mArrived.exchange(false); }
     /// Whether a frame was handed on.
     [[nodiscard]] bool hasDelivered() const { return mHasDelivered; }
+    /// Whether the camera's memory has gone, as in a change of its format: the stream hands on no more
+    /// frames. It may fail soon (pipewiresrc 1.4) or not at all (0.3). A stream that begins in the midst of
+    /// the change may hang, so begin the next one only then.
+    [[nodiscard]] bool hasLostMemory() const { return mLostMemory; }
     [[nodiscard]] const QString &nodeName() const { return mNodeName; }
     /// The `object.serial` of the node; 0 until the node is found.
     [[nodiscard]] std::uint64_t nodeSerial() const { return mNodeSerial; }
@@ -73,7 +75,6 @@ private:
     void limitSink();
     bool accepts(GstBuffer *frame);
     void watchMemory(GstBuffer *frame);
-    void formatChanged();
     [[nodiscard]] QImage imageOf(GstSample *sample) const;
     void arrive(const QImage &frame);
     void deliver();
@@ -87,7 +88,7 @@ private:
     std::atomic<std::uint64_t> mNodeSerial = 0;
     std::atomic<bool> mBegun = false;
     std::atomic<bool> mArrived = false;
-    std::atomic<bool> mFormatChanged = false;
+    std::atomic<bool> mLostMemory = false;
     bool mHasDelivered = false; // used by the main thread alone
 
     std::mutex mLock; // of the following members

@@ -176,10 +176,10 @@ void PipeWireSession::startRunning()
 void PipeWireSession::beginStream()
 {
     mLookingUp = false;
-    mStream = std::make_shared<PictureStream>(
-        mDevice->uniqueID(), mContext.runLoop,
-        PictureStream::Handlers{[this](const QImage &frame) { show(frame); },
-                                [this](int code) { streamFailed(code); }, [this] { restart(); }});
+    mStream =
+        std::make_shared<PictureStream>(mDevice->uniqueID(), mContext.runLoop,
+                                        PictureStream::Handlers{[this](const QImage &frame) { show(frame); },
+                                                                [this](int code) { streamFailed(code); }});
     if (mLargestFrame)
         mStream->limitTo(*mLargestFrame);
     mStreamWorker = mContext.workers->streams();
@@ -226,8 +226,9 @@ void PipeWireSession::show(const QImage &frame)
 
 void PipeWireSession::streamFailed(int code)
 {
-    // pipewiresrc 1.4 ends a stream whose camera changes its format: such a camera is still there.
-    if (mStream->hasDelivered())
+    // pipewiresrc 1.4 ends a stream whose camera changes its format, and a stream that begins during the
+    // change: such a camera is still there.
+    if (mStream->hasDelivered() || mRestarts > 0)
         lookUpNode(code);
     else
         reportFailure(code);
@@ -249,11 +250,11 @@ void PipeWireSession::checkForStall()
     if (!mStream->hasBegun() && mStreamWorker->isStalled(StreamTimeout))
         restart();
     // A node that goes may just stop sending, with no message; so may a camera that is merely slow.
-    if (!mStream->takeArrived() && !mLookingUp)
+    if ((!mStream->takeArrived() || mStream->hasLostMemory()) && !mLookingUp)
         lookUpNode(0);
 }
 
-/// `code` is the failure that the stream reported, or 0 for a stream that only sends nothing.
+/// `code` is what to report when the camera cannot be shown any more; 0 for a stream that only sends nothing.
 void PipeWireSession::lookUpNode(int code)
 {
     mLookingUp = true;
@@ -270,7 +271,8 @@ void PipeWireSession::nodesFound(const std::optional<PipeWireNodes> &nodes, int 
     // A node that went and came back under its name is another node, and sends nothing to this stream.
     const auto serial = mStream->nodeSerial();
     const bool isAnother = exists && serial != 0 && !hasNode(*nodes, serial);
-    if (exists && (code != 0 || isAnother) && mRestarts++ < MostRestarts)
+    const bool isOver = code != 0 || isAnother || mStream->hasLostMemory();
+    if (exists && isOver && mRestarts++ < MostRestarts)
         restart();
     else if (code != 0)
         reportFailure(code);

@@ -149,7 +149,8 @@ private:
             return false;
         // Chroma that is read from the wrong place changes from one pair of pixels to the next.
         const QPoint center = mLast.rect().center();
-        return looksLike(mLast.pixel(center), color) && looksLike(mLast.pixel(center + QPoint(2, 0)), color);
+        const QPoint other(qMax(0, center.x() - 2), center.y());
+        return looksLike(mLast.pixel(center), color) && looksLike(mLast.pixel(other), color);
     }
     void startAndStop()
     {
