@@ -16,13 +16,11 @@ bool timedOut(const QDBusMessage &reply)
     return type == QDBusError::NoReply || type == QDBusError::Timeout || type == QDBusError::TimedOut;
 }
 
-bool isLinkLost(const QDBusMessage &reply, const QString &peer)
+bool saysPeerIsGone(const QDBusMessage &reply)
 {
-    if (reply.service() == peer)
-        return false;
     const auto type = QDBusError(reply).type();
     // The bus says NameHasNoOwner, which QDBusError has no type for, of a call that may start no service.
-    return timedOut(reply) || type == QDBusError::Disconnected || type == QDBusError::ServiceUnknown
+    return type == QDBusError::Disconnected || type == QDBusError::ServiceUnknown
         || reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
 }
 

@@ -15,8 +15,8 @@ QDBusMessage callAndWait(const QDBusConnection &bus, QDBusMessage call,
                          std::chrono::milliseconds timeout = CallTimeout);
 /// Whether no reply came in time. The bus says the same when the peer left without a reply.
 bool timedOut(const QDBusMessage &reply);
-/// Whether the call failed because the peer or the bus is gone or keeps silent. Errors that the peer itself
-/// sent are replies and do not count.
-bool isLinkLost(const QDBusMessage &reply, const QString &peer);
+/// Whether the error is the one for a peer or a bus that is gone. A peer may send it as well: Qt does not
+/// tell the sender of an error.
+bool saysPeerIsGone(const QDBusMessage &reply);
 
 } // namespace platform

@@ -30,8 +30,8 @@ bool DBusRootProxy::isValid() const
 void DBusRootProxy::callFailed(const QDBusMessage &error) const
 {
     const auto connection = mConnection.lock();
-    if (connection && isLinkLost(error, mOwner))
-        connection->peerLost();
+    if (connection)
+        connection->callFailed(error);
 }
 
 // Registry ----------------------------------------------------------------------------------------------
@@ -134,9 +134,15 @@ void RemoteConnection::invalidate()
         end();
 }
 
-void RemoteConnection::peerLost()
+void RemoteConnection::callFailed(const QDBusMessage &error)
 {
-    mRegistry->endAllOnNextTurn();
+    if (timedOut(error) || (saysPeerIsGone(error) && !isPeerThere()))
+        mRegistry->endAllOnNextTurn();
+}
+
+bool RemoteConnection::isPeerThere() const
+{
+    return mBus.isConnected() && !mRegistry->mBus->ownerOf(mOwner).isEmpty();
 }
 
 void RemoteConnection::endOnNextTurn()

@@ -83,8 +83,9 @@ public:
     void invalidate() override;
     [[nodiscard]] bool isValid() const override { return mState == State::Open; }
 
-    /// A call has found that the peer or the bus is gone.
-    void peerLost();
+    /// Ends all connections when the error says that the call has timed out, or that the peer or the bus is
+    /// gone.
+    void callFailed(const QDBusMessage &error);
     void endOnNextTurn();
 
 private Q_SLOTS:
@@ -96,6 +97,7 @@ private:
 
     void watchOwner();
     void unwatchOwner();
+    [[nodiscard]] bool isPeerThere() const;
     void endIfDying();
     void end();
 

@@ -360,7 +360,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("error");
         QTest::newRow("failed") << QStringLiteral("org.freedesktop.DBus.Error.Failed");
         // The agent may pass on what one of its own calls to somebody else has ended in.
-        QTest::newRow("no reply") << QStringLiteral("org.freedesktop.DBus.Error.NoReply");
         QTest::newRow("no service") << QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown");
         QTest::newRow("disconnected") << QStringLiteral("org.freedesktop.DBus.Error.Disconnected");
     }

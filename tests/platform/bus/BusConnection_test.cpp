@@ -194,7 +194,7 @@ private Q_SLOTS:
     {
         const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
         const QByteArray escaped = QByteArray(address).replace("test-bus", "%74est-bus,guid=00");
-        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent;" + escaped);
+        qputenv("DBUS_SESSION_BUS_ADDRESS", QByteArray("unix:path=/nonexistent;" + escaped));
         BusHandshake handshake(QDBusConnection::SessionBus);
         qputenv("DBUS_SESSION_BUS_ADDRESS", address);
         QCOMPARE(handshake.wait(), BusHandshake::Outcome::Answered);
