@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """Walks through the pane as a person would and takes pictures: tools/tour.py BUILD-FOLDER [--docs] [PART...]
 
-Runs in a private session with a display, a bus and a window manager (./run --tour makes one). The pictures go to
+Runs in a private session with a display, a bus and a window manager, or with Wayland, where it takes fewer pictures
+(./run --tour makes both). The pictures go to
 BUILD-FOLDER/tour/, with one line for each that says what it shows. A part of the walk that does not come to
 what it should show is named, the others are done nevertheless, and the exit code is 1. With --docs, those of the README
 go to docs/pictures/ too, made small.
@@ -22,17 +23,17 @@ sys.path.insert(0, str(ROOT / "tests" / "support"))
 import accessible  # noqa: E402
 import pipewire_nodes  # noqa: E402
 import stand_in  # noqa: E402
-
-DARK = """[Appearance]
-color_scheme_path=/usr/share/qt5ct/colors/darker.conf
-custom_palette=true
-style=Fusion
-"""
+from screens import IS_WAYLAND, SCREEN  # noqa: E402
 
 GERMAN = {"LC_ALL": "de_DE.UTF-8", "LANGUAGE": "de"}
-# The pictures of the README, and what they are called there.
-DOCUMENTED = {"10-properties": "properties", "15-preview": "preview", "18-dark-1": "dark",
-              "22-systemsettings": "system-settings"}
+# The pictures of the README, and their names there.
+DOCUMENTED = {"30-wayland-properties": "properties", "31-wayland-preview": "preview", "33-wayland-dark": "dark",
+              "32-wayland-systemsettings": "system-settings"}
+# The version of Plasma, which is that of Qt too.
+PLASMA = "6" if shutil.which("kcmshell6") else "5"
+# Programs take style and icons of Plasma, Breeze, only in a session of it.
+PLASMA_SESSION = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": PLASMA}
+DARK_SCHEME = pathlib.Path("/usr/share/color-schemes/BreezeDark.colors")
 CAMERA_AT_THE_CABLE = "00-1b-dc-0f-5d-04"
 
 
@@ -43,7 +44,7 @@ class Tour:
         self.folder = self.build / "tour"
         self.failures = 0
         self.agent = stand_in.Agent()
-        if not parts:
+        if not parts and not IS_WAYLAND:
             shutil.rmtree(self.folder, ignore_errors=True)
         self.folder.mkdir(parents=True, exist_ok=True)
 
@@ -52,11 +53,11 @@ class Tour:
     def preferences(self, env=None, arguments=()):
         agent = str(self.build / "bin" / "ks7-agent-simulator")
         return accessible.launch([self.build / "bin" / "ks7-preferences", *arguments],
-                                 env={"KS7_AGENT": agent, **(env or {})})
+                                 env={"KS7_AGENT": agent, **PLASMA_SESSION, **(env or {})})
 
     def kde(self, *command):
         return accessible.launch(command, env={
-            "KS7_AGENT": str(self.build / "bin" / "ks7-agent-simulator"),
+            "KS7_AGENT": str(self.build / "bin" / "ks7-agent-simulator"), **PLASMA_SESSION,
             "QT_PLUGIN_PATH": str(self.build / "plugins")})
 
     @contextlib.contextmanager
@@ -264,19 +265,24 @@ def no_agent(tour):
         tour.picture(pane, "17-no-agent", "no agent comes up: what the pane says after its 21 attempts")
 
 
-def dark():
-    """What makes a program that starts now a dark one."""
-    settings = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "qt5ct" / "qt5ct.conf"
-    settings.parent.mkdir(exist_ok=True)
-    settings.write_text(DARK)
-    return {"QT_QPA_PLATFORMTHEME": "qt5ct"}
+@contextlib.contextmanager
+def dark(is_dark=True):
+    """Programs that start meanwhile are dark."""
+    settings = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "kdeglobals"
+    before = settings.read_text() if settings.exists() else ""
+    if is_dark:
+        settings.write_text(f"{before}[Icons]\nTheme=breeze-dark\n\n{DARK_SCHEME.read_text()}")
+    try:
+        yield
+    finally:
+        settings.write_text(before)
 
 
 def scales_and_themes(tour):
     """light and dark, at 100, 150 and 200 % scale"""
-    for theme, env in (("light", {}), ("dark", dark())):
+    for theme in ("light", "dark"):
         for scale in ("1", "1.5", "2"):
-            with tour.preferences(env={"QT_SCALE_FACTOR": scale, **env}) as pane:
+            with dark(theme == "dark"), tour.preferences(env={"QT_SCALE_FACTOR": scale}) as pane:
                 wait_row(pane, r", Streaming$")
                 tour.picture(pane, f"18-{theme}-{scale}", f"{theme}, at scale {scale}")
             tour.agent.quit_if_up()
@@ -284,7 +290,7 @@ def scales_and_themes(tour):
 
 def dark_sheets(tour):
     """a sheet and the camera actions in a dark theme"""
-    with tour.preferences(env=dark()) as pane:
+    with dark(), tour.preferences() as pane:
         wait_row(pane, r", Streaming$")
         pane.open_menu("Camera Actions")
         pane.wait_for("Properties…", role="menu item")
@@ -303,7 +309,7 @@ def narrow_window(tour):
 
 
 def resize(pane, width, height):
-    accessible.xdotool("windowsize", "--sync", pane.x_windows()[0], width, height)
+    SCREEN.resize(pane.windows()[0], width, height)
 
 
 def german(tour):
@@ -339,12 +345,12 @@ def right_to_left(tour):
 
 
 def kcmshell(tour):
-    """the module in kcmshell5"""
-    with tour.kde("kcmshell5", "kcm_ks7") as pane:
+    """the module in kcmshell"""
+    with tour.kde(f"kcmshell{PLASMA}", "kcm_ks7") as pane:
         wait_row(pane, r", Streaming$")
-        tour.picture(pane, "21-kcmshell", "the same pane in kcmshell5")
+        tour.picture(pane, "21-kcmshell", f"the same pane in kcmshell{PLASMA}")
         resize(pane, 720, 560)
-        tour.picture(pane, "21-kcmshell-narrow", "kcmshell5, 720 pixels wide")
+        tour.picture(pane, "21-kcmshell-narrow", "kcmshell, 720 pixels wide")
 
 
 def system_settings(tour):
@@ -357,8 +363,40 @@ def system_settings(tour):
         tour.picture(pane, "22-systemsettings-narrow", "System Settings, as near to 720 pixels as it lets itself be made")
 
 
-WALKS = (cameras_come_and_stream, sheets, live_preview, about_box, no_agent, scales_and_themes, dark_sheets,
-         narrow_window, german, right_to_left, kcmshell, system_settings)
+def start_preview(tour, pane):
+    wait_row(pane, r", Streaming$")
+    pipewire_nodes.wait_for_camera()
+    pane.press("Start Preview")
+    pane.wait_for("Live picture", role="image")
+    accessible.wait_until(lambda: not black(pane, "Live picture"), "a picture", details=pane.dump)
+
+
+def wayland_pane(tour):
+    """the pane on Wayland"""
+    with tour.preferences() as pane:
+        wait_row(pane, r", Streaming$")
+        pane.choose("Camera Actions", "Properties…")
+        pane.wait_for("Camera ID:")
+        pane.wait_active("Camera Properties")
+        tour.picture(pane, "30-wayland-properties", "Wayland: the properties of a camera")
+        accessible.key("Escape")
+        pane.wait_gone("Camera ID:")
+        start_preview(tour, pane)
+        tour.picture(pane, "31-wayland-preview", "Wayland: the live picture")
+
+
+def wayland_system_settings(tour):
+    """System Settings on Wayland, light and dark"""
+    for is_dark, name in ((False, "32-wayland-systemsettings"), (True, "33-wayland-dark")):
+        with dark(is_dark), tour.kde("systemsettings", "kcm_ks7") as pane:
+            start_preview(tour, pane)
+            tour.picture(pane, name, f"Wayland: System Settings, {'dark' if is_dark else 'light'}")
+        tour.agent.quit_if_up()
+
+
+X_WALKS = (cameras_come_and_stream, sheets, live_preview, about_box, no_agent, scales_and_themes, dark_sheets,
+           narrow_window, german, right_to_left, kcmshell, system_settings)
+WALKS = (wayland_pane, wayland_system_settings) if IS_WAYLAND else X_WALKS
 
 
 def main():

@@ -175,7 +175,8 @@ class SleepTest(unittest.TestCase):
             return time.monotonic() - last[1] > CALM
         wait_until(is_calm, f"{CALM} s without a wake-up")
         names = [(task / "comm").read_text() for task in tasks(self.pane.process)]
-        self.assertFalse([name for name in names if "pipewire" in name], names)
+        # An idle thread of GStreamer's pool keeps the name of its last element; these are threads of PipeWire.
+        self.assertFalse([name for name in names if name.startswith(("pipewire-", "data-loop", "pw-"))], names)
 
 
 if __name__ == "__main__":
