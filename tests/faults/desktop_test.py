@@ -5,6 +5,7 @@ of it."""
 import json
 import os
 import pathlib
+import signal
 import subprocess
 import sys
 import unittest
@@ -62,6 +63,28 @@ class Logind(Service):
         return logind
 
 
+class SystemBus:
+    """A system bus of the test's own, which can stand still."""
+
+    def __init__(self):
+        folder = pathlib.Path(os.environ["KS7_SESSION_FOLDER"])
+        self.address = f"unix:path={folder / 'own-system-bus'}"
+        self.process = subprocess.Popen(
+            ["dbus-daemon", "--session", "--nofork", "--print-address", f"--address={self.address}"],
+            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE)
+        self.process.stdout.readline()
+
+    def stop(self):
+        self.process.send_signal(signal.SIGSTOP)
+
+    def resume(self):
+        self.process.send_signal(signal.SIGCONT)
+
+    def end(self):
+        self.process.kill()
+        self.process.communicate()
+
+
 class PackageKit(Service):
     """Tells in a file what it is asked."""
 
@@ -85,8 +108,8 @@ class Desktop(FaultCase):
         """The package service is asked once a day."""
         UPDATES.unlink(missing_ok=True)
 
-    def show_pane(self):
-        self.pane = self.open_pane()
+    def show_pane(self, **env):
+        self.pane = self.open_pane(**env)
         self.wait_for_cameras(self.pane)
 
     def start(self, service, **behaviour):
@@ -151,6 +174,22 @@ class Desktop(FaultCase):
         self.wait_for_inhibitors(logind, 1)
         self.post("KS7AgentStarted")
         self.wait_for_cameras(self.pane)
+
+    # The system bus
+
+    def test_a_silent_system_bus_keeps_no_window_back(self):
+        system_bus = SystemBus()
+        self.addCleanup(system_bus.end)
+        system_bus.stop()
+        # One blocking call on this bus would take longer than the whole wait for the window.
+        self.show_pane(DBUS_SYSTEM_BUS_ADDRESS=system_bus.address)
+        self.expect_nothing_to_be_seen()
+        self.assertEqual(self.close(self.pane), 0)
+
+    def test_a_system_bus_that_is_not_there(self):
+        self.show_pane(DBUS_SYSTEM_BUS_ADDRESS="unix:path=/nonexistent/bus")
+        self.expect_nothing_to_be_seen()
+        self.assertEqual(self.close(self.pane), 0)
 
     # PackageKit
 
