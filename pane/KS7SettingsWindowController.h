@@ -180,6 +180,7 @@ private:
     std::shared_ptr<platform::RootProxy> reachAgent();
     void beginSheet(platform::Sheet *sheet);
     void beginAlert(const platform::AlertSheet &alert);
+    bool isOptionHeld();
     void startFirmwareUpdate();
     /// Runs the loop until the update is over; false when there is nothing left to come back to.
     bool waitForFirmwareUpdate();

@@ -10,6 +10,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QPointer>
 
 namespace {
 
@@ -87,9 +88,16 @@ void KS7SettingsWindowController::setupOptimizePopup()
 void KS7SettingsWindowController::setupDebugButton()
 {
     show(outlets.debugLog, shouldDebugLog(*mServices.userDefaults));
-    const auto modifiers = mServices.keyboard->currentKeyModifiers();
-    const bool optionHeld = (modifiers & platform::KeyboardModifiers::OptionKey) != 0;
-    outlets.debugLog->setVisible(optionHeld || outlets.debugLog->isChecked());
+    outlets.debugLog->setVisible(isOptionHeld() || outlets.debugLog->isChecked());
+    mServices.keyboard->onceFocused([controller = QPointer<KS7SettingsWindowController>(this)] {
+        if (controller && controller->isOptionHeld())
+            controller->outlets.debugLog->show();
+    });
+}
+
+bool KS7SettingsWindowController::isOptionHeld()
+{
+    return (mServices.keyboard->currentKeyModifiers() & platform::KeyboardModifiers::OptionKey) != 0;
 }
 
 void KS7SettingsWindowController::enableKS7Checkbox(QObject *)

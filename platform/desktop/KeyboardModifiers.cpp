@@ -1,11 +1,14 @@
 #include "platform/desktop/KeyboardModifiers.h"
 
 #include <QGuiApplication>
+#include <QObject>
+
+#include <utility>
 
 namespace platform {
 namespace {
 
-class QtKeyboardModifiers : public KeyboardModifiers {
+class QtKeyboardModifiers final : public KeyboardModifiers {
 public:
     std::uint32_t currentKeyModifiers() override
     {
@@ -13,6 +16,33 @@ public:
             return 0;
         return QGuiApplication::queryKeyboardModifiers().testFlag(Qt::AltModifier) ? OptionKey : 0;
     }
+
+    void onceFocused(std::function<void()> focused) override
+    {
+        mFocus.reset();
+        if (!isWayland() || QGuiApplication::focusWindow())
+            return;
+        mFocus = std::make_unique<QObject>();
+        QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, mFocus.get(),
+                         [this, focused = std::move(focused)](const QWindow *window) {
+                             if (window)
+                                 finish(focused);
+                         });
+    }
+
+private:
+    static bool isWayland() { return QGuiApplication::platformName().startsWith(QLatin1String("wayland")); }
+
+    void finish(const std::function<void()> &focused)
+    {
+        // The compositor sends the modifiers after the focus; one turn of the event loop handles both.
+        QObject *waiting = mFocus.get();
+        QObject::disconnect(qGuiApp, nullptr, waiting, nullptr);
+        QMetaObject::invokeMethod(waiting, std::function<void()>(focused), Qt::QueuedConnection);
+    }
+
+    /// Holds the connection and the queued call; null while nothing waits.
+    std::unique_ptr<QObject> mFocus;
 };
 
 } // namespace

@@ -1,11 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 namespace platform {
 
-/// The modifier keys held at the moment of the call.
+/// The modifier keys that are held now.
 class KeyboardModifiers {
 public:
     static constexpr std::uint32_t OptionKey = 0x0800;
@@ -13,6 +14,9 @@ public:
 
     /// Bit mask of the keys held; OptionKey is the Alt key.
     virtual std::uint32_t currentKeyModifiers() = 0;
+    /// A Wayland client learns the modifiers only with the keyboard focus. There, without the focus, this
+    /// calls `focused` once the application gets it; otherwise never. A second call replaces the first.
+    virtual void onceFocused(std::function<void()> focused) = 0;
 };
 
 std::shared_ptr<KeyboardModifiers> makeKeyboardModifiers();

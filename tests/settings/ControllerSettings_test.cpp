@@ -84,6 +84,7 @@ private Q_SLOTS:
     void aSizeChosenElsewhereIsFollowed();
     void theDebugBoxNeedsOptionOrRunningLog_data();
     void theDebugBoxNeedsOptionOrRunningLog();
+    void optionThatIsKnownOnlyWithTheFocusShowsTheDebugBox();
     void theDebugBoxStaysUntilTheNextShowing();
     void theDebugBoxStartsAndEndsThePanesLogFile();
     void theAgentHearsOfDebugLoggingFirst();
@@ -397,6 +398,21 @@ void SettingsControlsTest::theDebugBoxNeedsOptionOrRunningLog()
     fixture->show();
     QCOMPARE(!fixture->outlets().debugLog->isHidden(), shown);
     QCOMPARE(fixture->outlets().debugLog->isChecked(), logging);
+}
+
+void SettingsControlsTest::optionThatIsKnownOnlyWithTheFocusShowsTheDebugBox()
+{
+    fixture->show();
+    const auto &box = *fixture->outlets().debugLog;
+    QVERIFY(box.isHidden());
+    fixture->keyboard->onFocus();
+    QVERIFY2(box.isHidden(), "Option was released before the focus came");
+    fixture->keyboard->held = platform::KeyboardModifiers::OptionKey;
+    fixture->keyboard->onFocus();
+    QVERIFY(!box.isHidden());
+    fixture->keyboard->held = 0;
+    fixture->keyboard->onFocus();
+    QVERIFY2(!box.isHidden(), "it stays until the next showing");
 }
 
 void SettingsControlsTest::theDebugBoxStaysUntilTheNextShowing()

@@ -357,7 +357,10 @@ public:
 class FakeKeyboard final : public platform::KeyboardModifiers {
 public:
     std::uint32_t currentKeyModifiers() override;
+    void onceFocused(std::function<void()> focused) override { onFocus = std::move(focused); }
     std::uint32_t held = 0;
+    /// What waits for the keyboard focus.
+    std::function<void()> onFocus;
     /// Runs when somebody looks at what is held.
     std::function<void()> onLook;
 };

@@ -4,8 +4,9 @@
 #include <QProcess>
 #include <QTest>
 #include <QWidget>
+#include <QWindow>
 
-/// Holds keys on a real display; the window need not have the focus.
+/// Keys held on a real X display. The window does not need the focus.
 class KeyboardModifiersTest : public QObject {
     Q_OBJECT
 
@@ -13,6 +14,7 @@ private Q_SLOTS:
     void initTestCase();
     void altIsTheOptionKey();
     void otherKeysAreNot();
+    void theFocusIsNotWaitedForWhereModifiersAreAlwaysKnown();
 
 private:
     static void press(const char *key) { xdotool("keydown", key); }
@@ -50,6 +52,18 @@ void KeyboardModifiersTest::otherKeysAreNot()
     QTRY_VERIFY_WITH_TIMEOUT(QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ShiftModifier), Timeout);
     QCOMPARE(mKeyboard->currentKeyModifiers(), 0U);
     release("Shift_L");
+}
+
+void KeyboardModifiersTest::theFocusIsNotWaitedForWhereModifiersAreAlwaysKnown()
+{
+    bool called = false;
+    mKeyboard->onceFocused([&] { called = true; });
+    QWidget another;
+    another.show();
+    another.activateWindow();
+    QTRY_VERIFY_WITH_TIMEOUT(QGuiApplication::focusWindow() == another.windowHandle(), Timeout);
+    QCoreApplication::processEvents();
+    QVERIFY(!called);
 }
 
 QTEST_MAIN(KeyboardModifiersTest)
