@@ -16,7 +16,7 @@ public:
     QtTimer(std::chrono::milliseconds interval, RunLoop::Work tick)
     {
         mTimer.setTimerType(Qt::PreciseTimer);
-        // The tick may destroy this very timer, so what runs is a copy.
+        // Runs a copy, because the tick may destroy this timer.
         QObject::connect(&mTimer, &QTimer::timeout, &mTimer, [tick = std::move(tick)] {
             const auto copy = tick;
             copy();
@@ -67,19 +67,31 @@ public:
 
     bool runFor(std::chrono::milliseconds slice) override
     {
-        // A loop that starts throws away a quit that is still queued, as the last window's closing queues
-        // one.
-        if (auto *application = QCoreApplication::instance())
-            QCoreApplication::sendPostedEvents(application, QEvent::Quit);
         QEventLoop loop;
         bool elapsed = false;
         QTimer::singleShot(slice, Qt::PreciseTimer, &loop, [&] {
             elapsed = true;
             loop.quit();
         });
-        loop.exec();
-        // An application that quits ends every loop, with whatever code, and no new one starts.
+        run(loop);
         return elapsed;
+    }
+
+    bool runUntilWoken() override
+    {
+        Waiting waiting;
+        mWaiting.push_back(&waiting);
+        run(waiting.loop);
+        std::erase(mWaiting, &waiting);
+        return waiting.woken;
+    }
+
+    void wake() override
+    {
+        for (auto *waiting : mWaiting) {
+            waiting->woken = true;
+            waiting->loop.quit();
+        }
     }
 
     void pause(std::chrono::microseconds duration) override
@@ -88,12 +100,28 @@ public:
     }
 
 private:
+    /// A nested run that ends only with wake() or with the application.
+    struct Waiting {
+        QEventLoop loop;
+        bool woken = false;
+    };
+
+    /// An application that quits ends every loop, with any exit code, and starts no new one.
+    static void run(QEventLoop &loop)
+    {
+        // exec() discards a queued quit, for example the one that the closing of the last window posts.
+        if (auto *application = QCoreApplication::instance())
+            QCoreApplication::sendPostedEvents(application, QEvent::Quit);
+        loop.exec();
+    }
+
     struct Pending {
         const void *target;
         QTimer *timer;
     };
     QObject mContext;
     std::vector<Pending> mPending;
+    std::vector<Waiting *> mWaiting;
 };
 
 } // namespace

@@ -30,6 +30,10 @@ public:
     /// Runs the loop, nested, for `slice`, asleep while nothing happens.
     /// False when the application was told to quit: the caller must return to its own caller.
     virtual bool runFor(std::chrono::milliseconds slice) = 0;
+    /// Runs the loop, nested, until wake(), without a timer of its own. The same result as runFor().
+    virtual bool runUntilWoken() = 0;
+    /// Ends every runUntilWoken(). Main thread only.
+    virtual void wake() = 0;
     /// Blocks the thread without turning the loop.
     virtual void pause(std::chrono::microseconds duration) = 0;
 };

@@ -81,6 +81,14 @@ bool FakeRunLoop::runFor(milliseconds slice)
     return !quitting;
 }
 
+bool FakeRunLoop::runUntilWoken()
+{
+    note(mJournal, QStringLiteral("wait"));
+    if (onSlice)
+        onSlice();
+    return !quitting;
+}
+
 void FakeRunLoop::pause(microseconds duration)
 {
     note(mJournal, QStringLiteral("pause %1").arg(duration.count()));

@@ -38,6 +38,8 @@ public:
     void cancelPreviousPerformRequests(const void *target) override;
     std::unique_ptr<platform::Timer> scheduledTimer(std::chrono::milliseconds interval, Work tick) override;
     bool runFor(std::chrono::milliseconds slice) override;
+    bool runUntilWoken() override;
+    void wake() override { }
     void pause(std::chrono::microseconds duration) override;
 
     /// Lets time pass: queued work, delayed calls and timers run when they are due, in order.
@@ -46,7 +48,7 @@ public:
     void turn();
     [[nodiscard]] std::size_t timerCount() const { return mTimers.size(); }
     [[nodiscard]] std::size_t pendingCount() const { return mDelayed.size(); }
-    /// What happens in each slice of a nested run.
+    /// Runs in each nested run: a slice, or a wait that is woken.
     std::function<void()> onSlice;
     /// What happens in each pause.
     std::function<void()> onPause;

@@ -26,6 +26,10 @@ private Q_SLOTS:
     void aQuitBetweenSlicesIsNotLost();
     void aQuitQueuedBetweenSlicesIsNotLost();
     void slicesInsideSlicesAllEnd();
+    void aWaitServesEventsUntilItIsWoken();
+    void aWaitSleeps();
+    void aWakeEndsEveryWait();
+    void aQuitEndsAWait();
     void aPauseServesNothing();
 };
 
@@ -114,6 +118,46 @@ void RunLoopNestedTest::slicesInsideSlicesAllEnd()
         goOn.append(runLoop->runFor(1h));
     });
     QCOMPARE(goOn, QList<bool>({false, false}));
+}
+
+void RunLoopNestedTest::aWaitServesEventsUntilItIsWoken()
+{
+    int served = 0;
+    const auto timer = runLoop->scheduledTimer(1ms, [&] {
+        if (++served == 3)
+            runLoop->wake();
+    });
+    QVERIFY(runLoop->runUntilWoken());
+    QCOMPARE(served, 3);
+}
+
+void RunLoopNestedTest::aWaitSleeps()
+{
+    const QSignalSpy sleeps(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock);
+    runLoop->performAfterDelay(this, 300ms, [&] { runLoop->wake(); });
+    QVERIFY(runLoop->runUntilWoken());
+    QVERIFY2(sleeps.size() < 10, qPrintable(QString::number(sleeps.size())));
+}
+
+void RunLoopNestedTest::aWakeEndsEveryWait()
+{
+    QList<bool> woken;
+    runLoop->performAfterDelay(this, 1ms, [&] {
+        runLoop->performAfterDelay(this, 1ms, [&] { runLoop->wake(); });
+        woken.append(runLoop->runUntilWoken());
+    });
+    woken.append(runLoop->runUntilWoken());
+    QCOMPARE(woken, QList<bool>({true, true}));
+}
+
+void RunLoopNestedTest::aQuitEndsAWait()
+{
+    bool goesOn = true;
+    runApplication([&] {
+        runLoop->performAfterDelay(this, 1ms, [] { QCoreApplication::exit(0); });
+        goesOn = runLoop->runUntilWoken();
+    });
+    QVERIFY(!goesOn);
 }
 
 void RunLoopNestedTest::aPauseServesNothing()
