@@ -16,7 +16,7 @@ namespace {
 
 constexpr auto WaitSlice = 10ms;
 
-/// What mFirmwareStep counts through. An end that nobody waits for counts on beyond the last one.
+/// The values of mFirmwareStep. An unexpected end notification can push it past Over.
 enum FirmwareStep { Offered = 0, Confirmed = 1, Over = 2 };
 
 void setTexts(const Outlets &outlets, const QString &headline, const QString &secondLine)
@@ -29,7 +29,8 @@ void setTexts(const Outlets &outlets, const QString &headline, const QString &se
 
 void KS7SettingsWindowController::installFirmware(QObject *)
 {
-    mFirmwareStep = Offered;
+    ++mFirmwareOpening;
+    setFirmwareStep(Offered);
     setTexts(outlets, tr("Update Firmware puts the latest firmware version on your KS-7."),
              tr("Click Continue to proceed."));
     outlets.firmwareCheckingIndicator->hide();
@@ -44,14 +45,14 @@ void KS7SettingsWindowController::firmwareContinue(QObject *)
     case Offered:
         setTexts(outlets, tr("Do not disconnect the camera until the update is complete."),
                  tr("Click Continue to start the update."));
-        mFirmwareStep = Confirmed;
+        setFirmwareStep(Confirmed);
         break;
     case Confirmed:
         startFirmwareUpdate();
         break;
     case Over:
         mServices.sheets->endSheet(outlets.firmwareSheet);
-        mFirmwareStep = Offered;
+        setFirmwareStep(Offered);
         break;
     default:
         break;
@@ -68,7 +69,7 @@ void KS7SettingsWindowController::startFirmwareUpdate()
     outlets.firmwareContinueButton->setEnabled(false);
     const int error = mSharedUSBController->startUpdate();
     if (error != 0) {
-        ++mFirmwareStep;
+        setFirmwareStep(mFirmwareStep + 1);
         firmwareError(error);
         return;
     }
@@ -78,21 +79,32 @@ void KS7SettingsWindowController::startFirmwareUpdate()
 
 bool KS7SettingsWindowController::waitForFirmwareUpdate()
 {
-    // The slices hold what they need themselves: a host that quits may take the pane down meanwhile.
+    // Local copies: a host that quits may destroy the pane during a slice.
     const auto runLoop = mServices.runLoop;
     const QPointer<KS7SettingsWindowController> alive(this);
-    while (alive && mFirmwareStep == Confirmed) {
-        if (!runLoop->runFor(WaitSlice))
+    const auto opening = mFirmwareOpening;
+    while (alive && mFirmwareStep == Confirmed && mFirmwareOpening == opening) {
+        // Without a sheet there is no progress to show, so the wait sleeps until the step changes.
+        const bool goesOn =
+            outlets.firmwareSheet->isVisible() ? runLoop->runFor(WaitSlice) : runLoop->runUntilWoken();
+        if (!goesOn)
             return false;
     }
-    return !alive.isNull();
+    // Another opening of the sheet makes this wait outdated: the texts now belong to the new update.
+    return alive && mFirmwareOpening == opening;
+}
+
+void KS7SettingsWindowController::setFirmwareStep(std::int32_t step)
+{
+    mFirmwareStep = step;
+    mServices.runLoop->wake();
 }
 
 void KS7SettingsWindowController::firmwareUpdateIsOver()
 {
     outlets.firmwareCheckingIndicator->hide();
     outlets.firmwareCheckingIndicator->stopAnimation();
-    // Also after an error: its code is in the log.
+    // Replaces an error text too; the error code is in the log.
     setTexts(outlets, tr("Firmware update complete."), tr("Please disconnect the camera now."));
     outlets.firmwareContinueButton->setEnabled(true);
 }
@@ -100,7 +112,7 @@ void KS7SettingsWindowController::firmwareUpdateIsOver()
 void KS7SettingsWindowController::firmwareCancel(QObject *)
 {
     mServices.sheets->endSheet(outlets.firmwareSheet);
-    mFirmwareStep = Offered;
+    setFirmwareStep(Offered);
 }
 
 void KS7SettingsWindowController::firmwareError(int code)
@@ -112,7 +124,7 @@ void KS7SettingsWindowController::firmwareError(int code)
 
 void KS7SettingsWindowController::firmwareUpdateProgress(const Notification &notification)
 {
-    // Without a total this is no number; the indicator draws whatever it is within its range.
+    // Without a total the quotient is NaN or infinite; the indicator clamps it to its range.
     const double total = platform::toInt32(notification.userInfo, UserInfoKeys::Total);
     const double value = platform::toInt32(notification.userInfo, UserInfoKeys::Value);
     outlets.firmwareCheckingIndicator->setDoubleValue(value / total);
@@ -124,5 +136,5 @@ void KS7SettingsWindowController::firmwareUpdateEnded(const Notification &notifi
     OrvexLog(u"firmwareUpdateEnded: %d", result);
     if (result != 0)
         firmwareError(result);
-    ++mFirmwareStep;
+    setFirmwareStep(mFirmwareStep + 1);
 }

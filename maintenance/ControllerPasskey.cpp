@@ -20,11 +20,11 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto LongestPasskey = 16;
-// The sheet is fully gone when the remote call blocks the window.
+// Long enough for the sheet to leave the screen before the remote call blocks the event loop.
 constexpr auto DelayAfterSheet = 500ms;
 
-/// 1 to 16 decimal digits of any script. Characters are counted, not UTF-16 units: a digit outside the basic
-/// plane is one, as it is to the person who types it.
+/// 1 to 16 decimal digits of any script. Counts characters rather than UTF-16 units, because digits outside the
+/// basic plane are surrogate pairs.
 bool isPasskey(const QString &text)
 {
     const auto characters = text.toUcs4();
@@ -54,13 +54,15 @@ void KS7SettingsWindowController::changePIN(QObject *)
         beginAlert(
             {tr("Connect To USB"), tr("OK"),
              tr("To change your Bluetooth Passcode, you must connect the KS-7 to your computer via USB. "
-                "Please connect the camera and try again.")});
+                "Please connect the camera and try again."),
+             platform::AlertKind::Information});
     } else if (!camera || camera->status() != kKS7CamNotStreaming) {
         beginAlert(
             {tr("Camera In Use"), tr("OK"),
              tr("To change your Bluetooth Passcode, the KS-7 camera and microphone must not be in use. "
                 "Please stop any programs from using the camera and try again when the status reads "
-                "\"Not Streaming\".")});
+                "\"Not Streaming\"."),
+             platform::AlertKind::Information});
     } else {
         actuallyChangePIN();
     }
@@ -69,7 +71,8 @@ void KS7SettingsWindowController::changePIN(QObject *)
 void KS7SettingsWindowController::actuallyChangePIN()
 {
     outlets.pinOkayButton->setEnabled(false);
-    outlets.newPINText->clear();
+    // clear() would let Ctrl+Z bring the last passkey back; setText() empties the undo history.
+    outlets.newPINText->setText(QString());
     beginSheet(outlets.pinSheet);
 }
 
@@ -113,13 +116,14 @@ void KS7SettingsWindowController::passKeySet(const Notification &notification)
     if (!notification.userInfo.contains(UserInfoKeys::PassKey))
         return;
     const QString passKey = notification.userInfo.value(UserInfoKeys::PassKey).toString();
-    // The camera stays a favourite: it is only its pairing that is over.
+    // Ends the pairing only; the camera stays a favourite.
     mSharedDeviceController->removeCameraAtIndex(outlets.cameraListTable->selectedRow(), false);
     beginAlert(
         {tr("Passkey Changed"), tr("OK"),
          tr("Your camera's Bluetooth passkey has been set to \"%1\".  You will be asked for this passkey "
             "the next time you use the camera.")
-             .arg(passKey)});
+             .arg(passKey),
+         platform::AlertKind::Information});
     discover(nullptr);
 }
 
@@ -140,7 +144,7 @@ void KS7SettingsWindowController::USBDeviceDisconnected(const Notification &)
 
 void KS7SettingsWindowController::enableUSBOptions()
 {
-    // The passkey change explains itself what is missing; the update has no check of its own.
+    // changePIN() checks the cable itself and says what is missing; installFirmware() checks nothing.
     enableItemWithTag(outlets.pulldownMenu, ChangePasskeyTag, true);
     enableItemWithTag(outlets.pulldownMenu, UpdateFirmwareTag,
                       mSharedUSBController->connectedCamHasBTAddress(selectedCamAddress())

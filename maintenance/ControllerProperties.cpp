@@ -39,12 +39,5 @@ void KS7SettingsWindowController::propertiesCancel(QObject *)
 
 void KS7SettingsWindowController::ignoreCamera(QObject *)
 {
-    // The box only tells what the agent has decided; nobody stores a click on it.
-}
-
-void KS7SettingsWindowController::sheetDidEnd(QWidget *sheet, int, void *)
-{
-    // With the focus on the sheet itself, a field that is being edited gives up its cursor and input method.
-    sheet->setFocus(Qt::OtherFocusReason);
-    sheet->hide();
+    // The box only shows whether the agent ignores the camera. A click stores nothing.
 }

@@ -27,7 +27,11 @@ KS7SettingsWindowController::KS7SettingsWindowController(platform::Services serv
 {
 }
 
-KS7SettingsWindowController::~KS7SettingsWindowController() = default;
+KS7SettingsWindowController::~KS7SettingsWindowController()
+{
+    // A firmware wait may still be on the stack.
+    mServices.runLoop->wake();
+}
 
 KS7SettingsWindowController *KS7SettingsWindowController::init()
 {
@@ -146,20 +150,4 @@ void KS7SettingsWindowController::makeItKey(void *)
     // A pane hidden meanwhile is in no window, and must not take the focus from the host's other pages.
     if (outlets.cameraListTable->isVisible())
         outlets.cameraListTable->setFocus(Qt::OtherFocusReason);
-}
-
-void KS7SettingsWindowController::beginSheet(platform::Sheet *sheet)
-{
-    mServices.sheets->beginSheet(sheet, KSPreferencesPanePref::shared()->mainWindow(),
-                                 [this](QWidget *ended, int returnCode, void *contextInfo) {
-                                     sheetDidEnd(ended, returnCode, contextInfo);
-                                 });
-}
-
-void KS7SettingsWindowController::beginAlert(const platform::AlertSheet &alert)
-{
-    mServices.sheets->beginAlertSheet(alert, KSPreferencesPanePref::shared()->mainWindow(),
-                                      [this](QWidget *ended, int returnCode, void *contextInfo) {
-                                          sheetDidEnd(ended, returnCode, contextInfo);
-                                      });
 }

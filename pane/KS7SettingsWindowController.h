@@ -5,8 +5,8 @@
 #include "agent/TernUSBCommandControllerProxy.h"
 #include "cameras/CameraTableSource.h"
 #include "pane/Outlets.h"
-#include "platform/bus/NotificationCenter.h"
 #include "platform/Services.h"
+#include "platform/bus/NotificationCenter.h"
 
 #include <QHash>
 #include <QObject>
@@ -182,8 +182,10 @@ private:
     void beginAlert(const platform::AlertSheet &alert);
     bool isOptionHeld();
     void startFirmwareUpdate();
-    /// Runs the loop until the update is over; false when there is nothing left to come back to.
+    /// Runs the event loop until the update is over. False when the host quits, the controller is gone, or
+    /// the sheet was opened again: the caller must then leave the sheet alone.
     bool waitForFirmwareUpdate();
+    void setFirmwareStep(std::int32_t step);
     void firmwareUpdateIsOver();
 
     KS7OrvexLogger *mLogger = nullptr;
@@ -197,6 +199,8 @@ private:
     std::shared_ptr<platform::Connection> mAgentConnection;
     std::shared_ptr<platform::Connection> mAgentConnectionUSB;
     std::int32_t mFirmwareStep = 0;
+    /// Counts the openings of the firmware sheet, so that a wait knows whether the sheet is still its own.
+    std::uint32_t mFirmwareOpening = 0;
     bool mSwitchedOut = false;
     bool mBluetoothOff = false;
 

@@ -1,12 +1,14 @@
 #include "platform/sheets/Sheets.h"
 
+#include "platform/sheets/SheetFrame.h"
+
 #include <QApplication>
 #include <QCloseEvent>
 
 namespace platform {
 
 Sheet::Sheet(QWidget *parent)
-    : QDialog(parent)
+    : QDialog(parent, sheetWindowFlags())
 {
     setWindowModality(Qt::WindowModal);
 }
@@ -24,7 +26,6 @@ void Sheet::reject()
 
 void Sheet::showEvent(QShowEvent *event)
 {
-    mHostQuits = false;
     qApp->installEventFilter(this);
     QDialog::showEvent(event);
 }
@@ -37,15 +38,19 @@ void Sheet::hideEvent(QHideEvent *event)
 
 bool Sheet::eventFilter(QObject *watched, QEvent *event)
 {
-    // A quit may close every window first (Qt 6 does), and one that refuses keeps the host alive.
-    if (watched == qApp && event->type() == QEvent::Quit)
-        mHostQuits = true;
+    // Qt 6 closes every window while it delivers a quit, and a window that refuses cancels the quit.
+    // deleteLater() marks the end of the delivery: event loops that a window nests in its closing do not
+    // delete the object.
+    if (watched == qApp && event->type() == QEvent::Quit && !mQuitInDelivery) {
+        mQuitInDelivery = new QObject(this);
+        mQuitInDelivery->deleteLater();
+    }
     return QDialog::eventFilter(watched, event);
 }
 
 bool Sheet::isClosedByHost() const
 {
-    return mHostQuits || qApp->isSavingSession();
+    return mQuitInDelivery || qApp->isSavingSession();
 }
 
 void Sheet::closeEvent(QCloseEvent *event)
@@ -55,6 +60,12 @@ void Sheet::closeEvent(QCloseEvent *event)
     event->setAccepted(byHost || !isVisible());
     if (byHost && isVisible())
         Q_EMIT closedByHost();
+}
+
+void Sheet::paintEvent(QPaintEvent *event)
+{
+    QDialog::paintEvent(event);
+    paintSheetOutline(this);
 }
 
 } // namespace platform

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QPointer>
 #include <QString>
 
 #include <functional>
@@ -11,16 +12,20 @@ namespace platform {
 /// Called when a sheet has ended: the sheet, still on screen, its code, and the context it was begun with.
 using SheetDidEnd = std::function<void(QWidget *sheet, int returnCode, void *contextInfo)>;
 
+/// Selects the icon of an alert.
+enum class AlertKind { Error, Information };
+
 /// The words of an alert; plain text, never interpreted.
 struct AlertSheet {
     QString title;
     QString defaultButton;
     QString message;
+    AlertKind kind = AlertKind::Error;
 };
 
-/// A window from an interface file that hangs on another one. The host's window keys for "cancel" (Escape,
-/// the close button) do what `cancelAction` says; without one, or while it is refused, they do nothing.
-/// A host that quits, or a session that ends, closes it in any case.
+/// A dialog from an interface file that blocks one window. Escape and the close button run the cancel action.
+/// Without a cancel action, or when it does not end the sheet, they do nothing. A host that quits or a
+/// session that ends closes the sheet in any case.
 class Sheet : public QDialog {
     Q_OBJECT
 public:
@@ -31,19 +36,21 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
-    /// The host has closed the sheet; whoever has begun it has to end it.
+    /// The host has closed the sheet; the presenter has to end it.
     void closedByHost();
 
 protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
 private:
     [[nodiscard]] bool isClosedByHost() const;
 
     std::function<void()> mCancelAction;
-    bool mHostQuits = false;
+    /// Not null while a QEvent::Quit is being delivered.
+    QPointer<QObject> mQuitInDelivery;
 };
 
 /// Begins and ends window-modal sheets; none of its operations waits for the user.
@@ -51,10 +58,10 @@ class SheetPresenter {
 public:
     virtual ~SheetPresenter() = default;
 
-    /// The window of the host that a message about the whole application hangs on; may be null.
+    /// The host's main window, for messages about the whole application; may be null.
     virtual QWidget *applicationMainWindow() = 0;
-    /// Shows the alert over `window`; a null window means the one that comes next. Where very many have not
-    /// been read yet, a further one is left out, and nobody is told of its end.
+    /// Shows the alert over `window`; a null window means the next main window that is shown. When very many
+    /// alerts are open, the alert is dropped and `didEnd` never runs.
     virtual void beginAlertSheet(const AlertSheet &alert, QWidget *window, SheetDidEnd didEnd) = 0;
     virtual void beginSheet(Sheet *sheet, QWidget *modalForWindow, SheetDidEnd didEnd) = 0;
     /// Ends the sheet with return code 0; nothing when it is not begun.

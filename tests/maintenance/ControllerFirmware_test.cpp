@@ -1,7 +1,7 @@
 #include "agent/NotificationNames.h"
-#include "widgets/Indicators.h"
 #include "platform/sheets/Sheets.h"
 #include "tests/support/PaneFixture.h"
+#include "widgets/Indicators.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -103,6 +103,7 @@ private Q_SLOTS:
     void cleanup() { fixture.reset(); }
 
     void everyMomentLooksAsItShould();
+    void theAgentRefusesAtOnce_data();
     void theAgentRefusesAtOnce();
     void anErrorAtTheEndIsOverwritten();
     void anErrorIsShownUntilTheWaitNoticesTheEnd();
@@ -125,6 +126,9 @@ private Q_SLOTS:
     void everyEndIsLogged();
     void noTextResizesOrLeavesTheSheet();
     void returnContinues();
+    void returnOnCancelCancels();
+    void anOutdatedWaitLeavesANewUpdateAlone();
+    void aWaitWithoutASheetIsNotSliced();
 };
 
 void FirmwareUpdateTest::init()
@@ -212,14 +216,22 @@ void FirmwareUpdateTest::everyMomentLooksAsItShould()
     QCOMPARE(fixture->takeRemoteCalls().count(QStringLiteral("startUpdate")), 1);
 }
 
+void FirmwareUpdateTest::theAgentRefusesAtOnce_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::newRow("with a code") << -7;
+    QTest::newRow("with an error or another type") << -1;
+}
+
 void FirmwareUpdateTest::theAgentRefusesAtOnce()
 {
-    fixture->agent.startUpdateResult = -7;
+    QFETCH(int, code);
+    fixture->agent.startUpdateResult = code;
     Look during;
     fixture->agent.during[QStringLiteral("startUpdate")] = [&] { during = look(); };
     startUpdate();
     QCOMPARE(during, Updating);
-    QCOMPARE(look(), failed(-7));
+    QCOMPARE(look(), failed(code));
     // Hidden, but nobody has stopped it.
     QVERIFY(indicator()->isAnimating());
     QCOMPARE(fixture->journal->filter(QStringLiteral("slice")), QStringList());
@@ -421,7 +433,7 @@ void FirmwareUpdateTest::anotherInstallFirmwareEndsTheWait()
     QCOMPARE(slice, 2);
     QCOMPARE(fixture->controller().firmwareStep(), 0);
     QVERIFY(sheetIsUp());
-    QCOMPARE(look().headline, Complete.headline);
+    QCOMPARE(look(), Opened);
     pressContinue();
     QCOMPARE(look(), Confirmed);
 }
@@ -536,6 +548,58 @@ void FirmwareUpdateTest::returnContinues()
     QCOMPARE(sheet->focusWidget(), static_cast<QWidget *>(fixture->outlets().firmwareContinueButton));
     QTest::keyClick(sheet, Qt::Key_Return);
     QVERIFY(!sheetIsUp());
+}
+
+void FirmwareUpdateTest::returnOnCancelCancels()
+{
+    auto *cancel = fixture->outlets().firmwareCancelButton;
+    openSheet();
+    pressContinue();
+    cancel->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(cancel, Qt::Key_Return);
+    QVERIFY(!sheetIsUp());
+    QCOMPARE(fixture->takeRemoteCalls().count(QStringLiteral("startUpdate")), 0);
+}
+
+void FirmwareUpdateTest::anOutdatedWaitLeavesANewUpdateAlone()
+{
+    // The first update's agent dies; a second update starts and ends inside the first one's wait.
+    Look secondUpdate;
+    inSlice(1, [&] { fixture->connections->killAgent(); });
+    fixture->runLoop->onSlice = [this, first = fixture->runLoop->onSlice, &secondUpdate] {
+        first();
+        if (slice == 2) {
+            fixture->agent.running = true;
+            fixture->agentPosts(NotificationNames::AgentStarted);
+            openSheet();
+            pressContinue();
+            pressContinue();
+            fixture->controller().installFirmware(nullptr);
+        } else if (slice == 3) {
+            secondUpdate = look();
+            agentReportsEnd(0);
+            QCOMPARE(look().step, 2);
+        }
+    };
+    startUpdate();
+    QCOMPARE(secondUpdate, Updating);
+    QCOMPARE(look(), Opened);
+    QVERIFY(sheetIsUp());
+}
+
+void FirmwareUpdateTest::aWaitWithoutASheetIsNotSliced()
+{
+    inSlice(1, [&] { fixture->connections->killAgent(); });
+    fixture->runLoop->onSlice = [this, first = fixture->runLoop->onSlice] {
+        first();
+        if (slice == 2) {
+            fixture->takeJournal();
+            agentReportsEnd(0);
+        }
+    };
+    startUpdate();
+    QCOMPARE(slice, 2);
+    QCOMPARE(fixture->journal->filter(QStringLiteral("slice")), QStringList());
 }
 
 QTEST_MAIN(FirmwareUpdateTest)

@@ -38,7 +38,8 @@ private:
     {
         fixture->agentPosts(NotificationNames::PassKeySet, userInfo);
     }
-    void expectAlert(const QString &title, const QString &message);
+    void expectAlert(const QString &title, const QString &message,
+                     platform::AlertKind kind = platform::AlertKind::Error);
     void expectNoAlert() { QVERIFY(fixture->sheets->alerts.empty()); }
     [[nodiscard]] QAction *itemWithTag(int tag) const;
     [[nodiscard]] QPushButton *okay() const { return fixture->outlets().pinOkayButton; }
@@ -66,6 +67,10 @@ private Q_SLOTS:
     void returnIsOkOnlyForAPasskey();
     void escapeCancels();
     void okEndsTheSheetAndSendsHalfASecondLater();
+    void theTextIsReadWhenItIsSent();
+    void unpluggingAndHidingAfterOkSendsNothing();
+    void returnOnCancelCancels();
+    void undoBringsNoPasskeyBack();
     void anAgentThatDiesAfterOkIsToldNothing();
     void anImmediateErrorIsShown_data();
     void anImmediateErrorIsShown();
@@ -118,12 +123,13 @@ void PasskeyChangeTest::pressOkay()
     okay()->click();
 }
 
-void PasskeyChangeTest::expectAlert(const QString &title, const QString &message)
+void PasskeyChangeTest::expectAlert(const QString &title, const QString &message, platform::AlertKind kind)
 {
     QCOMPARE(fixture->sheets->alerts.size(), std::size_t(1));
     const auto &shown = fixture->sheets->alerts.front();
     QCOMPARE(shown.alert.title, title);
     QCOMPARE(shown.alert.message, message);
+    QCOMPARE(static_cast<int>(shown.alert.kind), static_cast<int>(kind));
     QCOMPARE(shown.alert.defaultButton, QStringLiteral("OK"));
     QCOMPARE(shown.window, &fixture->window);
     QVERIFY2(fixture->sheets->dismissAlert(), "its button takes it off the screen");
@@ -156,7 +162,8 @@ void PasskeyChangeTest::withoutACableThePersonIsToldToConnect()
     expectAlert(
         QStringLiteral("Connect To USB"),
         QStringLiteral("To change your Bluetooth Passcode, you must connect the KS-7 to your computer via "
-                       "USB. Please connect the camera and try again."));
+                       "USB. Please connect the camera and try again."),
+        platform::AlertKind::Information);
     QVERIFY(!sheetIsUp());
 }
 
@@ -178,7 +185,8 @@ void PasskeyChangeTest::aCameraInUseIsNotTouched()
         QStringLiteral(
             "To change your Bluetooth Passcode, the KS-7 camera and microphone must not be in use. Please "
             "stop any programs from using the camera and try again when the status reads \"Not "
-            "Streaming\"."));
+            "Streaming\"."),
+        platform::AlertKind::Information);
     QVERIFY(!sheetIsUp());
 }
 
@@ -301,6 +309,62 @@ void PasskeyChangeTest::okEndsTheSheetAndSendsHalfASecondLater()
     QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")), QStringList());
 }
 
+void PasskeyChangeTest::theTextIsReadWhenItIsSent()
+{
+    openSheet();
+    paste(QStringLiteral("1234"));
+    pressOkay();
+    fixture->takeJournal();
+    fixture->outlets().newPINText->setText(QStringLiteral("77"));
+    fixture->runLoop->advance(500ms);
+    QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")),
+             QStringList{QStringLiteral("setPassKey 77")});
+}
+
+void PasskeyChangeTest::unpluggingAndHidingAfterOkSendsNothing()
+{
+    openSheet();
+    fixture->agent.setPassKeyResult = -1;
+    paste(QStringLiteral("1234"));
+    pressOkay();
+    fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
+    fixture->hide();
+    fixture->runLoop->advance(1s);
+    QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")), QStringList());
+    expectNoAlert();
+    fixture->show();
+    fixture->runLoop->advance(1s);
+    QVERIFY(!sheetIsUp());
+    expectNoAlert();
+}
+
+void PasskeyChangeTest::returnOnCancelCancels()
+{
+    openSheet();
+    paste(QStringLiteral("1234"));
+    auto *cancel = fixture->outlets().pinSheet->findChild<QPushButton *>(QStringLiteral("pinCancelButton"));
+    cancel->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(cancel, Qt::Key_Return);
+    QVERIFY(!sheetIsUp());
+    fixture->runLoop->advance(1s);
+    QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")), QStringList());
+}
+
+void PasskeyChangeTest::undoBringsNoPasskeyBack()
+{
+    openSheet();
+    paste(QStringLiteral("1234"));
+    fixture->controller().pinCancel(nullptr);
+    changePasskey();
+    auto *field = fixture->outlets().newPINText;
+    for (int time = 0; time < 3; ++time)
+        QTest::keySequence(field, QKeySequence::Undo);
+    QCOMPARE(field->text(), QString());
+    QTest::keySequence(field, QKeySequence::Redo);
+    QCOMPARE(field->text(), QString());
+    QVERIFY(!okay()->isEnabled());
+}
+
 void PasskeyChangeTest::anAgentThatDiesAfterOkIsToldNothing()
 {
     openSheet();
@@ -321,6 +385,7 @@ void PasskeyChangeTest::anImmediateErrorIsShown_data()
     QTest::addColumn<QString>("number");
     QTest::newRow("one") << 1 << QStringLiteral("1");
     QTest::newRow("negative") << -536870206 << QStringLiteral("-536870206");
+    QTest::newRow("the agent answered with an error or another type") << -1 << QStringLiteral("-1");
 }
 
 void PasskeyChangeTest::anImmediateErrorIsShown()
@@ -379,7 +444,8 @@ void PasskeyChangeTest::successForgetsThePairingAndSearches()
     expectAlert(
         QStringLiteral("Passkey Changed"),
         QStringLiteral("Your camera's Bluetooth passkey has been set to \"0042\".  You will be asked for "
-                       "this passkey the next time you use the camera."));
+                       "this passkey the next time you use the camera."),
+        platform::AlertKind::Information);
 }
 
 void PasskeyChangeTest::successWithNoRowSendsMinusOne()
@@ -398,7 +464,8 @@ void PasskeyChangeTest::thePasskeyIsPlainTextInTheMessage()
     expectAlert(
         QStringLiteral("Passkey Changed"),
         QStringLiteral("Your camera's Bluetooth passkey has been set to \"") + odd
-            + QStringLiteral("\".  You will be asked for this passkey the next time you use the camera."));
+            + QStringLiteral("\".  You will be asked for this passkey the next time you use the camera."),
+        platform::AlertKind::Information);
 }
 
 void PasskeyChangeTest::unpluggingClosesTheSheet()

@@ -1,3 +1,4 @@
+#include "agent/NotificationNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "platform/sheets/Sheets.h"
 #include "settings/KS7Domain.h"
@@ -53,8 +54,11 @@ private Q_SLOTS:
     void theIgnoreBoxStoresNothing();
     void aDeadAgentLetsTheSheetClose();
     void returnIsOkAndEscapeIsCancel();
+    void returnOnCancelCancels();
+    void anotherPreferredCameraUnderTheSheetIsTheOneRenamed();
     void theNameHasTheFocusAndIsSelected();
     void theIDCanBeCopiedAndNotChanged();
+    void theIDIsShownWithoutAFrame();
     void anEndedSheetTakesTheFocusAndGoes();
 };
 
@@ -194,7 +198,7 @@ void CameraPropertiesTest::cancelStoresNothing()
 
 void CameraPropertiesTest::aClickOnTheIgnoreBoxIsForgottenWithTheSheet()
 {
-    // A listed camera is never an ignored one, whatever is stored for its address.
+    // A listed camera never counts as ignored, even when "IgnoredCams" holds its address.
     fixture->defaults->agentWrites(PreferenceKeys::IgnoredCams, QVariantMap{{Kitchen, true}});
     showPaneWithTwoCameras();
     auto *box = fixture->outlets().ignoreCheckbox;
@@ -250,6 +254,38 @@ void CameraPropertiesTest::returnIsOkAndEscapeIsCancel()
     QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setName")), QStringList());
 }
 
+void CameraPropertiesTest::returnOnCancelCancels()
+{
+    showPaneWithTwoCameras();
+    openSheet();
+    typeName(QStringLiteral("Hall"));
+    fixture->takeJournal();
+    auto *cancel = sheet()->findChild<QPushButton *>(QStringLiteral("propertiesCancelButton"));
+    cancel->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(cancel, Qt::Key_Return);
+    QVERIFY(!sheetIsUp());
+    QCOMPARE(fixture->takeRemoteCalls(), QStringList());
+}
+
+void CameraPropertiesTest::anotherPreferredCameraUnderTheSheetIsTheOneRenamed()
+{
+    // OK asks for the selected camera at that moment; the sheet's texts stay as they were.
+    showPaneWithTwoCameras();
+    openSheet();
+    fixture->agent.prefer(Desk);
+    fixture->agentPosts(NotificationNames::PreferredCameraChanged);
+    QVERIFY(sheetIsUp());
+    QCOMPARE(shownName(), QStringLiteral("Kitchen"));
+    QCOMPARE(shownID(), QStringLiteral("4455"));
+    QCOMPARE(fixture->controller().selectedCamAddress(), Desk);
+    fixture->takeJournal();
+    pressButton("propertiesOkayButton");
+    QVERIFY(!sheetIsUp());
+    QCOMPARE(
+        fixture->takeRemoteCalls(),
+        (QStringList{QStringLiteral("validateName Kitchen"), QStringLiteral("setName Kitchen ") + Desk}));
+}
+
 void CameraPropertiesTest::theNameHasTheFocusAndIsSelected()
 {
     showPaneWithTwoCameras();
@@ -272,6 +308,15 @@ void CameraPropertiesTest::theIDCanBeCopiedAndNotChanged()
     QTest::keySequence(field, QKeySequence::SelectAll);
     QTest::keySequence(field, QKeySequence::Copy);
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("4455"));
+}
+
+void CameraPropertiesTest::theIDIsShownWithoutAFrame()
+{
+    showPaneWithTwoCameras();
+    const auto *field = fixture->outlets().cameraIDText;
+    QVERIFY(!field->hasFrame());
+    QCOMPARE(field->palette().color(QPalette::Base).alpha(), 0);
+    QCOMPARE(field->palette().color(QPalette::Text), sheet()->palette().color(QPalette::Text));
 }
 
 void CameraPropertiesTest::anEndedSheetTakesTheFocusAndGoes()

@@ -1,12 +1,14 @@
 #include "agent/NotificationNames.h"
-#include "widgets/Indicators.h"
 #include "platform/desktop/RunLoop.h"
 #include "platform/sheets/Sheets.h"
 #include "tests/support/PaneFixture.h"
+#include "widgets/Indicators.h"
 
+#include <QAbstractEventDispatcher>
 #include <QLabel>
 #include <QProcess>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -16,11 +18,12 @@ constexpr int Generous = 60000;
 
 } // namespace
 
-/// The wait for an update on a real loop: it hears the agent, and it ends with its host.
+/// The wait for an update on a real event loop: it handles notifications and ends with the host.
 class FirmwareWaitTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void theWaitHearsProgressAndEnd();
+    void aWaitWhoseSheetHasGoneWakesNobody();
     void aHostToldToEndEnds_data();
     void aHostToldToEndEnds();
 };
@@ -53,6 +56,32 @@ void FirmwareWaitTest::theWaitHearsProgressAndEnd()
     QCOMPARE(fixture.outlets().firmwareMainText->text(), QStringLiteral("Firmware update complete."));
     fixture.outlets().firmwareContinueButton->click();
     QVERIFY(!fixture.outlets().firmwareSheet->isVisible());
+}
+
+void FirmwareWaitTest::aWaitWhoseSheetHasGoneWakesNobody()
+{
+    PaneFixture fixture;
+    fixture.refit = [](platform::Services &services) {
+        services.runLoop = platform::makeQtRunLoop();
+        services.sheets = platform::makeQtSheetPresenter();
+    };
+    fixture.show();
+    fixture.controller().installFirmware(nullptr);
+    fixture.outlets().firmwareContinueButton->click();
+    const QSignalSpy sleeps(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock);
+    qsizetype before = 0;
+    qsizetype after = 0;
+    QTimer::singleShot(50, &fixture.window, [&] { fixture.connections->killAgent(); });
+    QTimer::singleShot(200, &fixture.window, [&] { before = sleeps.size(); });
+    QTimer::singleShot(700, &fixture.window, [&] {
+        after = sleeps.size();
+        fixture.agentPosts(NotificationNames::FirmwareUpdateEnded, {{UserInfoKeys::Result, 0}});
+    });
+    fixture.outlets().firmwareContinueButton->click();
+    QCOMPARE(fixture.controller().firmwareStep(), 2);
+    QVERIFY(!fixture.outlets().firmwareSheet->isVisible());
+    // Slices of 10 ms would make it about 50.
+    QVERIFY2(after - before < 10, qPrintable(QString::number(after - before)));
 }
 
 void FirmwareWaitTest::aHostToldToEndEnds_data()

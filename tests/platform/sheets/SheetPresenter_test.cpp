@@ -8,16 +8,20 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
+
+#include <functional>
 
 using platform::AlertSheet;
 using platform::Sheet;
 
 namespace {
 
-/// A host's window with a field that has the keyboard and a button to click.
+/// A host's window with a field that has the focus and a button to click.
 class HostWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -42,16 +46,26 @@ public:
     int clicks = 0;
 };
 
-/// An application that is told to quit and in the end does not.
+/// An application that is told to quit, closes a window as Qt 6 does, and stays because another one refuses.
 class HostThatStays : public QObject {
 public:
     HostThatStays() { qApp->installEventFilter(this); }
-    void isToldToQuit() const
+    void isToldToQuit(std::function<void()> whatCloses = [] {})
     {
+        mWhatCloses = std::move(whatCloses);
         QEvent quit(QEvent::Quit);
         QCoreApplication::sendEvent(qApp, &quit);
     }
-    bool eventFilter(QObject *, QEvent *event) override { return event->type() == QEvent::Quit; }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() != QEvent::Quit)
+            return false;
+        mWhatCloses();
+        return true;
+    }
+
+private:
+    std::function<void()> mWhatCloses;
 };
 
 const AlertSheet Failure{QStringLiteral("A Failure"), QStringLiteral("OK"),
@@ -61,7 +75,7 @@ const AlertSheet OtherFailure{QStringLiteral("A Failure"), QStringLiteral("OK"),
 
 } // namespace
 
-/// Sheets and alerts of the real presenter, as a person sees and ends them.
+/// Sheets and alerts of the real presenter.
 class SheetPresenterTest : public QObject {
     Q_OBJECT
 
@@ -100,6 +114,7 @@ private:
     {
         QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), static_cast<QWidget *>(theAlert()), Timeout);
     }
+    static void turnTheLoop() { QTest::qWait(0); }
     static bool hangsOn(const QWidget *dialog, const QWidget *window)
     {
         return dialog->windowHandle()->transientParent() == window->windowHandle()
@@ -350,18 +365,126 @@ private Q_SLOTS:
     void onlyAHostThatQuitsClosesASheetThatRefuses()
     {
         mWindow->appear();
-        const HostThatStays host;
+        HostThatStays host;
         Sheet sheet;
         for (int ended = 1; ended <= 2; ++ended) {
             mPresenter->beginSheet(&sheet, mWindow.get(), counting());
-            // Also after a quit that came to nothing.
             QVERIFY(!sheet.close());
             QVERIFY(sheet.isVisible());
-            host.isToldToQuit();
-            QVERIFY(sheet.close());
+            host.isToldToQuit([&] { QVERIFY(sheet.close()); });
             QVERIFY(!sheet.isVisible());
             QCOMPARE(mEnded, ended);
+            turnTheLoop();
         }
+    }
+
+    void aCancelledQuitLeavesTheSheetAsItWas()
+    {
+        mWindow->appear();
+        HostThatStays host;
+        Sheet sheet;
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        host.isToldToQuit();
+        turnTheLoop();
+        QVERIFY(!sheet.close());
+        QVERIFY(sheet.isVisible());
+        QCOMPARE(mEnded, 0);
+    }
+
+    void aQuitThatAsksFirstStillClosesTheSheet()
+    {
+        mWindow->appear();
+        HostThatStays host;
+        Sheet sheet;
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        QEventLoop application;
+        QTimer::singleShot(0, &application, [&] {
+            host.isToldToQuit([&] {
+                // "Really quit?"
+                QEventLoop question;
+                QTimer::singleShot(20, &question, &QEventLoop::quit);
+                question.exec();
+                sheet.close();
+            });
+            application.quit();
+        });
+        application.exec();
+        QCOMPARE(mEnded, 1);
+    }
+
+    void noWidgetBehindASheetBecomesNative()
+    {
+        mWindow->appear();
+        Sheet sheet(mWindow->centralWidget());
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        beginAlert(Failure, mWindow.get());
+        QVERIFY(hangsOn(&sheet, mWindow.get()));
+        QVERIFY(hangsOn(theAlert(), mWindow.get()));
+        const auto widgets = mWindow->findChildren<QWidget *>();
+        for (const auto *widget : widgets) {
+            QVERIFY2(!widget->testAttribute(Qt::WA_NativeWindow), widget->metaObject()->className());
+            QVERIFY2(widget->isWindow() || !widget->windowHandle(), widget->metaObject()->className());
+        }
+        mPresenter->endSheet(&sheet);
+    }
+
+    void aSheetFollowsItsViewIntoAnotherWindow()
+    {
+        auto *view = new QWidget;
+        auto *sheet = new Sheet(view);
+        for (int time = 0; time < 2; ++time) {
+            QMainWindow window;
+            window.setCentralWidget(view);
+            window.show();
+            mPresenter->beginSheet(sheet, &window, counting());
+            QVERIFY(hangsOn(sheet, &window));
+            mPresenter->endSheet(sheet);
+            window.takeCentralWidget();
+        }
+        delete view;
+    }
+
+    void sheetsAndAlertsHaveNoButtonsThatMinimiseOrMaximise()
+    {
+        mWindow->appear();
+        Sheet sheet;
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        beginAlert(Failure, mWindow.get());
+        for (const QWidget *dialog : {static_cast<QWidget *>(&sheet), static_cast<QWidget *>(theAlert())}) {
+            QVERIFY(dialog->windowFlags().testFlag(Qt::CustomizeWindowHint));
+            QVERIFY(!(dialog->windowFlags() & Qt::WindowMinMaxButtonsHint));
+            QVERIFY(dialog->windowFlags().testFlag(Qt::WindowCloseButtonHint));
+        }
+        mPresenter->endSheet(&sheet);
+    }
+
+    void onlyAnErrorHasAWarningSign()
+    {
+        mWindow->appear();
+        beginAlert(Failure, mWindow.get());
+        QCOMPARE(theAlert()->icon(), QMessageBox::Warning);
+        QTest::keyClick(theAlert(), Qt::Key_Escape);
+        auto news = OtherFailure;
+        news.kind = platform::AlertKind::Information;
+        beginAlert(news, mWindow.get());
+        QCOMPARE(theAlert()->icon(), QMessageBox::Information);
+    }
+
+    void anAlertIsAsWideAsASentence()
+    {
+        mWindow->appear();
+        const auto sentence = QStringLiteral("A sentence of some length that says what happened.");
+        beginAlert({QStringLiteral("T"), QStringLiteral("OK"), sentence}, mWindow.get());
+        const auto *label = theAlert()->findChild<QLabel *>(QStringLiteral("qt_msgbox_informativelabel"));
+        constexpr int AnyWidth = 10000;
+        QCOMPARE(label->heightForWidth(label->width()), label->heightForWidth(AnyWidth));
+        QTest::keyClick(theAlert(), Qt::Key_Escape);
+        beginAlert({QStringLiteral("T"), QStringLiteral("OK"), sentence.repeated(50)}, mWindow.get());
+        QVERIFY2(theAlert()->width() < theAlert()->screen()->availableSize().width(),
+                 "a long text is wrapped");
+        QTest::keyClick(theAlert(), Qt::Key_Escape);
+        beginAlert({QStringLiteral("T"), QStringLiteral("OK"), QString()}, mWindow.get());
+        QVERIFY2(theAlert(), "an alert may have no message");
     }
 
     void theCloseButtonCancels()

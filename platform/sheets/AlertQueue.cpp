@@ -1,0 +1,148 @@
+#include "platform/sheets/AlertQueue.h"
+
+#include "platform/LogCategory.h"
+#include "platform/sheets/AlertBox.h"
+#include "platform/sheets/MainWindow.h"
+
+#include <QApplication>
+#include <QEvent>
+
+#include <algorithm>
+#include <utility>
+
+namespace platform {
+namespace {
+
+/// Bounds the number of boxes on the desktop when an agent reports errors without end.
+constexpr std::size_t MostAlerts = 20;
+
+bool sameWords(const AlertSheet &a, const AlertSheet &b)
+{
+    return a.title == b.title && a.defaultButton == b.defaultButton && a.message == b.message;
+}
+
+} // namespace
+
+AlertQueue::AlertQueue()
+{
+    // After aboutToQuit the platform plug-in may be gone, and deleting a shown box would crash.
+    QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
+                     &AlertQueue::closeAll);
+}
+
+AlertQueue::~AlertQueue()
+{
+    closeAll();
+}
+
+void AlertQueue::begin(const AlertSheet &alert, QWidget *window, SheetDidEnd didEnd)
+{
+    if (auto *begun = find(alert, window)) {
+        if (begun->didEnds.size() < MostAlerts)
+            begun->didEnds.push_back(std::move(didEnd));
+        return;
+    }
+    if (mAlerts.size() >= MostAlerts) {
+        qCWarning(KS7_PLATFORM, "too many alerts are open: \"%s\" is left out", qUtf8Printable(alert.title));
+        return;
+    }
+    mAlerts.push_back({alert, {nullptr, window, nullptr, nullptr}, {std::move(didEnd)}});
+    if (window && window->isVisible())
+        present(mAlerts.back(), window);
+    else
+        watchForWindows();
+}
+
+QDialog *AlertQueue::newestOver(const QWidget *window) const
+{
+    const auto alert = std::find_if(mAlerts.rbegin(), mAlerts.rend(), [window](const Begun &begun) {
+        return begun.place.dialog && begun.place.window == window;
+    });
+    return alert == mAlerts.rend() ? nullptr : alert->place.dialog.data();
+}
+
+bool AlertQueue::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Show && watched->isWidgetType()) {
+        // Queued: a box cannot be shown over a window that is still being shown.
+        if (isMainWindow(static_cast<QWidget *>(watched)))
+            QMetaObject::invokeMethod(this, &AlertQueue::presentWaiting, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+AlertQueue::Begun *AlertQueue::find(const AlertSheet &alert, const QWidget *window)
+{
+    const auto found = std::find_if(mAlerts.begin(), mAlerts.end(), [&](const Begun &begun) {
+        return sameWords(begun.words, alert) && begun.place.window == window;
+    });
+    return found == mAlerts.end() ? nullptr : &*found;
+}
+
+void AlertQueue::present(Begun &alert, QWidget *window)
+{
+    auto *box = new AlertBox(alert.words);
+    alert.place = placeDialog(box, window);
+    QObject::connect(window, &QObject::destroyed, this, &AlertQueue::forgetWindow, Qt::UniqueConnection);
+    QObject::connect(box, &QDialog::finished, this, [this, box] { finish(box); });
+    box->show();
+}
+
+void AlertQueue::presentWaiting()
+{
+    auto *window = applicationMainWindow();
+    if (!window)
+        return;
+    // Showing a box runs foreign code, which may begin further alerts.
+    for (std::size_t i = 0; i < mAlerts.size(); ++i) {
+        if (!mAlerts[i].place.dialog)
+            present(mAlerts[i], window);
+    }
+    qApp->removeEventFilter(this);
+    mWatching = false;
+}
+
+void AlertQueue::finish(const QDialog *box)
+{
+    const auto begun = std::find_if(mAlerts.begin(), mAlerts.end(),
+                                    [box](const Begun &candidate) { return candidate.place.dialog == box; });
+    if (begun == mAlerts.end())
+        return;
+    const Begun done = std::move(*begun);
+    mAlerts.erase(begun);
+    for (const auto &didEnd : done.didEnds) {
+        if (didEnd)
+            didEnd(done.place.dialog, 0, nullptr);
+    }
+    Q_EMIT ended(done.place);
+    if (done.place.dialog)
+        done.place.dialog->deleteLater();
+}
+
+void AlertQueue::forgetWindow(const QObject *window)
+{
+    const auto isGone = [window](const Begun &begun) { return begun.place.windowIdentity == window; };
+    // The window's alerts close without an end handler: nobody has read them.
+    for (auto &alert : mAlerts) {
+        if (!isGone(alert) || !alert.place.dialog)
+            continue;
+        alert.place.dialog->hide();
+        alert.place.dialog->deleteLater();
+    }
+    std::erase_if(mAlerts, isGone);
+}
+
+void AlertQueue::watchForWindows()
+{
+    if (!std::exchange(mWatching, true))
+        qApp->installEventFilter(this);
+}
+
+void AlertQueue::closeAll()
+{
+    const auto alerts = std::exchange(mAlerts, {});
+    for (const auto &alert : alerts)
+        delete alert.place.dialog;
+}
+
+} // namespace platform

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/sheets/DialogPlace.h"
+#include "platform/sheets/Sheets.h"
+
+#include <QObject>
+
+#include <vector>
+
+namespace platform {
+
+/// The alerts that are on screen or wait for a window. An alert without a visible window waits for the next
+/// main window that is shown; the application's events are filtered only while one waits.
+class AlertQueue final : public QObject {
+    Q_OBJECT
+public:
+    AlertQueue();
+    ~AlertQueue() override;
+
+    void begin(const AlertSheet &alert, QWidget *window, SheetDidEnd didEnd);
+    /// The newest alert on screen over the window, or null.
+    [[nodiscard]] QDialog *newestOver(const QWidget *window) const;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+Q_SIGNALS:
+    /// An alert has ended and its end handlers have run.
+    void ended(const platform::DialogPlace &place);
+
+private:
+    struct Begun {
+        AlertSheet words;
+        /// The dialog is null while the alert waits.
+        DialogPlace place;
+        std::vector<SheetDidEnd> didEnds;
+    };
+
+    Begun *find(const AlertSheet &alert, const QWidget *window);
+    void present(Begun &alert, QWidget *window);
+    void presentWaiting();
+    void finish(const QDialog *box);
+    void forgetWindow(const QObject *window);
+    void watchForWindows();
+    void closeAll();
+
+    std::vector<Begun> mAlerts;
+    bool mWatching = false;
+};
+
+} // namespace platform

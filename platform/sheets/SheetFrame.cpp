@@ -1,0 +1,44 @@
+#include "platform/sheets/SheetFrame.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QWidget>
+
+namespace platform {
+namespace {
+
+bool isWayland()
+{
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
+/// The colour that Breeze gives to separators: a fifth of the text's colour on the window's.
+QColor outlineColour(const QPalette &palette)
+{
+    constexpr int AlphaOfAFifth = 51;
+    QColor colour = palette.color(QPalette::WindowText);
+    colour.setAlpha(AlphaOfAFifth);
+    return colour;
+}
+
+} // namespace
+
+Qt::WindowFlags sheetWindowFlags()
+{
+    // Wayland has no request for single title bar buttons: KWin gives every decorated window one that
+    // minimises.
+    if (isWayland())
+        return Qt::Dialog | Qt::FramelessWindowHint;
+    return Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
+}
+
+void paintSheetOutline(QWidget *sheet)
+{
+    if (!sheet->windowFlags().testFlag(Qt::FramelessWindowHint))
+        return;
+    QPainter painter(sheet);
+    painter.setPen(outlineColour(sheet->palette()));
+    painter.drawRect(sheet->rect().adjusted(0, 0, -1, -1));
+}
+
+} // namespace platform
