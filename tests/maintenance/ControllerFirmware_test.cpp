@@ -11,7 +11,7 @@ namespace {
 
 const auto Kitchen = QStringLiteral("00-11-22-33-44-55");
 
-/// What the person sees of the sheet at one moment.
+/// The visible state of the sheet and the firmware step.
 struct Look {
     QString headline;
     QString secondLine;
@@ -71,7 +71,7 @@ Look failed(int code)
 
 } // namespace
 
-/// The update in three steps, and the wait in the midst of them.
+/// The update in three steps, with the wait in the second one.
 class FirmwareUpdateTest : public QObject {
     Q_OBJECT
 private:
@@ -169,7 +169,7 @@ void FirmwareUpdateTest::startUpdate()
     pressContinue();
 }
 
-/// `happening` happens in that slice of the wait; a wait that outlasts the test's story ends as a quit would.
+/// Runs `happening` in that slice of the wait. A wait that never ends is ended like a quit.
 void FirmwareUpdateTest::inSlice(int number, std::function<void()> happening)
 {
     fixture->runLoop->onSlice = [this, number, happening = std::move(happening)] {
@@ -232,7 +232,7 @@ void FirmwareUpdateTest::theAgentRefusesAtOnce()
     startUpdate();
     QCOMPARE(during, Updating);
     QCOMPARE(look(), failed(code));
-    // Hidden, but nobody has stopped it.
+    // firmwareError() hides the indicator without stopping its animation.
     QVERIFY(indicator()->isAnimating());
     QCOMPARE(fixture->journal->filter(QStringLiteral("slice")), QStringList());
     pressContinue();

@@ -24,7 +24,7 @@ const auto Kitchen = QStringLiteral("00-11-22-33-44-55");
 
 } // namespace
 
-/// The passkey of the camera at the cable, and the two menu items that need one there.
+/// The passkey of the camera at the cable, and the two menu items that depend on the cable.
 class PasskeyChangeTest : public QObject {
     Q_OBJECT
 private:
@@ -260,7 +260,7 @@ void PasskeyChangeTest::okNeedsOneToSixteenDigits()
     QFETCH(QString, text);
     QFETCH(bool, enabled);
     openSheet();
-    // Whatever was there before decides nothing.
+    // The text before does not matter.
     for (const auto &before : {QStringLiteral("1"), QStringLiteral("x")}) {
         paste(before);
         paste(text);
@@ -525,7 +525,7 @@ void PasskeyChangeTest::theUpdateItemNeedsACameraThatNeedsIt()
     fixture->controller().enableUSBOptions();
     QVERIFY(itemWithTag(34)->isEnabled());
     QCOMPARE(itemWithTag(35)->isEnabled(), atTheCable && needsFirmware);
-    // Whether it needs an update is asked of the selected camera only.
+    // The pane asks about firmware only for a selected camera at the cable.
     QCOMPARE(fixture->takeRemoteCalls().contains(QStringLiteral("connectedCamNeedsFirmwareUpdate")),
              atTheCable);
     QCOMPARE(itemWithTag(34)->text(), QStringLiteral("Change Passkey…"));

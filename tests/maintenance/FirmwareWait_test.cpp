@@ -90,7 +90,7 @@ void FirmwareWaitTest::aHostToldToEndEnds_data()
     QTest::addColumn<int>("code");
     for (const auto *word : {"quit", "close", "quit-event", "switch-away-and-quit", "agent-dies-and-quit"})
         QTest::addRow("%s", word) << QString::fromLatin1(word) << 0;
-    // The code of the time that is up must not be mistaken for the host's.
+    // The code of an elapsed slice must not replace the host's.
     QTest::newRow("exit") << QStringLiteral("exit") << 3;
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int ForcedCode = 3;
 
-/// What the host is told in the midst of an update.
+/// Tells the host to end during an update.
 void tell(const char *word, PaneFixture &fixture)
 {
     if (std::strcmp(word, "quit") == 0)
@@ -35,8 +35,8 @@ void tell(const char *word, PaneFixture &fixture)
 
 } // namespace
 
-/// A host that is told to end while the pane waits for a firmware update that never ends; says "waited" when
-/// the wait had begun. The exit code is that of its loop.
+/// A host that is told to end while the pane waits for a firmware update that never ends. Prints "waited"
+/// when the wait has begun. Exits with the code of its event loop.
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);

@@ -16,7 +16,7 @@ import accessible  # noqa: E402
 from accessible import key, type_text, wait_until  # noqa: E402
 from scripted_pane import KITCHEN, PREFERENCES, ScriptedPaneTest  # noqa: E402
 
-# The ways to the camera actions, from the end of the menu that is nearer.
+# The keys that reach the camera actions, from the nearer end of the menu.
 PROPERTIES = ("Down",) * 3
 CHANGE_PASSKEY = ("Down",) * 4
 UPDATE_FIRMWARE = ("Up", "Up")
@@ -25,7 +25,7 @@ SITE = "http://www.orvex.example"
 
 
 class FlowsTest(ScriptedPaneTest):
-    """One camera, known and idle; what else there is, each flow says."""
+    """One camera, known and idle. Each flow sets up the rest."""
 
     # Verbs
 
@@ -60,7 +60,7 @@ class FlowsTest(ScriptedPaneTest):
         self.open_pane()
         self.pane.click("Kitchen, Not Streaming", times=2)
         self.wait_focused("Name:", "text")
-        # The old name is selected: what is typed takes its place.
+        # The old name is selected, so typing replaces it.
         type_text("Hall")
         key("Return")
         self.pane.wait_for("Hall, Not Streaming")
@@ -213,7 +213,7 @@ class FlowsTest(ScriptedPaneTest):
             wait_until(lambda: self.posts(post), post, details=self.pane.dump)
             wait_until(lambda: not self.stored()[setting], f"{setting} off", details=self.pane.dump)
             self.pane.wait_state(node, "checked", False)
-        # The hand of an assistive tool.
+        # As an assistive tool presses it.
         self.pane.press(node)
         wait_until(lambda: self.stored()["ShowStatusMenu"], "the status menu on", details=self.pane.dump)
         self.agent.setPreference("KS7On", True)
@@ -256,7 +256,7 @@ class FlowsTest(ScriptedPaneTest):
         self.choose_action(*ABOUT)
         link = self.pane.wait_for("www.orvex.example", role="link")
         self.pane.wait_for("v1.0")
-        # Dragged out, it opens nothing.
+        # A drag out of the link opens nothing.
         x, y, width, height = self.pane.rectangle(link)
         accessible.point_at(x + width // 2, y + height // 2)
         accessible.xdotool("mousedown", 1)

@@ -110,7 +110,7 @@ private:
         const auto boxes = alertsOnScreen();
         return boxes.size() == 1 ? boxes.constFirst() : nullptr;
     }
-    static void waitForTheAlertToHaveTheKeyboard()
+    static void waitForTheAlertToHaveTheFocus()
     {
         QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), static_cast<QWidget *>(theAlert()), Timeout);
     }
@@ -201,18 +201,18 @@ private Q_SLOTS:
         QCOMPARE(mWindow->clicks, 2);
     }
 
-    void theKeyboardGoesBackToWhoHadIt()
+    void theFocusReturnsToItsWidget()
     {
         mWindow->appear();
         QVERIFY(mWindow->field.hasFocus());
         beginAlert(Failure, mWindow.get());
-        waitForTheAlertToHaveTheKeyboard();
+        waitForTheAlertToHaveTheFocus();
         QVERIFY(!mWindow->field.hasFocus());
         QTest::keyClick(theAlert(), Qt::Key_Escape);
         QTRY_VERIFY_WITH_TIMEOUT(mWindow->field.hasFocus(), Timeout);
     }
 
-    void theSameWordsAreShownOnceAndEndForEveryone()
+    void theSameWordsAreShownOnceAndEndForEveryCaller()
     {
         mWindow->appear();
         beginAlert(Failure, mWindow.get());
@@ -236,7 +236,7 @@ private Q_SLOTS:
         QVERIFY(theAlert());
     }
 
-    void whoeverNeverStopsComplainingIsCutShort()
+    void theNumberOfAlertsIsBounded()
     {
         constexpr int VeryMany = 1000;
         mWindow->appear();
@@ -250,7 +250,7 @@ private Q_SLOTS:
             QTest::keyClick(alertsOnScreen().constLast(), Qt::Key_Escape);
         QVERIFY2(mEnded >= shown && mEnded <= 100, qPrintable(QString::number(mEnded)));
         beginAlert(OtherFailure, mWindow.get());
-        QVERIFY2(theAlert(), "whoever has read them hears of the next");
+        QVERIFY2(theAlert(), "an alert that was read makes room for the next");
     }
 
     void anAlertWithoutAWindowWaitsForOne()
@@ -322,7 +322,7 @@ private Q_SLOTS:
         QCOMPARE(mPresenter->applicationMainWindow(), nullptr);
         mWindow->appear();
         beginAlert(Failure, mWindow.get());
-        waitForTheAlertToHaveTheKeyboard();
+        waitForTheAlertToHaveTheFocus();
         QCOMPARE(mPresenter->applicationMainWindow(), mWindow.get());
     }
 
@@ -567,13 +567,13 @@ private Q_SLOTS:
         QCOMPARE(mEnded, 1);
     }
 
-    void anAlertOverASheetGivesTheKeyboardBackToTheSheet()
+    void anAlertOverASheetGivesTheFocusBackToTheSheet()
     {
         mWindow->appear();
         Sheet sheet;
         mPresenter->beginSheet(&sheet, mWindow.get(), counting());
         beginAlert(Failure, mWindow.get());
-        waitForTheAlertToHaveTheKeyboard();
+        waitForTheAlertToHaveTheFocus();
         QTest::keyClick(theAlert(), Qt::Key_Escape);
         QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), static_cast<QWidget *>(&sheet), Timeout);
         QVERIFY(sheet.isVisible());
