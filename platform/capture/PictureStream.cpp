@@ -10,6 +10,7 @@
 
 #include <gst/app/gstappsink.h>
 #include <gst/gst.h>
+#include <pipewire/pipewire.h>
 
 #include <cerrno>
 
@@ -31,6 +32,13 @@ int codeOf(GstMessage *message)
     const int code = error->code;
     g_error_free(error);
     return code;
+}
+
+/// Whether this is pipewiresrc 0.3, which does not fail when the camera changes its format.
+bool keepsOldCaps()
+{
+    static const bool keeps = QByteArray(pw_get_library_version()).startsWith("0.");
+    return keeps;
 }
 
 /// The camera's own memory that the frame lies in; nullptr for memory that is made for each frame.
@@ -196,7 +204,8 @@ int PictureStream::onInput(GstPad *, GstPadProbeInfo *input, void *stream)
 
 bool PictureStream::accepts(GstBuffer *frame)
 {
-    watchMemory(frame);
+    if (keepsOldCaps())
+        watchMemory(frame);
     return !mLostMemory && gst_buffer_get_size(frame) > 0;
 }
 

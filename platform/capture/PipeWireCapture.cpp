@@ -19,7 +19,7 @@ namespace {
 constexpr auto LookUpTimeout = 3s;
 /// A camera that sends no frame for so long is looked up.
 constexpr auto StallInterval = 1s;
-/// A camera that ends its stream more often within StallInterval is broken.
+/// A camera that ends its stream more often without a frame is broken.
 constexpr int MostRestarts = 5;
 
 /// A stream that takes longer to start or stop must not delay the next one.
@@ -144,7 +144,7 @@ private:
     std::unique_ptr<Timer> mStallTimer;
     FrameHandler mFrameHandler;
     std::optional<QSize> mLargestFrame;
-    int mRestarts = 0; // within StallInterval
+    int mRestarts = 0; // since the last frame
     bool mLookingUp = false;
     bool mRunning = false;
 };
@@ -190,10 +190,10 @@ void PipeWireSession::stopRunning()
 {
     mRunning = false;
     mStallTimer.reset();
-    if (!mStream)
-        return;
-    endStream();
-    show({});
+    if (mStream)
+        endStream();
+    if (mDevice)
+        show({});
 }
 
 void PipeWireSession::endStream()
@@ -206,9 +206,9 @@ void PipeWireSession::endStream()
 
 void PipeWireSession::restart()
 {
-    // The last frame stays on the screen until the next one arrives.
+    // The last frame stays on the screen. The next check begins the new stream: in the midst of the camera's
+    // change PipeWire 1.4 would let it wait for ever.
     endStream();
-    beginStream();
 }
 
 void PipeWireSession::setLargestFrame(const QSize &pixels)
@@ -245,12 +245,20 @@ void PipeWireSession::reportFailure(int code)
 
 void PipeWireSession::checkForStall()
 {
-    mRestarts = 0;
+    if (!mStream) {
+        beginStream();
+        return;
+    }
     // The stream's start is queued behind one that hangs.
-    if (!mStream->hasBegun() && mStreamWorker->isStalled(StreamTimeout))
-        restart();
+    if (!mStream->hasBegun() && mStreamWorker->isStalled(StreamTimeout)) {
+        endStream();
+        beginStream();
+    }
+    const bool hasArrived = mStream->takeArrived();
+    if (hasArrived)
+        mRestarts = 0;
     // A node that goes may just stop sending, with no message; so may a camera that is merely slow.
-    if ((!mStream->takeArrived() || mStream->hasLostMemory()) && !mLookingUp)
+    if ((!hasArrived || mStream->hasLostMemory()) && !mLookingUp)
         lookUpNode(0);
 }
 

@@ -425,7 +425,8 @@ private Q_SLOTS:
         mCamera->tell(QStringLiteral("format ") + format);
         // Frames of the old format may be under way for some time.
         mFrames = 0;
-        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 30, Timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(mFrames > 30 || !mErrors.empty(), Timeout);
+        QVERIFY(mErrors.empty());
         QTRY_VERIFY_WITH_TIMEOUT(arrived(Green) && mLast.size() == size, Timeout);
         QVERIFY(mErrors.empty());
         mSession->stopRunning();
