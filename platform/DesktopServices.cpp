@@ -37,7 +37,8 @@ Services makeDesktopServices()
     services.hostClasses = makeHostClasses();
     services.userDefaults = makeFileUserDefaults();
     services.keyboard = makeKeyboardModifiers();
-    services.processorClock = makeProcessorClock();
+    // Tests show the pane as on a fast machine, also on virtual machines that tell no clock.
+    services.processorClock = makeProcessorClock(qEnvironmentVariable("KS7_CLOCK_ROOT", QStringLiteral("/")));
     services.updates = makePackageKitFramework(systemBus);
     services.workspace = makeWorkspace();
     services.capture = makePipeWireCapture(services.localCenter, services.runLoop);
