@@ -8,8 +8,7 @@ import subprocess
 import time
 import unittest
 
-from accessible import xdotool
-from fault_pane import HOST, NOWHERE, FaultCase, wait_until
+from fault_pane import HOST, NOWHERE, FaultCase, accessible, wait_until
 
 LONG = 10
 # Seconds: one call's time, twice the twenty-one attempts to reach the agent, and a slow machine. Without a limit the
@@ -70,8 +69,8 @@ class SilentFromTheStart(SilentBusCase):
     """Without a bus there is no accessibility either: only the display tells."""
 
     def window_names(self, process):
-        windows = xdotool("search", "--onlyvisible", "--pid", process.pid, "--name", ".").split()
-        return [xdotool("getwindowname", window) for window in windows]
+        windows = accessible.xdotool("search", "--onlyvisible", "--pid", process.pid, "--name", ".").split()
+        return [accessible.xdotool("getwindowname", window) for window in windows]
 
     def test_the_window_comes_and_says_what_is_wrong(self):
         self.stop_the_bus()
