@@ -5,14 +5,14 @@
 #include <QObject>
 #include <QStringList>
 
-/// What the agent's end of the camera interface serves: the parent of a DeviceControllerAdaptor.
-/// The compiler holds it against the generated adaptor, operation for operation.
+/// The agent's end of the camera interface: the parent of a DeviceControllerAdaptor. The compiler checks it
+/// against the generated adaptor, operation for operation.
 class DeviceControllerService : public QObject {
     Q_OBJECT
 public:
     virtual void flush() = 0;
     virtual CameraDictionary cameraDict() = 0;
-    /// Answers the left level and fills in the right one.
+    /// Returns the left level and writes the right one to `r`.
     virtual double getAudioLevel_l(double &r) = 0;
     virtual void setIgnore(bool ignore, const QVariantMap &forCam) = 0;
     virtual void setName(const QString &name, const QString &forCamAddress) = 0;
@@ -32,7 +32,7 @@ public:
     virtual void setPreferredDeviceAddress(const QString &address) = 0;
 };
 
-/// What the agent's end of the USB interface serves: the parent of a USBControllerAdaptor.
+/// The agent's end of the USB interface: the parent of a USBControllerAdaptor.
 class USBControllerService : public QObject {
     Q_OBJECT
 public:

@@ -8,10 +8,10 @@
 #include <cstdint>
 #include <optional>
 
-/// The answer of indexOfPreferredKS7Cam() when no camera is preferred.
+/// The reply of indexOfPreferredKS7Cam() when no camera is preferred.
 inline constexpr std::uint64_t NoPreferredCamera = 0x7FFFFFFFFFFFFFFF;
 
-/// A camera as it travels between agent and pane.
+/// A camera as agent and pane send it.
 struct CameraRecord {
     int status = 0;
     QString cameraIDString;
@@ -22,14 +22,14 @@ struct CameraRecord {
 using CameraDictionary = QMap<QString, QVariantMap>;
 
 /// The camera and Bluetooth side of the agent, operation for operation as the agent declares it.
-/// The base class is the nil proxy: it does nothing and answers nil, 0 or false.
+/// The base class is the nil proxy: it does nothing and returns nil, 0 or false.
 class KS7DeviceControllerProxy {
 public:
     virtual ~KS7DeviceControllerProxy() = default;
 
     virtual void flush() { }
     virtual CameraDictionary cameraDict() { return {}; }
-    /// Leaves both levels as they are when there is no answer.
+    /// Leaves both levels as they are when there is no reply.
     virtual void getAudioLevel_l([[maybe_unused]] float *l, [[maybe_unused]] float *r) { }
     virtual void setIgnore([[maybe_unused]] bool ignore, [[maybe_unused]] const QVariantMap &forCam) { }
     virtual void setName([[maybe_unused]] const QString &name, [[maybe_unused]] const QString &forCamAddress)

@@ -23,7 +23,7 @@ inline const QString FirmwareUpdateProgress = QStringLiteral("KS7FirmwareUpdateP
 inline const QString OnOffChanged = QStringLiteral("KS7OnOffChanged");
 inline const QString NoBluetooth = QStringLiteral("KS7NoBluetooth");
 inline const QString FoundBluetooth = QStringLiteral("KS7FoundBluetooth");
-/// Both ways: the pane hears its own post of it.
+/// Sent by both: the pane receives its own post.
 inline const QString ChangedOptimizedPreference = QStringLiteral("KS7ChangedOptimizedPreference");
 
 // To the agent.

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-/// A reference to a remote object that may be nil. Calls on nil go to the interface's base class, which
-/// does nothing and answers nil, 0 or false, so that no caller has to ask first.
+/// A reference to a remote object that may be nil. Calls on nil go to the interface's base class, which does
+/// nothing and returns nil, 0 or false. So no caller has to test for nil.
 template <class Interface>
 class Proxy {
 public:

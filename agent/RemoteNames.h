@@ -4,8 +4,8 @@
 
 #include <QString>
 
-/// The names under which the agent registers its two root objects, and the keys of a camera's record.
-/// platform::bus::busName() and objectPath() say where a registered name is on the bus.
+/// The registered names of the agent's two root objects, and the keys of a camera's record.
+/// platform::bus::busName() and objectPath() give a registered name's place on the bus.
 namespace RemoteNames {
 
 inline const QString AgentServer = QStringLiteral("KS7AgentServer");

@@ -9,7 +9,7 @@
 namespace platform {
 namespace {
 
-/// Strangers may send anything under the name: what is no user info counts as none.
+/// Any process may send anything under the name: an argument of another type counts as no user info.
 QVariantMap userInfoOf(const QDBusMessage &signal)
 {
     if (signal.signature() != bus::UserInfoSignature)

@@ -13,10 +13,10 @@ namespace platform {
 
 class BusConnection;
 
-/// The centre across processes: broadcast signals on the session bus. The bus is asked for the observed names
-/// only, so that nobody else's notifications wake the pane. Posts never wait; what is posted comes back to
-/// the poster's own observers through the run loop. The object of a post does not travel. A post over a bus
-/// that was lost, or was never there, looks once whether there is one now; else nobody hears it.
+/// The centre across processes: broadcast signals on the session bus. It subscribes to the observed names
+/// only, so that other notifications do not wake the pane. Posts do not wait for a reply; the poster's own
+/// observers receive them through the run loop. The object of a post is not sent. A post over a bus that was
+/// lost, or was never there, tries once to reach the bus; without one nobody receives the post.
 class DistributedNotificationCenter final : public QObject, public NotificationCenter {
     Q_OBJECT
 public:

@@ -8,7 +8,7 @@
 
 namespace platform {
 
-/// What an observer is handed: the name, who it is about (by identity, may be null) and the payload.
+/// The argument of a handler: the name, the object (compared by identity, may be null) and the user info.
 struct Notification {
     QString name;
     const void *object = nullptr;
@@ -17,8 +17,7 @@ struct Notification {
 
 using NotificationHandler = std::function<void(const Notification &)>;
 
-/// A place to post to and to observe. Main thread only; handlers of one name run in the order of
-/// registration.
+/// Delivers posts to observers. Main thread only; handlers of one name run in the order of registration.
 class NotificationCenter {
 public:
     virtual ~NotificationCenter() = default;
@@ -30,7 +29,7 @@ public:
                                       const QVariantMap &userInfo = {}) = 0;
 };
 
-/// The centre inside the process: a post has reached every observer when it returns.
+/// The centre inside the process: postNotificationName() returns after every handler has run.
 class LocalNotificationCenter final : public NotificationCenter {
 public:
     void addObserver(const void *observer, const QString &name, NotificationHandler handler) override;
