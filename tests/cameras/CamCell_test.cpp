@@ -1,7 +1,7 @@
 #include "cameras/CamCell.h"
+#include "cameras/CameraTableSource.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "cameras/PrefsBundle.h"
-#include "pane/KS7SettingsWindowController.h"
 #include "tests/support/Doubles.h"
 
 #include <QPainter>
@@ -44,6 +44,17 @@ private:
 };
 
 /// Tests the rows of the camera table by their pixels.
+class NoCameras final : public CameraTableSource {
+public:
+    int numberOfRowsInTableView(const QObject *) override { return 0; }
+    QVariant tableViewObjectValue(const QObject *, const QString &, int) override { return {}; }
+    void tableViewSelectionDidChange(const platform::Notification &) override { }
+    [[nodiscard]] const QHash<QString, std::shared_ptr<KS7Cam>> &cameras() const override { return mCameras; }
+
+private:
+    QHash<QString, std::shared_ptr<KS7Cam>> mCameras;
+};
+
 class CamCellTest : public QObject {
     Q_OBJECT
 
@@ -215,7 +226,7 @@ private Q_SLOTS:
     void theSecondPhaseOfTheBlinkingIsGray()
     {
         QFETCH(int, status);
-        KS7SettingsWindowController noCameras({}, nullptr);
+        NoCameras noCameras;
         mTable->settingsController = &noCameras;
         showCamera(QStringLiteral("Kitchen"), status);
         QCOMPARE(int(dotOf(drawn())), int(Dot::Orange));
