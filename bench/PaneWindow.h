@@ -1,8 +1,8 @@
 #pragma once
 
-#include "pane/SharedPane.h"
 #include "pane/KS7SettingsWindowController.h"
 #include "pane/KSPreferencesPanePref.h"
+#include "pane/SharedPane.h"
 
 #include <QVBoxLayout>
 #include <QWidget>

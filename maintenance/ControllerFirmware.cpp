@@ -1,10 +1,10 @@
 #include "agent/NotificationNames.h"
 #include "logging/KS7OrvexLogger.h"
 #include "pane/KS7SettingsWindowController.h"
-#include "widgets/Indicators.h"
 #include "platform/ToInt32.h"
 #include "platform/desktop/RunLoop.h"
 #include "platform/sheets/Sheets.h"
+#include "widgets/Indicators.h"
 
 #include <QLabel>
 #include <QPointer>

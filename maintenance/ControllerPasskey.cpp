@@ -23,8 +23,8 @@ constexpr auto LongestPasskey = 16;
 // Long enough for the sheet to leave the screen before the remote call blocks the event loop.
 constexpr auto DelayAfterSheet = 500ms;
 
-/// 1 to 16 decimal digits of any script. Counts characters rather than UTF-16 units, because digits outside the
-/// basic plane are surrogate pairs.
+/// 1 to 16 decimal digits of any script. Counts characters rather than UTF-16 units, because digits outside
+/// the basic plane are surrogate pairs.
 bool isPasskey(const QString &text)
 {
     const auto characters = text.toUcs4();

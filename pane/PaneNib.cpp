@@ -8,7 +8,6 @@
 #include "pane/KS7SettingsWindowController.h"
 #include "pane/PaneTranslator.h"
 #include "platform/desktop/Bundle.h"
-#include "widgets/Indicators.h"
 #include "platform/sheets/Sheets.h"
 #include "preview/KS7PreviewController.h"
 #include "preview/KS7QTCaptureView.h"
@@ -16,6 +15,7 @@
 #include "ui_pane.h"
 #include "ui_passkey.h"
 #include "ui_properties.h"
+#include "widgets/Indicators.h"
 
 #include <QEvent>
 #include <QIcon>

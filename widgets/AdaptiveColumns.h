@@ -26,7 +26,8 @@ private:
     [[nodiscard]] QBoxLayout *box() const;
     [[nodiscard]] int widthSideBySide() const;
     void arrange();
-    /// Gives the picture, which is in the second of two parts, the width that it can fill; the first keeps 35 to 40 %.
+    /// Gives the picture, which is in the second of two parts, the width that it can fill; the first keeps 35
+    /// to 40 %.
     void share(const PictureFrame &picture);
 
     int mNarrowWidth = 0;

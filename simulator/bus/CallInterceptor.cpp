@@ -11,7 +11,7 @@
 namespace simulator {
 
 QVariantList CallInterceptor::answer(const QDBusContext &call, const QString &operation,
-                              const QVariantList &arguments, const std::function<QVariantList()> &work)
+                                     const QVariantList &arguments, const std::function<QVariantList()> &work)
 {
     mRecorder.recordCall(operation, arguments);
     mFaults.dieIfDue(operation);
@@ -37,8 +37,8 @@ void CallInterceptor::replyLater(const QDBusContext &call, const std::function<Q
     });
 }
 
-void CallInterceptor::perform(const QDBusContext &call, const QString &operation, const QVariantList &arguments,
-                       const std::function<void()> &work)
+void CallInterceptor::perform(const QDBusContext &call, const QString &operation,
+                              const QVariantList &arguments, const std::function<void()> &work)
 {
     answer(call, operation, arguments, [work] {
         work();

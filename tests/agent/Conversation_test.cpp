@@ -1,11 +1,11 @@
 #include "agent/NotificationNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
-#include "platform/bus/DistributedNotificationCenter.h"
-#include "widgets/Indicators.h"
 #include "platform/bus/BusConnection.h"
+#include "platform/bus/DistributedNotificationCenter.h"
 #include "tests/support/PaneFixture.h"
-#include "tests/support/Timeout.h"
 #include "tests/support/RecordingAgent.h"
+#include "tests/support/Timeout.h"
+#include "widgets/Indicators.h"
 
 #include <QCheckBox>
 #include <QTest>

@@ -1,15 +1,15 @@
-#include "widgets/LinkLabel.h"
 #include "agent/NotificationNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
-#include "widgets/AdaptiveColumns.h"
-#include "widgets/PictureFrame.h"
-#include "widgets/Indicators.h"
 #include "platform/sheets/Sheets.h"
 #include "preview/KS7PreviewController.h"
 #include "preview/KS7QTCaptureView.h"
 #include "tests/support/PaintWatch.h"
 #include "tests/support/PaneFixture.h"
 #include "tests/support/Timeout.h"
+#include "widgets/AdaptiveColumns.h"
+#include "widgets/Indicators.h"
+#include "widgets/LinkLabel.h"
+#include "widgets/PictureFrame.h"
 
 #include <QAbstractEventDispatcher>
 #include <QAccessible>

@@ -1,8 +1,8 @@
 #include "tests/support/PaneFixture.h"
 
 #include "agent/AgentProxyFactory.h"
-#include "platform/bus/RemoteConnection.h"
 #include "platform/bus/DistributedNotificationCenter.h"
+#include "platform/bus/RemoteConnection.h"
 
 #include <QCoreApplication>
 #include <QDir>

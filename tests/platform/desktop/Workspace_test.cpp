@@ -1,7 +1,7 @@
 #include "platform/desktop/Workspace.h"
 
-#include "tests/support/Timeout.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/Timeout.h"
 
 #include <QDBusConnection>
 #include <QDesktopServices>
