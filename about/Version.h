@@ -6,5 +6,5 @@ namespace platform {
 class Bundle;
 }
 
-/// The pane's own version, "?" when its bundle does not tell.
+/// Version of the pane's bundle, "?" when the bundle names none.
 QString paneVersion(const platform::Bundle &bundle);
