@@ -16,7 +16,7 @@
 /// pane.
 class PaneOnScreen : public QObject {
 public:
-    /// `place` is empty, and outlives this object or holds it as a member.
+    /// `place` is empty. Either of the two may be destroyed first: a host that ends destroys the place first.
     PaneOnScreen(platform::PreferencePane *pane, QWidget *place)
         : mPane(pane)
         , mPlace(place)
@@ -25,17 +25,12 @@ public:
         layout->setContentsMargins(0, 0, 0, 0);
         takeView();
         place->installEventFilter(this);
+        // QWidget emits destroyed() before it deletes its children.
+        connect(place, &QObject::destroyed, this, &PaneOnScreen::releaseView);
         connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] { unselect(); });
     }
 
-    ~PaneOnScreen() override
-    {
-        unselect();
-        if (mPlace && mPane->mainView()->parentWidget() == mPlace)
-            mPane->mainView()->setParent(nullptr);
-        if (holder() == this)
-            mPane->mainView()->setProperty(Holder, QVariant());
-    }
+    ~PaneOnScreen() override { releaseView(); }
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
@@ -65,6 +60,15 @@ private:
         mPane->mainView()->setProperty(Holder, QVariant::fromValue<QObject *>(this));
         mPlace->layout()->addWidget(mPane->mainView());
         mPane->mainView()->show();
+    }
+
+    void releaseView()
+    {
+        unselect();
+        if (holder() != this)
+            return;
+        mPane->mainView()->setParent(nullptr);
+        mPane->mainView()->setProperty(Holder, QVariant());
     }
 
     // Runs after the show event: selecting may wait for the agent and open a sheet, which needs the window.

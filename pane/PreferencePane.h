@@ -33,6 +33,8 @@ class PreferencePaneFactory {
 public:
     virtual ~PreferencePaneFactory() = default;
 
+    /// For a host that runs in a process of its own: called once, before the QApplication is constructed.
+    virtual void prepareProcess() = 0;
     /// The process's one pane, created on the first call; the plug-in keeps it.
     virtual PreferencePane *pane() = 0;
     /// For a host without a window: what the pane finds on this machine, as text for a bug report.
@@ -41,5 +43,5 @@ public:
 
 } // namespace platform
 
-#define KS7_PREFERENCE_PANE_IID "com.orvex.PreferencePaneFactory/2"
+#define KS7_PREFERENCE_PANE_IID "com.orvex.PreferencePaneFactory/3"
 Q_DECLARE_INTERFACE(platform::PreferencePaneFactory, KS7_PREFERENCE_PANE_IID)

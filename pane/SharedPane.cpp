@@ -13,10 +13,9 @@ KSPreferencesPanePref *sharedPane()
     return KSPreferencesPanePref::shared();
 }
 
-KSPreferencesPanePref *sharedPaneOfOwnProcess()
+void keepToolkitOffSilentBus()
 {
     platform::keepToolkitOffSilentBus();
-    return sharedPane();
 }
 
 QString diagnosis()

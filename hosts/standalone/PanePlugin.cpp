@@ -9,7 +9,8 @@ class PanePlugin : public QObject, public platform::PreferencePaneFactory {
     Q_PLUGIN_METADATA(IID KS7_PREFERENCE_PANE_IID)
     Q_INTERFACES(platform::PreferencePaneFactory)
 public:
-    platform::PreferencePane *pane() override { return sharedPaneOfOwnProcess(); }
+    void prepareProcess() override { keepToolkitOffSilentBus(); }
+    platform::PreferencePane *pane() override { return sharedPane(); }
     [[nodiscard]] QString diagnose() const override { return diagnosis(); }
 };
 

@@ -9,7 +9,9 @@ namespace {
 
 QString pluginFile()
 {
-    const QDir here(QCoreApplication::applicationDirPath());
+    // QCoreApplication::applicationDirPath() needs an application, and the plug-in is loaded before there is
+    // one.
+    const QDir here = QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/self/exe"))).dir();
     const QString built = here.filePath(QStringLiteral("../plugins/ks7/ks7pane.so"));
     return QFileInfo::exists(built) ? built
                                     : here.filePath(QStringLiteral(KS7_INSTALLED_PLUGINS "/ks7pane.so"));

@@ -52,13 +52,15 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationVersion(QStringLiteral(KS7_VERSION));
     if (CommandLine().asksForText(argc, argv))
         return printText(argc, argv);
+    PanePluginLoader loader;
+    if (loader.factory())
+        loader.factory()->prepareProcess();
     const QApplication application(argc, argv);
     const Translators translators;
     CommandLine().process(application);
     QGuiApplication::setDesktopFileName(QStringLiteral("ks7-preferences"));
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/host/ks7-preferences.svg")));
 
-    PanePluginLoader loader;
     if (!loader.factory())
         return refuse(loader.error());
     HostWindow window(loader.factory()->pane());

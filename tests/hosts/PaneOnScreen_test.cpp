@@ -36,6 +36,7 @@ private Q_SLOTS:
     void showingTellsNothingWhileTheWindowIsNot();
     void anIconifiedWindowStillShowsThePane();
     void theViewOutlivesTheModule();
+    void theViewOutlivesAPlaceThatGoesBeforeItsModule();
     void aLaterModuleKeepsTheView();
     void anOlderModuleThatGoesLeavesTheNewerOneConnected_data();
     void anOlderModuleThatGoesLeavesTheNewerOneConnected();
@@ -123,6 +124,16 @@ void PaneOnScreenTest::theViewOutlivesTheModule()
     QCOMPARE(mPane->told, ShownAndHidden);
     QVERIFY(!mPane->view.parentWidget());
     QCOMPARE(mPane->view.text(), QStringLiteral("the pane"));
+}
+
+void PaneOnScreenTest::theViewOutlivesAPlaceThatGoesBeforeItsModule()
+{
+    auto place = std::make_unique<QWidget>();
+    PaneOnScreen onScreen(mPane.get(), place.get());
+    open(*place, Shown);
+    place.reset();
+    QCOMPARE(mPane->told, ShownAndHidden);
+    QVERIFY(!mPane->view.parentWidget());
 }
 
 void PaneOnScreenTest::aLaterModuleKeepsTheView()
