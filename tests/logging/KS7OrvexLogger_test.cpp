@@ -219,6 +219,7 @@ private Q_SLOTS:
     void switchingOnTwiceKeepsTheFile();
     void linesWhileOffAreNotWritten();
     void twoFilesOfOneSecondAreOne();
+    void aFileThatIsEmptiedGoesOnAtItsBeginning();
     void anotherFolderStartsAFile();
     void anotherFolderHasTheLinesThatFollow();
     void theHomeFolderIsATilde();
@@ -663,6 +664,16 @@ void KS7OrvexLoggerTest::linesWhileOffAreNotWritten()
     QCOMPARE(openDescriptors(), open);
 }
 
+void KS7OrvexLoggerTest::aFileThatIsEmptiedGoesOnAtItsBeginning()
+{
+    loggerToFile();
+    OrvexLog(u"gone");
+    const QString file = latestFile(folder());
+    QVERIFY(QFile::resize(file, 0));
+    OrvexLog(u"first");
+    QVERIFY(matches(stampPattern() + QStringLiteral("first\n"), QString::fromUtf8(contents(file))));
+}
+
 void KS7OrvexLoggerTest::twoFilesOfOneSecondAreOne()
 {
     loggerToFile();
@@ -912,12 +923,16 @@ void KS7OrvexLoggerTest::aDeviceThatIsFull()
 {
     everyFileNameSoonIs([](const QString &path) { return QFile::link(QStringLiteral("/dev/full"), path); });
     KS7OrvexLogger::createDefaultLoggerToFile(true, true);
-    const QByteArray text = written(stdout, [] {
+    int error = 0;
+    const QByteArray text = written(stdout, [&error] {
         OrvexLog(u"one");
         gMainLogger->markLog();
+        errno = EDOM;
         OrvexLog(u"two");
+        error = errno;
     });
     QCOMPARE(text.count('\n'), 2);
+    QCOMPARE(error, EDOM);
 }
 
 void KS7OrvexLoggerTest::aDiskThatFillsUpTearsNoLine()

@@ -1,11 +1,11 @@
 #include "logging/LogFormat.h"
+#include "tests/support/CommaLocale.h"
 
 #include <QTest>
 
 #include <cerrno>
 #include <cfloat>
 #include <climits>
-#include <clocale>
 #include <cmath>
 #include <cstring>
 
@@ -97,13 +97,10 @@ void LogFormatTest::reals()
 
 void LogFormatTest::realsAreTheSameInEveryCountry()
 {
-    const QByteArray before = std::setlocale(LC_NUMERIC, nullptr);
-    // If the locale is not installed, the test passes trivially.
-    std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
-    const QByteArray during = std::setlocale(LC_NUMERIC, nullptr);
+    const CommaLocale comma;
+    QVERIFY(comma.inForce());
     QCOMPARE(formatted(u"%.1f", 0.5), QStringLiteral("0.5"));
-    QCOMPARE(QByteArray(std::setlocale(LC_NUMERIC, nullptr)), during);
-    std::setlocale(LC_NUMERIC, before.constData());
+    QVERIFY(comma.inForce());
 }
 
 void LogFormatTest::texts()

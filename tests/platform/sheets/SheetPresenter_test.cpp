@@ -264,6 +264,11 @@ private Q_SLOTS:
         QVERIFY(hangsOn(theAlert(), mWindow.get()));
         QTest::keyClick(theAlert(), Qt::Key_Escape);
         QCOMPARE(mEnded, 2);
+        mWindow->hide();
+        beginAlert(OtherFailure, nullptr);
+        QCOMPARE(alertsOnScreen().size(), 0);
+        mWindow->appear();
+        QTRY_VERIFY_WITH_TIMEOUT(theAlert(), Timeout);
     }
 
     void anAlertForAWindowOutOfSightWaits()
