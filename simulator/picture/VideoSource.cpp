@@ -128,6 +128,8 @@ const pw_stream_events &VideoSource::streamEvents()
             if (id == SPA_PARAM_Format && format)
                 static_cast<VideoSource *>(source)->agree(format);
         };
+        // PipeWire 1.4 keeps the value of the memory that this one replaces.
+        each.add_buffer = [](void *, pw_buffer *buffer) { buffer->user_data = nullptr; };
         each.process = [](void *source) { static_cast<VideoSource *>(source)->send(); };
         return each;
     }();
