@@ -167,6 +167,7 @@ void PipeWireSession::startRunning()
     if (mRunning)
         return;
     mRunning = true;
+    mRestarts = 0;
     if (!mDevice)
         return;
     beginStream();
