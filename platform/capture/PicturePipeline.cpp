@@ -50,12 +50,13 @@ GstElement *makeConverter()
     return converter;
 }
 
-/// Keeps the newest frame only, and delivers it when it arrives, not at its time stamp.
+/// Keeps the newest frame only, and delivers it when it arrives, not at its time stamp. Without "async" the
+/// pipeline does not wait for a first frame, which takes a thread of GLib's pool for a quarter of a minute.
 GstElement *makeSink()
 {
     GstElement *sink = make("appsink");
     if (sink)
-        g_object_set(sink, "max-buffers", 1U, "drop", TRUE, "sync", FALSE, nullptr);
+        g_object_set(sink, "max-buffers", 1U, "drop", TRUE, "sync", FALSE, "async", FALSE, nullptr);
     return sink;
 }
 

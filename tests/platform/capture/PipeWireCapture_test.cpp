@@ -12,6 +12,7 @@
 #include <QProcess>
 #include <QTest>
 
+#include <algorithm>
 #include <cerrno>
 #include <clocale>
 #include <csignal>
@@ -45,9 +46,23 @@ int openDescriptors()
     return static_cast<int>(entries(QStringLiteral("/proc/self/fd")).size());
 }
 
+QByteArrayList threadNames()
+{
+    const QString tasks = QStringLiteral("/proc/self/task/");
+    QByteArrayList names;
+    for (const auto &task : entries(tasks)) {
+        QFile name(tasks + task + QStringLiteral("/comm"));
+        if (name.open(QIODevice::ReadOnly))
+            names.append(name.readAll().trimmed());
+    }
+    return names;
+}
+
+/// Without the one thread that GLib keeps for all its pools from their first use on.
 int threads()
 {
-    return static_cast<int>(entries(QStringLiteral("/proc/self/task")).size());
+    const auto names = threadNames();
+    return static_cast<int>(names.size() - names.count("pool-spawner"));
 }
 
 /// Resident memory in kilobytes.
@@ -186,13 +201,9 @@ private:
 
     static bool aSourceIsAtWork()
     {
-        const QString tasks = QStringLiteral("/proc/self/task/");
-        for (const auto &task : entries(tasks)) {
-            QFile name(tasks + task + QStringLiteral("/comm"));
-            if (name.open(QIODevice::ReadOnly) && name.readAll().startsWith("pipewiresrc"))
-                return true;
-        }
-        return false;
+        const auto names = threadNames();
+        return std::any_of(names.begin(), names.end(),
+                           [](const auto &name) { return name.startsWith("pipewiresrc"); });
     }
 
     /// A picture that is asked for before refuses to wait: there is nobody yet who could bring both together.
