@@ -24,6 +24,7 @@ SUPPORT = ROOT / "tests" / "support"
 sys.path.insert(0, str(SUPPORT))
 
 import accessible  # noqa: E402
+import screens  # noqa: E402
 
 NODE = "KS-7 Wireless Webcam"
 AGENT = "com.orvex.KS7AgentServer"
@@ -56,7 +57,7 @@ class Eye:
         self.damage.XDamageQueryExtension(self.display, *map(ctypes.byref, bases))
         self.damage.XDamageCreate(self.display, ctypes.c_ulong(self.window), 0)
         self.event = (ctypes.c_long * 24)()
-        self.size = accessible._x_box(window)[2:]
+        self.size = screens.x_box(window)[2:]
         self.bars = None
 
     def line(self, y):
@@ -163,7 +164,7 @@ class Pane:
             button = pane.wait_for("Start Preview", role="push button")
             pane.wait_state(button, "enabled")
             x, y, width, height = pane.rectangle(button)
-            left, top, *_ = accessible._x_box(pane.x_windows()[0])
+            left, top, *_ = screens.x_box(pane.x_windows()[0])
             self.button = x - left + width // 2, y - top + height // 2
             # The view has a place, and so a size, only while it is shown.
             pane.press(button)
@@ -273,9 +274,14 @@ def main():
         play("setPreference", "string:KS7On", "variant:boolean:true")
         play("addCamera", f"string:{CAMERA}", "string:Kitchen", "string:0001", "int32:4")
         play("setPreferred", f"string:{CAMERA}")
-        pane = Pane(build)
+        program = build / "bench" / "virtual_camera"
+        camera = Camera(program, FORMATS[0])
+        try:
+            pane = Pane(build)
+        finally:
+            camera.end()
         for form in FORMATS:
-            camera = Camera(build / "bench" / "virtual_camera", form)
+            camera = Camera(program, form)
             told = collections.defaultdict(list)
             sides = pane, Launch(), ScalingLaunch(pane.picture_size(form))
             try:

@@ -44,7 +44,7 @@ class XScreen:
 
     def windows(self, pid):
         active = xdotool("getactivewindow")
-        boxes = [(window, _x_box(window)) for window in self.ids(pid)]
+        boxes = [(window, x_box(window)) for window in self.ids(pid)]
         return [Window(window, xdotool("getwindowname", window), box, box, active=window == active)
                 for window, box in boxes if box]
 
@@ -132,7 +132,7 @@ class KWinScreen:
         return answer[0] if answer else None
 
 
-def _x_box(window):
+def x_box(window):
     """x, y, width and height of what is inside the window's frame, or None of a window that has gone."""
     told = subprocess.run(["xwininfo", "-id", window], capture_output=True, text=True, stdin=subprocess.DEVNULL).stdout
     wanted = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
