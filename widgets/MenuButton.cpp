@@ -2,6 +2,9 @@
 
 #include "widgets/Accessible.h"
 
+#include <QActionEvent>
+#include <QCoreApplication>
+#include <QCursor>
 #include <QMenu>
 
 namespace {
@@ -38,7 +41,7 @@ public:
     }
     void doAction(const QString &name) override
     {
-        // Whoever asks gets the answer at once, not when the menu has closed again.
+        // Open asynchronously: showMenu() would block the caller until the menu closes.
         if (actionNames().contains(name))
             QMetaObject::invokeMethod(widget(), "showMenu", Qt::QueuedConnection);
     }
@@ -54,4 +57,20 @@ MenuButton::MenuButton(QWidget *parent)
 {
     platform::installAccessible<MenuButton, MenuButtonAccessible>();
     setPopupMode(InstantPopup);
+}
+
+void MenuButton::actionEvent(QActionEvent *event)
+{
+    QToolButton::actionEvent(event);
+    if (event->type() == QEvent::ActionAdded && menu())
+        connect(menu(), &QMenu::aboutToHide, this, &MenuButton::endHover, Qt::QueuedConnection);
+}
+
+void MenuButton::endHover()
+{
+    if (!underMouse() || rect().contains(mapFromGlobal(QCursor::pos())))
+        return;
+    setAttribute(Qt::WA_UnderMouse, false);
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(this, &leave);
 }

@@ -8,4 +8,11 @@ class MenuButton : public QToolButton {
     Q_OBJECT
 public:
     explicit MenuButton(QWidget *parent = nullptr);
+
+protected:
+    void actionEvent(QActionEvent *event) override;
+
+private:
+    /// On Wayland the pointer that left the button for its menu is never reported as gone.
+    void endHover();
 };
