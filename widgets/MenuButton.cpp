@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QCursor>
 #include <QMenu>
+#include <QStyleOptionToolButton>
+#include <QStylePainter>
 
 namespace {
 
@@ -57,6 +59,17 @@ MenuButton::MenuButton(QWidget *parent)
 {
     platform::installAccessible<MenuButton, MenuButtonAccessible>();
     setPopupMode(InstantPopup);
+}
+
+void MenuButton::paintEvent(QPaintEvent *)
+{
+    QStylePainter painter(this);
+    QStyleOptionToolButton option;
+    initStyleOption(&option);
+    option.icon = QIcon();
+    painter.drawComplexControl(QStyle::CC_ToolButton, option);
+    const QRect place = style()->alignedRect(layoutDirection(), Qt::AlignCenter, iconSize(), rect());
+    icon().paint(&painter, place, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
 }
 
 void MenuButton::actionEvent(QActionEvent *event)

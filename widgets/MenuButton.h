@@ -10,6 +10,8 @@ public:
     explicit MenuButton(QWidget *parent = nullptr);
 
 protected:
+    /// Breeze draws the icon of a focused button in the colour of selected text, white on the button's white.
+    void paintEvent(QPaintEvent *event) override;
     void actionEvent(QActionEvent *event) override;
 
 private:
