@@ -4,10 +4,12 @@
 #include "platform/capture/FrameImage.h"
 
 #include <gst/gst.h>
+#include <pipewire/pipewire.h>
 
 #include <algorithm>
 #include <iterator>
 #include <string>
+#include <string_view>
 
 namespace platform {
 namespace {
@@ -17,12 +19,14 @@ GstElement *make(const char *factory)
     return gst_element_factory_make(factory, nullptr);
 }
 
-/// pipewiresrc tells PipeWire not to give the stream another camera when its node goes.
+/// pipewiresrc tells PipeWire not to give the stream another camera when its node goes. Version 1.4 unmaps
+/// the camera's memory while the converter may still read a frame in it, so each frame is copied first.
 GstElement *makeSource(std::uint64_t serial, int connection)
 {
     GstElement *source = make("pipewiresrc");
     if (source)
-        g_object_set(source, "fd", connection, "target-object", std::to_string(serial).c_str(), nullptr);
+        g_object_set(source, "fd", connection, "target-object", std::to_string(serial).c_str(), "always-copy",
+                     keepsOldCaps() ? FALSE : TRUE, nullptr);
     return source;
 }
 
@@ -61,6 +65,12 @@ GstElement *makeSink()
 }
 
 } // namespace
+
+bool keepsOldCaps()
+{
+    static const bool keeps = std::string_view(pw_get_library_version()).substr(0, 2) == "0.";
+    return keeps;
+}
 
 PicturePipeline makePicturePipeline(std::uint64_t serial, int connection)
 {

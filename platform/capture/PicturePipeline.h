@@ -20,6 +20,9 @@ struct PicturePipeline {
     bool isComplete = false;
 };
 
+/// Whether this is pipewiresrc 0.3, which does not fail when the camera changes its format.
+bool keepsOldCaps();
+
 /// Source, converter and sink, linked, for the node with the given `object.serial`, over the PipeWire
 /// connection `connection`.
 PicturePipeline makePicturePipeline(std::uint64_t serial, int connection);

@@ -34,13 +34,6 @@ int codeOf(GstMessage *message)
     return code;
 }
 
-/// Whether this is pipewiresrc 0.3, which does not fail when the camera changes its format.
-bool keepsOldCaps()
-{
-    static const bool keeps = QByteArray(pw_get_library_version()).startsWith("0.");
-    return keeps;
-}
-
 /// The camera's own memory that the frame lies in; nullptr for memory that is made for each frame.
 GstMiniObject *cameraMemoryOf(GstBuffer *frame)
 {

@@ -252,9 +252,10 @@ private Q_SLOTS:
             QFile maps(QStringLiteral("/proc/self/maps"));
             return maps.open(QIODevice::ReadOnly) && maps.readAll().contains("libgstpipewire");
         };
-        const auto handlers = signalHandlers();
         const QByteArray locale = std::setlocale(LC_ALL, nullptr);
+        // QProcess, which runs the camera, may set a handler of its own.
         plugIn();
+        const auto handlers = signalHandlers();
         openSession();
         listen();
         QVERIFY(!gStreamerRuns());
