@@ -44,7 +44,7 @@ QByteArray socketName(const QByteArray &address)
         return {};
     const auto entries = address.mid(5).split(',');
     for (const QByteArray &entry : entries) {
-        const QByteArray value = QByteArray::fromPercentEncoding(entry.mid(entry.indexOf('=') + 1));
+        QByteArray value = QByteArray::fromPercentEncoding(entry.mid(entry.indexOf('=') + 1));
         if (entry.startsWith("path="))
             return value;
         if (entry.startsWith("abstract="))

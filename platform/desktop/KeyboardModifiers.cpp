@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QObject>
 
+#include <QWindow>
 #include <utility>
 
 namespace platform {

@@ -36,7 +36,7 @@ QFont captionFont(const QString &caption, const QRect &space)
 /// 0 at the left edge, 1 at the right one.
 double barPosition(std::int64_t time)
 {
-    const auto now = double(time / NanosecondsPerMillisecond % BarPeriod) / (BarPeriod / 2);
+    const auto now = double(time / NanosecondsPerMillisecond % BarPeriod) / (double(BarPeriod) / 2);
     return now < 1 ? now : 2 - now;
 }
 

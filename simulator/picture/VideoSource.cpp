@@ -223,7 +223,9 @@ void VideoSource::send()
                      reinterpret_cast<std::uintptr_t>(buffer->user_data), ++mNumber, monotonicTime()};
     if (frame.data)
         mPainter.paint(frame);
+    // NOLINTBEGIN(performance-no-int-to-ptr): the pointer is never followed, it only carries the number.
     buffer->user_data = reinterpret_cast<void *>(frame.mark);
+    // NOLINTEND(performance-no-int-to-ptr)
     frame.time = monotonicTime();
     describe(*buffer->buffer, frame);
     pw_stream_queue_buffer(mStream, buffer);
