@@ -1,5 +1,7 @@
 #include "platform/bus/BusCall.h"
 
+#include "platform/bus/BusNames.h"
+
 #include <QDBusError>
 
 namespace platform {
@@ -19,9 +21,9 @@ bool timedOut(const QDBusMessage &reply)
 bool saysPeerIsGone(const QDBusMessage &reply)
 {
     const auto type = QDBusError(reply).type();
-    // The bus says NameHasNoOwner, which QDBusError has no type for, of a call that may start no service.
+    // The bus replies NameHasNoOwner to a call that may not start a service.
     return type == QDBusError::Disconnected || type == QDBusError::ServiceUnknown
-        || reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
+        || reply.errorName() == bus::NameHasNoOwner;
 }
 
 } // namespace platform

@@ -35,6 +35,8 @@ inline const QString LocalDisconnected = QStringLiteral("Disconnected");
 
 // Services of the desktop that more than one place asks for.
 inline const QString Daemon = QStringLiteral("org.freedesktop.DBus");
+/// The daemon's error for a name without an owner; QDBusError has no type for it.
+inline const QString NameHasNoOwner = QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner");
 inline const QString DaemonPath = QStringLiteral("/org/freedesktop/DBus");
 inline const QString Properties = QStringLiteral("org.freedesktop.DBus.Properties");
 inline const QString BlueZ = QStringLiteral("org.bluez");

@@ -16,8 +16,6 @@ namespace {
 
 const QString PercentageProperty = QStringLiteral("Percentage");
 
-const QString NameHasNoOwner = QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner");
-
 // The numbers of the package service's interface.
 constexpr uint ExitSuccess = 1;
 constexpr uint ExitCancelled = 3;
@@ -93,7 +91,7 @@ void PackageKitTransaction::run(const QString &method, const QVariantList &argum
 void PackageKitTransaction::findOwner()
 {
     ask(daemonCall(QStringLiteral("GetNameOwner"), {bus::PackageKit}), [this](const QDBusMessage &reply) {
-        if (reply.errorName() == NameHasNoOwner && !std::exchange(mActivated, true))
+        if (reply.errorName() == bus::NameHasNoOwner && !std::exchange(mActivated, true))
             activate();
         else if (reply.type() == QDBusMessage::ErrorMessage)
             failWith(reply);
