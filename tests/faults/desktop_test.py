@@ -18,7 +18,7 @@ LOGIND_PATH = "/org/freedesktop/login1"
 MANAGER = "org.freedesktop.login1.Manager"
 MOCK = "org.freedesktop.DBus.Mock"
 REFUSE = "raise dbus.exceptions.DBusException('no', name='org.freedesktop.DBus.Error.AccessDenied')"
-PACKAGEKIT = pathlib.Path(__file__).resolve().parents[1] / "about" / "packagekit_stand_in.py"
+PACKAGEKIT = pathlib.Path(__file__).resolve().parents[1] / "platform" / "updates" / "packagekit_stand_in.py"
 UPDATES = pathlib.Path(os.environ["XDG_STATE_HOME"]) / "ks7-preferences" / "updates"
 OWN_FILE = (BUILD / "plugins" / "ks7" / "ks7pane.so").resolve()
 OWN_PACKAGE = "ks7-preferences;1.0-1;amd64;installed"

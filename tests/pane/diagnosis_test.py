@@ -16,7 +16,7 @@ sys.path.insert(0, str(TESTS / "support"))
 import stand_in  # noqa: E402
 
 BIN = pathlib.Path(os.environ["KS7_BUILD"]) / "bin"
-PACKAGEKIT = TESTS / "about/packagekit_stand_in.py"
+PACKAGEKIT = TESTS / "platform/updates/packagekit_stand_in.py"
 PREFERENCES = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "com.orvex.KS7Agent.plist"
 
 

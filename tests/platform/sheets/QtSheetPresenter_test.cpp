@@ -76,7 +76,7 @@ const AlertSheet OtherFailure{QStringLiteral("A Failure"), QStringLiteral("OK"),
 } // namespace
 
 /// Sheets and alerts of the real presenter.
-class SheetPresenterTest : public QObject {
+class QtSheetPresenterTest : public QObject {
     Q_OBJECT
 
 private:
@@ -585,6 +585,6 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(SheetPresenterTest)
+QTEST_MAIN(QtSheetPresenterTest)
 
-#include "SheetPresenter_test.moc"
+#include "QtSheetPresenter_test.moc"

@@ -39,7 +39,7 @@ QJsonArray update(int info, const QString &package)
 } // namespace
 
 /// The updater against a package service that says what each story needs.
-class UpdaterTest : public QObject {
+class PackageKitUpdaterTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -98,7 +98,7 @@ private:
     QDateTime mNow;
 };
 
-void UpdaterTest::init()
+void PackageKitUpdaterTest::init()
 {
     mFolder = std::make_unique<QTemporaryDir>();
     mNow = QDateTime(QDate(2026, 3, 1), QTime(12, 0), QTimeZone::utc());
@@ -108,7 +108,7 @@ void UpdaterTest::init()
     startUpdater();
 }
 
-void UpdaterTest::cleanup()
+void PackageKitUpdaterTest::cleanup()
 {
     mFramework.reset();
     if (mPackageKit) {
@@ -118,14 +118,14 @@ void UpdaterTest::cleanup()
     mPackageKit.reset();
 }
 
-void UpdaterTest::startUpdater()
+void PackageKitUpdaterTest::startUpdater()
 {
     mFramework = platform::makePackageKitFramework(
         std::make_shared<platform::SystemBus>(),
         {OwnFile, mFolder->filePath(QStringLiteral("state/updates")), [this] { return mNow; }});
 }
 
-void UpdaterTest::startPackageKit()
+void PackageKitUpdaterTest::startPackageKit()
 {
     mPackageKit = std::make_unique<QProcess>();
     mPackageKit->setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -136,7 +136,7 @@ void UpdaterTest::startPackageKit()
 }
 
 /// Lets the bus start the service on demand; returns the file that says so.
-QString UpdaterTest::makeServiceStartable()
+QString PackageKitUpdaterTest::makeServiceStartable()
 {
     const QDir folder(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
                       + QStringLiteral("/dbus-1/services"));
@@ -152,52 +152,52 @@ QString UpdaterTest::makeServiceStartable()
     return file.fileName();
 }
 
-void UpdaterTest::restartBus()
+void PackageKitUpdaterTest::restartBus()
 {
     mPackageKit->kill();
     mPackageKit->waitForFinished();
     mSystemBus.start();
 }
 
-QStringList UpdaterTest::calls()
+QStringList PackageKitUpdaterTest::calls()
 {
     while (mPackageKit->canReadLine())
         mCalls.append(QString::fromUtf8(mPackageKit->readLine()).trimmed());
     return mCalls;
 }
 
-bool UpdaterTest::asked(const QString &method)
+bool PackageKitUpdaterTest::asked(const QString &method)
 {
     const QStringList all = calls();
     return std::any_of(all.begin(), all.end(), [&](const QString &line) { return line.startsWith(method); });
 }
 
-void UpdaterTest::showPane()
+void PackageKitUpdaterTest::showPane()
 {
     KSUpdater::sharedUpdater(*mFramework, nullptr)->applicationDidFinishLaunching();
 }
 
-void UpdaterTest::showPaneTheNextDay()
+void PackageKitUpdaterTest::showPaneTheNextDay()
 {
     mNow = mNow.addDays(1);
     showPane();
 }
 
-void UpdaterTest::offerUpdate()
+void PackageKitUpdaterTest::offerUpdate()
 {
     startPackageKit();
     showPane();
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
 
-void UpdaterTest::offersTheNewerPackageOfItsOwnFile()
+void PackageKitUpdaterTest::offersTheNewerPackageOfItsOwnFile()
 {
     offerUpdate();
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
     QVERIFY(calls().contains(QStringLiteral("SearchFiles 4 ") + OwnFile));
 }
 
-void UpdaterTest::asksInTheBackground()
+void PackageKitUpdaterTest::asksInTheBackground()
 {
     offerUpdate();
     const QString hints = QStringLiteral("SetHints background=true interactive=false");
@@ -206,7 +206,7 @@ void UpdaterTest::asksInTheBackground()
                  {hints, QStringLiteral("SearchFiles 4 ") + OwnFile, hints, QStringLiteral("GetUpdates 2")}));
 }
 
-void UpdaterTest::offersNothingWhenItsFileBelongsToNoPackage()
+void PackageKitUpdaterTest::offersNothingWhenItsFileBelongsToNoPackage()
 {
     mBehaviour[QStringLiteral("owners")] = QJsonObject();
     startPackageKit();
@@ -219,7 +219,7 @@ void UpdaterTest::offersNothingWhenItsFileBelongsToNoPackage()
     QCOMPARE(offer().stage(), Stage::None);
 }
 
-void UpdaterTest::offersNothingWhenUpToDate()
+void PackageKitUpdaterTest::offersNothingWhenUpToDate()
 {
     mBehaviour[QStringLiteral("updates")] = QJsonArray();
     startPackageKit();
@@ -230,7 +230,7 @@ void UpdaterTest::offersNothingWhenUpToDate()
     QCOMPARE(offer().stage(), Stage::None);
 }
 
-void UpdaterTest::ignoresOtherPackages()
+void PackageKitUpdaterTest::ignoresOtherPackages()
 {
     const QString other = QStringLiteral("ks7-agent-simulator;9.0-1;amd64;debian");
     mBehaviour[QStringLiteral("updates")] = QJsonArray{update(Normal, other), update(Normal, NewerPackage)};
@@ -238,7 +238,7 @@ void UpdaterTest::ignoresOtherPackages()
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
 }
 
-void UpdaterTest::ignoresAnUpdateThatIsHeldBack()
+void PackageKitUpdaterTest::ignoresAnUpdateThatIsHeldBack()
 {
     // The service may say how urgent an update is in the upper half of the same number.
     constexpr int UrgentAndBlocked = (Normal << 16) | Blocked;
@@ -250,7 +250,7 @@ void UpdaterTest::ignoresAnUpdateThatIsHeldBack()
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
 }
 
-void UpdaterTest::ignoresAnUpdateOfAnotherArchitecture()
+void PackageKitUpdaterTest::ignoresAnUpdateOfAnotherArchitecture()
 {
     const QString foreign = QStringLiteral("ks7-preferences;2.0-1;arm64;debian");
     mBehaviour[QStringLiteral("updates")] = QJsonArray{update(Normal, foreign), update(Normal, NewerPackage)};
@@ -258,14 +258,14 @@ void UpdaterTest::ignoresAnUpdateOfAnotherArchitecture()
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
 }
 
-void UpdaterTest::ignoresSignalsOfStrangers()
+void PackageKitUpdaterTest::ignoresSignalsOfStrangers()
 {
     mBehaviour[QStringLiteral("stranger")] = true;
     offerUpdate();
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
 }
 
-void UpdaterTest::startsTheServiceWhenItIsNotRunning()
+void PackageKitUpdaterTest::startsTheServiceWhenItIsNotRunning()
 {
     const QString serviceFile = makeServiceStartable();
     showPane();
@@ -277,7 +277,7 @@ void UpdaterTest::startsTheServiceWhenItIsNotRunning()
     mSystemBus.start();
 }
 
-void UpdaterTest::asksOnceADay()
+void PackageKitUpdaterTest::asksOnceADay()
 {
     offerUpdate();
     Q_EMIT offer().laterChosen();
@@ -290,7 +290,7 @@ void UpdaterTest::asksOnceADay()
     QCOMPARE(calls().filter(QStringLiteral("SearchFiles")).size(), 2);
 }
 
-void UpdaterTest::asksAgainTheNextDay()
+void PackageKitUpdaterTest::asksAgainTheNextDay()
 {
     offerUpdate();
     Q_EMIT offer().laterChosen();
@@ -298,7 +298,7 @@ void UpdaterTest::asksAgainTheNextDay()
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
 
-void UpdaterTest::asksAgainWhenTheClockWentBack()
+void PackageKitUpdaterTest::asksAgainWhenTheClockWentBack()
 {
     offerUpdate();
     Q_EMIT offer().laterChosen();
@@ -307,7 +307,7 @@ void UpdaterTest::asksAgainWhenTheClockWentBack()
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
 
-void UpdaterTest::remembersAcrossProcessesThatItAsked()
+void PackageKitUpdaterTest::remembersAcrossProcessesThatItAsked()
 {
     offerUpdate();
     startUpdater();
@@ -319,7 +319,7 @@ void UpdaterTest::remembersAcrossProcessesThatItAsked()
     QCOMPARE(calls().filter(QStringLiteral("SearchFiles")).size(), 2);
 }
 
-void UpdaterTest::laterTakesTheOfferAway()
+void PackageKitUpdaterTest::laterTakesTheOfferAway()
 {
     offerUpdate();
     Q_EMIT offer().laterChosen();
@@ -327,7 +327,7 @@ void UpdaterTest::laterTakesTheOfferAway()
     QVERIFY(!asked(QStringLiteral("UpdatePackages")));
 }
 
-void UpdaterTest::skippedVersionIsNotOfferedAgain()
+void PackageKitUpdaterTest::skippedVersionIsNotOfferedAgain()
 {
     offerUpdate();
     Q_EMIT offer().skipChosen();
@@ -338,7 +338,7 @@ void UpdaterTest::skippedVersionIsNotOfferedAgain()
     QCOMPARE(offer().stage(), Stage::None);
 }
 
-void UpdaterTest::versionAfterTheSkippedOneIsOffered()
+void PackageKitUpdaterTest::versionAfterTheSkippedOneIsOffered()
 {
     platform::UpdateState(mFolder->filePath(QStringLiteral("state/updates"))).skip(QStringLiteral("1.0.9-1"));
     startUpdater();
@@ -346,7 +346,7 @@ void UpdaterTest::versionAfterTheSkippedOneIsOffered()
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
 }
 
-void UpdaterTest::installsThePackageAndShowsProgress()
+void PackageKitUpdaterTest::installsThePackageAndShowsProgress()
 {
     offerUpdate();
     std::vector<int> percentages;
@@ -360,7 +360,7 @@ void UpdaterTest::installsThePackageAndShowsProgress()
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
 }
 
-void UpdaterTest::letsTheServiceAskForAPassword()
+void PackageKitUpdaterTest::letsTheServiceAskForAPassword()
 {
     offerUpdate();
     Q_EMIT offer().installChosen();
@@ -368,14 +368,14 @@ void UpdaterTest::letsTheServiceAskForAPassword()
     QVERIFY(calls().contains(QStringLiteral("SetHints background=false interactive=true")));
 }
 
-void UpdaterTest::offersAgainWhenThePersonRefuses_data()
+void PackageKitUpdaterTest::offersAgainWhenThePersonRefuses_data()
 {
     QTest::addColumn<QString>("install");
     for (const char *way : {"refused", "not-authorized", "cancelled"})
         QTest::newRow(way) << QString::fromLatin1(way);
 }
 
-void UpdaterTest::offersAgainWhenThePersonRefuses()
+void PackageKitUpdaterTest::offersAgainWhenThePersonRefuses()
 {
     QFETCH(QString, install);
     mBehaviour[QStringLiteral("install")] = install;
@@ -386,7 +386,7 @@ void UpdaterTest::offersAgainWhenThePersonRefuses()
     QVERIFY(asked(QStringLiteral("UpdatePackages")));
 }
 
-void UpdaterTest::tellsWhyAnInstallationFailed()
+void PackageKitUpdaterTest::tellsWhyAnInstallationFailed()
 {
     mBehaviour[QStringLiteral("install")] = QStringLiteral("failed");
     offerUpdate();
@@ -397,7 +397,7 @@ void UpdaterTest::tellsWhyAnInstallationFailed()
     QCOMPARE(offer().stage(), Stage::None);
 }
 
-void UpdaterTest::tellsThatTheServiceVanished()
+void PackageKitUpdaterTest::tellsThatTheServiceVanished()
 {
     mBehaviour[QStringLiteral("install")] = QStringLiteral("vanish");
     offerUpdate();
@@ -408,7 +408,7 @@ void UpdaterTest::tellsThatTheServiceVanished()
     QCOMPARE(log.lines.size(), 1);
 }
 
-void UpdaterTest::keepsQuietWhenTheServiceVanishesOverAQuestion()
+void PackageKitUpdaterTest::keepsQuietWhenTheServiceVanishesOverAQuestion()
 {
     mBehaviour[QStringLiteral("query")] = QStringLiteral("vanish");
     startPackageKit();
@@ -423,7 +423,7 @@ void UpdaterTest::keepsQuietWhenTheServiceVanishesOverAQuestion()
     QCOMPARE(log.lines.size(), 1);
 }
 
-void UpdaterTest::keepsQuietWhenTheBusDiesOverAQuestion()
+void PackageKitUpdaterTest::keepsQuietWhenTheBusDiesOverAQuestion()
 {
     mBehaviour[QStringLiteral("query")] = QStringLiteral("silent");
     startPackageKit();
@@ -442,7 +442,7 @@ void UpdaterTest::keepsQuietWhenTheBusDiesOverAQuestion()
     QCOMPARE(log.lines.size(), 1);
 }
 
-void UpdaterTest::tellsThatTheBusDiedOverAnInstallation()
+void PackageKitUpdaterTest::tellsThatTheBusDiedOverAnInstallation()
 {
     mBehaviour[QStringLiteral("install")] = QStringLiteral("silent");
     offerUpdate();
@@ -457,7 +457,7 @@ void UpdaterTest::tellsThatTheBusDiedOverAnInstallation()
     restartBus();
 }
 
-void UpdaterTest::keepsQuietWhenTheQuestionFails()
+void PackageKitUpdaterTest::keepsQuietWhenTheQuestionFails()
 {
     mBehaviour[QStringLiteral("query")] = QStringLiteral("failed");
     startPackageKit();
@@ -473,7 +473,7 @@ void UpdaterTest::keepsQuietWhenTheQuestionFails()
     QVERIFY(!asked(QStringLiteral("GetUpdates")));
 }
 
-void UpdaterTest::keepsQuietWithoutAService()
+void PackageKitUpdaterTest::keepsQuietWithoutAService()
 {
     const LogLines log;
     showPane();
@@ -485,7 +485,7 @@ void UpdaterTest::keepsQuietWithoutAService()
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
 
-void UpdaterTest::keepsTheRunLoopTurningWhileTheServiceIsSilent()
+void PackageKitUpdaterTest::keepsTheRunLoopTurningWhileTheServiceIsSilent()
 {
     startPackageKit();
     const auto process = static_cast<pid_t>(mPackageKit->processId());
@@ -500,16 +500,16 @@ void UpdaterTest::keepsTheRunLoopTurningWhileTheServiceIsSilent()
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
 
-void UpdaterTest::theSharedUpdaterIsOne()
+void PackageKitUpdaterTest::theSharedUpdaterIsOne()
 {
     QCOMPARE(mFramework->updaterForBundle(nullptr), mFramework->updaterForBundle(nullptr));
     QVERIFY(mFramework->initForBundle(nullptr) != mFramework->updaterForBundle(nullptr));
 }
 
-void UpdaterTest::findsTheFileItWasLoadedFrom()
+void PackageKitUpdaterTest::findsTheFileItWasLoadedFrom()
 {
     QCOMPARE(platform::ownCodeFile(), QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath());
 }
 
-QTEST_GUILESS_MAIN(UpdaterTest)
-#include "updater_test.moc"
+QTEST_GUILESS_MAIN(PackageKitUpdaterTest)
+#include "PackageKitUpdater_test.moc"

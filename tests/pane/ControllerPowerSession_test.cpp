@@ -5,7 +5,7 @@
 #include <QTest>
 
 /// What the pane does when another user takes the screen and gives it back.
-class SessionTest : public QObject {
+class ControllerPowerSessionTest : public QObject {
     Q_OBJECT
 
 private:
@@ -207,5 +207,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(SessionTest)
-#include "session_test.moc"
+QTEST_MAIN(ControllerPowerSessionTest)
+#include "ControllerPowerSession_test.moc"

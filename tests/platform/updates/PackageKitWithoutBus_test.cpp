@@ -14,7 +14,7 @@
 
 /// The updater while the system bus is absent or silent. A question to a bus without a package service leaves
 /// one line in the log.
-class UpdaterWithoutBusTest : public QObject {
+class PackageKitWithoutBusTest : public QObject {
     Q_OBJECT
 
 private:
@@ -42,7 +42,7 @@ private Q_SLOTS:
     void aSilentBusHoldsNobodyUpAndIsAskedWhenItAnswers();
 };
 
-void UpdaterWithoutBusTest::init()
+void PackageKitWithoutBusTest::init()
 {
     mFolder = std::make_unique<QTemporaryDir>();
     const QDateTime now(QDate(2026, 3, 1), QTime(12, 0), QTimeZone::utc());
@@ -52,14 +52,14 @@ void UpdaterWithoutBusTest::init()
                                                     [=] { return now; }});
 }
 
-void UpdaterWithoutBusTest::cleanup()
+void PackageKitWithoutBusTest::cleanup()
 {
     mFramework.reset();
     mSystemBus.kill();
     mSystemBus.start();
 }
 
-void UpdaterWithoutBusTest::withoutABusNothingIsAskedAndNothingLogged()
+void PackageKitWithoutBusTest::withoutABusNothingIsAskedAndNothingLogged()
 {
     mSystemBus.kill();
     const LogLines log;
@@ -71,7 +71,7 @@ void UpdaterWithoutBusTest::withoutABusNothingIsAskedAndNothingLogged()
     QCOMPARE(mFramework->offer().stage(), platform::UpdateOffer::Stage::None);
 }
 
-void UpdaterWithoutBusTest::aBusThatComesLaterIsAskedOnce()
+void PackageKitWithoutBusTest::aBusThatComesLaterIsAskedOnce()
 {
     mSystemBus.kill();
     showPane();
@@ -86,7 +86,7 @@ void UpdaterWithoutBusTest::aBusThatComesLaterIsAskedOnce()
     QCOMPARE(log.lines.size(), 1);
 }
 
-void UpdaterWithoutBusTest::aSilentBusHoldsNobodyUpAndIsAskedWhenItAnswers()
+void PackageKitWithoutBusTest::aSilentBusHoldsNobodyUpAndIsAskedWhenItAnswers()
 {
     mSystemBus.stop();
     const LogLines log;
@@ -101,5 +101,5 @@ void UpdaterWithoutBusTest::aSilentBusHoldsNobodyUpAndIsAskedWhenItAnswers()
     QVERIFY(hasAsked());
 }
 
-QTEST_GUILESS_MAIN(UpdaterWithoutBusTest)
-#include "updater_without_bus_test.moc"
+QTEST_GUILESS_MAIN(PackageKitWithoutBusTest)
+#include "PackageKitWithoutBus_test.moc"

@@ -10,7 +10,7 @@
 using namespace std::chrono_literals;
 
 /// A nested run of the loop: it serves events, sleeps between them, and gives way to a quit.
-class RunLoopNestedTest : public QObject {
+class RunLoopTest : public QObject {
     Q_OBJECT
 private:
     /// Runs the application; `insideIt` is called on its loop. The code that the application ends with.
@@ -33,13 +33,13 @@ private Q_SLOTS:
     void aPauseServesNothing();
 };
 
-int RunLoopNestedTest::runApplication(const std::function<void()> &insideIt)
+int RunLoopTest::runApplication(const std::function<void()> &insideIt)
 {
     QTimer::singleShot(0, QCoreApplication::instance(), insideIt);
     return QCoreApplication::exec();
 }
 
-void RunLoopNestedTest::aSliceServesEventsAndEnds()
+void RunLoopTest::aSliceServesEventsAndEnds()
 {
     bool served = false;
     runApplication([&] {
@@ -50,7 +50,7 @@ void RunLoopNestedTest::aSliceServesEventsAndEnds()
     QVERIFY(served);
 }
 
-void RunLoopNestedTest::aSliceSleepsWhileNothingHappens()
+void RunLoopTest::aSliceSleepsWhileNothingHappens()
 {
     QSignalSpy sleeps(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock);
     constexpr int Rounds = 10;
@@ -65,7 +65,7 @@ void RunLoopNestedTest::aSliceSleepsWhileNothingHappens()
     QVERIFY(sleeps.size() <= 10 * Rounds);
 }
 
-void RunLoopNestedTest::aQuitInsideASliceEndsIt_data()
+void RunLoopTest::aQuitInsideASliceEndsIt_data()
 {
     QTest::addColumn<int>("code");
     QTest::newRow("0") << 0;
@@ -73,7 +73,7 @@ void RunLoopNestedTest::aQuitInsideASliceEndsIt_data()
     QTest::newRow("-1") << -1;
 }
 
-void RunLoopNestedTest::aQuitInsideASliceEndsIt()
+void RunLoopTest::aQuitInsideASliceEndsIt()
 {
     QFETCH(int, code);
     bool goesOn = true;
@@ -85,7 +85,7 @@ void RunLoopNestedTest::aQuitInsideASliceEndsIt()
     QCOMPARE(ended, code);
 }
 
-void RunLoopNestedTest::aQuitBetweenSlicesIsNotLost()
+void RunLoopTest::aQuitBetweenSlicesIsNotLost()
 {
     bool goesOn = true;
     runApplication([&] {
@@ -96,7 +96,7 @@ void RunLoopNestedTest::aQuitBetweenSlicesIsNotLost()
     QVERIFY(!goesOn);
 }
 
-void RunLoopNestedTest::aQuitQueuedBetweenSlicesIsNotLost()
+void RunLoopTest::aQuitQueuedBetweenSlicesIsNotLost()
 {
     bool goesOn = true;
     runApplication([&] {
@@ -107,7 +107,7 @@ void RunLoopNestedTest::aQuitQueuedBetweenSlicesIsNotLost()
     QVERIFY(!goesOn);
 }
 
-void RunLoopNestedTest::slicesInsideSlicesAllEnd()
+void RunLoopTest::slicesInsideSlicesAllEnd()
 {
     QList<bool> goOn;
     runApplication([&] {
@@ -120,7 +120,7 @@ void RunLoopNestedTest::slicesInsideSlicesAllEnd()
     QCOMPARE(goOn, QList<bool>({false, false}));
 }
 
-void RunLoopNestedTest::aWaitServesEventsUntilItIsWoken()
+void RunLoopTest::aWaitServesEventsUntilItIsWoken()
 {
     int served = 0;
     const auto timer = runLoop->scheduledTimer(1ms, [&] {
@@ -131,7 +131,7 @@ void RunLoopNestedTest::aWaitServesEventsUntilItIsWoken()
     QCOMPARE(served, 3);
 }
 
-void RunLoopNestedTest::aWaitSleeps()
+void RunLoopTest::aWaitSleeps()
 {
     const QSignalSpy sleeps(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock);
     runLoop->performAfterDelay(this, 300ms, [&] { runLoop->wake(); });
@@ -139,7 +139,7 @@ void RunLoopNestedTest::aWaitSleeps()
     QVERIFY2(sleeps.size() < 10, qPrintable(QString::number(sleeps.size())));
 }
 
-void RunLoopNestedTest::aWakeEndsEveryWait()
+void RunLoopTest::aWakeEndsEveryWait()
 {
     QList<bool> woken;
     runLoop->performAfterDelay(this, 1ms, [&] {
@@ -150,7 +150,7 @@ void RunLoopNestedTest::aWakeEndsEveryWait()
     QCOMPARE(woken, QList<bool>({true, true}));
 }
 
-void RunLoopNestedTest::aQuitEndsAWait()
+void RunLoopTest::aQuitEndsAWait()
 {
     bool goesOn = true;
     runApplication([&] {
@@ -160,7 +160,7 @@ void RunLoopNestedTest::aQuitEndsAWait()
     QVERIFY(!goesOn);
 }
 
-void RunLoopNestedTest::aPauseServesNothing()
+void RunLoopTest::aPauseServesNothing()
 {
     class Receiver : public QObject {
     public:
@@ -196,5 +196,5 @@ void RunLoopNestedTest::aPauseServesNothing()
                  {QStringLiteral("event"), QStringLiteral("queued call"), QStringLiteral("delayed call")}));
 }
 
-QTEST_MAIN(RunLoopNestedTest)
-#include "RunLoopNested_test.moc"
+QTEST_MAIN(RunLoopTest)
+#include "RunLoop_test.moc"

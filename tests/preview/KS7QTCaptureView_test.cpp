@@ -32,7 +32,7 @@ QImage drawnAtDoubleScale(QWidget &view)
 } // namespace
 
 /// How the picture gets into the view.
-class CaptureViewTest : public QObject {
+class KS7QTCaptureViewTest : public QObject {
     Q_OBJECT
 
 private:
@@ -207,5 +207,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(CaptureViewTest)
-#include "capture_view_test.moc"
+QTEST_MAIN(KS7QTCaptureViewTest)
+#include "KS7QTCaptureView_test.moc"

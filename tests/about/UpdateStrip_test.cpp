@@ -196,4 +196,4 @@ void UpdateStripTest::theOfferNeverTakesTheFocus()
 }
 
 QTEST_MAIN(UpdateStripTest)
-#include "update_strip_test.moc"
+#include "UpdateStrip_test.moc"

@@ -8,7 +8,7 @@
 #include <QTranslator>
 
 /// The pane inside hosts of several languages.
-class TranslatorTest : public QObject {
+class PaneTranslatorTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -31,39 +31,39 @@ private:
     std::unique_ptr<PaneFixture> mPane;
 };
 
-void TranslatorTest::cleanup()
+void PaneTranslatorTest::cleanup()
 {
     mPane.reset();
     QLocale::setDefault(QLocale::c());
 }
 
-void TranslatorTest::loadPaneIn(const QString &language)
+void PaneTranslatorTest::loadPaneIn(const QString &language)
 {
     QLocale::setDefault(QLocale(language));
     mPane = std::make_unique<PaneFixture>();
     mPane->load();
 }
 
-void TranslatorTest::speaksGermanToAGerman()
+void PaneTranslatorTest::speaksGermanToAGerman()
 {
     loadPaneIn(QStringLiteral("de_DE"));
     QCOMPARE(startTitle(), QStringLiteral("Vorschau starten"));
 }
 
-void TranslatorTest::speaksGermanToAnAustrian()
+void PaneTranslatorTest::speaksGermanToAnAustrian()
 {
     loadPaneIn(QStringLiteral("de_AT"));
     QCOMPARE(startTitle(), QStringLiteral("Vorschau starten"));
 }
 
-void TranslatorTest::speaksEnglishToEverybodyElse_data()
+void PaneTranslatorTest::speaksEnglishToEverybodyElse_data()
 {
     QTest::addColumn<QString>("language");
     for (const char *language : {"C", "en_US", "fr_FR", "ja_JP"})
         QTest::newRow(language) << QString::fromLatin1(language);
 }
 
-void TranslatorTest::speaksEnglishToEverybodyElse()
+void PaneTranslatorTest::speaksEnglishToEverybodyElse()
 {
     QFETCH(QString, language);
     loadPaneIn(language);
@@ -71,7 +71,7 @@ void TranslatorTest::speaksEnglishToEverybodyElse()
     QVERIFY(!makePaneTranslator(*mPane->bundle));
 }
 
-void TranslatorTest::changesNoTextAndNoLocaleOfTheHost()
+void PaneTranslatorTest::changesNoTextAndNoLocaleOfTheHost()
 {
     loadPaneIn(QStringLiteral("de_DE"));
     QCOMPARE(QLocale(), QLocale(QStringLiteral("de_DE")));
@@ -79,7 +79,7 @@ void TranslatorTest::changesNoTextAndNoLocaleOfTheHost()
         QCOMPARE(QCoreApplication::translate(context, "Cancel"), QStringLiteral("Cancel"));
 }
 
-void TranslatorTest::takesItsWordsAlongWhenItGoes()
+void PaneTranslatorTest::takesItsWordsAlongWhenItGoes()
 {
     const auto say = [] { return QCoreApplication::translate("PaneView", "Cameras"); };
     loadPaneIn(QStringLiteral("de_DE"));
@@ -88,5 +88,5 @@ void TranslatorTest::takesItsWordsAlongWhenItGoes()
     QCOMPARE(say(), QStringLiteral("Cameras"));
 }
 
-QTEST_MAIN(TranslatorTest)
-#include "translator_test.moc"
+QTEST_MAIN(PaneTranslatorTest)
+#include "PaneTranslator_test.moc"

@@ -21,7 +21,7 @@ constexpr QRgb Blue = 0xFF0000FF;
 } // namespace
 
 /// The preview with cameras of a real PipeWire: which one is taken, and what is seen of it.
-class PreviewWithPipeWireTest : public QObject {
+class KS7PreviewControllerTest : public QObject {
     Q_OBJECT
 
 private:
@@ -154,5 +154,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(PreviewWithPipeWireTest)
-#include "preview_with_pipewire_test.moc"
+QTEST_MAIN(KS7PreviewControllerTest)
+#include "KS7PreviewController_test.moc"
