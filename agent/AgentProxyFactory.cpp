@@ -3,7 +3,7 @@
 #include "DeviceControllerInterface.h"
 #include "USBControllerInterface.h"
 #include "agent/WireTypes.h"
-#include "platform/LogCategory.h"
+#include "platform/base/LogCategory.h"
 #include "platform/bus/BusCall.h"
 #include "platform/bus/RemoteConnection.h"
 

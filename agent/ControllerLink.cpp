@@ -3,10 +3,10 @@
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "logging/KS7OrvexLogger.h"
 #include "pane/KS7SettingsWindowController.h"
+#include "platform/base/RunLoop.h"
 #include "platform/bus/Connection.h"
 #include "platform/desktop/AgentLauncher.h"
 #include "platform/desktop/HostClasses.h"
-#include "platform/desktop/RunLoop.h"
 #include "platform/sheets/Sheets.h"
 
 #include <QMetaObject>

@@ -1,7 +1,7 @@
 #include "agent/WireTypes.h"
 
 #include "agent/RemoteNames.h"
-#include "platform/ToInt32.h"
+#include "platform/base/ToInt32.h"
 
 #include <QDBusMetaType>
 

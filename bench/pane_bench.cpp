@@ -9,7 +9,7 @@
 #include "cameras/KS7Cam.h"
 #include "pane/KS7SettingsWindowController.h"
 #include "platform/DesktopServices.h"
-#include "platform/desktop/RunLoop.h"
+#include "platform/base/RunLoop.h"
 #include "platform/preferences/UserDefaults.h"
 #include "settings/KS7Domain.h"
 

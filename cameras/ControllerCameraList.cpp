@@ -6,7 +6,7 @@
 #include "cameras/KS7Cam.h"
 #include "logging/KS7OrvexLogger.h"
 #include "pane/KS7SettingsWindowController.h"
-#include "platform/desktop/RunLoop.h"
+#include "platform/base/RunLoop.h"
 #include "preview/KS7PreviewController.h"
 #include "widgets/Indicators.h"
 

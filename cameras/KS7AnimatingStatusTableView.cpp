@@ -4,7 +4,7 @@
 #include "cameras/CameraTableAccessible.h"
 #include "cameras/CameraTableModel.h"
 #include "cameras/CameraTableSource.h"
-#include "platform/desktop/RunLoop.h"
+#include "platform/base/RunLoop.h"
 
 #include <QApplication>
 #include <QHeaderView>

@@ -2,7 +2,7 @@
 
 #include "logging/LogFile.h"
 #include "logging/LogFormat.h"
-#include "platform/desktop/RunLoop.h"
+#include "platform/base/RunLoop.h"
 #include "platform/desktop/Workspace.h"
 
 #include <QDir>

@@ -1,8 +1,8 @@
 #include "agent/NotificationNames.h"
 #include "logging/KS7OrvexLogger.h"
 #include "pane/KS7SettingsWindowController.h"
-#include "platform/ToInt32.h"
-#include "platform/desktop/RunLoop.h"
+#include "platform/base/RunLoop.h"
+#include "platform/base/ToInt32.h"
 #include "platform/sheets/Sheets.h"
 #include "widgets/Indicators.h"
 

@@ -1,5 +1,6 @@
 #include "platform/DesktopServices.h"
 
+#include "platform/base/RunLoop.h"
 #include "platform/bus/BusConnection.h"
 #include "platform/bus/DistributedNotificationCenter.h"
 #include "platform/bus/NotificationCenter.h"
@@ -11,7 +12,6 @@
 #include "platform/desktop/HostClasses.h"
 #include "platform/desktop/KeyboardModifiers.h"
 #include "platform/desktop/ProcessorClock.h"
-#include "platform/desktop/RunLoop.h"
 #include "platform/desktop/Workspace.h"
 #include "platform/power/LogindPower.h"
 #include "platform/power/LogindSession.h"

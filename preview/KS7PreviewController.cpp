@@ -1,7 +1,7 @@
 #include "preview/KS7PreviewController.h"
 
+#include "platform/base/RunLoop.h"
 #include "platform/capture/Capture.h"
-#include "platform/desktop/RunLoop.h"
 #include "preview/KS7QTCaptureView.h"
 
 #include <algorithm>

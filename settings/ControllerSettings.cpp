@@ -1,7 +1,7 @@
 #include "agent/NotificationNames.h"
 #include "logging/KS7OrvexLogger.h"
 #include "pane/KS7SettingsWindowController.h"
-#include "platform/ToInt32.h"
+#include "platform/base/ToInt32.h"
 #include "platform/desktop/KeyboardModifiers.h"
 #include "platform/desktop/ProcessorClock.h"
 #include "platform/preferences/UserDefaults.h"

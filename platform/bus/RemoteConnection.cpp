@@ -1,10 +1,10 @@
 #include "platform/bus/RemoteConnection.h"
 
+#include "platform/base/RunLoop.h"
 #include "platform/bus/BusCall.h"
 #include "platform/bus/BusConnection.h"
 #include "platform/bus/BusNames.h"
 #include "platform/bus/NotificationCenter.h"
-#include "platform/desktop/RunLoop.h"
 
 #include <utility>
 

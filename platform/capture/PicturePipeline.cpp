@@ -1,6 +1,6 @@
 #include "platform/capture/PicturePipeline.h"
 
-#include "platform/LogCategory.h"
+#include "platform/base/LogCategory.h"
 #include "platform/capture/FrameImage.h"
 
 #include <gst/gst.h>

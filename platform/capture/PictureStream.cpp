@@ -1,12 +1,12 @@
 #include "platform/capture/PictureStream.h"
 
-#include "platform/LogCategory.h"
+#include "platform/base/LogCategory.h"
+#include "platform/base/RunLoop.h"
 #include "platform/capture/FrameImage.h"
 #include "platform/capture/PicturePipeline.h"
 #include "platform/capture/PipeWireNodes.h"
 #include "platform/capture/PipeWireSocket.h"
 #include "platform/capture/StreamThreads.h"
-#include "platform/desktop/RunLoop.h"
 
 #include <gst/app/gstappsink.h>
 #include <gst/gst.h>

@@ -1,11 +1,11 @@
 #include "platform/capture/PipeWireCapture.h"
 
-#include "platform/LogCategory.h"
+#include "platform/base/LogCategory.h"
+#include "platform/base/RunLoop.h"
 #include "platform/bus/NotificationCenter.h"
 #include "platform/capture/PictureStream.h"
 #include "platform/capture/PipeWireNodes.h"
 #include "platform/capture/SerialQueue.h"
-#include "platform/desktop/RunLoop.h"
 
 #include <algorithm>
 #include <cerrno>

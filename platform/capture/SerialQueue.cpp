@@ -1,6 +1,6 @@
 #include "platform/capture/SerialQueue.h"
 
-#include "platform/LogCategory.h"
+#include "platform/base/LogCategory.h"
 
 #include <condition_variable>
 #include <deque>

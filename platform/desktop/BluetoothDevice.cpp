@@ -1,6 +1,6 @@
 #include "platform/desktop/BluetoothDevice.h"
 
-#include "platform/LogCategory.h"
+#include "platform/base/LogCategory.h"
 #include "platform/bus/BusNames.h"
 
 #include <QDBusConnection>

@@ -1,6 +1,6 @@
 #include "platform/preferences/UserDefaults.h"
 
-#include "platform/LogCategory.h"
+#include "platform/base/LogCategory.h"
 #include "platform/preferences/AtomicFile.h"
 
 #include <QCoreApplication>

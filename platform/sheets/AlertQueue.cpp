@@ -1,6 +1,6 @@
 #include "platform/sheets/AlertQueue.h"
 
-#include "platform/LogCategory.h"
+#include "platform/base/LogCategory.h"
 #include "platform/sheets/AlertBox.h"
 #include "platform/sheets/MainWindow.h"
 

@@ -1,6 +1,6 @@
 #include "platform/updates/PackageKitUpdater.h"
 
-#include "platform/LogCategory.h"
+#include "platform/base/LogCategory.h"
 #include "platform/bus/BusConnection.h"
 #include "platform/updates/PackageKitTransaction.h"
 #include "platform/updates/UpdateState.h"

@@ -1,11 +1,11 @@
 #include "agent/AgentProxyFactory.h"
 #include "agent/RemoteNames.h"
 #include "agent/WireTypes.h"
+#include "platform/base/RunLoop.h"
 #include "platform/bus/BusConnection.h"
 #include "platform/bus/BusNames.h"
 #include "platform/bus/NotificationCenter.h"
 #include "platform/bus/RemoteConnection.h"
-#include "platform/desktop/RunLoop.h"
 #include "tests/support/LogLines.h"
 #include "tests/support/RecordingAgent.h"
 

@@ -1,6 +1,6 @@
 #include "logging/KS7OrvexLogger.h"
 
-#include "platform/desktop/RunLoop.h"
+#include "platform/base/RunLoop.h"
 #include "platform/desktop/Workspace.h"
 #include "tests/support/Timeout.h"
 

@@ -1,5 +1,5 @@
 #include "agent/NotificationNames.h"
-#include "platform/desktop/RunLoop.h"
+#include "platform/base/RunLoop.h"
 #include "tests/support/PaneFixture.h"
 
 #include <QApplication>

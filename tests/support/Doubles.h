@@ -2,6 +2,7 @@
 
 #include "agent/AgentProxyFactory.h"
 #include "platform/Services.h"
+#include "platform/base/RunLoop.h"
 #include "platform/bus/Connection.h"
 #include "platform/bus/NotificationCenter.h"
 #include "platform/capture/Capture.h"
@@ -11,7 +12,6 @@
 #include "platform/desktop/HostClasses.h"
 #include "platform/desktop/KeyboardModifiers.h"
 #include "platform/desktop/ProcessorClock.h"
-#include "platform/desktop/RunLoop.h"
 #include "platform/desktop/Workspace.h"
 #include "platform/power/PowerManagement.h"
 #include "platform/preferences/UserDefaults.h"

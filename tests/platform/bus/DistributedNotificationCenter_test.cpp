@@ -1,6 +1,6 @@
 #include "platform/bus/DistributedNotificationCenter.h"
 
-#include "platform/ToInt32.h"
+#include "platform/base/ToInt32.h"
 #include "platform/bus/BusConnection.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/RecordingAgent.h"

@@ -2,10 +2,10 @@
 
 #include "agent/AgentProxyFactory.h"
 #include "agent/RemoteNames.h"
+#include "platform/base/RunLoop.h"
 #include "platform/bus/BusConnection.h"
 #include "platform/bus/BusNames.h"
 #include "platform/bus/NotificationCenter.h"
-#include "platform/desktop/RunLoop.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/RecordingAgent.h"
 #include "tests/support/Timeout.h"

@@ -1,7 +1,7 @@
-#include "platform/ToInt32.h"
+#include "platform/base/RunLoop.h"
+#include "platform/base/ToInt32.h"
 #include "platform/bus/NotificationCenter.h"
 #include "platform/capture/PipeWireCapture.h"
-#include "platform/desktop/RunLoop.h"
 #include "tests/support/Timeout.h"
 #include "tests/support/VirtualCamera.h"
 

@@ -1,4 +1,4 @@
-#include "platform/desktop/RunLoop.h"
+#include "platform/base/RunLoop.h"
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>

@@ -1,4 +1,4 @@
-#include "platform/ToInt32.h"
+#include "platform/base/ToInt32.h"
 
 #include <QTest>
 #include <QVariant>

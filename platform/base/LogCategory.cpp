@@ -1,3 +1,3 @@
-#include "platform/LogCategory.h"
+#include "platform/base/LogCategory.h"
 
 Q_LOGGING_CATEGORY(KS7_PLATFORM, "ks7.platform")
