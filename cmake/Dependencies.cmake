@@ -1,16 +1,6 @@
 # The libraries that the pane uses; docs/ARCHITECTURE.md gives the reason for each.
 
-# The module of System Settings needs the Qt of its host: 6 for Plasma 6, 5 for Plasma 5.
-if(KS7_QT_VERSION STREQUAL "auto")
-  set(KS7_QT_VERSION 6)
-  find_package(KF6KCMUtils QUIET)
-  if(NOT KF6KCMUtils_FOUND)
-    find_package(Qt5Widgets QUIET)
-    if(Qt5Widgets_FOUND)
-      set(KS7_QT_VERSION 5)
-    endif()
-  endif()
-endif()
+include(QtVersion)
 find_package(Qt${KS7_QT_VERSION} REQUIRED COMPONENTS Core Gui Widgets DBus Svg LinguistTools)
 if(KS7_BUILD_TESTS)
   find_package(Qt${KS7_QT_VERSION} REQUIRED COMPONENTS Test)
