@@ -12,12 +12,6 @@
 #include <QTest>
 #include <QTimer>
 
-namespace {
-
-constexpr int Generous = 60000;
-
-} // namespace
-
 /// The wait for an update on a real event loop: it handles notifications and ends with the host.
 class FirmwareWaitTest : public QObject {
     Q_OBJECT
@@ -100,7 +94,7 @@ void FirmwareWaitTest::aHostToldToEndEnds()
     QFETCH(int, code);
     QProcess host;
     host.start(QStringLiteral(FIRMWARE_HOST), {word});
-    const bool ended = host.waitForFinished(Generous);
+    const bool ended = host.waitForFinished(Timeout);
     if (!ended) {
         host.kill();
         host.waitForFinished();

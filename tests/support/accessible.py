@@ -20,9 +20,8 @@ import time
 import warnings
 
 from screens import IS_WAYLAND, SCREEN, xdotool
+from timeout import TIMEOUT
 
-# Seconds. Where as many programs as there are tests run side by side under a sanitizer, half a minute is too short.
-TIMEOUT = float(os.environ.get("KS7_TIMEOUT", 120))
 POLL = 0.05
 # In milliseconds. A window may stand still while it waits for its agent; an action that opens a menu or a
 # nested loop answers only when that closes, which nobody waits for.

@@ -11,8 +11,9 @@ import subprocess
 import time
 import uuid
 
+from timeout import TIMEOUT
+
 IS_WAYLAND = "KS7_WAYLAND_SCALE" in os.environ
-TIMEOUT = 60
 
 
 @dataclasses.dataclass

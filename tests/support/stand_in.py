@@ -22,8 +22,8 @@ import dbus.mainloop.glib
 from gi.repository import GLib
 
 import accessible
+from timeout import TIMEOUT
 
-TIMEOUT = 90
 NOTIFICATIONS = "com.orvex.DistributedNotificationCenter"
 AGENT = "com.orvex.KS7AgentServer"
 AGENT_USB = "com.orvex.KS7AgentServerUSB"
