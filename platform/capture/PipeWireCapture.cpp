@@ -128,6 +128,7 @@ public:
 
 private:
     void show(const QImage &frame);
+    void frameArrived(const QImage &frame);
     void streamFailed(int code);
     void reportFailure(int code);
     void beginStream();
@@ -177,10 +178,10 @@ void PipeWireSession::startRunning()
 void PipeWireSession::beginStream()
 {
     mLookingUp = false;
-    mStream =
-        std::make_shared<PictureStream>(mDevice->uniqueID(), mContext.runLoop,
-                                        PictureStream::Handlers{[this](const QImage &frame) { show(frame); },
-                                                                [this](int code) { streamFailed(code); }});
+    mStream = std::make_shared<PictureStream>(
+        mDevice->uniqueID(), mContext.runLoop,
+        PictureStream::Handlers{[this](const QImage &frame) { frameArrived(frame); },
+                                [this](int code) { streamFailed(code); }});
     if (mLargestFrame)
         mStream->limitTo(*mLargestFrame);
     mStreamWorker = mContext.workers->streams();
@@ -225,6 +226,12 @@ void PipeWireSession::show(const QImage &frame)
         mFrameHandler(frame);
 }
 
+void PipeWireSession::frameArrived(const QImage &frame)
+{
+    mRestarts = 0;
+    show(frame);
+}
+
 void PipeWireSession::streamFailed(int code)
 {
     // pipewiresrc 1.4 ends a stream whose camera changes its format, and a stream that begins during the
@@ -255,11 +262,8 @@ void PipeWireSession::checkForStall()
         endStream();
         beginStream();
     }
-    const bool hasArrived = mStream->takeArrived();
-    if (hasArrived)
-        mRestarts = 0;
     // A node that goes may just stop sending, with no message; so may a camera that is merely slow.
-    if ((!hasArrived || mStream->hasLostMemory()) && !mLookingUp)
+    if ((!mStream->takeArrived() || mStream->hasLostMemory()) && !mLookingUp)
         lookUpNode(0);
 }
 
@@ -287,6 +291,8 @@ void PipeWireSession::nodesFound(const std::optional<PipeWireNodes> &nodes, int 
         reportFailure(code);
     else if (nodes && !exists)
         reportFailure(-ENODEV);
+    else if (exists && isOver)
+        reportFailure(-EPIPE);
 }
 
 class PipeWireCapture final : public Capture {

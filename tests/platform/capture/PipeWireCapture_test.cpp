@@ -499,6 +499,36 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(arrived(Green) || !mErrors.empty(), Timeout);
     }
 
+    void aCameraThatChangesItsFormatManyTimesGoesOnBeingShown()
+    {
+        watchTheCamera();
+        // More changes than a stream gets restarts without a frame.
+        for (int change = 0; change < 7; ++change) {
+            const QSize size = change % 2 == 0 ? QSize(160, 120) : QSize(320, 240);
+            mCamera->tell(QStringLiteral("format I420 %1x%2").arg(size.width()).arg(size.height()));
+            QTRY_VERIFY_WITH_TIMEOUT(mLast.size() == size || !mErrors.empty(), Timeout);
+            QVERIFY(mErrors.empty());
+        }
+    }
+
+    void aCameraThatIsReplacedAgainAndAgainWithoutAPictureIsReportedOnce()
+    {
+        watchTheCamera();
+        for (int successors = 0; successors < 20 && mErrors.empty(); ++successors) {
+            auto successor = std::make_unique<VirtualCamera>(CameraName, QStringLiteral("Kitchen"), Red);
+            successor->tell(QStringLiteral("pause"));
+            successor->tell(QStringLiteral("tell"));
+            QTRY_COMPARE_WITH_TIMEOUT(mCapture->videoInputDevices().size(), std::size_t(2), Timeout);
+            mCamera = std::move(successor);
+            // A camera reports frames only while a stream is connected.
+            QTRY_VERIFY_WITH_TIMEOUT(mCamera->told() > 0 || !mErrors.empty(), Timeout);
+        }
+        QCOMPARE(mErrors.size(), std::size_t(1));
+        QVERIFY(mErrors.front() != 0);
+        // The camera never went away.
+        QVERIFY(mErrors.front() != -ENODEV);
+    }
+
     void aCameraThatShowsAnotherOneGoesOnBeingShown()
     {
         watchTheCamera();
