@@ -40,7 +40,7 @@ Services makeDesktopServices()
     // Tests show the pane as on a fast machine, also on virtual machines that tell no clock.
     services.processorClock = makeProcessorClock(qEnvironmentVariable("KS7_CLOCK_ROOT", QStringLiteral("/")));
     services.updates = makePackageKitFramework(systemBus);
-    services.workspace = makeWorkspace();
+    services.workspace = makeWorkspace(bus);
     services.capture = makePipeWireCapture(services.localCenter, services.runLoop);
     services.sheets = makeQtSheetPresenter();
     services.power = std::make_shared<LogindPower>(systemBus);

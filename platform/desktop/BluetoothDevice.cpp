@@ -1,50 +1,46 @@
 #include "platform/desktop/BluetoothDevice.h"
 
 #include "platform/base/LogCategory.h"
+#include "platform/bus/BusCall.h"
+#include "platform/bus/BusConnection.h"
 #include "platform/bus/BusNames.h"
 
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
+
+using namespace std::chrono_literals;
 
 namespace platform {
 namespace {
 
 // BlueZ replies from memory, so only a stopped daemon takes longer.
-constexpr int BlueZTimeoutMs = 1000;
-const QString BlueZConnection = QStringLiteral("ks7-bluez");
+constexpr auto BlueZTimeout = 1s;
 const QString BlueZDeviceInterface = bus::BlueZ + QStringLiteral(".Device1");
 const QString BlueZAddress = QStringLiteral("Address");
 const QString PropertiesGet = QStringLiteral("Get");
 
 class BlueZDevice : public BluetoothDevice {
 public:
-    explicit BlueZDevice(QString objectPath)
-        : mObjectPath(std::move(objectPath))
+    BlueZDevice(std::shared_ptr<BusConnection> bus, QString objectPath)
+        : mBus(std::move(bus))
+        , mObjectPath(std::move(objectPath))
     {
     }
 
     [[nodiscard]] QString getAddressString() const override
     {
-        QDBusMessage call =
-            QDBusMessage::createMethodCall(bus::BlueZ, mObjectPath, bus::Properties, PropertiesGet);
+        mBus->reopenIfLost();
+        // The bus is asked for the owner first: it remembers a bus that hangs and does not wait for it again.
+        const QString owner = mBus->ownerOf(bus::BlueZ);
+        if (owner.isEmpty())
+            return {};
+        auto call = QDBusMessage::createMethodCall(owner, mObjectPath, bus::Properties, PropertiesGet);
         call << BlueZDeviceInterface << BlueZAddress;
-        call.setAutoStartService(false);
-        const QDBusMessage reply = systemBus().call(call, QDBus::Block, BlueZTimeoutMs);
+        const QDBusMessage reply = callAndWait(mBus->connection(), call, BlueZTimeout);
         return reply.type() == QDBusMessage::ReplyMessage ? addressFrom(reply) : QString();
     }
 
 private:
-    /// The pane's own connection, since the shared one is the host's. Reopened when lost.
-    static QDBusConnection systemBus()
-    {
-        QDBusConnection bus(BlueZConnection);
-        if (bus.isConnected())
-            return bus;
-        QDBusConnection::disconnectFromBus(BlueZConnection);
-        return QDBusConnection::connectToBus(QDBusConnection::SystemBus, BlueZConnection);
-    }
-
     [[nodiscard]] QString addressFrom(const QDBusMessage &reply) const
     {
         const QVariant value = reply.arguments().value(0).value<QDBusVariant>().variant();
@@ -56,14 +52,16 @@ private:
         return address.isEmpty() ? QString() : QString(address).replace(QLatin1Char(':'), QLatin1Char('-'));
     }
 
+    std::shared_ptr<BusConnection> mBus;
     QString mObjectPath;
 };
 
 } // namespace
 
-std::shared_ptr<BluetoothDevice> makeBlueZDevice(const QString &objectPath)
+std::shared_ptr<BluetoothDevice> makeBlueZDevice(std::shared_ptr<BusConnection> bus,
+                                                 const QString &objectPath)
 {
-    return std::make_shared<BlueZDevice>(objectPath);
+    return std::make_shared<BlueZDevice>(std::move(bus), objectPath);
 }
 
 } // namespace platform

@@ -6,6 +6,8 @@
 
 namespace platform {
 
+class BusConnection;
+
 /// A Bluetooth device known to the system.
 class BluetoothDevice {
 public:
@@ -15,7 +17,9 @@ public:
     [[nodiscard]] virtual QString getAddressString() const = 0;
 };
 
-/// The device at a BlueZ object path of the system bus.
-std::shared_ptr<BluetoothDevice> makeBlueZDevice(const QString &objectPath);
+/// The device at a BlueZ object path. `bus` is the system bus, opened by the first question. A bus that hangs
+/// is waited for once.
+std::shared_ptr<BluetoothDevice> makeBlueZDevice(std::shared_ptr<BusConnection> bus,
+                                                 const QString &objectPath);
 
 } // namespace platform

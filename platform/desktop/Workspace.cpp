@@ -1,6 +1,7 @@
 #include "platform/desktop/Workspace.h"
 
-#include <QDBusConnection>
+#include "platform/bus/BusConnection.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -12,7 +13,6 @@
 namespace platform {
 namespace {
 
-const auto ConnectionName = QStringLiteral("ks7-workspace");
 const auto FileManagerService = QStringLiteral("org.freedesktop.FileManager1");
 const auto FileManagerPath = QStringLiteral("/org/freedesktop/FileManager1");
 
@@ -30,18 +30,13 @@ QDBusMessage showItems(const QString &path)
     return message;
 }
 
-/// A connection of the pane's own, opened when somebody wants to see a file: the host's stays the host's. It
-/// outlives whoever asked: Qt would close it in a thread of its own, with answers still on their way.
-QDBusConnection sessionBus()
-{
-    // A connection that has broken stays broken under its name.
-    if (!QDBusConnection(ConnectionName).isConnected())
-        QDBusConnection::disconnectFromBus(ConnectionName);
-    return QDBusConnection::connectToBus(QDBusConnection::SessionBus, ConnectionName);
-}
-
 class DesktopWorkspace final : public Workspace {
 public:
+    explicit DesktopWorkspace(std::shared_ptr<BusConnection> bus)
+        : mBus(std::move(bus))
+    {
+    }
+
     bool openURL(const QUrl &url) override { return url.isValid() && QDesktopServices::openUrl(url); }
 
     bool openFile(const QString &path) override
@@ -53,11 +48,11 @@ public:
     {
         if (!QFileInfo::exists(path))
             return false;
-        const QDBusConnection bus = sessionBus();
-        if (!bus.isConnected())
+        mBus->reopenIfLost();
+        if (!mBus->isOpen())
             return openFolderOf(path);
-        // The file manager may have to be started first; nobody waits for that.
-        auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(showItems(path)), &mContext);
+        // Do not block: the bus may have to start the file manager first.
+        auto *watcher = new QDBusPendingCallWatcher(mBus->connection().asyncCall(showItems(path)), &mContext);
         QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &mContext, [watcher, path] {
             if (QDBusPendingReply<>(*watcher).isError())
                 openFolderOf(path);
@@ -67,14 +62,15 @@ public:
     }
 
 private:
+    std::shared_ptr<BusConnection> mBus;
     QObject mContext;
 };
 
 } // namespace
 
-std::shared_ptr<Workspace> makeWorkspace()
+std::shared_ptr<Workspace> makeWorkspace(std::shared_ptr<BusConnection> bus)
 {
-    return std::make_shared<DesktopWorkspace>();
+    return std::make_shared<DesktopWorkspace>(std::move(bus));
 }
 
 } // namespace platform

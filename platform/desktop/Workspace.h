@@ -7,6 +7,8 @@
 
 namespace platform {
 
+class BusConnection;
+
 /// Posted on the workspace's centre when the user's session gets or loses the screen.
 inline const QString NSWorkspaceSessionDidBecomeActiveNotification =
     QStringLiteral("NSWorkspaceSessionDidBecomeActiveNotification");
@@ -24,7 +26,8 @@ public:
     virtual bool selectFile(const QString &path) = 0;
 };
 
-/// The user's default programs. Starts them and waits for none.
-std::shared_ptr<Workspace> makeWorkspace();
+/// The user's default programs. Starts them and does not wait for them. `bus` is the session bus, opened by
+/// the first selectFile(); a bus that hangs is waited for once.
+std::shared_ptr<Workspace> makeWorkspace(std::shared_ptr<BusConnection> bus);
 
 } // namespace platform

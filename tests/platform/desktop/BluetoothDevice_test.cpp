@@ -1,4 +1,6 @@
 #include "platform/desktop/BluetoothDevice.h"
+
+#include "platform/bus/BusConnection.h"
 #include "tests/support/Timeout.h"
 
 #include <QDBusConnection>
@@ -33,7 +35,12 @@ private Q_SLOTS:
 private:
     void mockIsTold(const QString &path, const QString &interface, const QString &method,
                     const QVariantList &arguments);
+    [[nodiscard]] std::shared_ptr<platform::BluetoothDevice> device(const QString &path) const
+    {
+        return platform::makeBlueZDevice(mBus, path);
+    }
 
+    std::shared_ptr<platform::BusConnection> mBus;
     QProcess mDaemon;
 };
 
@@ -45,6 +52,7 @@ const QString MockInterface = QStringLiteral("org.freedesktop.DBus.Mock");
 
 void BluetoothDeviceTest::init()
 {
+    mBus = std::make_shared<platform::SystemBus>();
     mDaemon.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     mDaemon.setStandardOutputFile(QProcess::nullDevice());
     mDaemon.start(QStringLiteral("/usr/bin/python3"),
@@ -77,31 +85,30 @@ void BluetoothDeviceTest::mockIsTold(const QString &path, const QString &interfa
 
 void BluetoothDeviceTest::aKnownDeviceTellsItsAddress()
 {
-    QCOMPARE(platform::makeBlueZDevice(Device)->getAddressString(), QStringLiteral("00-1B-DC-0F-2A-9C"));
+    QCOMPARE(device(Device)->getAddressString(), QStringLiteral("00-1B-DC-0F-2A-9C"));
 }
 
 void BluetoothDeviceTest::anUnknownDeviceTellsNone()
 {
-    QVERIFY(
-        platform::makeBlueZDevice(QStringLiteral("/org/bluez/hci0/dev_none"))->getAddressString().isNull());
-    QVERIFY(platform::makeBlueZDevice(QStringLiteral("/org/bluez/hci0"))->getAddressString().isNull());
+    QVERIFY(device(QStringLiteral("/org/bluez/hci0/dev_none"))->getAddressString().isNull());
+    QVERIFY(device(QStringLiteral("/org/bluez/hci0"))->getAddressString().isNull());
 }
 
 void BluetoothDeviceTest::aPathThatIsNoneTellsNone()
 {
     for (const QString &path :
          {QString(), QStringLiteral("no path"), QStringLiteral("/a//b"), QStringLiteral("/\u00e9")})
-        QVERIFY(platform::makeBlueZDevice(path)->getAddressString().isNull());
+        QVERIFY(device(path)->getAddressString().isNull());
 }
 
 void BluetoothDeviceTest::withoutTheDaemonThereIsNoAddress()
 {
-    const auto device = platform::makeBlueZDevice(Device);
-    QVERIFY(!device->getAddressString().isNull());
+    const auto known = device(Device);
+    QVERIFY(!known->getAddressString().isNull());
     cleanup();
-    QVERIFY(device->getAddressString().isNull());
+    QVERIFY(known->getAddressString().isNull());
     init();
-    QVERIFY(!device->getAddressString().isNull());
+    QVERIFY(!known->getAddressString().isNull());
 }
 
 void BluetoothDeviceTest::aDaemonThatHangsIsGivenUp()
@@ -114,12 +121,12 @@ void BluetoothDeviceTest::aDaemonThatHangsIsGivenUp()
         if (up.wait_for(10s) == std::future_status::timeout)
             ::kill(pid, SIGCONT);
     });
-    const auto address = platform::makeBlueZDevice(Device)->getAddressString();
+    const auto address = device(Device)->getAddressString();
     given.set_value();
     wakes.join();
     QVERIFY(address.isNull());
     QCOMPARE(::kill(pid, SIGCONT), 0);
-    QVERIFY(!platform::makeBlueZDevice(Device)->getAddressString().isNull());
+    QVERIFY(!device(Device)->getAddressString().isNull());
 }
 
 void BluetoothDeviceTest::anAddressOfAnotherTypeIsNone()
@@ -128,7 +135,7 @@ void BluetoothDeviceTest::anAddressOfAnotherTypeIsNone()
                {QStringLiteral("org.bluez.Device1"), QVariantMap{{QStringLiteral("Address"), 7}}});
     QTest::ignoreMessage(QtWarningMsg,
                          qPrintable(Device + QStringLiteral(" has an address that is no string")));
-    QVERIFY(platform::makeBlueZDevice(Device)->getAddressString().isNull());
+    QVERIFY(device(Device)->getAddressString().isNull());
 }
 
 QTEST_GUILESS_MAIN(BluetoothDeviceTest)

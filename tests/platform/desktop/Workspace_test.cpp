@@ -1,5 +1,6 @@
 #include "platform/desktop/Workspace.h"
 
+#include "platform/bus/BusConnection.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/Timeout.h"
 
@@ -69,6 +70,7 @@ private Q_SLOTS:
     void nobodyWaitsForTheFileManager();
     void withoutAFileManagerTheFolderIsOpened();
     void withoutABusTheFolderIsOpened();
+    void aSilentBusIsWaitedForOnce();
     void aBusThatCameBackIsAsked();
     void aWorkspaceThatIsGoneOpensNothing();
 
@@ -101,7 +103,7 @@ void WorkspaceTest::init()
     mOpened.clear();
     for (const auto *scheme : {"file", "http"})
         QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "open");
-    mWorkspace = platform::makeWorkspace();
+    mWorkspace = platform::makeWorkspace(std::make_shared<platform::SessionBus>());
 }
 
 void WorkspaceTest::cleanup()
@@ -189,6 +191,19 @@ void WorkspaceTest::withoutABusTheFolderIsOpened()
     mBus->start();
 }
 
+void WorkspaceTest::aSilentBusIsWaitedForOnce()
+{
+    mBus->kill();
+    mBus->start();
+    mBus->stop();
+    // So many waits of a whole call would take longer than the test may.
+    constexpr int Many = 300;
+    for (int i = 0; i < Many; ++i)
+        QVERIFY(mWorkspace->selectFile(file()));
+    mBus->resume();
+    QCOMPARE(mOpened.size(), Many);
+}
+
 void WorkspaceTest::aBusThatCameBackIsAsked()
 {
     QVERIFY(mWorkspace->selectFile(file()));
@@ -207,7 +222,7 @@ void WorkspaceTest::aWorkspaceThatIsGoneOpensNothing()
     QVERIFY(mWorkspace->selectFile(file()));
     mWorkspace.reset();
     // A later one works as the first did.
-    mWorkspace = platform::makeWorkspace();
+    mWorkspace = platform::makeWorkspace(std::make_shared<platform::SessionBus>());
     QVERIFY(mWorkspace->selectFile(mFolder->path()));
     QTRY_VERIFY_WITH_TIMEOUT(fileManager.shown.contains(urlOf(mFolder->path())), Timeout);
     QCOMPARE(mOpened, QStringList());
