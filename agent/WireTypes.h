@@ -1,9 +1,26 @@
 #pragma once
 
-#include "agent/KS7DeviceControllerProxy.h"
-
 #include <QList>
+#include <QMap>
+#include <QString>
+#include <QStringList>
 #include <QVariantMap>
+
+#include <cstdint>
+#include <optional>
+
+/// The reply of indexOfPreferredKS7Cam() when no camera is preferred.
+inline constexpr std::uint64_t NoPreferredCamera = 0x7FFFFFFFFFFFFFFF;
+
+/// A camera as agent and pane send it.
+struct CameraRecord {
+    int status = 0;
+    QString cameraIDString;
+    QString friendlyName;
+};
+
+/// Camera address to the camera's entry: "Status", "CameraIDString", "FriendlyName".
+using CameraDictionary = QMap<QString, QVariantMap>;
 
 /// The reply of cameras(): records in no particular order.
 using CameraRecords = QList<QVariantMap>;

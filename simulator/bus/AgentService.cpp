@@ -1,13 +1,13 @@
 #include "simulator/bus/AgentService.h"
 
+#include "agent/KS7DeviceControllerAdaptor.h"
 #include "agent/NotificationNames.h"
 #include "agent/RemoteNames.h"
+#include "agent/TernUSBCommandControllerAdaptor.h"
 #include "platform/bus/BusNames.h"
 #include "simulator/script/Demo.h"
 
-#include "DeviceControllerAdaptor.h"
 #include "ScriptAdaptor.h"
-#include "USBControllerAdaptor.h"
 
 #include <QCoreApplication>
 
@@ -32,9 +32,9 @@ AgentService::AgentService(const Options &options, const QDBusConnection &bus)
     , mPreferences(platform::makeFileUserDefaults())
     , mModel(mNotifier, mPreferences, behaviourFor(options))
     , mListener(mModel, mRecorder, mFaults, bus)
-    , mInterceptor(mRecorder, mFaults)
-    , mDeviceController(mModel, mInterceptor)
-    , mUsbController(mModel.cable(), mInterceptor)
+    , mInterceptor(mRecorder, mFaults, bus)
+    , mDeviceController(mModel)
+    , mUsbController(mModel.cable())
     , mScript(mModel, mNotifier, mRecorder, mFaults)
 {
     if (!options.picture)
@@ -64,11 +64,18 @@ bool AgentService::publish()
 {
     registerWireTypes();
     // The objects own their adaptors.
-    new DeviceControllerAdaptor(&mDeviceController);
-    new USBControllerAdaptor(&mUsbController);
     new ScriptAdaptor(&mScript);
-    return publish(RemoteNames::AgentServer, mDeviceController)
-        && publish(RemoteNames::AgentServerUSB, mUsbController) && publish(Script::registeredName(), mScript);
+    return publish<KS7DeviceControllerAdaptor>(RemoteNames::AgentServer, mDeviceController)
+        && publish<TernUSBCommandControllerAdaptor>(RemoteNames::AgentServerUSB, mUsbController)
+        && publish(Script::registeredName(), mScript);
+}
+
+template <class Adaptor, class Agent>
+bool AgentService::publish(const QString &registeredName, Agent &agent)
+{
+    auto *object = new QObject(this);
+    new Adaptor(object, agent, mInterceptor);
+    return publish(registeredName, *object);
 }
 
 bool AgentService::publish(const QString &registeredName, QObject &object)

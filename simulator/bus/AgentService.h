@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simulator/Options.h"
+#include "simulator/bus/CallInterceptor.h"
 #include "simulator/bus/DeviceController.h"
 #include "simulator/bus/FaultInjector.h"
 #include "simulator/bus/PaneListener.h"
@@ -29,6 +30,9 @@ private Q_SLOTS:
 
 private:
     bool publish();
+    /// Serves an object of one of the agent's interfaces.
+    template <class Adaptor, class Agent>
+    bool publish(const QString &registeredName, Agent &agent);
     bool publish(const QString &registeredName, QObject &object);
     std::optional<QString> takeNames();
     void showPicture();

@@ -1,11 +1,8 @@
 #pragma once
 
-#include <QString>
-#include <QVariantList>
+#include "agent/CallHandler.h"
 
-#include <functional>
-
-class QDBusContext;
+#include <QDBusConnection>
 
 namespace simulator {
 
@@ -13,27 +10,24 @@ class FaultInjector;
 class Recorder;
 
 /// Records every call to the agent and applies the faults that a script asked for.
-class CallInterceptor {
+class CallInterceptor final : public CallHandler {
 public:
-    CallInterceptor(Recorder &recorder, FaultInjector &faults)
+    CallInterceptor(Recorder &recorder, FaultInjector &faults, const QDBusConnection &bus)
         : mRecorder(recorder)
         , mFaults(faults)
+        , mBus(bus)
     {
     }
 
-    /// Does the work and returns its results; an empty list when the reply was sent here or is delayed.
-    /// `call` is the called object.
-    QVariantList answer(const QDBusContext &call, const QString &operation, const QVariantList &arguments,
-                        const std::function<QVariantList()> &work);
-    /// The same for an operation without a result.
-    void perform(const QDBusContext &call, const QString &operation, const QVariantList &arguments,
-                 const std::function<void()> &work);
+    void handle(const QDBusMessage &call, const QVariantList &arguments,
+                const std::function<QVariantList()> &work) override;
 
 private:
-    void replyLater(const QDBusContext &call, const std::function<QVariantList()> &work);
+    void send(const QDBusMessage &call, const QDBusMessage &reply);
 
     Recorder &mRecorder;
     FaultInjector &mFaults;
+    QDBusConnection mBus;
 };
 
 } // namespace simulator

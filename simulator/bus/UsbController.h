@@ -1,19 +1,18 @@
 #pragma once
 
-#include "agent/AgentServices.h"
-#include "simulator/bus/CallInterceptor.h"
-
-#include <QDBusContext>
+#include "agent/TernUSBCommandControllerProxy.h"
 
 namespace simulator {
 
 class UsbCable;
 
-/// The USB side of the agent, as a bus object.
-class UsbController final : public USBControllerService, protected QDBusContext {
-    Q_OBJECT
+/// The USB side of the agent.
+class UsbController final : public TernUSBCommandControllerProxy {
 public:
-    UsbController(UsbCable &cable, const CallInterceptor &interceptor);
+    explicit UsbController(UsbCable &cable)
+        : mCable(cable)
+    {
+    }
 
     int startUpdate() override;
     bool connectedCamNeedsFirmwareUpdate() override;
@@ -21,12 +20,7 @@ public:
     bool connectedCamHasBTAddress(const QString &address) override;
 
 private:
-    /// The single result of the work.
-    QVariant answer(const QString &operation, const QVariantList &arguments,
-                    const std::function<QVariant()> &work);
-
     UsbCable &mCable;
-    CallInterceptor mInterceptor;
 };
 
 } // namespace simulator

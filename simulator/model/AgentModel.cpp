@@ -75,13 +75,12 @@ void AgentModel::removeRow(int row, bool fromFavorites)
         mDiscovery.leaveToBeFound(*camera);
 }
 
-void AgentModel::dropIfCurrent(const QVariantMap &record)
+void AgentModel::dropIfCurrent(const std::optional<CameraRecord> &record)
 {
     const auto removed = mRegistry.lastRemoved();
     if (!removed || removed->address != mRegistry.preferredAddress() || mRegistry.find(removed->address))
         return;
-    if (CameraRegistry::record(*removed).value(RecordKeys::CameraIDString)
-        == record.value(RecordKeys::CameraIDString))
+    if (record && record->cameraIDString == removed->cameraID)
         mRegistry.setPreferred(QString());
 }
 

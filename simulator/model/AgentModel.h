@@ -29,7 +29,7 @@ public:
     /// from the favourites, it keeps its name and the next search finds it.
     void removeRow(int row, bool fromFavorites);
     /// Clears the preferred camera if the record describes it and it was removed from the list.
-    void dropIfCurrent(const QVariantMap &record);
+    void dropIfCurrent(const std::optional<CameraRecord> &record);
     /// 1 to 63 characters after trimming, without control characters.
     static bool isValidName(const QString &name);
     /// Stores the name. Ignores invalid names and unknown addresses.

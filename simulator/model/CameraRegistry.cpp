@@ -140,16 +140,16 @@ QVector<Camera> CameraRegistry::listed() const
     return cameras;
 }
 
-QVariantMap CameraRegistry::record(const Camera &camera)
+CameraRecord CameraRegistry::record(const Camera &camera)
 {
-    return dictionaryFromRecord(CameraRecord{camera.status, camera.cameraID, camera.name});
+    return {camera.status, camera.cameraID, camera.name};
 }
 
 CameraDictionary CameraRegistry::dictionary() const
 {
     CameraDictionary dictionary;
     for (const Camera &camera : listed())
-        dictionary.insert(camera.address, record(camera));
+        dictionary.insert(camera.address, dictionaryFromRecord(record(camera)));
     return dictionary;
 }
 
@@ -157,7 +157,7 @@ CameraRecords CameraRegistry::records() const
 {
     CameraRecords records;
     for (const Camera &camera : listed())
-        records.append(record(camera));
+        records.append(dictionaryFromRecord(record(camera)));
     return records;
 }
 

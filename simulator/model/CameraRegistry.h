@@ -55,7 +55,7 @@ public:
     /// NoPreferredCamera when none is preferred or the preferred one is not listed.
     [[nodiscard]] std::uint64_t indexOfPreferred() const;
 
-    static QVariantMap record(const Camera &camera);
+    static CameraRecord record(const Camera &camera);
 
 Q_SIGNALS:
     void changed();

@@ -1,0 +1,67 @@
+#include "agent/RemoteCaller.h"
+
+#include "platform/base/LogCategory.h"
+#include "platform/bus/RemoteConnection.h"
+
+#include <QDBusError>
+#include <QDBusMessage>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto SlowCallTimeout = 30000ms;
+/// Stands for an error where 0 means success.
+constexpr int NoResult = -1;
+
+} // namespace
+
+RemoteCaller::RemoteCaller(std::shared_ptr<platform::DBusRootProxy> root, QString interface)
+    : mRoot(std::move(root))
+    , mInterface(std::move(interface))
+{
+}
+
+int RemoteCaller::askSlowly(const QString &method, const QVariantList &arguments)
+{
+    const auto reply = call<int>(method, arguments, SlowCallTimeout);
+    if (reply)
+        return reply->value();
+    return isValid() ? NoResult : 0;
+}
+
+void RemoteCaller::tell(const QString &method, const QVariantList &arguments)
+{
+    call<>(method, arguments);
+}
+
+bool RemoteCaller::isValid() const
+{
+    return mRoot->isValid();
+}
+
+QDBusPendingCall RemoteCaller::send(const QString &method, const QVariantList &arguments,
+                                    std::chrono::milliseconds timeout)
+{
+    auto message = QDBusMessage::createMethodCall(mRoot->owner(), mRoot->path(), mInterface, method);
+    message.setAutoStartService(false);
+    message.setArguments(arguments);
+    return mRoot->bus().asyncCall(message, static_cast<int>(timeout.count()));
+}
+
+bool RemoteCaller::isAnswered(QDBusPendingCall &call, int declaredResults)
+{
+    call.waitForFinished();
+    const auto reply = call.reply();
+    if (call.isError()) {
+        mRoot->callFailed(reply);
+        qCWarning(KS7_PLATFORM, "A call to the agent failed: %s", qUtf8Printable(call.error().message()));
+        return false;
+    }
+    // QDBusPendingReply checks the declared types only and accepts further arguments after them.
+    const bool complete = reply.arguments().size() == declaredResults;
+    if (!complete)
+        qCWarning(KS7_PLATFORM, "A reply of the agent is too long: \"%s\"",
+                  qUtf8Printable(reply.signature()));
+    return complete;
+}

@@ -1,0 +1,189 @@
+#!/usr/bin/python3
+"""Generates the C++ classes of a remote interface: remote_interface.py XML FOLDER
+
+An interface com.orvex.ThingProxy gives three headers:
+  ThingProxy.h    the operations, which do nothing: an object of this class is the nil proxy
+  ThingCaller.h   the proxy of an object on the bus, see agent/RemoteCaller.h
+  ThingAdaptor.h  serves a ThingProxy on the bus, see agent/CallHandler.h
+
+The comment before an operation becomes its documentation. Annotations say what the signature does not:
+  org.qtproject.QtDBus.QtTypeName.In0 (or .Out0)  of a method: the type that QtDBus marshals, unless it is in TYPES
+  com.orvex.Type                                  of an argument: the type in ThingProxy, when it is another
+  com.orvex.Slow                                  of a method: its result is an error code, and it may take long
+"""
+
+import pathlib
+import sys
+import textwrap
+import xml.etree.ElementTree as ElementTree
+
+TYPES = {"b": "bool", "i": "int", "t": "qulonglong", "d": "double", "s": "QString", "as": "QStringList"}
+VALUES = {"bool", "int", "qulonglong", "double", "std::uint64_t", "float"}
+# To the type that is marshalled, and back; other types are cast.
+CONVERSIONS = {"std::optional<CameraRecord>": ("dictionaryFromRecord", "recordFromDictionary")}
+
+
+def annotation(node, name):
+    return next((note.get("value") for note in node.findall("annotation") if note.get("name") == name), None)
+
+
+class Argument:
+    def __init__(self, method, node, place):
+        self.name = node.get("name")
+        self.wire = annotation(method, f"org.qtproject.QtDBus.QtTypeName.{place}") or TYPES.get(node.get("type"))
+        if not self.wire:
+            sys.exit(f"{method.get('name')}: no C++ type for {node.get('type')}; annotate the method with its QtTypeName")
+        self.type = annotation(node, "com.orvex.Type") or self.wire
+        self.parameter = f"{self.type} {self.name}" if self.type in VALUES else f"const {self.type} &{self.name}"
+        self.wire_parameter = f"{self.wire} {self.name}" if self.wire in VALUES else f"const {self.wire} &{self.name}"
+
+    def sent(self, value):
+        return self.converted(value, CONVERSIONS.get(self.type, [f"static_cast<{self.wire}>"])[0])
+
+    def received(self, value):
+        return self.converted(value, CONVERSIONS.get(self.type, [f"static_cast<{self.type}>"])[-1])
+
+    def converted(self, value, function):
+        return value if self.type == self.wire else f"{function}({value})"
+
+
+class Operation:
+    def __init__(self, method, documentation):
+        self.name = method.get("name")
+        self.is_slow = annotation(method, "com.orvex.Slow") is not None
+        self.documentation = textwrap.wrap(" ".join(documentation.split()), 110, initial_indent="/// ", subsequent_indent="/// ")
+        self.inputs, self.outputs = ([Argument(method, node, f"{place}{i}") for i, node in enumerate(
+            node for node in method.findall("arg") if node.get("direction") == place.lower())] for place in ("In", "Out"))
+        # One result is returned; several are written through pointers.
+        single = self.outputs[0] if len(self.outputs) == 1 else None
+        self.result = single.type if single else "void"
+        self.pointers = [] if single else self.outputs
+        self.parameters = [a.parameter for a in self.inputs] + [f"{a.type} *{a.name}" for a in self.pointers]
+
+    def in_proxy(self):
+        parameters = ", ".join(f"[[maybe_unused]] {parameter}" for parameter in self.parameters)
+        body = "{ }" if self.result == "void" else "{ return {}; }"
+        return [*self.documentation, f"virtual {self.result} {self.name}({parameters}) {body}"]
+
+    def in_caller(self):
+        call = f'(QStringLiteral("{self.name}"), {boxed(a.sent(a.name) for a in self.inputs)})'
+        return [f"{self.result} {self.name}({', '.join(self.parameters)}) override", "{",
+                *(f"    {line}" for line in self.call(call)), "}"]
+
+    def call(self, call):
+        if self.is_slow:
+            return [f"return mRemote.askSlowly{call};"]
+        if not self.outputs:
+            return [f"mRemote.tell{call};"]
+        if not self.pointers:
+            return [f"return {self.outputs[0].received(f'mRemote.ask<{self.outputs[0].wire}>{call}')};"]
+        return [f"const auto reply = mRemote.call<{', '.join(a.wire for a in self.outputs)}>{call};",
+                "if (!reply)", "    return;",
+                *(f"*{a.name} = {a.received(f'reply->argumentAt<{i}>()')};" for i, a in enumerate(self.outputs))]
+
+    def in_adaptor(self):
+        parameters = [a.wire_parameter for a in self.inputs] + ["const QDBusMessage &call"]
+        return [f"void {self.name}({', '.join(parameters)})", "{",
+                f"    mHandler.handle(call, {boxed(a.name for a in self.inputs)}, [=, this] {{",
+                *(f"        {line}" for line in self.work()), "    });", "}"]
+
+    def work(self):
+        inputs = [a.received(a.name) for a in self.inputs]
+        call = f"mObject.{self.name}({', '.join(inputs + [f'&{a.name}' for a in self.pointers])})"
+        if self.outputs and not self.pointers:
+            return [f"return {boxed([self.outputs[0].sent(call)])};"]
+        return [*(f"{a.type} {a.name} = {{}};" for a in self.pointers), f"{call};",
+                f"return {boxed(a.sent(a.name) for a in self.pointers)};"]
+
+
+def boxed(values):
+    return f"QVariantList{{{', '.join(f'QVariant::fromValue({value})' for value in values)}}}"
+
+
+def operations_of(interface):
+    documentation = ""
+    for node in interface:
+        if node.tag is ElementTree.Comment:
+            documentation = node.text
+        elif node.tag == "method":
+            yield Operation(node, documentation)
+            documentation = ""
+
+
+def introspection(interface):
+    """The declaration as a C++ string, for Introspect."""
+    for comment in [node for node in interface if node.tag is ElementTree.Comment]:
+        interface.remove(comment)
+    lines = ElementTree.tostring(interface, encoding="unicode").split("\n")
+    return "\n".join('        "{}\\n"'.format(line.replace('"', '\\"')) for line in lines if line.strip())
+
+
+PROXY = """#include "agent/WireTypes.h"
+
+/// The remote interface {interface}. This class is the nil proxy: its operations do nothing.
+class {name}Proxy {{
+public:
+    virtual ~{name}Proxy() = default;
+
+{operations}
+}};
+"""
+CALLER = """#include "agent/{name}Proxy.h"
+#include "agent/RemoteCaller.h"
+
+class {name}Caller final : public {name}Proxy {{
+public:
+    explicit {name}Caller(std::shared_ptr<platform::DBusRootProxy> root)
+        : mRemote(std::move(root), QStringLiteral("{interface}"))
+    {{
+    }}
+
+{operations}
+
+private:
+    RemoteCaller mRemote;
+}};
+"""
+ADAPTOR = """#include "agent/CallHandler.h"
+#include "agent/{name}Proxy.h"
+
+#include <QDBusAbstractAdaptor>
+
+class {name}Adaptor final : public QDBusAbstractAdaptor {{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "{interface}")
+    Q_CLASSINFO("D-Bus Introspection",
+{introspection})
+public:
+    /// `parent` is the object on the bus. The other two must outlive it.
+    {name}Adaptor(QObject *parent, {name}Proxy &object, CallHandler &handler)
+        : QDBusAbstractAdaptor(parent)
+        , mObject(object)
+        , mHandler(handler)
+    {{
+    }}
+
+public Q_SLOTS:
+{operations}
+
+private:
+    {name}Proxy &mObject;
+    CallHandler &mHandler;
+}};
+"""
+
+
+def main(declaration, folder):
+    parser = ElementTree.XMLParser(target=ElementTree.TreeBuilder(insert_comments=True))
+    interface = ElementTree.parse(declaration, parser).getroot().find("interface")
+    operations = list(operations_of(interface))
+    words = {"interface": interface.get("name"), "introspection": introspection(interface),
+             "name": interface.get("name").split(".")[-1].removesuffix("Proxy")}
+    for ending, template, lines_of in (("Proxy", PROXY, Operation.in_proxy), ("Caller", CALLER, Operation.in_caller),
+                                       ("Adaptor", ADAPTOR, Operation.in_adaptor)):
+        lines = (f"    {line}" for operation in operations for line in lines_of(operation))
+        text = "#pragma once\n\n" + template.format(**words, operations="\n".join(lines))
+        pathlib.Path(folder, f"{words['name']}{ending}.h").write_text(text, encoding="utf-8")
+
+
+main(*sys.argv[1:])
