@@ -1,6 +1,6 @@
 #include "about/KSHandTextField.h"
 
-#include "platform/base/QtCompat.h"
+#include "platform/QtCompat.h"
 #include "widgets/Accessible.h"
 
 #include <QApplication>

@@ -3,7 +3,7 @@
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "cameras/PrefsBundle.h"
 #include "cameras/SanitizedLine.h"
-#include "platform/base/QtCompat.h"
+#include "platform/QtCompat.h"
 
 #include <QPainter>
 

@@ -9,7 +9,7 @@ ROOMS = ("platform/base", "platform/bus", "platform/preferences", "platform/capt
          "platform/sheets", "platform/updates", "platform", "logging", "widgets", "agent", "settings", "cameras", "preview",
          "about", "maintenance", "pane", "hosts", "simulator", "tests", "fuzz", "bench")
 # Includes nothing, so every room may include it.
-BASE = ("platform/base/QtCompat.h",)
+BASE = ("platform/QtCompat.h",)
 INCLUDE = re.compile(r'^#\s*include "([^"]+)"', re.MULTILINE)
 
 

@@ -1,6 +1,6 @@
 #include "hosts/standalone/Translators.h"
 
-#include "platform/base/QtCompat.h"
+#include "platform/QtCompat.h"
 
 #include <QCoreApplication>
 #include <QLocale>

@@ -2,7 +2,8 @@
 #include "cameras/CameraTableSource.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "cameras/PrefsBundle.h"
-#include "tests/support/Doubles.h"
+#include "tests/fakes/FakeBundle.h"
+#include "tests/fakes/FakeRunLoop.h"
 
 #include <QPainter>
 #include <QTemporaryDir>

@@ -1,7 +1,7 @@
 #include "cameras/KS7Cam.h"
 
-#include "platform/desktop/BluetoothDevice.h"
 #include "platform/preferences/UserDefaults.h"
+#include "tests/fakes/FakeBluetoothDevice.h"
 
 #include <QTest>
 
@@ -10,18 +10,6 @@
 using platform::PropertyListDictionary;
 
 namespace {
-
-class SomeDevice : public platform::BluetoothDevice {
-public:
-    explicit SomeDevice(QString address)
-        : mAddress(std::move(address))
-    {
-    }
-    [[nodiscard]] QString getAddressString() const override { return mAddress; }
-
-private:
-    QString mAddress;
-};
 
 class DefaultsInMemory : public platform::UserDefaults {
 public:
@@ -96,7 +84,7 @@ void KS7CamTest::init()
 std::shared_ptr<KS7Cam> KS7CamTest::cameraAt(const QString &address)
 {
     auto cam = std::make_shared<KS7Cam>();
-    cam->initWithDevice(std::make_shared<SomeDevice>(address), mDefaults.get());
+    cam->initWithDevice(std::make_shared<FakeBluetoothDevice>(address), mDefaults.get());
     return cam;
 }
 
@@ -222,7 +210,7 @@ void KS7CamTest::theIDIsTheEndOfTheAddress_data()
 void KS7CamTest::theIDIsTheEndOfTheAddress()
 {
     QFETCH(QString, address);
-    const SomeDevice device(address);
+    const FakeBluetoothDevice device(address);
     QTEST(KS7Cam::cameraIDStringForDevice(&device), "cameraID");
     QVERIFY(!KS7Cam::cameraIDStringForDevice(&device).isNull());
 }

@@ -10,7 +10,7 @@ class ControllerPowerSessionTest : public QObject {
 
 private:
     std::unique_ptr<PaneFixture> mPane;
-    std::shared_ptr<FakeDevice> mCamera;
+    std::shared_ptr<FakeCaptureDevice> mCamera;
 
     void showPaneWithPreview()
     {

@@ -35,7 +35,7 @@ class PreviewTest : public QObject {
 
 private:
     std::unique_ptr<PaneFixture> mPane;
-    std::shared_ptr<FakeDevice> mCamera;
+    std::shared_ptr<FakeCaptureDevice> mCamera;
 
     void showPane()
     {
@@ -53,7 +53,7 @@ private:
     void pressButton() { mPane->outlets().startButton->click(); }
     void wait(std::chrono::milliseconds time) { mPane->runLoop->advance(time); }
     [[nodiscard]] KS7QTCaptureView &view() const { return *mPane->outlets().previewView->qtView; }
-    [[nodiscard]] FakeSession &session() const { return *mPane->capture->sessions.back(); }
+    [[nodiscard]] FakeCaptureSession &session() const { return *mPane->capture->sessions.back(); }
     [[nodiscard]] double leftMeter() const { return mPane->outlets().levelIndicator_l->doubleValue(); }
     [[nodiscard]] double rightMeter() const { return mPane->outlets().levelIndicator_r->doubleValue(); }
     [[nodiscard]] QString lastError() const

@@ -1,5 +1,5 @@
 #include "preview/KS7QTCaptureView.h"
-#include "tests/support/Doubles.h"
+#include "tests/fakes/FakeCapture.h"
 #include "tests/support/Timeout.h"
 
 #include <QTest>
@@ -36,7 +36,7 @@ class KS7QTCaptureViewTest : public QObject {
     Q_OBJECT
 
 private:
-    std::shared_ptr<FakeSession> mSession;
+    std::shared_ptr<FakeCaptureSession> mSession;
     std::unique_ptr<CountingView> mView;
 
     void showView(const QSize &size)
@@ -62,7 +62,7 @@ private:
 private Q_SLOTS:
     void init()
     {
-        mSession = std::make_shared<FakeSession>(Journal());
+        mSession = std::make_shared<FakeCaptureSession>(Journal());
         mView = std::make_unique<CountingView>();
     }
 
@@ -155,7 +155,7 @@ private Q_SLOTS:
     {
         showView({200, 100});
         mView->setCaptureSession(mSession);
-        const auto other = std::make_shared<FakeSession>(Journal());
+        const auto other = std::make_shared<FakeCaptureSession>(Journal());
         mView->setCaptureSession(other);
         QCOMPARE(other->largestFrame, mSession->largestFrame);
         QVERIFY(!other->largestFrame.isEmpty());
@@ -199,7 +199,7 @@ private Q_SLOTS:
     {
         showView({80, 60});
         startWithPicture(plainPicture({80, 60}, Qt::blue));
-        const auto other = std::make_shared<FakeSession>(Journal());
+        const auto other = std::make_shared<FakeCaptureSession>(Journal());
         mView->setCaptureSession(other);
         other->startRunning();
         mSession->deliverFrame(plainPicture({80, 60}, Qt::red));

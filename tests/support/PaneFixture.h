@@ -3,7 +3,22 @@
 #include "pane/KS7SettingsWindowController.h"
 #include "pane/KSPreferencesPanePref.h"
 #include "platform/bus/BusConnection.h"
-#include "tests/support/Doubles.h"
+#include "tests/fakes/FakeAgent.h"
+#include "tests/fakes/FakeAgentLauncher.h"
+#include "tests/fakes/FakeAgentProxyFactory.h"
+#include "tests/fakes/FakeBundle.h"
+#include "tests/fakes/FakeCapture.h"
+#include "tests/fakes/FakeConnectionRegistry.h"
+#include "tests/fakes/FakeHostClasses.h"
+#include "tests/fakes/FakeKeyboardModifiers.h"
+#include "tests/fakes/FakePowerManagement.h"
+#include "tests/fakes/FakeProcessorClock.h"
+#include "tests/fakes/FakeRunLoop.h"
+#include "tests/fakes/FakeSheetPresenter.h"
+#include "tests/fakes/FakeSoftwareUpdate.h"
+#include "tests/fakes/FakeUserDefaults.h"
+#include "tests/fakes/FakeWorkspace.h"
+#include "tests/fakes/RecordingNotificationCenter.h"
 #include "tests/support/Timeout.h"
 
 #include <QTest>
@@ -12,7 +27,7 @@
 #include <functional>
 #include <memory>
 
-/// The whole pane with a double for every service. Set the world up, then load() and show() it.
+/// The whole pane with a fake for every service. Prepare the fakes, then call load() and show().
 class PaneFixture {
 public:
     PaneFixture();
@@ -20,14 +35,14 @@ public:
 
     /// Loads the pane: start-up runs.
     void load();
-    /// Has the pane talk to the agent over this bus and no double; before load().
+    /// Uses the real agent proxies on this bus instead of the fakes. Call before load().
     void
     talkOver(const std::shared_ptr<platform::SessionBus> &bus = std::make_shared<platform::SessionBus>());
     /// Puts the view into a window and shows the pane.
     void show();
     void hide();
 
-    /// Turns both loops: what the bus brings and what the pane has put off.
+    /// Processes Qt's events and the work queued in FakeRunLoop.
     void turn();
     template <class Condition>
     bool turnUntil(Condition condition)
@@ -37,11 +52,11 @@ public:
 
     [[nodiscard]] KS7SettingsWindowController &controller() const { return *pane->mSettingsWindowController; }
     [[nodiscard]] Outlets &outlets() const { return controller().outlets; }
-    /// A broadcast of the agent, and what it queues.
+    /// Delivers a notification of the agent and runs the work that it queues.
     void agentPosts(const QString &name, const QVariantMap &userInfo = {});
-    /// The lines of the journal since the last call that begin with `prefix`, the prefix cut off.
+    /// Returns the journal lines that begin with `prefix`, without it, and clears the journal.
     QStringList takeJournal(const QString &prefix = {});
-    /// Has the pane log into a file from its start, as the agent's preferences may say; before load().
+    /// Switches the log file on in the agent's preferences. Call before load().
     void keepLog();
     /// The messages logged since the last call.
     QStringList takeLog();
@@ -49,25 +64,25 @@ public:
 
     Journal journal = std::make_shared<QStringList>();
     std::shared_ptr<FakeRunLoop> runLoop;
-    std::shared_ptr<RecordingCenter> localCenter;
-    std::shared_ptr<RecordingCenter> distributedCenter;
-    std::shared_ptr<RecordingCenter> workspaceCenter;
+    std::shared_ptr<RecordingNotificationCenter> localCenter;
+    std::shared_ptr<RecordingNotificationCenter> distributedCenter;
+    std::shared_ptr<RecordingNotificationCenter> workspaceCenter;
     FakeAgent agent;
-    /// How the pane talks to the agent; the double unless a test puts something else here before load().
+    /// Fake proxies unless a test replaces them before load().
     std::shared_ptr<AgentProxyFactory> protocols;
-    /// Puts real services in the places of doubles, before the pane is loaded.
+    /// Called in load(): may replace fakes with real services.
     std::function<void(platform::Services &)> refit;
-    std::shared_ptr<FakeConnections> connections;
-    std::shared_ptr<FakeLauncher> launcher;
-    std::shared_ptr<FakeDefaults> defaults;
-    std::shared_ptr<FakePower> power;
+    std::shared_ptr<FakeConnectionRegistry> connections;
+    std::shared_ptr<FakeAgentLauncher> launcher;
+    std::shared_ptr<FakeUserDefaults> defaults;
+    std::shared_ptr<FakePowerManagement> power;
     std::shared_ptr<FakeCapture> capture;
-    std::shared_ptr<FakeSheets> sheets;
+    std::shared_ptr<FakeSheetPresenter> sheets;
     std::shared_ptr<FakeWorkspace> workspace;
     std::shared_ptr<FakeHostClasses> hostClasses;
-    std::shared_ptr<FakeKeyboard> keyboard;
-    std::shared_ptr<FakeClock> clock;
-    std::shared_ptr<FakeUpdates> updates;
+    std::shared_ptr<FakeKeyboardModifiers> keyboard;
+    std::shared_ptr<FakeProcessorClock> clock;
+    std::shared_ptr<FakeSoftwareUpdate> updates;
     std::shared_ptr<FakeBundle> bundle;
     std::unique_ptr<KSPreferencesPanePref> pane;
     QWidget window;

@@ -2,7 +2,8 @@
 #include "platform/desktop/Workspace.h"
 #include "platform/power/LogindPower.h"
 #include "platform/power/LogindSession.h"
-#include "tests/platform/power/LogindDoubles.h"
+#include "tests/fakes/FakeLogindInhibitors.h"
+#include "tests/fakes/FakeLogindSession.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/Timeout.h"
 
@@ -40,10 +41,10 @@ class LogindWithoutBusTest : public QObject {
 
     void startLogind()
     {
-        mInhibiting = std::make_unique<InhibitingLogind>();
+        mInhibiting = std::make_unique<FakeLogindInhibitors>();
         QTRY_VERIFY_WITH_TIMEOUT(mPower->holdsInhibitor(), Timeout);
         mInhibiting.reset();
-        mSmall = std::make_unique<SmallLogind>();
+        mSmall = std::make_unique<FakeLogindSession>();
         mSmall->come(true);
     }
 
@@ -51,8 +52,8 @@ class LogindWithoutBusTest : public QObject {
     {
         mSmall.reset();
         mInhibiting.reset();
-        for (const char *name : {"small logind", "inhibiting logind"})
-            QDBusConnection::disconnectFromBus(QLatin1String(name));
+        QDBusConnection::disconnectFromBus(FakeLogindSession::ConnectionName);
+        QDBusConnection::disconnectFromBus(FakeLogindInhibitors::ConnectionName);
     }
 
     void expectLogindIsHeard()
@@ -68,8 +69,8 @@ class LogindWithoutBusTest : public QObject {
     std::shared_ptr<platform::BusConnection> mBus;
     std::unique_ptr<platform::LogindPower> mPower;
     std::unique_ptr<platform::LogindSession> mSession;
-    std::unique_ptr<InhibitingLogind> mInhibiting;
-    std::unique_ptr<SmallLogind> mSmall;
+    std::unique_ptr<FakeLogindInhibitors> mInhibiting;
+    std::unique_ptr<FakeLogindSession> mSmall;
     int mResigned = 0;
 
 private Q_SLOTS:

@@ -3,7 +3,8 @@
 #include "platform/desktop/Workspace.h"
 #include "platform/power/LogindPower.h"
 #include "platform/power/LogindSession.h"
-#include "tests/platform/power/LogindDoubles.h"
+#include "tests/fakes/FakeLogindInhibitors.h"
+#include "tests/fakes/FakeLogindSession.h"
 #include "tests/support/Timeout.h"
 
 #include <QDBusArgument>
@@ -295,7 +296,7 @@ private Q_SLOTS:
 
     void oneInhibitorIsAskedForAtATime()
     {
-        InhibitingLogind logind;
+        FakeLogindInhibitors logind;
         logind.keepAnswersBack();
         platform::LogindPower power(openBus());
         platform::LogindPower *allows = &power;
@@ -317,7 +318,7 @@ private Q_SLOTS:
 
     void anInhibitorThatComesAfterTheSleepWasAllowedIsReleased()
     {
-        InhibitingLogind logind;
+        FakeLogindInhibitors logind;
         logind.keepAnswersBack();
         platform::LogindPower power(openBus());
         platform::LogindPower *allows = &power;
@@ -336,7 +337,7 @@ private Q_SLOTS:
 
     void anInhibitorThatComesBeforeTheSleepIsAllowedIsHeldUntilThen()
     {
-        InhibitingLogind logind;
+        FakeLogindInhibitors logind;
         logind.keepAnswersBack();
         platform::LogindPower power(openBus());
         power.registerForSystemPower(nullptr, receive);
@@ -351,7 +352,7 @@ private Q_SLOTS:
 
     void anInhibitorThatComesAfterWakingIsHeld()
     {
-        InhibitingLogind logind;
+        FakeLogindInhibitors logind;
         logind.keepAnswersBack();
         platform::LogindPower power(openBus());
         platform::LogindPower *allows = &power;
@@ -391,7 +392,7 @@ private Q_SLOTS:
     void aLogindThatComesBackTellsOfASwitchInBetween()
     {
         qputenv("XDG_SESSION_ID", "c1");
-        SmallLogind logind;
+        FakeLogindSession logind;
         platform::LogindSession session(openBus());
         QStringList heard;
         listen(session, heard);
@@ -411,7 +412,7 @@ private Q_SLOTS:
 
     void theSessionIsFound_data()
     {
-        using Finds = SmallLogind::Finds;
+        using Finds = FakeLogindSession::Finds;
         const auto name = QStringLiteral("GetSession");
         const auto process = QStringLiteral("GetSessionByPID");
         const auto display = QStringLiteral("Get");
@@ -432,7 +433,7 @@ private Q_SLOTS:
         QFETCH(int, finds);
         if (!sessionId.isEmpty())
             qputenv("XDG_SESSION_ID", sessionId.toLatin1());
-        SmallLogind logind{SmallLogind::Finds(finds)};
+        FakeLogindSession logind{FakeLogindSession::Finds(finds)};
         logind.come(true);
         platform::LogindSession session(openBus());
         QStringList heard;
@@ -446,7 +447,7 @@ private Q_SLOTS:
     void theFirstAnswerIsNoSwitch()
     {
         qputenv("XDG_SESSION_ID", "c1");
-        SmallLogind logind;
+        FakeLogindSession logind;
         logind.come(false);
         platform::LogindSession session(openBus());
         QStringList heard;
@@ -468,7 +469,7 @@ private Q_SLOTS:
     {
         QFETCH(bool, says);
         qputenv("XDG_SESSION_ID", "c1");
-        SmallLogind logind;
+        FakeLogindSession logind;
         logind.keepAnswersBack();
         logind.come(true);
         platform::LogindSession session(openBus());
@@ -490,7 +491,7 @@ private Q_SLOTS:
     void aGainBeforeTheFirstAnswerIsNotTold()
     {
         qputenv("XDG_SESSION_ID", "c1");
-        SmallLogind logind;
+        FakeLogindSession logind;
         logind.keepAnswersBack();
         logind.come(false);
         platform::LogindSession session(openBus());
@@ -508,7 +509,7 @@ private Q_SLOTS:
     void aSwitchThatDoesNotSayWhereToIsAskedFor()
     {
         qputenv("XDG_SESSION_ID", "c1");
-        SmallLogind logind;
+        FakeLogindSession logind;
         logind.come(true);
         platform::LogindSession session(openBus());
         QStringList heard;

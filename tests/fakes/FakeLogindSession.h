@@ -9,24 +9,16 @@
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
-#include <QDBusUnixFileDescriptor>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
 
-#include <fcntl.h>
-#include <poll.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <array>
 #include <utility>
-#include <vector>
 
 inline const QString SessionPath = platform::bus::LogindPath + QStringLiteral("/session/c1");
 inline const QString UserPath = platform::bus::LogindPath + QStringLiteral("/user/self");
 inline const QString Active = QStringLiteral("Active");
 
-/// A session as a user's property Display names it.
+/// Value of the property Display of logind's user object.
 struct NamedSession {
     QString name;
     QDBusObjectPath path;
@@ -50,25 +42,27 @@ inline const QDBusArgument &operator>>(const QDBusArgument &argument, NamedSessi
 
 Q_DECLARE_METATYPE(NamedSession)
 
-/// A logind with one session, which has the screen or not. It comes and goes as it is told.
-class SmallLogind final : public QDBusVirtualObject {
+/// A logind with one session, which is active or not. come() and go() take and release its bus name.
+class FakeLogindSession final : public QDBusVirtualObject {
 public:
+    /// For QDBusConnection::disconnectFromBus(), after the object is deleted.
+    inline static const QString ConnectionName = QStringLiteral("fake logind session");
     enum class Finds { ByName, ByProcess, ByDisplay };
 
-    explicit SmallLogind(Finds finds = Finds::ByName)
-        : mBus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("small logind")))
+    explicit FakeLogindSession(Finds finds = Finds::ByName)
+        : mBus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, ConnectionName))
         , mFinds(finds)
     {
         qDBusRegisterMetaType<NamedSession>();
         mBus.registerVirtualObject(platform::bus::LogindPath, this, QDBusConnection::SubPath);
     }
-    ~SmallLogind() override
+    ~FakeLogindSession() override
     {
         go();
         mBus.unregisterObject(platform::bus::LogindPath, QDBusConnection::UnregisterTree);
     }
-    SmallLogind(const SmallLogind &) = delete;
-    SmallLogind &operator=(const SmallLogind &) = delete;
+    FakeLogindSession(const FakeLogindSession &) = delete;
+    FakeLogindSession &operator=(const FakeLogindSession &) = delete;
 
     void come(bool active)
     {
@@ -77,7 +71,7 @@ public:
     }
     void go() { mBus.unregisterService(platform::bus::Logind); }
 
-    /// Announces a switch with the new value, or only that the old value is invalid.
+    /// Signals the new value in PropertiesChanged; switchesWithoutSaying() only invalidates the old one.
     void switches(bool active)
     {
         mActive = active;
@@ -89,7 +83,7 @@ public:
         announce({}, {Active});
     }
 
-    /// Answers no question about the session's state until answerNow().
+    /// Holds replies about the session's state until answerNow().
     void keepAnswersBack() { mKeepsAnswersBack = true; }
     [[nodiscard]] bool hasUnanswered() const { return !mUnanswered.isEmpty(); }
     void answerNow()
@@ -98,7 +92,7 @@ public:
         for (const QDBusMessage &question : std::exchange(mUnanswered, {}))
             mBus.send(answerTo(question));
     }
-    /// The ways in which the session was looked for, each once.
+    /// Methods that looked the session up, each listed once.
     [[nodiscard]] QStringList searches() const { return mSearches; }
 
     [[nodiscard]] QString introspect(const QString &) const override { return {}; }
@@ -149,80 +143,4 @@ private:
     bool mKeepsAnswersBack = false;
     QList<QDBusMessage> mUnanswered;
     QStringList mSearches;
-};
-
-/// A logind that grants inhibitors, as late as it is told, and knows which of them are still held.
-class InhibitingLogind final : public QDBusVirtualObject {
-public:
-    InhibitingLogind()
-        : mBus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("inhibiting logind")))
-    {
-        mBus.registerVirtualObject(platform::bus::LogindPath, this);
-        mBus.registerService(platform::bus::Logind);
-    }
-    ~InhibitingLogind() override
-    {
-        mBus.unregisterService(platform::bus::Logind);
-        mBus.unregisterObject(platform::bus::LogindPath);
-        for (const int end : mReadEnds)
-            ::close(end);
-    }
-    InhibitingLogind(const InhibitingLogind &) = delete;
-    InhibitingLogind &operator=(const InhibitingLogind &) = delete;
-
-    void prepares(bool start)
-    {
-        auto signal = QDBusMessage::createSignal(platform::bus::LogindPath, platform::bus::LogindManager,
-                                                 platform::bus::PrepareForSleep);
-        signal << start;
-        mBus.send(signal);
-    }
-
-    void keepAnswersBack() { mKeepsAnswersBack = true; }
-    [[nodiscard]] bool hasUnanswered() const { return !mUnanswered.isEmpty(); }
-    void answerNow()
-    {
-        mKeepsAnswersBack = false;
-        for (const QDBusMessage &question : std::exchange(mUnanswered, {}))
-            answer(question);
-    }
-    [[nodiscard]] int questions() const { return mQuestions; }
-    /// The inhibitors that were handed out and whose last descriptor is not closed yet.
-    [[nodiscard]] int held() const
-    {
-        return static_cast<int>(std::count_if(mReadEnds.begin(), mReadEnds.end(), [](int end) {
-            pollfd state{end, 0, 0};
-            return ::poll(&state, 1, 0) == 0;
-        }));
-    }
-
-    [[nodiscard]] QString introspect(const QString &) const override { return {}; }
-    bool handleMessage(const QDBusMessage &question, const QDBusConnection &) override
-    {
-        if (question.member() != QLatin1String("Inhibit"))
-            return false;
-        ++mQuestions;
-        if (mKeepsAnswersBack)
-            mUnanswered.append(question);
-        else
-            answer(question);
-        return true;
-    }
-
-private:
-    void answer(const QDBusMessage &question)
-    {
-        std::array<int, 2> ends{};
-        if (::pipe2(ends.data(), O_CLOEXEC) != 0)
-            return;
-        mReadEnds.push_back(ends[0]);
-        mBus.send(question.createReply(QVariant::fromValue(QDBusUnixFileDescriptor(ends[1]))));
-        ::close(ends[1]);
-    }
-
-    QDBusConnection mBus;
-    bool mKeepsAnswersBack = false;
-    int mQuestions = 0;
-    QList<QDBusMessage> mUnanswered;
-    std::vector<int> mReadEnds;
 };

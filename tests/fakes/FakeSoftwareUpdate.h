@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/updates/SoftwareUpdate.h"
+#include "tests/fakes/Journal.h"
+
+#include <memory>
+#include <vector>
+
+/// Makes updaters that only record their start.
+class FakeSoftwareUpdate final : public platform::SoftwareUpdateFramework {
+public:
+    explicit FakeSoftwareUpdate(Journal journal)
+        : mJournal(std::move(journal))
+    {
+    }
+    std::shared_ptr<platform::KS7SUUpdater>
+    updaterForBundle(const std::shared_ptr<platform::Bundle> &) override;
+    std::shared_ptr<platform::KS7SUUpdater> initForBundle(const std::shared_ptr<platform::Bundle> &) override;
+    platform::UpdateOffer &offer() override { return mOffer; }
+
+    /// Arguments of all requests for an updater, in order.
+    std::vector<std::shared_ptr<platform::Bundle>> bundles;
+
+private:
+    std::shared_ptr<platform::KS7SUUpdater> makeUpdater(const QString &how,
+                                                        const std::shared_ptr<platform::Bundle> &bundle);
+    Journal mJournal;
+    platform::UpdateOffer mOffer;
+};
