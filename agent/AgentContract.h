@@ -33,3 +33,10 @@ inline const QString FriendlyNames = QStringLiteral("FriendlyNames");
 inline const QString IgnoredCams = QStringLiteral("IgnoredCams");
 
 } // namespace PreferenceKeys
+
+/// The picture in PipeWire, a node of class Video/Source.
+namespace PictureNode {
+
+inline const QString Name = QStringLiteral("KS-7 Wireless Webcam");
+
+} // namespace PictureNode

@@ -1,5 +1,6 @@
 #include "preview/KS7PreviewController.h"
 
+#include "agent/AgentContract.h"
 #include "platform/base/RunLoop.h"
 #include "platform/capture/Capture.h"
 #include "preview/KS7QTCaptureView.h"
@@ -17,7 +18,6 @@ constexpr auto RevealDelay = 750ms;
 /// Unique IDs of the camera's capture device. Its display name may be anything.
 const QString LegacyCameraID =
     QStringLiteral("com.apple.QTKit.legacydevice-KS-7 Wireless Webcam-vdig-usbv-Orvx");
-const QString CameraID = QStringLiteral("KS-7 Wireless Webcam");
 
 std::int16_t resultCode(const std::optional<platform::CaptureError> &error, std::int16_t withoutError)
 {
@@ -50,7 +50,7 @@ KS7PreviewController::~KS7PreviewController()
 
 bool KS7PreviewController::isCamera(const QString &uniqueID)
 {
-    return uniqueID == LegacyCameraID || uniqueID == CameraID;
+    return uniqueID == LegacyCameraID || uniqueID == PictureNode::Name;
 }
 
 void KS7PreviewController::awakeFromNib()
