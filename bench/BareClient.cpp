@@ -1,5 +1,6 @@
 #include "bench/BareClient.h"
 
+#include "agent/KS7DeviceControllerProxy.h"
 #include "agent/RemoteNames.h"
 #include "platform/bus/BusNames.h"
 
@@ -11,7 +12,7 @@ namespace {
 
 const QByteArray AgentName = platform::bus::busName(RemoteNames::AgentServer).toLatin1();
 const QByteArray AgentPath = platform::bus::objectPath(RemoteNames::AgentServer).toLatin1();
-const QByteArray Interface = platform::bus::busName(QStringLiteral("KS7DeviceControllerProxy")).toLatin1();
+const QByteArray Interface = KS7DeviceControllerProxy::InterfaceName.toLatin1();
 const QByteArray CenterPath = platform::bus::NotificationPath.toLatin1();
 const QByteArray CenterInterface = platform::bus::NotificationInterface.toLatin1();
 

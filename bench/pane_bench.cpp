@@ -1,5 +1,6 @@
 // The pane in a window of its own, with an agent in another process. What is measured goes to the standard
 // output, a line each: name, a tab, and the number. See main() for what can be asked.
+#include "agent/KS7DeviceControllerProxy.h"
 #include "agent/NotificationNames.h"
 #include "agent/RemoteNames.h"
 #include "bench/AgentProcess.h"
@@ -120,9 +121,9 @@ private:
 
 QDBusMessage callOf(const QString &method)
 {
-    return QDBusMessage::createMethodCall(
-        platform::bus::busName(RemoteNames::AgentServer), platform::bus::objectPath(RemoteNames::AgentServer),
-        platform::bus::busName(QStringLiteral("KS7DeviceControllerProxy")), method);
+    return QDBusMessage::createMethodCall(platform::bus::busName(RemoteNames::AgentServer),
+                                          platform::bus::objectPath(RemoteNames::AgentServer),
+                                          KS7DeviceControllerProxy::InterfaceName, method);
 }
 
 class Refreshes {

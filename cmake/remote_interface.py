@@ -27,6 +27,19 @@ def annotation(node, name):
     return next((note.get("value") for note in node.findall("annotation") if note.get("name") == name), None)
 
 
+def arguments(method, direction):
+    nodes = [node for node in method.findall("arg") if node.get("direction") == direction]
+    return [Argument(method, node, f"{direction.title()}{number}") for number, node in enumerate(nodes)]
+
+
+def parameter(cpp_type, name):
+    return f"{cpp_type} {name}" if cpp_type in VALUES else f"const {cpp_type} &{name}"
+
+
+def boxed(values):
+    return f"QVariantList{{{', '.join(f'QVariant::fromValue({value})' for value in values)}}}"
+
+
 class Argument:
     def __init__(self, method, node, place):
         self.name = node.get("name")
@@ -34,8 +47,6 @@ class Argument:
         if not self.wire:
             sys.exit(f"{method.get('name')}: no C++ type for {node.get('type')}; annotate the method with its QtTypeName")
         self.type = annotation(node, "com.orvex.Type") or self.wire
-        self.parameter = f"{self.type} {self.name}" if self.type in VALUES else f"const {self.type} &{self.name}"
-        self.wire_parameter = f"{self.wire} {self.name}" if self.wire in VALUES else f"const {self.wire} &{self.name}"
 
     def sent(self, value):
         return self.converted(value, CONVERSIONS.get(self.type, [f"static_cast<{self.wire}>"])[0])
@@ -51,38 +62,35 @@ class Operation:
     def __init__(self, method, documentation):
         self.name = method.get("name")
         self.is_slow = annotation(method, "com.orvex.Slow") is not None
-        self.documentation = textwrap.wrap(" ".join(documentation.split()), 110, initial_indent="/// ", subsequent_indent="/// ")
-        self.inputs, self.outputs = ([Argument(method, node, f"{place}{i}") for i, node in enumerate(
-            node for node in method.findall("arg") if node.get("direction") == place.lower())] for place in ("In", "Out"))
+        self.documentation = [f"/// {line}" for line in textwrap.wrap(" ".join(documentation.split()), 110)]
+        self.inputs, self.outputs = arguments(method, "in"), arguments(method, "out")
         # One result is returned; several are written through pointers.
-        single = self.outputs[0] if len(self.outputs) == 1 else None
-        self.result = single.type if single else "void"
-        self.pointers = [] if single else self.outputs
-        self.parameters = [a.parameter for a in self.inputs] + [f"{a.type} *{a.name}" for a in self.pointers]
+        self.returned = self.outputs[0] if len(self.outputs) == 1 else None
+        self.pointers = [] if self.returned else self.outputs
+        parameters = [parameter(a.type, a.name) for a in self.inputs] + [f"{a.type} *{a.name}" for a in self.pointers]
+        self.signature = f"{self.returned.type if self.returned else 'void'} {self.name}({', '.join(parameters)})"
 
     def in_proxy(self):
-        parameters = ", ".join(f"[[maybe_unused]] {parameter}" for parameter in self.parameters)
-        body = "{ }" if self.result == "void" else "{ return {}; }"
-        return [*self.documentation, f"virtual {self.result} {self.name}({parameters}) {body}"]
+        return [*self.documentation, f"virtual {self.signature} {{ {'return {}; ' if self.returned else ''}}}"]
 
     def in_caller(self):
         call = f'(QStringLiteral("{self.name}"), {boxed(a.sent(a.name) for a in self.inputs)})'
-        return [f"{self.result} {self.name}({', '.join(self.parameters)}) override", "{",
+        return [f"{self.signature} override", "{",
                 *(f"    {line}" for line in self.call(call)), "}"]
 
     def call(self, call):
         if self.is_slow:
             return [f"return mRemote.askSlowly{call};"]
+        if self.returned:
+            return [f"return {self.returned.received(f'mRemote.ask<{self.returned.wire}>{call}')};"]
         if not self.outputs:
             return [f"mRemote.tell{call};"]
-        if not self.pointers:
-            return [f"return {self.outputs[0].received(f'mRemote.ask<{self.outputs[0].wire}>{call}')};"]
         return [f"const auto reply = mRemote.call<{', '.join(a.wire for a in self.outputs)}>{call};",
                 "if (!reply)", "    return;",
                 *(f"*{a.name} = {a.received(f'reply->argumentAt<{i}>()')};" for i, a in enumerate(self.outputs))]
 
     def in_adaptor(self):
-        parameters = [a.wire_parameter for a in self.inputs] + ["const QDBusMessage &call"]
+        parameters = [parameter(a.wire, a.name) for a in self.inputs] + ["const QDBusMessage &call"]
         return [f"void {self.name}({', '.join(parameters)})", "{",
                 f"    mHandler.handle(call, {boxed(a.name for a in self.inputs)}, [=, this] {{",
                 *(f"        {line}" for line in self.work()), "    });", "}"]
@@ -90,14 +98,10 @@ class Operation:
     def work(self):
         inputs = [a.received(a.name) for a in self.inputs]
         call = f"mObject.{self.name}({', '.join(inputs + [f'&{a.name}' for a in self.pointers])})"
-        if self.outputs and not self.pointers:
-            return [f"return {boxed([self.outputs[0].sent(call)])};"]
+        if self.returned:
+            return [f"return {boxed([self.returned.sent(call)])};"]
         return [*(f"{a.type} {a.name} = {{}};" for a in self.pointers), f"{call};",
                 f"return {boxed(a.sent(a.name) for a in self.pointers)};"]
-
-
-def boxed(values):
-    return f"QVariantList{{{', '.join(f'QVariant::fromValue({value})' for value in values)}}}"
 
 
 def operations_of(interface):
@@ -120,9 +124,11 @@ def introspection(interface):
 
 PROXY = """#include "agent/WireTypes.h"
 
-/// The remote interface {interface}. This class is the nil proxy: its operations do nothing.
+/// The operations of a remote interface. This class is the nil proxy: they do nothing.
 class {name}Proxy {{
 public:
+    static inline const QString InterfaceName = QStringLiteral("{interface}");
+
     virtual ~{name}Proxy() = default;
 
 {operations}
@@ -134,7 +140,7 @@ CALLER = """#include "agent/{name}Proxy.h"
 class {name}Caller final : public {name}Proxy {{
 public:
     explicit {name}Caller(std::shared_ptr<platform::DBusRootProxy> root)
-        : mRemote(std::move(root), QStringLiteral("{interface}"))
+        : mRemote(std::move(root), InterfaceName)
     {{
     }}
 
