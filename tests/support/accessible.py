@@ -421,9 +421,11 @@ class Program:
         return wait_until(lambda: set(self.x_windows()) - before, "the menu", details=self.dump).pop()
 
     def choose(self, button, item):
-        """Clicks an item of a button's menu."""
+        """Clicks an item of a button's menu once it can be chosen."""
         self.open_menu(button)
-        self.click(self.wait_for(item, role="menu item"))
+        entry = self.wait_for(item, role="menu item")
+        self.wait_state(entry, "enabled")
+        self.click(entry)
 
     def focus(self, node):
         node = self._node(node)
