@@ -34,9 +34,9 @@ class ScriptedPaneTest(unittest.TestCase):
         self.agent.quit_if_up()
         self.simulator.wait()
 
-    def open_pane(self, **env):
+    def open_pane(self, row="Kitchen, Not Streaming", **env):
         self.pane = accessible.launch([BUILD / "bin" / "ks7-preferences"], env=env)
-        self.pane.wait_for("Kitchen, Not Streaming")
+        self.pane.wait_for(row)
 
     def calls(self, operation):
         return [call for call in self.agent.recordedCalls() if call.startswith(operation + "(")]
