@@ -19,8 +19,15 @@ DESK = "00-1b-dc-0f-77-01"
 COLOR_SCHEMES = pathlib.Path("/usr/share/color-schemes")
 # The colour in the middle of the program's icon.
 LENS = (0x2e, 0x6f, 0xb0)
+BLACK = (0, 0, 0)
+# More green than in the dark edge of a red dot, less than where the edge is blended with white.
+DARK_EDGE = 120
 # Pixels around a window in which the compositor draws its shadow.
 SHADOW = 60
+
+
+def is_inked(pixel):
+    return min(pixel) < 248
 
 
 class WaylandTest(ScriptedPaneTest):
@@ -207,13 +214,42 @@ class WaylandTest(ScriptedPaneTest):
         self.assert_frame_is_sharp(self.look_inactive())
 
     def assert_frame_is_sharp(self, picture):
-        """From left to right through the middle of the picture's frame: background, black, background, no blend."""
-        _, list_y, _, list_height = self.pane.rectangle("Cameras")
-        list_x, _, list_width, _ = self.pane.rectangle("Cameras")
-        line = picture.row(list_y + list_height // 2, list_x + list_width + 3, picture.area[0] + picture.width - 1)
-        self.assertIn((0, 0, 0), line)
-        colours = [colour for index, colour in enumerate(line) if index == 0 or colour != line[index - 1]]
-        self.assertLessEqual(len(colours), 3, colours)
+        """From the black in its middle to every side: the background comes at once, without a blend of the two."""
+        list_x, list_y, list_width, list_height = self.pane.rectangle("Cameras")
+        y = list_y + list_height // 2
+        left = next(x for x in range(list_x + list_width + 3, picture.area[0] + picture.width)
+                    if picture.pixel(x, y) == BLACK)
+        background = picture.pixel(left - 1, y)
+        self.assertGreater(min(background), 150)
+        for step_x, step_y in ((-1, 0), (1, 0), (0, -1), (0, 1)):
+            x, row = left + 20, y
+            while picture.pixel(x, row) == BLACK:
+                x, row = x + step_x, row + step_y
+            self.assertEqual(picture.pixel(x, row), background, (step_x, step_y))
+
+    def test_dots_are_sharp_and_whole(self):
+        """A dot of eight units of length, drawn in the pixels of the display: round, with its dark edge beside white."""
+        self.open_pane()
+        picture = self.look_inactive()
+        dot = self.pixels_of_dot(picture, self.pane.rectangle(self.pane.wait_for("Desk, Not Found")))
+        self.assertEqual((len(dot), {len(row) for row in dot}), (round(8 * SCREEN.scale), {round(8 * SCREEN.scale)}))
+        for line in (*dot, *zip(*dot)):
+            inked = [is_inked(pixel) for pixel in line]
+            self.assertEqual(inked, inked[::-1], "the dot is not round")
+        middle = len(dot) // 2
+        for line in (dot[middle], list(zip(*dot))[middle]):
+            for edge in (line[0], line[-1]):
+                self.assertLess(edge[1], DARK_EDGE, f"a blurred edge: {line}")
+
+    @staticmethod
+    def pixels_of_dot(picture, cell):
+        """The lines of the smallest rectangle around what is drawn at the left of a row, below its name."""
+        x, y, _, height = cell
+        rows = range(y + height // 2, y + height)
+        columns = range(x, x + round(13 * SCREEN.scale))
+        rows = [row for row in rows if any(is_inked(picture.pixel(column, row)) for column in columns)]
+        columns = [column for column in columns if any(is_inked(picture.pixel(column, row)) for row in rows)]
+        return [picture.row(row, columns[0], columns[-1] + 1) for row in range(rows[0], rows[-1] + 1)]
 
 
 class WaylandPictureTest(ScriptedPaneTest):
