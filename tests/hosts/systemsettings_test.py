@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 """The module in System Settings: found where a person looks for it, and shown again however often another is chosen."""
 
+import contextlib
 import os
 import pathlib
 import sys
@@ -139,13 +140,39 @@ class SystemSettingsTest(unittest.TestCase):
             for name in ("Enable KS-7", "Optimize for", "Camera Actions", "Start Preview", "Show status menu"):
                 settings.wait_for(name)
 
+    @contextlib.contextmanager
+    def settings_without_warnings(self):
+        """System Settings on our module; at the end nothing on its standard error is about us."""
+        with tempfile.TemporaryFile("w+") as errors:
+            with system_settings("kcm_ks7", stderr=errors) as settings:
+                self.wait_for_cameras(settings)
+                yield settings
+            errors.seek(0)
+            self.assertEqual([line for line in errors if is_about_us(line)], [])
+
     def test_closing_after_a_sheet_and_in_a_preview_ends_the_program_well(self):
         for name, begin in (("a sheet", self.open_and_leave_sheet), ("a preview", self.start_preview)):
-            with self.subTest(name), system_settings("kcm_ks7") as settings:
-                self.wait_for_cameras(settings)
+            with self.subTest(name), self.settings_without_warnings() as settings:
                 begin(settings)
                 accessible.key("ctrl+q")
                 self.assertEqual(settings.wait_ended(), 0)
+
+    def test_closing_under_a_sheet_ends_the_program_well_when_the_sheet_is_left(self):
+        with self.settings_without_warnings() as settings:
+            self.open_sheet(settings)
+            SCREEN.close(next(window for window in settings.windows() if window.title != "Camera Properties"))
+            accessible.key("alt+F4")
+            settings.wait_gone("Camera ID:", role="text")
+            settings.wait_active()
+            accessible.key("ctrl+q")
+            self.assertEqual(settings.wait_ended(), 0)
+
+    def test_the_end_of_the_session_under_a_sheet_ends_the_program_well(self):
+        with self.settings_without_warnings() as settings:
+            self.open_sheet(settings)
+            application = dbus.SessionBus().get_object("org.kde.systemsettings", "/MainApplication", introspect=False)
+            application.quit(dbus_interface="org.qtproject.Qt.QCoreApplication", ignore_reply=True)
+            self.assertEqual(settings.wait_ended(), 0)
 
     def open_sheet(self, settings):
         settings.choose("Camera Actions", "Properties…")
@@ -164,19 +191,14 @@ class SystemSettingsTest(unittest.TestCase):
         settings.wait_for("Stop Preview")
 
     def test_a_whole_walk_writes_no_warning_about_us(self):
-        with tempfile.TemporaryFile("w+") as errors:
-            with system_settings("kcm_ks7", stderr=errors) as settings:
-                self.wait_for_cameras(settings)
-                self.open_and_leave_sheet(settings)
-                settings.open_menu("Camera Actions")
-                accessible.key("Escape")
-                self.choose(settings, OTHER_MODULE)
-                settings.wait_gone("Add Camera")
-                self.choose(settings, "KS-7")
-                self.wait_for_cameras(settings)
-            errors.seek(0)
-            ours = [line for line in errors if is_about_us(line)]
-        self.assertEqual(ours, [])
+        with self.settings_without_warnings() as settings:
+            self.open_and_leave_sheet(settings)
+            settings.open_menu("Camera Actions")
+            accessible.key("Escape")
+            self.choose(settings, OTHER_MODULE)
+            settings.wait_gone("Add Camera")
+            self.choose(settings, "KS-7")
+            self.wait_for_cameras(settings)
 
     def test_what_the_agent_reports_while_another_module_is_shown_is_seen(self):
         with system_settings("kcm_ks7") as settings:

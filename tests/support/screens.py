@@ -58,6 +58,10 @@ class XScreen:
     def restore(self, window):
         xdotool("windowmap", "--sync", window.id)
 
+    def close(self, window):
+        """What the button of the title bar does."""
+        xdotool("windowquit", window.id)
+
 
 class KWinScreen:
     """Asks KWin by scripts, whose answers come in its log: a client of Wayland cannot see where windows are."""
