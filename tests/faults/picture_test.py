@@ -65,6 +65,7 @@ class Picture(PictureCase):
         the picture would show."""
         button = self.pane.wait_for("Start Preview")
         self.pane.wait_state(button, "enabled")
+        self.pane.wait_active("KS-7")
         x, y, width, height = self.pane.rectangle(button)
         accessible.point_at(x + width // 2, y + height // 2)
         accessible.xdotool("click", 1, "key", *keys)

@@ -4,7 +4,7 @@
 import unittest
 
 import dbus
-from fault_pane import FaultCase, accessible
+from fault_pane import FaultCase, accessible, wait_until
 
 
 class Quitting(FaultCase):
@@ -92,7 +92,11 @@ class Quitting(FaultCase):
     def test_during_an_update(self):
         """Its sheet stays until the update is over, as the camera must be left alone; then all can be closed."""
         self.start_update()
+        self.pane.wait_active("Update Firmware")
         accessible.key("alt+F4")
+        # Progress that is shown proves that the pane has gone on after the key.
+        self.post("KS7FirmwareUpdateProgress", {"Value": dbus.Int32(1), "Total": dbus.Int32(4)})
+        wait_until(lambda: self.pane.value("Firmware update progress"), "progress", self.pane.dump)
         self.assertTrue(self.pane.find("Now updating firmware."))
         self.post("KS7FirmwareUpdateEnded", {"Result": dbus.Int32(0)})
         self.pane.wait_for("Firmware update complete.")
