@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """A session bus that keeps silent for as long as a person has patience, and goes on: under the shown pane, and when the
-stand-alone host starts."""
+stand-alone host starts. A system bus that keeps silent when kcmshell starts."""
 
 import os
 import signal
@@ -8,7 +8,8 @@ import subprocess
 import time
 import unittest
 
-from fault_pane import HOST, NOWHERE, FaultCase, accessible, wait_until
+from desktop_test import SystemBus
+from fault_pane import BUILD, HOST, NOWHERE, FaultCase, accessible, wait_until
 
 LONG = 10
 # Seconds: one call's time, twice the twenty-one attempts to reach the agent, and a slow machine. Without a limit the
@@ -79,6 +80,31 @@ class SilentFromTheStart(SilentBusCase):
         wait_until(lambda: "KS-7" in self.window_names(process), "the window", timeout=WINDOW)
         wait_until(lambda: "Installation Error" in self.window_names(process), "the error", timeout=WINDOW)
         self.assertIsNone(process.poll())
+
+
+class SilentSystemBus(FaultCase):
+    """kcmshell does not need that bus to start, and the pane asks it without waiting for more than one call's time."""
+
+    def open_module(self, system_bus):
+        module = accessible.launch(["kcmshell" + os.environ["KS7_QT_VERSION"], "kcm_ks7"], env={
+            "QT_PLUGIN_PATH": str(BUILD / "plugins"), "KS7_AGENT": NOWHERE,
+            "DBUS_SYSTEM_BUS_ADDRESS": system_bus.address, **accessible.foreign_program_environment()})
+        self.addCleanup(module.end)
+        return module
+
+    @unittest.skipUnless((BUILD / "plugins" / "plasma").exists(), "built without the module of System Settings")
+    def test_the_module_comes_lists_its_cameras_and_closes(self):
+        self.start_agent().add_cameras()
+        system_bus = SystemBus()
+        self.addCleanup(system_bus.end)
+        system_bus.stop()
+        module = self.open_module(system_bus)
+        self.wait_for_cameras(module)
+        module.click("Desk, Not Streaming")
+        module.wait_state("Camera Actions", "enabled")
+        system_bus.resume()
+        self.wait_for_cameras(module)
+        self.assertEqual(module.close_by_key(), 0)
 
 
 if __name__ == "__main__":

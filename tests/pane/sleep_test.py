@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""The machine goes to sleep and wakes while the pane shows the picture of a real PipeWire, with logind played by
-python-dbusmock; and a pane that is not looked at any more does nothing at all."""
+"""The machine goes to sleep and wakes, or another person takes the screen, while the pane shows the picture of a real
+PipeWire, with logind played by python-dbusmock; and a pane that is not looked at any more does nothing at all."""
 
 import os
 import pathlib
@@ -21,6 +21,8 @@ from pipewire_nodes import wait_for_camera, watchers  # noqa: E402
 BUILD = pathlib.Path(os.environ["KS7_BUILD"])
 LOGIND = "org.freedesktop.login1"
 MANAGER = "org.freedesktop.login1.Manager"
+SESSION = "org.freedesktop.login1.Session"
+MOCK = "org.freedesktop.DBus.Mock"
 KITCHEN = "00-1b-dc-0f-2a-9c"
 # Seconds without a single wake-up, after which none is to be expected: no timer of the preview is slower.
 CALM = 3
@@ -36,7 +38,14 @@ class Logind:
 
     def prepares(self, sleep):
         self.manager.EmitSignal(MANAGER, "PrepareForSleep", "b", [dbus.Boolean(sleep)],
-                                dbus_interface="org.freedesktop.DBus.Mock")
+                                dbus_interface=MOCK)
+
+    def add_session(self, name):
+        path = self.manager.AddSession(name, "seat0", dbus.UInt32(os.getuid()), "person", True, dbus_interface=MOCK)
+        self.session = self.bus.get_object(LOGIND, path)
+
+    def gives_the_screen(self, is_ours):
+        self.session.UpdateProperties(SESSION, {"Active": dbus.Boolean(is_ours)}, dbus_interface=MOCK)
 
     def held_up(self):
         """How often the pane makes it wait with the sleep."""
@@ -57,9 +66,13 @@ def wake_ups(process):
     return sum(int(line.split()[1]) for line in lines if line.startswith("voluntary_ctxt_switches"))
 
 
-class SleepTest(unittest.TestCase):
+class PaneWithLogind(unittest.TestCase):
+    agent_of_the_pane = "/nonexistent"
+    session = "c7"
+
     def setUp(self):
         self.logind = Logind()
+        self.logind.add_session(self.session)
         self.addCleanup(self.logind.end)
         self.simulator = subprocess.Popen([BUILD / "bin" / "ks7-agent-simulator", "--quick", "--scenario", "scripted"],
                                           stdin=subprocess.DEVNULL)
@@ -69,7 +82,8 @@ class SleepTest(unittest.TestCase):
         self.agent.addCamera(KITCHEN, "Kitchen", "2A9C", 4, signature="sssi")
         self.agent.setPreferred(KITCHEN)
         wait_for_camera()
-        self.pane = accessible.launch([BUILD / "bin" / "ks7-preferences"], env={"KS7_AGENT": "/nonexistent"})
+        self.pane = accessible.launch([BUILD / "bin" / "ks7-preferences"], env={
+            "KS7_AGENT": str(self.agent_of_the_pane), "XDG_SESSION_ID": self.session})
         self.addCleanup(self.pane.end)
         wait_until(lambda: self.logind.held_up() == 1, "the pane makes the sleep wait")
 
@@ -86,6 +100,8 @@ class SleepTest(unittest.TestCase):
         self.pane.wait_for("Start Preview")
         wait_until(lambda: watchers() == 0, "the picture is let go of")
 
+
+class SleepTest(PaneWithLogind):
     def test_the_preview_stops_before_the_machine_sleeps(self):
         self.start_preview()
         self.logind.prepares(True)
@@ -177,6 +193,68 @@ class SleepTest(unittest.TestCase):
         names = [(task / "comm").read_text() for task in tasks(self.pane.process)]
         # An idle thread of GStreamer's pool keeps the name of its last element; these are threads of PipeWire.
         self.assertFalse([name for name in names if name.startswith(("pipewire-", "data-loop", "pw-"))], names)
+
+
+class SwitchTest(PaneWithLogind):
+    """Another person takes the screen, and gives it back."""
+    agent_of_the_pane = BUILD / "bin" / "ks7-agent-simulator"
+
+    def switch_away(self):
+        self.logind.gives_the_screen(False)
+        self.assert_stopped()
+        self.pane.wait_gone(role="table cell")
+        self.pane.wait_state("Start Preview", "enabled", False)
+
+    def come_back(self):
+        """The link is opened again; the list comes with the agent's next news."""
+        self.logind.gives_the_screen(True)
+
+        def is_listed():
+            self.agent.post("KS7CameraListChanged", dbus.Dictionary({}, signature="sv"))
+            return self.pane.find("Kitchen, Streaming")
+        wait_until(is_listed, "the camera", details=self.pane.dump)
+
+    def test_the_pane_lets_go_of_agent_and_picture_and_finds_them_again(self):
+        for _ in range(2):
+            self.start_preview()
+            self.switch_away()
+            self.agent.clearRecord()
+            self.agent.post("KS7CameraListChanged", dbus.Dictionary({}, signature="sv"))
+            self.agent.setStatus(KITCHEN, 4)
+            self.pane.press("Show status menu")
+            self.assertEqual(self.agent.recordedCalls(), [])
+            self.come_back()
+            self.assert_stopped()
+
+    def test_an_agent_that_has_gone_meanwhile_is_launched(self):
+        self.start_preview()
+        self.switch_away()
+        self.agent.quit_if_up()
+        self.logind.gives_the_screen(True)
+        self.agent.wait_up()
+        self.addCleanup(self.agent.quit_if_up)
+        self.pane.wait_for("Kitchen, Streaming")
+        self.assertIsNone(self.pane.find("Installation Error"))
+
+    def test_a_switch_under_the_passkey_closes_it(self):
+        self.agent.plugUSB(KITCHEN, False)
+        self.agent.setStatus(KITCHEN, 1)
+        self.pane.wait_for("Kitchen, Not Streaming")
+        self.pane.choose("Camera Actions", "Change Passkey…")
+        self.pane.wait_for("New passkey:", role="text")
+        self.switch_away()
+        self.pane.wait_gone("New passkey:", role="text")
+        self.agent.setStatus(KITCHEN, 4)
+        self.come_back()
+
+    def test_news_of_the_screen_without_a_switch_changes_nothing(self):
+        self.start_preview()
+        self.agent.clearRecord()
+        self.logind.gives_the_screen(True)
+        wait_until(lambda: len([call for call in self.agent.recordedCalls() if call.startswith("getAudioLevel")]) > 3,
+                   "the meters go on")
+        self.assertEqual(watchers(), 1)
+        self.assertIsNotNone(self.pane.find("Stop Preview"))
 
 
 if __name__ == "__main__":
