@@ -3,7 +3,7 @@
 #include <QProcess>
 #include <QStringList>
 
-/// The agent that the measured pane talks to: a process of its own, so that its work is not the pane's.
+/// Runs the measured pane's agent in another process, so that its work does not count as the pane's.
 class AgentProcess {
 public:
     AgentProcess();
@@ -12,11 +12,11 @@ public:
     AgentProcess &operator=(const AgentProcess &) = delete;
 
     void haveCameras(int count);
-    /// The second camera is the preferred one, not streaming, at the USB cable, and wants new firmware.
+    /// Plugs the second camera in. It becomes the preferred one, does not stream and needs new firmware.
     void haveCameraAtTheCable();
-    /// From now on the audio levels are others whenever they are asked for.
+    /// Changes the audio levels with every request.
     void moveLevels();
-    /// What it was asked since the last time, a call and its argument each.
+    /// The calls since the last time, each with its argument.
     QStringList takeCalls();
 
 private:

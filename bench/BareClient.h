@@ -6,8 +6,8 @@
 struct sd_bus;
 struct sd_bus_message;
 
-/// The peer of a refresh: a plain sd-bus client that hears the notification, makes the same calls one after
-/// the other and reads every answer to its end.
+/// The reference for a refresh: a plain sd-bus client that receives the notification, makes the same calls in
+/// sequence and reads every reply completely.
 class BareClient {
 public:
     BareClient();
@@ -15,11 +15,11 @@ public:
     BareClient(const BareClient &) = delete;
     BareClient &operator=(const BareClient &) = delete;
 
-    /// Broadcasts the notification and does not wait for anybody.
+    /// Broadcasts the notification without waiting for a reply.
     void post(const QString &notification);
-    /// Waits for the notification that this client has posted.
+    /// Waits for this client's own notification.
     void hear();
-    /// Makes the calls, each a method and perhaps its string argument; every string of the answers.
+    /// Makes the calls, each a method with an optional string argument. Returns all strings of the replies.
     QStringList call(const QStringList &calls);
 
 private:

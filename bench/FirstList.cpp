@@ -1,5 +1,5 @@
-// Tells when a Qt program has painted the first list with something in it: milliseconds since the process was
-// started, and the private memory that it has then, in KiB. Ends the process there.
+// Preloaded into a Qt program, which it ends at the first paint of a non-empty list. Prints the time since
+// the start of the process in milliseconds and its private memory in KiB.
 #include <QAbstractItemView>
 #include <QCoreApplication>
 #include <QEvent>
@@ -20,7 +20,7 @@ QByteArray contentsOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// Whoever started the process noted its clock in the environment.
+/// The program that starts the process stores its clock in the environment.
 double sinceStart()
 {
     timespec now = {};
@@ -52,7 +52,7 @@ public:
         if (event->type() == QEvent::Paint && !mSeen && isFilledList(watched)) {
             mSeen = true;
             mTime = sinceStart();
-            // Memory is read when everything that opening has begun is over.
+            // Read the memory one second later, when start-up work has finished.
             QTimer::singleShot(1000, this, [this] { tell(); });
         }
         return false;

@@ -7,7 +7,7 @@
 #include <QVBoxLayout>
 #include <QWidget>
 
-/// The process's one pane in a window of its own, as a host shows and hides it.
+/// Shows the process's one pane in a window, as a host does.
 class PaneWindow {
 public:
     PaneWindow()
@@ -27,7 +27,7 @@ public:
         mPane->didUnselect();
         mWindow.hide();
     }
-    /// All of it at once, whatever the window system thinks of it.
+    /// Repaints the whole window at once, without the window system.
     void paint() { mWindow.grab(); }
     [[nodiscard]] KS7SettingsWindowController &controller() const
     {

@@ -53,7 +53,7 @@ void haveCameraAtTheCable(RecordingAgent &agent)
     agent.answer(QStringLiteral("connectedCamNeedsFirmwareUpdate"), {true});
 }
 
-/// Speech is seldom twice as loud; here it never is.
+/// Speech rarely exceeds twice this level; here it never does.
 class MovingLevels {
 public:
     explicit MovingLevels(RecordingAgent &agent)

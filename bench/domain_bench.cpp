@@ -73,7 +73,7 @@ bool writeAndSync(const QString &path, const char *text, std::uint32_t size)
     return written;
 }
 
-/// Leaves either the old file or the new one if the machine crashes.
+/// After a crash of the machine either the old file or the new one exists.
 bool replaceAndSync(const QString &path, const char *text, std::uint32_t size)
 {
     const QByteArray target = QFile::encodeName(path);

@@ -1,6 +1,5 @@
-// A log line beside the same line by spdlog and beside the bare write of the same bytes, and a log call that
-// nobody hears beside one below spdlog's level. Each repetition of one stands beside the same repetition of
-// the other.
+// Measures a log line against spdlog's and against a bare write() of the same bytes, and a disabled log call
+// against one below spdlog's level. The repetitions of both sides alternate.
 #include "logging/KS7OrvexLogger.h"
 
 #include <QDir>
@@ -17,7 +16,7 @@ namespace {
 constexpr char Message[] = "setActiveCamera: Kitchen, camera 2A9C, now 3 of 12";
 constexpr char Line[] = "2026-01-02 03:04:05.678 setActiveCamera: Kitchen, camera 2A9C, now 3 of 12\n";
 
-/// A file that every loop starts anew, so that none writes into a longer one than the others.
+/// Each loop starts a new file, so that all loops write to files of the same length.
 class Target {
 public:
     [[nodiscard]] std::string path(const char *name) const
@@ -122,7 +121,7 @@ void unheardSpdlog(benchmark::State &state)
         theirs->info("row {} of {}", ++row, 12);
 }
 
-// Names are "case/side": the script that reads them pairs the sides.
+// Names are "case/side"; bench/run pairs the sides.
 BENCHMARK(lineOurs)->Name("line 1/ours")->Setup(startOurs)->Teardown(endOurs);
 BENCHMARK(lineSpdlog)->Name("line 1/spdlog")->Setup(startSpdlog)->Teardown(endSpdlog);
 BENCHMARK(lineBare)->Name("line 1/write")->Setup(startBare)->Teardown(endBare);

@@ -1,5 +1,4 @@
-// Opens the pane once. tools/check has its instructions counted: those of the main thread between the
-// beginning and the end of openThePane().
+// Opens the pane once. tools/check counts the instructions of the main thread inside openThePane().
 #include "bench/AgentProcess.h"
 #include "bench/PaneWindow.h"
 
@@ -14,8 +13,7 @@ namespace {
 
 std::unique_ptr<PaneWindow> window;
 
-/// What any program with a text and a picture in a window takes is none of the pane's: fonts, style, the
-/// first window, and as many image plug-ins as there happen to be.
+/// Exclude the costs of any program with a window, a text and a picture: fonts, style, image plug-ins.
 void warmUp()
 {
     QLabel label(QStringLiteral("KS-7"));
@@ -32,7 +30,7 @@ void warmUp()
 
 extern "C" {
 
-// Its name is the profiler's handle on it.
+// The profiler finds this function by its name.
 [[gnu::noinline]] void openThePane()
 {
     window = std::make_unique<PaneWindow>();

@@ -46,7 +46,7 @@ void tell(const QString &name, double value)
     std::fflush(stdout);
 }
 
-/// Turns of the loop until nothing has happened for a while.
+/// Processes events for this time, so that pending work finishes.
 void settle(std::chrono::milliseconds quiet = 300ms)
 {
     QElapsedTimer clock;
@@ -55,7 +55,7 @@ void settle(std::chrono::milliseconds quiet = 300ms)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
 }
 
-/// Runs the loop as a program does, asleep between events.
+/// Runs the event loop as a program does, which sleeps between events.
 void runFor(std::chrono::milliseconds time)
 {
     QEventLoop loop;
@@ -63,7 +63,7 @@ void runFor(std::chrono::milliseconds time)
     loop.exec();
 }
 
-/// Counts what is painted in a table's viewport.
+/// Counts the paint events of a table's viewport.
 class PaintCounter : public QObject {
 public:
     explicit PaintCounter(QAbstractItemView *view) { view->viewport()->installEventFilter(this); }
@@ -75,7 +75,7 @@ public:
     int count = 0;
 };
 
-/// A model that holds texts and knows nothing else.
+/// A model that holds texts only.
 class TextModel : public QAbstractTableModel {
 public:
     void setTexts(const QStringList &texts, int rows)
@@ -97,7 +97,7 @@ private:
     int mRows = 0;
 };
 
-/// The bare table beside ours, of the same size and row height.
+/// A plain QTableView with the size and row height of ours.
 class BareTable {
 public:
     explicit BareTable(const QTableView &ours)
@@ -157,7 +157,7 @@ public:
     }
 
 private:
-    // One refresh alone; what follows from it, like a second notification, would show here.
+    // Records the calls of one refresh. A second notification caused by it would add calls here.
     void noteCalls()
     {
         mCalls = mAgent.takeCalls();
@@ -180,7 +180,7 @@ private:
         return refreshBy(table, [this] { mTexts = mClient.call(mCalls); });
     }
 
-    /// The same, the calls alone made by the library that the pane makes them with.
+    /// The same calls made through QtDBus, the library of the pane.
     double refreshOverQtDBus(BareTable &table)
     {
         return refreshBy(table, [this] {
@@ -221,7 +221,7 @@ private:
     QStringList mTexts;
 };
 
-/// How often the threads of this process have gone to sleep so far: each time, something woke them.
+/// How often the process's threads have gone to sleep so far; each time an event woke them.
 double wakeUps()
 {
     double sum = 0;
@@ -249,7 +249,7 @@ void tellWhatHappensIn(std::chrono::milliseconds time, const QString &name)
     const double wakes = wakeUps();
     const double used = processorTime();
     runFor(time);
-    // Two are the measuring's own: going to sleep until the end, and the end.
+    // Includes two wake-ups of the measurement itself: its timer and its end.
     tell(QStringLiteral("wake-ups ") + name, wakeUps() - wakes);
     tell(QStringLiteral("processor ") + name, processorTime() - used);
 }
@@ -327,8 +327,8 @@ void open()
     tellThreads();
 }
 
-/// Knows the longest time in which the main thread did not come back to wait for news. A loop inside an
-/// event's handling counts as coming back.
+/// Measures the longest time in which the main thread handled events without returning to its event loop. A
+/// nested event loop counts as a return.
 class TimedApplication : public QApplication {
 public:
     using QApplication::QApplication;
@@ -364,7 +364,7 @@ private:
     QElapsedTimer mClock;
 };
 
-/// Does what a person does and tells the longest block from there until nothing more follows from it.
+/// Performs an action and prints the longest block until its effects have ended.
 template <class Action>
 void tellLongestBlock(TimedApplication &application, const char *name, Action action,
                       std::chrono::milliseconds aftermath = 300ms)
@@ -376,7 +376,7 @@ void tellLongestBlock(TimedApplication &application, const char *name, Action ac
     tell(QStringLiteral("block ") + QString::fromLatin1(name), application.longest);
 }
 
-/// The firmware sheet from its opening to its end; the agent's word comes while the pane waits for it.
+/// Opens the firmware sheet, updates and closes it. The agent posts its progress while the pane waits.
 void firmwareActions(TimedApplication &application, const Outlets &outlets,
                      KS7SettingsWindowController &controller)
 {
@@ -404,7 +404,7 @@ void sheetActions(TimedApplication &application, const Outlets &outlets,
     firmwareActions(application, outlets, controller);
 }
 
-/// What was to be measured has to have happened.
+/// Checks that the measured calls were made.
 bool haveBeenMade(const QStringList &methods, const QStringList &calls)
 {
     return std::all_of(methods.begin(), methods.end(), [&calls](const QString &method) {
@@ -416,7 +416,7 @@ bool haveBeenMade(const QStringList &methods, const QStringList &calls)
     });
 }
 
-/// Without the agent's preferences nothing of the pane's would be written.
+/// The pane writes nothing if the agent's preferences do not exist.
 void havePreferences()
 {
     const QString path = platform::fileOfDomain(KS7Domain::Name);
@@ -462,7 +462,7 @@ bool actions(TimedApplication &application)
                         agent.takeCalls());
 }
 
-/// Starting and stopping the preview of the stand-in agent's camera, which publishes a picture.
+/// Starts and stops the preview of the stand-in agent's camera.
 bool previewActions(TimedApplication &application)
 {
     application.watchWaiting();
@@ -499,7 +499,7 @@ bool previewActions(TimedApplication &application)
 
 int main(int argc, char **argv)
 {
-    // GLib's loop does not tell when it goes to sleep.
+    // GLib's event dispatcher does not report when it goes to sleep.
     qputenv("QT_NO_GLIB", "1");
     TimedApplication application(argc, argv);
     const QStringList words = QCoreApplication::arguments();

@@ -1,4 +1,4 @@
-// The least that a Qt program with a list in a window is.
+// The smallest Qt program with a list in a window.
 #include <QApplication>
 #include <QStandardItemModel>
 #include <QTableView>

@@ -27,7 +27,7 @@ void require(bool condition)
 
 } // namespace
 
-/// Whatever address a device tells, its camera ID is at most its last four characters, without a hyphen.
+/// For every address the camera ID is at most its last four characters, without a hyphen.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     QString address = QString::fromUtf8(reinterpret_cast<const char *>(data), static_cast<int>(size));

@@ -9,7 +9,7 @@
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    // The messages themselves are of no interest on the screen.
+    // Discard standard output; only the behaviour counts.
     if (!std::freopen("/dev/null", "w", stdout))
         std::abort();
     KS7OrvexLogger::setAppName(QStringLiteral("Fuzzer %s %n"));
@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***)
     return 0;
 }
 
-/// A message is the format text of two sinks: whatever stands in it, nothing is read that was not given.
+/// Uses the message as a format string for two sinks. No conversion may read a missing argument.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<int>(size));

@@ -16,7 +16,7 @@ void require(bool condition)
         std::abort();
 }
 
-/// The value as text, which also tells values apart that do not equal themselves.
+/// The value as text, which can also compare values that differ from themselves, such as NaN.
 QByteArray textOf(const QVariant &value)
 {
     PropertyListDictionary list;
@@ -24,7 +24,7 @@ QByteArray textOf(const QVariant &value)
     return list.toXml();
 }
 
-/// A rewrite with one new value keeps all other texts and values, and reads back the same.
+/// A rewrite with one new value keeps all other bytes and values, and parses to the same dictionary.
 void requireRewriteKeepsTheRest(const PropertyListDictionary &before)
 {
     auto changed = before;
@@ -44,7 +44,7 @@ void requireRewriteKeepsTheRest(const PropertyListDictionary &before)
     require(changed.toXml() == before.toXml());
 }
 
-/// A value that the pane writes reads back the same. An impossible date is not written.
+/// A written value parses to the same value. An impossible date is not written.
 void requireValuesComeBack(const PropertyListDictionary &before)
 {
     PropertyListDictionary written;

@@ -9,7 +9,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Both live to the end of the process: what they use of the toolkit is gone before statics are destroyed.
+// Never destroyed: Qt's own statics are destroyed before these would be.
 QApplication *application = nullptr;
 PaneFixture *fixture = nullptr;
 int argumentCount = 1;
@@ -87,7 +87,7 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***)
     return 0;
 }
 
-/// Whatever the agent answers and whatever anybody posts, the pane goes on.
+/// The pane survives any replies of the agent and any posts.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzedDataProvider provider(data, size);

@@ -104,7 +104,7 @@ private:
         return beginningOf(mRoot.filePath(path));
     }
 
-    /// The first core may be one of the slow ones.
+    /// Uses the fastest core, because the first one may be an efficiency core.
     [[nodiscard]] std::uint64_t fastestCore(const QString &file, double unit) const
     {
         const QDir cores(mRoot.filePath(QStringLiteral("sys/devices/system/cpu")));

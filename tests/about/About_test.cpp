@@ -19,7 +19,7 @@
 
 namespace {
 
-/// A run of characters of a label that look alike.
+/// A run of a label's characters with the same format.
 struct Run {
     QString text;
     bool underlined;
@@ -64,7 +64,7 @@ const auto Site = QStringLiteral("url http://" KS7_WEBSITE_HOST);
 
 } // namespace
 
-/// The version line, the about box and its link.
+/// Tests the version line, the about box and its link.
 class AboutTest : public QObject {
     Q_OBJECT
 private:
@@ -257,7 +257,7 @@ void AboutTest::aHostMayDestroyTheWindowUnderTheBox()
     fixture->outlets().pulldownMenu->menu()->actions().constLast()->trigger();
     const QPointer<KS7AboutBoxWindow> shown = hostWindow->findChild<KS7AboutBoxWindow *>();
     QVERIFY(shown);
-    // A host that keeps the view takes it out first.
+    // A host that keeps the view removes it from its window first.
     fixture->pane->mainView()->setParent(nullptr);
     delete hostWindow;
     QVERIFY(shown);
@@ -281,7 +281,7 @@ void AboutTest::releaseOutsideOpensNothing()
     QTest::mouseMove(field(), outside());
     release(outside());
     QCOMPARE(opened(), QStringList());
-    // That press is over: a later release inside belongs to none.
+    // The earlier press is finished: a later release inside the field must not open the page.
     release(inside());
     QCOMPARE(opened(), QStringList());
 }

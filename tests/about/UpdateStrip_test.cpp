@@ -12,7 +12,7 @@
 
 using platform::UpdateOffer;
 
-/// The pane's window while the updater has something to say.
+/// Tests the pane's window while the updater has an offer.
 class UpdateStripTest : public QObject {
     Q_OBJECT
 
@@ -76,7 +76,7 @@ void UpdateStripTest::theUpdaterIsTheFrameworksForThePanesBundle()
     KSUpdater::init(*mPane->updates, mPane->bundle);
     QCOMPARE(mPane->takeJournal(QStringLiteral("updater ")),
              QStringList({QStringLiteral("shared"), QStringLiteral("made")}));
-    // The first of them at the showing.
+    // The first of the three requests comes from showing the pane.
     QCOMPARE(mPane->updates->bundles.size(), std::size_t(3));
     for (const auto &bundle : mPane->updates->bundles)
         QCOMPARE(bundle, std::shared_ptr<platform::Bundle>(mPane->bundle));

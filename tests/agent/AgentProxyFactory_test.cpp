@@ -31,12 +31,12 @@ QVariantMap record(int status, const QString &cameraID, const QString &name)
 
 constexpr auto JustInTime = 2s;
 constexpr auto JustTooLate = 4500ms;
-/// What an operation answers that has not succeeded, where 0 is success.
+/// The result of a failed operation whose success is 0.
 constexpr int NoSuccess = -1;
 
 } // namespace
 
-/// Every remote operation over a real bus, against an agent that writes down what reaches it.
+/// Tests every remote operation over a real bus, with an agent that records the calls.
 class RemoteProtocolsTest : public QObject {
     Q_OBJECT
 
@@ -359,7 +359,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("error");
         QTest::newRow("failed") << QStringLiteral("org.freedesktop.DBus.Error.Failed");
-        // The agent may pass on what one of its own calls to somebody else has ended in.
+        // The agent may forward the error of its own call to another service.
         QTest::newRow("no service") << QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown");
         QTest::newRow("disconnected") << QStringLiteral("org.freedesktop.DBus.Error.Disconnected");
     }

@@ -15,7 +15,7 @@ namespace {
 const QString AgentErrorTitle = QStringLiteral("Installation Error");
 const QString BluetoothErrorTitle = QStringLiteral("Bluetooth Error");
 
-/// The host's class and manager in one, as the pane looks them up.
+/// A stand-in for the host's manager class and for the manager.
 class HostManager : public QObject {
     Q_OBJECT
 public:
@@ -30,7 +30,7 @@ public:
     QObject *lastSender = this;
 };
 
-/// Has no invokable method of its own.
+/// A host object without invokable methods.
 class SilentHost : public QObject {
     Q_OBJECT
 };
@@ -44,7 +44,7 @@ private:
     PaneFixture *mPane = nullptr;
 
     PaneFixture &pane() { return *mPane; }
-    /// On screen, and everything done that start-up has put off.
+    /// Shows the pane and runs the work that its start-up queues.
     void showPane()
     {
         pane().show();
@@ -196,8 +196,8 @@ private Q_SLOTS:
         QVERIFY(!pane().controller().isStreaming());
         QCOMPARE(pane().takeLog(),
                  (QStringList{QStringLiteral("connectionDidDie:"), QStringLiteral("cameraStatusChanged")}));
-        // The sheets are ended, the rows go before anything is read anew, which is done without an agent, and
-        // then the picture stops.
+        // Expected order: sheets end, the table is emptied, the preferences are read without an agent, the
+        // preview stops.
         const auto journal = pane().takeJournal();
         QCOMPARE(journal.mid(0, 3),
                  (QStringList{QStringLiteral("end ") + pane().outlets().pinSheet->objectName(),

@@ -15,13 +15,12 @@ namespace {
 const QString Kitchen = QStringLiteral("00-11-22-33-44-55");
 const QString Desk = QStringLiteral("66-77-88-99-AA-BB");
 
-/// The value of a post that the pane never makes, to know when all before it has arrived.
+/// User info of a post that the pane never sends. Its arrival proves that all earlier messages have arrived.
 constexpr int FullStop = 77;
 
 } // namespace
 
-/// The pane on a real bus as an agent outside sees it: call by call and post by post, in order, with no
-/// others.
+/// Tests the exact sequence of calls and posts that an agent receives from the pane on a real bus.
 class ConversationTest : public QObject {
     Q_OBJECT
 
@@ -33,7 +32,7 @@ private:
     PaneFixture &pane() { return *mPane; }
     RecordingAgent &agent() { return *mAgent; }
     void agentKnowsTwoCamerasAndPrefersTheDesks() { agent().knowTwoCameras(Kitchen, Desk); }
-    /// One refresh while `address` is in the selected row.
+    /// The calls of one refresh while the row of `address` is selected.
     static QStringList refresh(const QString &address = {})
     {
         return QStringList{QStringLiteral("cameraDict"), QStringLiteral("sortedDeviceList"),
@@ -46,7 +45,7 @@ private:
         return {question.trimmed()};
     }
     static QString posted(const QString &name) { return QStringLiteral("post ") + name; }
-    /// What the agent has heard, once it has heard everything that was said until now.
+    /// The messages received by the agent so far. Waits until none is still on its way.
     QStringList heard()
     {
         pane().runLoop->turn();

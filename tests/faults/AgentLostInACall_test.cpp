@@ -22,9 +22,9 @@ const QString Desk = QStringLiteral("66-77-88-99-AA-BB");
 
 } // namespace
 
-/// An agent that is lost in the midst of one remote call, whichever it is and whatever a person was about:
-/// the call costs one time-out when the agent hangs and nothing when it dies, no other call is made, the pane
-/// is left without an agent, hears of the death once, and takes up the next agent.
+/// Tests the loss of the agent inside each remote call and each user action. The call costs one timeout if
+/// the agent hangs, none if it dies. No other call is made. The pane then has no agent, receives one death
+/// notification and connects to the next agent.
 class AgentLostInACallTest : public QObject {
     Q_OBJECT
 
@@ -51,7 +51,7 @@ private:
     }
     void turn() { pane().turn(); }
 
-    // What a person, the agent or the machine does.
+    // An action of the user, the agent or the machine.
 
     void showAgain() { pane().pane->willSelect(); }
     void refresh()
@@ -86,7 +86,7 @@ private:
                                  {{UserInfoKeys::Result, 0}, {UserInfoKeys::PassKey, QStringLiteral("1")}}});
     }
     void plugIn() { controller().enableUSBOptions(); }
-    /// The wait for an update goes on for as long as its host does: the host ends it here.
+    /// The wait for an update ends only with its host, so end the host here.
     void updateFirmware()
     {
         controller().installFirmware(nullptr);
@@ -122,7 +122,7 @@ private:
         };
         return all;
     }
-    /// Every remote call that the pane makes, with what it is made for.
+    /// Every remote call that the pane makes, with the action that makes it.
     static void everyCall()
     {
         QTest::addColumn<QString>("deed");
@@ -156,7 +156,7 @@ private:
         QVERIFY(!pane().sheets->isUp(pane().outlets().pinSheet));
         QVERIFY(!pane().sheets->isUp(pane().outlets().firmwareSheet));
     }
-    /// The call was the last of all, and made once.
+    /// Checks that the call was made once and no call followed it.
     void heardLastAndOnce(const QString &call)
     {
         const auto isCall = [&](const QString &line) { return line.section(QLatin1Char(' '), 0, 0) == call; };
@@ -176,14 +176,15 @@ private:
         QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 2; }));
         QCOMPARE(deaths(), before);
     }
-    /// A call has timed out, and the run loop has not turned since.
+    /// Lets a call time out, without running the event loop afterwards.
     void loseAgentUnheard()
     {
         agent().hangIn(QStringLiteral("cameraDict"));
         controller().cameraStatusChanged();
         QVERIFY(controller().isConnected());
     }
-    /// The link has been closed meanwhile; the connection is remembered, and its death is met like any other.
+    /// The link is closed before the death is reported. The pane remembers the connection and handles its
+    /// death as usual.
     void lateDeathIsTakenIn()
     {
         QVERIFY(!controller().isConnected());
@@ -198,7 +199,7 @@ private:
         QVERIFY(!controller().isStreaming());
         QVERIFY(!pane().capture->sessions.back()->isRunning());
     }
-    /// The agent leaves the next cameraDict without a reply. Within the time of that call, `deed` happens.
+    /// The agent does not reply to the next cameraDict. `deed` runs during that call.
     void hangInARefreshWhile(const std::function<void()> &deed)
     {
         agent().hangIn(QStringLiteral("cameraDict"));
@@ -217,7 +218,7 @@ private:
         QVERIFY(successor.takeOver(RemoteNames::AgentServer));
         QVERIFY(successor.takeOver(RemoteNames::AgentServerUSB));
     }
-    /// The pane talks to `successor` and to nobody else.
+    /// Checks that the pane is connected to `successor` only.
     void endsConnectedTo(const RecordingAgent &successor)
     {
         QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 2; }));

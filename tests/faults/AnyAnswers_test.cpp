@@ -55,7 +55,7 @@ const QStringList Broadcasts{NotificationNames::StreamingStarted,
                              NotificationNames::FoundBluetooth,
                              NotificationNames::ChangedOptimizedPreference};
 
-/// Values of all types that the bus knows, in one another, from a seed.
+/// Makes random values of all D-Bus types, also nested, from a seed.
 class AnyValues {
 public:
     explicit AnyValues(unsigned seed)
@@ -63,7 +63,7 @@ public:
     {
     }
 
-    /// From 0 to `limit - 1`.
+    /// A random number from 0 to `limit - 1`.
     int below(int limit) { return static_cast<int>(mRandom() % static_cast<unsigned>(limit)); }
     bool heads() { return below(2) == 0; }
     QString text()
@@ -102,7 +102,7 @@ public:
     }
     QVariant value(int depth = 0)
     {
-        // What holds others gets rarer the deeper it lies.
+        // Containers become rarer with the depth.
         switch (below(depth < 4 ? 17 : 12)) {
         case 0:
             return number();
@@ -155,7 +155,7 @@ public:
         argument.endStructure();
         return QVariant::fromValue(argument);
     }
-    /// A dictionary with the keys of a camera, some of them.
+    /// A dictionary with some of a camera's keys.
     QVariantMap camera()
     {
         QVariantMap map = dictionary();
@@ -173,7 +173,7 @@ private:
 
 } // namespace
 
-/// The pane on a real bus with an agent that says whatever it likes, of every type, for a while.
+/// Tests the pane on a real bus with an agent that replies and posts random values.
 class AnyAnswersTest : public QObject {
     Q_OBJECT
 
@@ -188,7 +188,7 @@ private:
     KS7SettingsWindowController &controller() { return pane().controller(); }
     int rows() { return controller().numberOfRowsInTableView(pane().outlets().cameraListTable); }
 
-    /// What `operation` is declared to answer, with anything in it.
+    /// Reply of the declared type of `operation`, with random contents.
     QVariantList answerInForm(const QString &operation)
     {
         if (operation == QLatin1String("cameraDict")) {
@@ -235,7 +235,7 @@ private:
         else
             agent().postRaw(name, anything());
     }
-    /// One of the things that a person can do.
+    /// Performs a random action of a user.
     void personDoesSomething()
     {
         auto &outlets = pane().outlets();
@@ -308,7 +308,7 @@ private Q_SLOTS:
                 pane().sheets->dismissAlert();
             QVERIFY2(controller().isConnected(), "an agent that babbles is not a dead one");
         }
-        // What is no answer is told to those who look after the agent.
+        // Replies of a wrong type are logged.
         QVERIFY(log.lines.size() > 40);
         agent().knowTwoCameras(Kitchen, Desk);
         agent().post(NotificationNames::CameraListChanged);

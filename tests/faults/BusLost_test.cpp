@@ -20,8 +20,8 @@ const QString Showing = QStringLiteral("post KS7SystemPrefsShowing");
 
 } // namespace
 
-/// A session bus that goes away under the shown pane, keeps silent, or is not there yet: the pane is left
-/// without an agent, its controls go on answering, and it takes up the next bus.
+/// Tests a session bus that dies, hangs or is absent while the pane is shown. The pane then has no agent, its
+/// controls keep working, and it connects over the next bus.
 class BusLostTest : public QObject {
     Q_OBJECT
 
@@ -55,7 +55,7 @@ private:
         mDaemon.kill();
         paneHasNoAgent();
     }
-    /// Whether the connection is gone. The run loop does not turn meanwhile.
+    /// Whether the connection is closed. Does not run the event loop.
     bool isLostUnheard()
     {
         const QDeadlineTimer patience(Timeout);
@@ -83,7 +83,7 @@ private:
         mBus = std::make_shared<platform::SessionBus>();
         pane().talkOver(mBus);
     }
-    /// The agent hears that the pane is shown before it hears any call.
+    /// The agent receives the post that the pane is shown before any call.
     void showingIsAnnounced()
     {
         QVERIFY(pane().turnUntil([this] { return mAgent->journal().contains(Showing); }));
@@ -266,7 +266,7 @@ private Q_SLOTS:
         paneHasNoAgent();
         everyControlAnswers();
         mDaemon.resume();
-        // The messages written meanwhile arrive now, in their order.
+        // The queued messages arrive now, in their order.
         QVERIFY(pane().turnUntil([this] { return mAgent->journal().contains(Search); }));
         QCOMPARE(mAgent->takeJournal(), QStringList({QStringLiteral("cameraDict"), Search}));
         QCOMPARE(deaths(), 1);

@@ -6,7 +6,7 @@
 #include <QVBoxLayout>
 #include <QWidget>
 
-/// The real plug-in in a host that unloads plug-ins.
+/// Tests the real plug-in in a host that unloads plug-ins.
 class PluginReloadTest : public QObject {
     Q_OBJECT
 

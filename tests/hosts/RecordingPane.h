@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <QStringList>
 
-/// A pane that keeps a list of what the host tells it.
+/// A pane that records the host's calls.
 class RecordingPane : public platform::PreferencePane {
 public:
     RecordingPane() { setMainView(&view); }

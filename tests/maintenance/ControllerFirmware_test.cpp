@@ -169,7 +169,7 @@ void FirmwareUpdateTest::startUpdate()
     pressContinue();
 }
 
-/// Runs `happening` in that slice of the wait. A wait that never ends is ended like a quit.
+/// Runs `happening` in the wait's slice of that number. Later, a wait that does not end is ended like a quit.
 void FirmwareUpdateTest::inSlice(int number, std::function<void()> happening)
 {
     fixture->runLoop->onSlice = [this, number, happening = std::move(happening)] {

@@ -24,7 +24,7 @@ const auto Kitchen = QStringLiteral("00-11-22-33-44-55");
 
 } // namespace
 
-/// The passkey of the camera at the cable, and the two menu items that depend on the cable.
+/// Tests the passkey sheet and the two menu items that need a camera on the cable.
 class PasskeyChangeTest : public QObject {
     Q_OBJECT
 private:

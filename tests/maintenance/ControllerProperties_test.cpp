@@ -21,7 +21,7 @@ const auto Desk = QStringLiteral("00-11-22-33-44-66");
 
 } // namespace
 
-/// The sheet with a camera's name.
+/// Tests the sheet with a camera's name.
 class CameraPropertiesTest : public QObject {
     Q_OBJECT
 private:

@@ -12,7 +12,7 @@
 #include <QTest>
 #include <QTimer>
 
-/// The wait for an update on a real event loop: it handles notifications and ends with the host.
+/// Tests the wait for an update on a real event loop: it handles notifications and ends with the host.
 class FirmwareWaitTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -74,7 +74,7 @@ void FirmwareWaitTest::aWaitWhoseSheetHasGoneWakesNobody()
     fixture.outlets().firmwareContinueButton->click();
     QCOMPARE(fixture.controller().firmwareStep(), 2);
     QVERIFY(!fixture.outlets().firmwareSheet->isVisible());
-    // Slices of 10 ms would make it about 50.
+    // Without sleeping it would run about 50 slices of 10 ms.
     QVERIFY2(after - before < 10, qPrintable(QString::number(after - before)));
 }
 

@@ -35,8 +35,8 @@ void tell(const char *word, PaneFixture &fixture)
 
 } // namespace
 
-/// A host that is told to end while the pane waits for a firmware update that never ends. Prints "waited"
-/// when the wait has begun. Exits with the code of its event loop.
+/// A host that quits while the pane waits for a firmware update that never ends. Prints "waited" when the
+/// wait has begun. Exits with the code of its event loop.
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
@@ -49,7 +49,7 @@ int main(int argc, char **argv)
     QTimer::singleShot(0, [&] {
         fixture.controller().installFirmware(nullptr);
         fixture.outlets().firmwareContinueButton->click();
-        // Some slices into the wait.
+        // Enough time for some slices of the wait.
         QTimer::singleShot(50, [&] {
             std::puts(fixture.controller().firmwareStep() == 1 ? "waited" : "did not wait");
             tell(argc > 1 ? argv[1] : "", fixture);

@@ -4,7 +4,7 @@
 #include <QPushButton>
 #include <QTest>
 
-/// What the pane does when another user takes the screen and gives it back.
+/// Tests the pane when another user takes the screen and returns it.
 class ControllerPowerSessionTest : public QObject {
     Q_OBJECT
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Sends the messages that a test wants and calls back at each answer.
+/// Sends power messages, and calls a hook at each acknowledgement.
 class ObservedPower final : public platform::PowerManagement {
 public:
     explicit ObservedPower(std::function<void()> allowed)
@@ -31,7 +31,7 @@ private:
 
 } // namespace
 
-/// What the pane does when the machine goes to sleep and comes back.
+/// Tests the pane when the machine sleeps and wakes.
 class PowerTest : public QObject {
     Q_OBJECT
 

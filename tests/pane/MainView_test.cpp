@@ -35,7 +35,7 @@ constexpr int OneSegment = 7;
 
 } // namespace
 
-/// The pane's main view: where things stand, what they are called, how the keyboard gets around.
+/// Tests the main view: positions, names and keyboard navigation.
 class MainViewTest : public QObject {
     Q_OBJECT
 
@@ -75,7 +75,7 @@ class MainViewTest : public QObject {
         mFixture->agent.addCamera(QStringLiteral("b"), QStringLiteral("Cut & Paste"), 0);
     }
 
-    /// The submenu, opened.
+    /// Opens the submenu.
     QMenu *chooseCamera()
     {
         for (auto *item : outlets().pulldownMenu->menu()->actions()) {
@@ -89,7 +89,7 @@ class MainViewTest : public QObject {
 
     static QString withoutMnemonic(QString text) { return text.remove(QLatin1Char('&')); }
 
-    /// What is written on the sheet's widgets of one kind, in their order.
+    /// Texts of the sheet's widgets of one class, in their order.
     template <class Widget>
     static QStringList textsOf(const QWidget *sheet)
     {
@@ -364,7 +364,7 @@ private Q_SLOTS:
         bool wasOpen = false;
         button->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
         QVERIFY(!menu->isVisible());
-        // In the menu's own loop.
+        // Runs in the menu's own event loop.
         QTimer::singleShot(0, menu, [&] {
             wasOpen = menu->isVisible() && button->state().expanded;
             menu->actions().constLast()->trigger();
@@ -453,7 +453,7 @@ private Q_SLOTS:
         mFixture->agentPosts(Names::StartedDiscovering);
         QVERIFY(spinner->isVisible());
         QVERIFY(outlets().discoveringMessage->isVisible());
-        // The window has no reason to grow.
+        // The minimum size stays, so the window does not grow.
         QTRY_COMPARE_WITH_TIMEOUT(view()->minimumSizeHint(), least, Timeout);
         mFixture->agentPosts(Names::StoppedDiscovering);
         QVERIFY(!spinner->isVisible());

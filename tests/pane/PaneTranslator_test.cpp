@@ -7,7 +7,7 @@
 #include <QTest>
 #include <QTranslator>
 
-/// The pane inside hosts of several languages.
+/// Tests the pane inside hosts with several languages.
 class PaneTranslatorTest : public QObject {
     Q_OBJECT
 

@@ -29,7 +29,7 @@ QImage plainPicture(const QColor &color)
 
 } // namespace
 
-/// The preview as a person meets it, every service a double.
+/// Tests the preview from the user's view, with fakes for all services.
 class PreviewTest : public QObject {
     Q_OBJECT
 
@@ -270,7 +270,7 @@ private Q_SLOTS:
         mCamera->openError = platform::CaptureError{0x10000};
         pressButton();
         compareRunningWithoutPicture();
-        // The start ended where it failed: nothing runs, and nothing is revealed.
+        // The start ended at the failed step: no session runs and no reveal is scheduled.
         wait(1s);
         QVERIFY(!session().isRunning());
         QVERIFY(view().isHidden());
@@ -339,7 +339,7 @@ private Q_SLOTS:
         mPane->takeJournal();
         mPane->outlets().previewView->stopSession();
         QCOMPARE(mPane->takeJournal(), QStringList());
-        // The next start looks for the camera again.
+        // The next start looks the camera up again.
         mCamera = mPane->capture->addDevice(CameraID);
         pressButton();
         compareRunning();
@@ -523,7 +523,7 @@ private Q_SLOTS:
 
     void hidingThePaneLeavesTheRestAsItIs()
     {
-        // With an agent, its connection's end stops the preview in passing.
+        // With an agent, the end of its connection stops the preview as a side effect.
         mPane->agent.running = false;
         mCamera = mPane->capture->addDevice(CameraID);
         mPane->show();

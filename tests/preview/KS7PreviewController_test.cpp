@@ -20,7 +20,7 @@ constexpr QRgb Blue = 0xFF0000FF;
 
 } // namespace
 
-/// The preview with cameras of a real PipeWire: which one is taken, and what is seen of it.
+/// Tests the preview with cameras of a real PipeWire: the choice of the camera and the visible picture.
 class KS7PreviewControllerTest : public QObject {
     Q_OBJECT
 

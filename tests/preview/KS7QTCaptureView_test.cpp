@@ -19,7 +19,7 @@ protected:
     }
 };
 
-/// A window whose surface has the pixels of a screen at 200 %.
+/// Renders the view as on a screen at 200 %.
 QImage drawnAtDoubleScale(QWidget &view)
 {
     QImage surface(view.size() * 2, QImage::Format_RGB32);
@@ -31,7 +31,7 @@ QImage drawnAtDoubleScale(QWidget &view)
 
 } // namespace
 
-/// How the picture gets into the view.
+/// Tests how frames reach the view.
 class KS7QTCaptureViewTest : public QObject {
     Q_OBJECT
 

@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::uint64_t Megahertz = 1'000'000;
 
-// A value of every type that a property list knows.
+// One value of every property list type.
 const QByteArray DomainOfEveryType = QByteArrayLiteral(R"(<?xml version="1.0" encoding="UTF-8"?>
 <plist version="1.0"><dict>
 <key>FriendlyNames</key><dict><key>00-11-22-33-44-55</key><string>Küche &amp; Bad</string></dict>
@@ -34,7 +34,7 @@ const QByteArray DomainOfEveryType = QByteArrayLiteral(R"(<?xml version="1.0" en
 
 } // namespace
 
-/// What the pane's four setting controls show, and what they post to the agent.
+/// Tests the pane's four setting controls and their posts to the agent.
 class SettingsControlsTest : public QObject {
     Q_OBJECT
 private:
@@ -347,7 +347,7 @@ void SettingsControlsTest::choosingASizeCreatesNoDomain()
     fixture->show();
     choose(0);
     QVERIFY(!fixture->defaults->onDisk);
-    // The pane hears its own post and shows what is stored, which is nothing.
+    // The pane receives its own post and shows the stored value, which is absent.
     QCOMPARE(shownSize(), 1);
     QCOMPARE(fixture->distributedCenter->postCount(NotificationNames::ChangedOptimizedPreference), 1);
 }
@@ -356,7 +356,7 @@ void SettingsControlsTest::aSizeThatCannotBeWrittenIsNotShown()
 {
     agentWrites(PreferenceKeys::VideoSize2, 1);
     fixture->show();
-    // With the bus down, the pane does not hear its own post either.
+    // Without the bus, the pane does not receive its own post either.
     fixture->distributedCenter->removeObserver(&fixture->controller(),
                                                NotificationNames::ChangedOptimizedPreference);
     fixture->defaults->diskIsFull = true;

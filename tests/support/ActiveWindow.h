@@ -2,8 +2,8 @@
 
 #include <QApplication>
 
-/// Makes a window the active one at once. activateWindow() only asks the window system, and the off-screen
-/// platform does not always answer; Qt 6.8 deprecates setActiveWindow() without a replacement for tests.
+/// Makes a window active at once. activateWindow() only sends a request, which the offscreen platform may
+/// ignore. Qt 6.8 deprecates setActiveWindow() without a replacement for tests.
 inline void makeActive(QWidget *window)
 {
     QT_WARNING_PUSH

@@ -7,7 +7,7 @@
 
 #include <clocale>
 
-/// A locale with a decimal comma, which need not be installed: the category's file as localedef writes it.
+/// A locale with a decimal comma that need not be installed: writes the LC_NUMERIC file as localedef does.
 class CommaLocale {
 public:
     CommaLocale()

@@ -4,8 +4,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
-/// What is written to the log category of the desktop's services while it lives. One at a time, on the main
-/// thread.
+/// Collects the messages of the category "ks7.platform" while it exists. One object at a time; main thread
+/// only.
 class LogLines {
 public:
     LogLines()

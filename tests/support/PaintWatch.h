@@ -8,7 +8,7 @@
 
 #include <functional>
 
-/// Watches a widget being painted.
+/// Counts the paint events of a widget.
 class PaintWatch final : public QObject {
 public:
     explicit PaintWatch(QWidget *widget)
@@ -17,13 +17,14 @@ public:
     {
         widget->installEventFilter(this);
     }
-    /// Lets all be painted that is due, and counts from there. False when the widget is not painted at all.
+    /// Waits until pending paint events are delivered, then restarts the count. False when the widget is not
+    /// painted at all.
     [[nodiscard]] bool begin()
     {
         mWidget->update();
         const int before = count;
         const bool isPainted = QTest::qWaitFor([&] { return count > before; }, Timeout);
-        // What has become due meanwhile would be painted together with what follows.
+        // Deliver pending updates first; Qt would merge them with later ones.
         mWidget->window()->repaint();
         count = 0;
         all = {};
@@ -44,7 +45,7 @@ public:
     int count = 0;
     QRegion last;
     QRegion all;
-    /// Runs at the beginning of each paint.
+    /// Called at the beginning of each paint event.
     std::function<void()> onPaint;
 
 private:

@@ -39,7 +39,7 @@ PaneFixture::PaneFixture()
 
 PaneFixture::~PaneFixture()
 {
-    // The view belongs to the pane, and the pane goes before the window.
+    // The pane owns the view and is destroyed before the window.
     if (pane)
         pane->mainView()->setParent(nullptr);
 }

@@ -24,7 +24,7 @@ void PrivateBus::start()
     mDaemon.start(QStringLiteral("dbus-daemon"),
                   {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address"),
                    QStringLiteral("--address=unix:path=") + mSocket});
-    // It prints its address when it listens.
+    // The daemon prints its address once it listens.
     mDaemon.waitForReadyRead();
 }
 

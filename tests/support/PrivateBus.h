@@ -2,9 +2,8 @@
 
 #include <QProcess>
 
-/// A bus of the test's own, always at the same address, that can be killed, stopped and started again. Made
-/// before the process first looks for the session bus, or for the bus that another variable gives the address
-/// of.
+/// A bus daemon that tests kill, stop and restart, always at the same address. Construct it before the
+/// process first reads the bus address from the environment variable.
 class PrivateBus {
 public:
     explicit PrivateBus(const char *addressVariable = "DBUS_SESSION_BUS_ADDRESS");
@@ -14,7 +13,7 @@ public:
 
     void start();
     void kill();
-    /// The daemon stands still; messages to it wait.
+    /// Suspends the daemon; messages to it wait.
     void stop();
     void resume();
 

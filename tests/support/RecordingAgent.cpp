@@ -49,7 +49,7 @@ QStringList describeAll(const QList<QDBusMessage> &messages)
     return lines;
 }
 
-/// What an agent without a camera says.
+/// Replies of an agent without cameras.
 QHash<QString, QVariantList> answersOfAnIdleAgent()
 {
     return {{QStringLiteral("cameraDict"), {QVariant::fromValue(CameraDictionary())}},
@@ -68,7 +68,7 @@ QHash<QString, QVariantList> answersOfAnIdleAgent()
 
 } // namespace
 
-/// Lives in the agent's thread. Everything that the test's thread touches stands under the lock.
+/// Lives in the agent's thread. mMutex guards the members that the test's thread uses.
 class AgentWorker final : public QDBusVirtualObject {
     Q_OBJECT
 public:
@@ -101,8 +101,8 @@ public:
         return work();
     }
 
-    /// Lets go of the worker first: the connection is closed later, in a thread of its own, and must find
-    /// nothing there that is being destroyed meanwhile.
+    /// Unregister first: QtDBus closes the connection later in another thread, which must not find a
+    /// half-destroyed object.
     void leave()
     {
         auto connection = bus();
@@ -147,10 +147,10 @@ public:
     QString mUniqueName;
     QList<QDBusMessage> mMessages;
     QHash<QString, QVariantList> mAnswers;
-    /// In milliseconds.
+    /// Delays of replies in milliseconds.
     QHash<QString, int> mDelays;
     QStringList mHanging;
-    /// The names of the errors.
+    /// Error names of methods that fail.
     QHash<QString, QString> mFailing;
     QStringList mDying;
     bool mHangsAlways = false;

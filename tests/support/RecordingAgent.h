@@ -10,9 +10,8 @@
 
 class AgentWorker;
 
-/// An agent on the session bus, in a thread and with a bus connection of its own, that writes down every
-/// message that reaches it, in order: calls of any interface on any path, and what is posted. It answers as
-/// it is told.
+/// An agent on the session bus with its own thread and connection. Records all calls, of any interface and
+/// path, and all posts, in order. Tests set its replies.
 class RecordingAgent {
 public:
     RecordingAgent();
@@ -20,43 +19,43 @@ public:
     RecordingAgent(const RecordingAgent &) = delete;
     RecordingAgent &operator=(const RecordingAgent &) = delete;
 
-    /// Takes a registered name; false when somebody else has it.
+    /// Takes a registered name; false when another process owns it.
     bool publish(const QString &registeredName);
     void publishBoth();
-    /// Takes a registered name from the agent that has it.
+    /// Takes a registered name from its present owner.
     bool takeOver(const QString &registeredName);
     void release(const QString &registeredName);
-    /// Leaves the bus, as the end of a process does.
+    /// Closes the connection to the bus, as the end of a process does.
     void leaveBus();
 
-    /// From now on `method` answers these values, of whatever types.
+    /// Sets the reply of `method`; the values may have any type.
     void answer(const QString &method, const QVariantList &values);
     void answerError(const QString &method,
                      const QString &error = QStringLiteral("org.freedesktop.DBus.Error.Failed"));
-    /// From now on there are a kitchen's camera and a desk's, which is preferred.
+    /// Adds two cameras; the desk's is preferred.
     void knowTwoCameras(const QString &kitchen, const QString &desk);
-    /// From now on `method` is answered this long after it was heard.
+    /// Delays the replies of `method`.
     void answerLate(const QString &method, std::chrono::milliseconds delay);
-    /// From now on `method` is heard and never answered.
+    /// Records calls of `method` without a reply.
     void hangIn(const QString &method);
-    /// From now on every call is heard and never answered.
+    /// Records all calls without a reply.
     void hang();
-    /// From now on every call is answered, as before any of the three above.
+    /// Replies to every call again; ends the three operations above.
     void replyAgain();
-    /// `method` is the last one that the agent hears: it leaves the bus instead of answering.
+    /// Leaves the bus at the next call of `method` instead of replying.
     void dieIn(const QString &method);
 
     void post(const QString &name, const QVariantMap &userInfo = {});
-    /// A broadcast with these arguments, whatever they are.
+    /// Posts a notification with any arguments.
     void postRaw(const QString &name, const QVariantList &arguments);
 
-    /// What has reached the agent since the last time: "flush", "setName Kitchen 00-11", "post
-    /// KS7ToggleEnabled Value=1".
+    /// The messages received since the last call: "flush", "setName Kitchen 00-11", "post KS7ToggleEnabled
+    /// Value=1".
     QStringList takeJournal();
     [[nodiscard]] QStringList journal() const;
-    /// The last call of `method`, a message of no type when there was none.
+    /// The last call of `method`; an invalid message if there was none.
     [[nodiscard]] QDBusMessage lastCall(const QString &method) const;
-    /// The unique name that the agent has on the bus.
+    /// The agent's unique bus name.
     [[nodiscard]] QString uniqueName() const;
 
 private:

@@ -2,8 +2,8 @@
 
 #include <QtGlobal>
 
-/// How long a test waits for a condition, in milliseconds. Qt's default of five seconds is too short on a
-/// machine that runs other tests under a sanitizer. KS7_TIMEOUT (seconds) shortens the wait:
+/// Time limit in milliseconds for conditions that tests wait for. Qt's five seconds are too short on a busy
+/// machine under a sanitizer. A condition that holds earlier ends the wait. KS7_TIMEOUT (seconds) replaces it:
 /// tools/mutants/run expects failures.
 inline const int Timeout =
     qEnvironmentVariableIsSet("KS7_TIMEOUT") ? 1000 * qEnvironmentVariableIntValue("KS7_TIMEOUT") : 60'000;

@@ -25,9 +25,9 @@ public:
         mProcess.write(command.toUtf8() + '\n');
         mProcess.waitForBytesWritten();
     }
-    /// The frames that it has reported since tell("tell"): sent ones, and those kept back while paused.
+    /// Number of frames reported since tell("tell"), both sent and withheld during a pause.
     int told() { return mTold += static_cast<int>(mProcess.readAll().count('\n')); }
-    /// Blocks the main thread, without an event loop, until it has reported so many more frames.
+    /// Blocks the main thread, without an event loop, until the camera has reported that many more frames.
     void waitUntilTold(int pictures)
     {
         for (const int end = told() + pictures; told() < end;)

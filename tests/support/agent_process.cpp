@@ -1,5 +1,4 @@
-// An agent that is a process of its own, to be stopped and killed by signals: publishes both names and
-// answers.
+// An agent in a process of its own, which tests stop and kill by signals. Publishes both names and replies.
 #include "tests/support/RecordingAgent.h"
 
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
-// Preloaded into a program whose memory is measured. At SIGUSR2 the allocator gives back what nobody uses, so
-// that what the program keeps can be told from what the allocator keeps for later, and the bytes in use are
-// written to the file that KS7_HEAP_REPORT names.
+// Preloaded into a program whose memory is measured. On SIGUSR2 it returns free memory to the system and
+// writes the number of bytes in use to the file named by KS7_HEAP_REPORT. Without the first step, memory that
+// the allocator keeps would count.
 
 #include <csignal>
 #include <cstdio>
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The file is there when it is whole.
+/// Writes a temporary file and renames it, so that readers never see a part.
 void report(const std::string &path)
 {
     malloc_trim(0);
@@ -33,7 +33,7 @@ void report(const std::string &path)
     }
 }
 
-/// The signal is kept from every thread that begins later, and waits for the one that listens.
+/// Blocks the signal in all later threads, so that only the listening thread receives it.
 [[gnu::constructor]] void listen()
 {
     const char *path = std::getenv("KS7_HEAP_REPORT");

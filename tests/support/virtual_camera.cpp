@@ -123,7 +123,7 @@ long now()
     return time.tv_sec * SecondInNanoseconds + time.tv_nsec;
 }
 
-/// A video source that obeys the commands on standard input.
+/// A video source that follows the commands on standard input.
 class Camera final : private simulator::FramePainter {
 public:
     Camera(pw_main_loop *loop, const VideoSource::Settings &settings, const VideoFormat &format);

@@ -9,11 +9,11 @@
 
 using namespace std::chrono_literals;
 
-/// A nested run of the loop: it serves events, sleeps between them, and gives way to a quit.
+/// Tests nested runs of the loop: they deliver events, sleep between them and end when the application quits.
 class RunLoopTest : public QObject {
     Q_OBJECT
 private:
-    /// Runs the application; `insideIt` is called on its loop. The code that the application ends with.
+    /// Runs the application with `insideIt` called in its event loop. Returns the application's exit code.
     static int runApplication(const std::function<void()> &insideIt);
 
     std::shared_ptr<platform::RunLoop> runLoop = platform::makeQtRunLoop();
@@ -60,7 +60,7 @@ void RunLoopTest::aSliceSleepsWhileNothingHappens()
             runLoop->runFor(10ms);
         QCoreApplication::quit();
     });
-    // It goes to sleep in every slice, and a handful of times at most.
+    // The thread goes to sleep in every slice, a few times at most.
     QVERIFY(sleeps.size() >= Rounds);
     QVERIFY(sleeps.size() <= 10 * Rounds);
 }

@@ -5,7 +5,7 @@
 
 #include <limits>
 
-/// The numbers of other programs as the pane reads them.
+/// Tests the conversion of numbers from other programs.
 class IntValueTest : public QObject {
     Q_OBJECT
 

@@ -12,14 +12,14 @@
 using platform::BusConnection;
 using platform::BusHandshake;
 
-/// The pane's own connection to a bus that is killed, stopped, started again, full, or somewhere else.
+/// Tests the pane's own connection to a bus that is killed, stopped, restarted, overloaded or elsewhere.
 class BusConnectionTest : public QObject {
     Q_OBJECT
 
 private:
     PrivateBus mDaemon;
     std::unique_ptr<BusConnection> mBus;
-    /// So many waits of a whole call would take longer than the test may.
+    /// So many full timeouts would exceed the time limit of the test.
     static constexpr int Many = 300;
 
     BusConnection &bus() { return *mBus; }
@@ -131,7 +131,7 @@ private Q_SLOTS:
     void aBusWhoseQueueIsFullIsNotWaitedFor()
     {
         stopTheBusUnopened();
-        // The kernel keeps a limited number of connections for a daemon that does not accept any.
+        // The kernel queues a limited number of connections for a daemon that accepts none.
         std::vector<std::unique_ptr<BusHandshake>> queue;
         constexpr int MoreThanAnyQueue = 5000;
         while (queue.size() < MoreThanAnyQueue

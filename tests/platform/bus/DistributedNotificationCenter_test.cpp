@@ -18,7 +18,7 @@ const QString Name = QStringLiteral("KS7ChangedOptimizedPreference");
 const QString OtherName = QStringLiteral("KS7CameraListChanged");
 const QString Last = QStringLiteral("KS7AgentStarted");
 
-/// What anything in the process says while it lives. One at a time.
+/// Collects all messages of the process while it exists. One object at a time.
 class Complaints {
 public:
     Complaints()
@@ -39,7 +39,7 @@ private:
 
 } // namespace
 
-/// Posts and observers over a real bus, with a stranger at the other end.
+/// Tests posts and observers over a real bus, with another process at the other end.
 class DistributedNotificationCenterTest : public QObject {
     Q_OBJECT
 
@@ -77,7 +77,7 @@ private:
         QTRY_COMPARE_WITH_TIMEOUT(lost.count(), 1, Timeout);
         QVERIFY(!mBus->connection().isConnected());
     }
-    /// Everything that was posted before has arrived when this comes through.
+    /// A last post: when it arrives, all earlier ones have arrived.
     void waitForLast()
     {
         mStranger->post(Last);

@@ -23,7 +23,8 @@
 
 using platform::Connection;
 
-/// Opening, losing and ending connections over a real bus, with agents that die, hang and change hands.
+/// Tests how connections open, break and end over a real bus, with agents that die, hang or replace each
+/// other.
 class DBusConnectionTest : public QObject {
     Q_OBJECT
 
@@ -72,7 +73,7 @@ private:
     }
     Proxy<KS7DeviceControllerProxy> device() { return mProtocols->deviceController(mDevice->rootProxy()); }
     Proxy<TernUSBCommandControllerProxy> usb() { return mProtocols->usbController(mUSB->rootProxy()); }
-    /// Lets everything that is under way on the bus arrive.
+    /// Waits until all messages on their way have arrived.
     void settle()
     {
         auto stranger =
@@ -93,7 +94,7 @@ private:
         stranger.call(call, QDBus::Block, 1000);
         QDBusConnection::disconnectFromBus(QStringLiteral("test-starter"));
     }
-    /// The match rules on the bus about the agent's two names.
+    /// The bus daemon's match rules that name one of the agent's names.
     static int ownerWatches()
     {
         auto question = QDBusMessage::createMethodCall(
@@ -228,7 +229,7 @@ private Q_SLOTS:
         RecordingAgent successor;
         mAgent->release(RemoteNames::AgentServer);
         QVERIFY(successor.publish(RemoteNames::AgentServer));
-        // Not yet told of the change, the new connection must not take it for its own.
+        // The change of the owner is still queued; the new connection must not treat it as its own death.
         const auto reopened = open(RemoteNames::AgentServer);
         QTRY_COMPARE_WITH_TIMEOUT(mDeaths, QList<const void *>{mDevice.get()}, Timeout);
         settle();
@@ -263,7 +264,7 @@ private Q_SLOTS:
             seen += monitor.readAllStandardOutput();
             return seen.contains(member);
         };
-        // The monitor takes a moment to become one.
+        // Repeat until dbus-monitor has started to monitor.
         QTRY_VERIFY_WITH_TIMEOUT(open(QStringLiteral("Nobody")) || sees("string \"com.orvex.Nobody\""),
                                  Timeout);
         const auto connection = open(RemoteNames::AgentServerUSB);
@@ -397,7 +398,7 @@ private Q_SLOTS:
     {
         QVERIFY(!open(RemoteNames::AgentServer));
         mBusDaemon.stop();
-        // So many waits of a whole call would take longer than the test may.
+        // So many full timeouts would exceed the time limit of the test.
         for (int attempt = 0; attempt < 300; ++attempt)
             QVERIFY(!open(RemoteNames::AgentServer));
         mBusDaemon.resume();

@@ -28,7 +28,7 @@ constexpr QRgb Red = 0xFFFF0000;
 constexpr QRgb Green = 0xFF00FF00;
 constexpr QRgb Blue = 0xFF0000FF;
 
-/// The colours of a picture that went through a video format are close to what they were.
+/// Compares with a tolerance, because video formats change colours slightly.
 bool looksLike(QRgb shown, QRgb expected)
 {
     const auto near = [](int a, int b) { return qAbs(a - b) < 24; };
@@ -58,7 +58,7 @@ QByteArrayList threadNames()
     return names;
 }
 
-/// Without the one thread that GLib keeps for all its pools from their first use on.
+/// Number of threads without "pool-spawner", which GLib starts once and keeps.
 int threads()
 {
     const auto names = threadNames();
@@ -78,7 +78,7 @@ int residentMemory()
     return 0;
 }
 
-/// AddressSanitizer keeps what is freed for a while, so that growth says nothing under it.
+/// AddressSanitizer delays the release of memory, so the growth cannot be measured there.
 bool hasGrownByLess(int before, int kilobytes)
 {
 #ifdef __SANITIZE_ADDRESS__
@@ -101,7 +101,7 @@ std::map<int, void (*)(int)> signalHandlers()
 
 } // namespace
 
-/// Cameras of a real PipeWire, from the look-up to the pixels in the view.
+/// Tests cameras of a real PipeWire, from the look-up to the pixels in the view.
 class PipeWireCaptureTest : public QObject {
     Q_OBJECT
 
@@ -142,7 +142,7 @@ private:
         mSession = mCapture->makeSession();
         QVERIFY(mSession->addInput(std::make_shared<platform::CaptureDeviceInput>(device), error));
     }
-    /// Takes the pictures that would go to the view.
+    /// Receives the frames instead of the view.
     void listen()
     {
         mSession->setFrameHandler([this](const QImage &picture) {
@@ -162,7 +162,7 @@ private:
     {
         if (mLast.isNull())
             return false;
-        // Chroma that is read from the wrong place changes from one pair of pixels to the next.
+        // Chroma read from a wrong address differs between neighbouring pixel pairs.
         const QPoint center = mLast.rect().center();
         const QPoint other(qMax(0, center.x() - 2), center.y());
         return looksLike(mLast.pixel(center), color) && looksLike(mLast.pixel(other), color);
@@ -174,7 +174,7 @@ private:
         QTRY_VERIFY_WITH_TIMEOUT(mFrames > 0, Timeout);
         mSession->stopRunning();
     }
-    /// Starts and stops so often with a picture in between, and as often without waiting for one.
+    /// Starts and stops that many times with a frame in between, then as many times without.
     void previewAndLetGo(int times)
     {
         mCapture = platform::makePipeWireCapture(mCenter, platform::makeQtRunLoop());
@@ -192,7 +192,7 @@ private:
     static int pidOf(const QString &program)
     {
         QProcess pgrep;
-        // The session's own daemon: the newest one below the private session that runs this test.
+        // The newest process of that name below this test's private session.
         pgrep.start(QStringLiteral("pgrep"),
                     {QStringLiteral("-x"), QStringLiteral("-P"), QString::number(getppid()), program});
         pgrep.waitForFinished();
@@ -206,7 +206,8 @@ private:
                            [](const auto &name) { return name.startsWith("pipewiresrc"); });
     }
 
-    /// A picture that is asked for before refuses to wait: there is nobody yet who could bring both together.
+    /// Whether the session manager knows the node. A stream started before would fail, because nothing could
+    /// link it.
     static bool policyKnowsTheCamera()
     {
         QProcess metadata;
@@ -245,7 +246,7 @@ private Q_SLOTS:
         mCamera.reset();
     }
 
-    // First, while GStreamer has not been started by another test.
+    // Must run first, before another test starts GStreamer.
     void theFirstPreviewLeavesTheProcessAsItWas()
     {
         const auto gStreamerRuns = [] {
@@ -253,7 +254,7 @@ private Q_SLOTS:
             return maps.open(QIODevice::ReadOnly) && maps.readAll().contains("libgstpipewire");
         };
         const QByteArray locale = std::setlocale(LC_ALL, nullptr);
-        // QProcess, which runs the camera, may set a handler of its own.
+        // QProcess, which runs the camera, may install a signal handler.
         plugIn();
         const auto handlers = signalHandlers();
         openSession();
@@ -410,7 +411,7 @@ private Q_SLOTS:
         mFrames = 0;
         mCamera->waitUntilTold(30);
         QCoreApplication::processEvents();
-        // The one that waited, and one that came while it was taken.
+        // One frame that was waiting, and one that arrived during its delivery.
         QVERIFY2(mFrames <= 2, qPrintable(QString::number(mFrames)));
         QVERIFY(arrived(Green));
     }
@@ -435,7 +436,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(mFrames > 3, Timeout);
         mCamera->tell(QStringLiteral("colour 0xff00ff00"));
         mCamera->tell(QStringLiteral("format ") + format);
-        // Frames of the old format may be under way for some time.
+        // Frames of the old format may still be on their way.
         mFrames = 0;
         QTRY_VERIFY_WITH_TIMEOUT(mFrames > 30 || !mErrors.empty(), Timeout);
         QVERIFY(mErrors.empty());
@@ -472,7 +473,7 @@ private Q_SLOTS:
     {
         watchTheCamera();
         mCamera->tell(QStringLiteral("pause"));
-        // So long that the silent node has been looked up, and found, more than once.
+        // Long enough for several look-ups of the silent node, which find it.
         mCamera->tell(QStringLiteral("tell"));
         QTRY_VERIFY_WITH_TIMEOUT(mCamera->told() > 90, Timeout);
         QVERIFY(mErrors.empty());
@@ -582,7 +583,7 @@ private Q_SLOTS:
         openSession();
         showInView({320, 240});
         mSession->startRunning();
-        // It is watched, and so long that it would have been found missing more than once.
+        // Long enough for several look-ups that could report the camera missing.
         mCamera->tell(QStringLiteral("tell"));
         QTRY_VERIFY_WITH_TIMEOUT(mCamera->told() > 90, Timeout);
         QCOMPARE(shownAt(160, 120), QRgb(0xFF000000));
@@ -601,7 +602,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(looksLike(shownAt(160, 120), Red), Timeout);
         mCamera->tell(QStringLiteral("pause"));
         mCamera->tell(QStringLiteral("colour 0xff00ff00"));
-        // So long that the silent node must have been found to be there more than once.
+        // Long enough for several look-ups that find the silent node.
         mCamera->tell(QStringLiteral("tell"));
         QTRY_VERIFY_WITH_TIMEOUT(mCamera->told() > 90, Timeout);
         QVERIFY(mErrors.empty());
@@ -710,7 +711,7 @@ private Q_SLOTS:
         kill(policy, SIGSTOP);
         mFrames = 0;
         mSession->startRunning();
-        // PipeWire's source now waits for somebody who brings the camera, and that half a minute long.
+        // pipewiresrc now waits up to half a minute for a session manager that links its camera.
         QTRY_VERIFY_WITH_TIMEOUT(aSourceIsAtWork(), Timeout);
         const QDeadlineTimer impatience(waits ? 0 : 1500);
         QTRY_VERIFY_WITH_TIMEOUT(impatience.hasExpired(), Timeout);
@@ -724,7 +725,7 @@ private Q_SLOTS:
         QVERIFY(mErrors.empty());
     }
 
-    // Last: PipeWire does not come back by itself.
+    // Must run last, because PipeWire is not restarted.
     void pipeWireMayDieAndComeBack()
     {
         watchTheCamera();

@@ -4,7 +4,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/// Where the pane looks for PipeWire.
+/// Tests the search for PipeWire's socket.
 class PipeWireSocketTest : public QObject {
     Q_OBJECT
 

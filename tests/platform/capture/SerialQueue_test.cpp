@@ -17,7 +17,7 @@ using platform::SerialQueue;
 
 namespace {
 
-/// Keeps the work that comes to it, until it is opened.
+/// A barrier: work blocks in pass() until open().
 class Gate {
 public:
     void pass()
@@ -59,7 +59,7 @@ int threads()
 
 } // namespace
 
-/// Work that may block, away from the main thread.
+/// Tests blocking work off the main thread.
 class SerialWorkerTest : public QObject {
     Q_OBJECT
 

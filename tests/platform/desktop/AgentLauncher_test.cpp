@@ -6,7 +6,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/// Launches of agents that are there, missing, broken or slow. An agent here is a script that leaves a mark.
+/// Tests launches of agents that exist, are missing, broken or slow. The agent is a script that writes a
+/// file.
 class AgentLauncherTest : public QObject {
     Q_OBJECT
 
@@ -79,7 +80,7 @@ private Q_SLOTS:
     void theInstalledAgentIsTheDefault()
     {
         const auto installed = QStringLiteral("/Library/Application Support/KS-7/KS7Agent.app");
-        // None is installed where tests run.
+        // No agent is installed where tests run.
         QVERIFY(!QFile::exists(installed));
         QVERIFY(!launch(QString()));
         QCOMPARE(platform::agentProgram(), installed);

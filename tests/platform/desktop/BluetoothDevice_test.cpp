@@ -115,7 +115,7 @@ void BluetoothDeviceTest::aDaemonThatHangsIsGivenUp()
 {
     const auto pid = static_cast<pid_t>(mDaemon.processId());
     QCOMPARE(::kill(pid, SIGSTOP), 0);
-    // A caller that waits for longer than this gets the address.
+    // Resume the daemon after 10 s; a caller that waited that long would get the address.
     std::promise<void> given;
     std::thread wakes([pid, up = given.get_future()] {
         if (up.wait_for(10s) == std::future_status::timeout)

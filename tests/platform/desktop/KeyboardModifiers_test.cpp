@@ -6,7 +6,7 @@
 #include <QWidget>
 #include <QWindow>
 
-/// Keys held on a real X display. The window does not need the focus.
+/// Tests keys pressed on a real X display. The window does not need the focus.
 class KeyboardModifiersTest : public QObject {
     Q_OBJECT
 

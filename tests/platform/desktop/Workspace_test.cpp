@@ -18,7 +18,7 @@ const QString FileManagerConnection = QStringLiteral("file-manager");
 
 } // namespace
 
-/// A file manager on the session bus, as other programs see it.
+/// A stand-in for the file manager on the session bus.
 class FileManagerStandIn : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
@@ -51,7 +51,7 @@ private:
     bool mIsThere = false;
 };
 
-/// What the pane hands to the user's other programs.
+/// Tests the requests to the user's other programs.
 class WorkspaceTest : public QObject {
     Q_OBJECT
 
@@ -75,7 +75,7 @@ private Q_SLOTS:
     void aWorkspaceThatIsGoneOpensNothing();
 
 public Q_SLOTS:
-    // The desktop's default handlers.
+    // Stands for the desktop's default handlers.
     void open(const QUrl &url) { mOpened += url.toString(QUrl::FullyEncoded); }
 
 private:
@@ -138,7 +138,7 @@ void WorkspaceTest::aMissingFileIsNeitherOpenedNorShown()
     QVERIFY(QFile::remove(file()));
     QVERIFY(!mWorkspace->openFile(file()));
     QVERIFY(!mWorkspace->selectFile(file()));
-    // What is asked next comes after anything that was asked for the missing one.
+    // The bus keeps the order, so a request for the missing file would arrive before this one.
     QVERIFY(mWorkspace->selectFile(mFolder->path()));
     QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown, QStringList{urlOf(mFolder->path())}, Timeout);
     QCOMPARE(mOpened, QStringList());
@@ -152,7 +152,7 @@ void WorkspaceTest::aFileIsShownInTheFileManager()
     QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown, QStringList{urlOf(file())}, Timeout);
     QVERIFY(fileManager.shown.constFirst().endsWith(QStringLiteral("/a%20log%20%251.log")));
     QCOMPARE(fileManager.startUpIds, QStringList{QString()});
-    // The answer to the first question has been heard when the second has been asked.
+    // The second request proves that the reply to the first was handled.
     QVERIFY(mWorkspace->selectFile(file()));
     QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown.size(), 2, Timeout);
     QCOMPARE(mOpened, QStringList());
@@ -170,7 +170,7 @@ void WorkspaceTest::aRelativePathIsShownByItsWholeOne()
 
 void WorkspaceTest::nobodyWaitsForTheFileManager()
 {
-    // It lives in this very thread and answers only when the loop turns.
+    // The stand-in lives in this thread and replies only when the event loop runs.
     const FileManagerStandIn fileManager;
     QVERIFY(mWorkspace->selectFile(file()));
     QCOMPARE(fileManager.shown, QStringList());
@@ -212,7 +212,7 @@ void WorkspaceTest::aBusThatCameBackIsAsked()
     mBus->start();
     const FileManagerStandIn fileManager;
     QVERIFY(fileManager.isThere());
-    // The loss may be noticed only by the next question, which then ends at the folder too.
+    // The next request may be the one that detects the loss; it then opens the folder.
     QTRY_VERIFY_WITH_TIMEOUT(mWorkspace->selectFile(file()) && !fileManager.shown.isEmpty(), Timeout);
 }
 
@@ -221,7 +221,7 @@ void WorkspaceTest::aWorkspaceThatIsGoneOpensNothing()
     const FileManagerStandIn fileManager;
     QVERIFY(mWorkspace->selectFile(file()));
     mWorkspace.reset();
-    // A later one works as the first did.
+    // A new workspace still works.
     mWorkspace = platform::makeWorkspace(std::make_shared<platform::SessionBus>());
     QVERIFY(mWorkspace->selectFile(mFolder->path()));
     QTRY_VERIFY_WITH_TIMEOUT(fileManager.shown.contains(urlOf(mFolder->path())), Timeout);

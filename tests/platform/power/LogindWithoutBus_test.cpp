@@ -20,11 +20,11 @@ void ignore(void *, std::uint32_t, std::uint32_t, void *)
 
 } // namespace
 
-/// Sleep and user switching while the system bus is absent, silent or restarted.
+/// Tests sleep and user switching while the system bus is absent, silent or restarted.
 class LogindWithoutBusTest : public QObject {
     Q_OBJECT
 
-    /// What the pane does at its loading and its first showing.
+    /// The calls that the pane makes when it is loaded and first shown.
     void showPane()
     {
         mPower = std::make_unique<platform::LogindPower>(mBus);
@@ -113,7 +113,7 @@ private Q_SLOTS:
         showPaneAgain();
         mSession->removeObserver(this, platform::NSWorkspaceSessionDidResignActiveNotification);
         showPaneAgain();
-        // Nobody but this thread lets the bus go on: a blocking call would have failed by now.
+        // Only this thread can resume the bus, so a blocking call would have failed by now.
         mDaemon.resume();
         expectLogindIsHeard();
     }

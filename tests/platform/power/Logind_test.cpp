@@ -25,7 +25,7 @@ const QString Mock = QStringLiteral("org.freedesktop.DBus.Mock");
 const QString &BecameActive = platform::NSWorkspaceSessionDidBecomeActiveNotification;
 const QString &Resigned = platform::NSWorkspaceSessionDidResignActiveNotification;
 
-/// The messages that the callback was handed, with their arguments.
+/// Messages and arguments that the callback received.
 struct Received {
     std::uint32_t message;
     void *argument;
@@ -61,7 +61,7 @@ void receive(void *refcon, std::uint32_t, std::uint32_t message, void *argument)
         (*allows)->allowPowerChange(1, argument);
 }
 
-/// A system bus that is open already, as it is when nothing is wrong.
+/// A system bus connection that is already open.
 std::shared_ptr<platform::BusConnection> openBus()
 {
     auto bus = std::make_shared<platform::SystemBus>();
@@ -71,7 +71,7 @@ std::shared_ptr<platform::BusConnection> openBus()
 
 } // namespace
 
-/// Sleep, wake and user switching, as a logind played by python-dbusmock announces them.
+/// Tests sleep, wake and user switching with python-dbusmock's logind.
 class LogindTest : public QObject {
     Q_OBJECT
 
@@ -217,7 +217,7 @@ private Q_SLOTS:
         power.allowPowerChange(1, received[0].argument);
         QVERIFY(power.holdsInhibitor());
         QCOMPARE(inhibitors(), 1);
-        // The query of the next night releases nothing either, also before its announcement.
+        // The next sleep's query releases nothing either, even before its announcement.
         logindPrepares(false);
         logindPrepares(true);
         QTRY_COMPARE_WITH_TIMEOUT(announcements().size(), std::size_t(2), Timeout);
@@ -307,7 +307,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(wakes(), 2, Timeout);
         logind.answerNow();
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
-        // The question after a night comes behind all earlier ones.
+        // The Inhibit call after another sleep follows all earlier calls.
         logind.prepares(true);
         logind.prepares(false);
         QTRY_COMPARE_WITH_TIMEOUT(wakes(), 3, Timeout);
@@ -482,7 +482,7 @@ private Q_SLOTS:
             logind.switchesWithoutSaying(false);
         logind.answerNow();
         QTRY_COMPARE_WITH_TIMEOUT(heard, QStringList{Resigned}, Timeout);
-        // Whatever the answers might have told would be heard before this.
+        // Effects of the late replies would be observed before this signal.
         logind.switches(true);
         QTRY_COMPARE_WITH_TIMEOUT(heard.size(), 2, Timeout);
         QCOMPARE(heard, (QStringList{Resigned, BecameActive}));
@@ -531,7 +531,7 @@ private Q_SLOTS:
         platform::LogindSession session(openBus());
         session.addObserver(this, Resigned,
                             [](const platform::Notification &) { QFAIL("nobody has switched"); });
-        // Its questions have been answered when a later one has.
+        // The session's calls were sent before this one, so their replies have arrived.
         inhibitors();
         QCoreApplication::processEvents();
         QVERIFY(!session.isActive().has_value());

@@ -31,10 +31,10 @@ const QString Domain = QStringLiteral("org.example.camera");
 const QString Size = QStringLiteral("Size");
 constexpr uid_t Nobody = 65534;
 
-/// The order in which the product made its files safe; recorded by the fsync() and rename() below.
+/// Order in which the product calls fsync() and rename(), recorded by the replacements below.
 QStringList safeSteps;
 
-/// Drops the superuser's rights, because the superuser may read and write everything.
+/// Drops root's rights, because root may read and write everything.
 class WithoutPrivileges {
 public:
     explicit WithoutPrivileges(const QString &ownFolder)
@@ -58,7 +58,7 @@ private:
     bool mDropped = false;
 };
 
-/// Limits the size of files while it is alive, as a full disk does.
+/// Limits the size of files while it exists, like a full disk.
 class FullDisk {
 public:
     explicit FullDisk(rlim_t bytes)
@@ -80,7 +80,7 @@ private:
     rlimit mBefore = {};
 };
 
-/// Restores an environment variable at the end.
+/// Restores an environment variable in the destructor.
 class Variable {
 public:
     explicit Variable(const char *name)
@@ -112,7 +112,7 @@ QByteArray smallDomain(int size, const QByteArray &rest = {})
         + QByteArray::number(size) + "</integer>\n" + rest + "</dict>\n</plist>\n";
 }
 
-/// The mode of the file behind a descriptor.
+/// Mode of the file behind a descriptor.
 mode_t modeOf(int file)
 {
     struct stat status = {};
@@ -121,7 +121,7 @@ mode_t modeOf(int file)
 
 } // namespace
 
-// These take the place of the C library's functions in the whole program.
+// Replace the C library's functions in the whole program.
 extern "C" int fsync(int file)
 {
     safeSteps += S_ISDIR(modeOf(file))
@@ -479,7 +479,7 @@ void UserDefaultsTest::theLastOfEqualKeysCounts()
     QCOMPARE(list->keys(), QStringList());
 }
 
-// In quadratic time this would take far longer than the time limit of the whole test.
+// Quadratic time would exceed the time limit of the test.
 void UserDefaultsTest::aKeyOfManyReferencesIsReadInLinearTime()
 {
     constexpr int References = 2'000'000;
@@ -684,7 +684,7 @@ void UserDefaultsTest::theModeIsKept()
 void UserDefaultsTest::theOwnerIsKept()
 {
     fileHolds(smallDomain(1));
-    // Only the superuser can write a file that is somebody else's.
+    // Only root can write another user's file.
     const uid_t owner = ::geteuid() == 0 ? Nobody : ::geteuid();
     const QByteArray path = QFile::encodeName(mFile);
     QCOMPARE(::chown(path.constData(), owner, static_cast<gid_t>(-1)), 0);
@@ -820,8 +820,7 @@ void UserDefaultsTest::anotherWritersChangeIsSeenAtOnce()
     QVERIFY(!defaults->persistentDomainForName(Domain));
 }
 
-// Many of these changes fall into one tick of the file system's clock, so that no time stamp tells them
-// apart.
+// Many changes share one tick of the file system's clock, so time stamps do not distinguish them.
 void UserDefaultsTest::aChangeOfTheSameSizeRightAfterwardsIsSeen()
 {
     fileHolds(smallDomain(0));
@@ -840,7 +839,7 @@ void UserDefaultsTest::theBytesBeforeAWriteCanComeBack()
     const auto defaults = platform::makeFileUserDefaults();
     setSize(*defaults, 2);
     QVERIFY(defaults->synchronize());
-    // No read in between, which would notice the write.
+    // Do not read here, because that would detect the write.
     fileHolds(smallDomain(1));
     QCOMPARE(sizeIn(*defaults), 1);
 }

@@ -46,7 +46,8 @@ public:
     int clicks = 0;
 };
 
-/// An application that is told to quit, closes a window as Qt 6 does, and stays because another one refuses.
+/// An application that receives a quit, closes a window as Qt 6 does, and continues because another window
+/// refuses.
 class HostThatStays : public QObject {
 public:
     HostThatStays() { qApp->installEventFilter(this); }
@@ -75,7 +76,7 @@ const AlertSheet OtherFailure{QStringLiteral("A Failure"), QStringLiteral("OK"),
 
 } // namespace
 
-/// Sheets and alerts of the real presenter.
+/// Tests sheets and alerts of the real presenter.
 class QtSheetPresenterTest : public QObject {
     Q_OBJECT
 

@@ -38,7 +38,7 @@ QJsonArray update(int info, const QString &package)
 
 } // namespace
 
-/// The updater against a package service that says what each story needs.
+/// Tests the updater against a package service whose replies each test sets.
 class PackageKitUpdaterTest : public QObject {
     Q_OBJECT
 
@@ -135,7 +135,7 @@ void PackageKitUpdaterTest::startPackageKit()
     mCalls.clear();
 }
 
-/// Lets the bus start the service on demand; returns the file that says so.
+/// Makes the bus start the service on demand. Returns the path of the service file.
 QString PackageKitUpdaterTest::makeServiceStartable()
 {
     const QDir folder(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
@@ -212,7 +212,7 @@ void PackageKitUpdaterTest::offersNothingWhenItsFileBelongsToNoPackage()
     startPackageKit();
     showPane();
     QTRY_VERIFY_WITH_TIMEOUT(asked(QStringLiteral("SearchFiles")), Timeout);
-    // There is no second question before the first one has come to nothing.
+    // The updater sends no second query before the first one has finished without a result.
     QTRY_VERIFY_WITH_TIMEOUT((showPaneTheNextDay(), calls().filter(QStringLiteral("SearchFiles")).size() > 1),
                              Timeout);
     QVERIFY(!asked(QStringLiteral("GetUpdates")));
@@ -240,7 +240,7 @@ void PackageKitUpdaterTest::ignoresOtherPackages()
 
 void PackageKitUpdaterTest::ignoresAnUpdateThatIsHeldBack()
 {
-    // The service may say how urgent an update is in the upper half of the same number.
+    // PackageKit may store the urgency of an update in the upper 16 bits of the same number.
     constexpr int UrgentAndBlocked = (Normal << 16) | Blocked;
     const QString held = QStringLiteral("ks7-preferences;2.0-1;amd64;debian");
     const QString heldToo = QStringLiteral("ks7-preferences;3.0-1;amd64;debian");
@@ -271,7 +271,7 @@ void PackageKitUpdaterTest::startsTheServiceWhenItIsNotRunning()
     showPane();
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
-    // The service that the bus has started ends with the bus.
+    // Kill the bus to end the service that the bus has started.
     QFile::remove(serviceFile);
     mSystemBus.kill();
     mSystemBus.start();
@@ -283,7 +283,7 @@ void PackageKitUpdaterTest::asksOnceADay()
     Q_EMIT offer().laterChosen();
     mNow = mNow.addSecs(23 * 60 * 60);
     showPane();
-    // A question of the day after ends the wait for one that must not come.
+    // No query may come now. The next day's query, which must come, limits the wait for it.
     mNow = mNow.addSecs(2 * 60 * 60);
     showPane();
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
@@ -433,7 +433,7 @@ void PackageKitUpdaterTest::keepsQuietWhenTheBusDiesOverAQuestion()
     mSystemBus.kill();
     QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Timeout);
     QCOMPARE(offer().stage(), Stage::None);
-    // The next day's question goes over the new bus: the one without an answer is over.
+    // The next day's query uses the new bus, because the unanswered one has failed.
     mBehaviour.remove(QStringLiteral("query"));
     restartBus();
     startPackageKit();
@@ -465,7 +465,7 @@ void PackageKitUpdaterTest::keepsQuietWhenTheQuestionFails()
     const QString line = QStringLiteral("No answer about updates: no network");
     showPane();
     QTRY_COMPARE_WITH_TIMEOUT(log.lines, QStringList({line}), Timeout);
-    // The next day's question fails as well, and both are a line for those who look for it.
+    // The next day's query fails as well; each failure is one log line.
     showPaneTheNextDay();
     QTRY_COMPARE_WITH_TIMEOUT(log.lines, QStringList({line, line}), Timeout);
     QCOMPARE(calls().filter(QStringLiteral("SearchFiles")).size(), 2);
@@ -479,7 +479,7 @@ void PackageKitUpdaterTest::keepsQuietWithoutAService()
     showPane();
     QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Timeout);
     QVERIFY(log.lines.first().startsWith(QStringLiteral("No answer about updates: ")));
-    // The service comes the next day and is then found: the failure has left nothing behind.
+    // The service appears on the next day and is found: the failure left no state behind.
     startPackageKit();
     showPaneTheNextDay();
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
@@ -496,7 +496,7 @@ void PackageKitUpdaterTest::keepsTheRunLoopTurningWhileTheServiceIsSilent()
     QTRY_VERIFY_WITH_TIMEOUT(turned, Timeout);
     QCOMPARE(offer().stage(), Stage::None);
     QCOMPARE(::kill(process, SIGCONT), 0);
-    // A blocking call would have given up on the silent service and lost this answer.
+    // A blocking call would have timed out on the stopped service and lost this reply.
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
 

@@ -12,8 +12,8 @@
 
 #include <memory>
 
-/// The updater while the system bus is absent or silent. A question to a bus without a package service leaves
-/// one line in the log.
+/// Tests the updater with an absent or silent system bus. A query on a bus without a package service logs one
+/// line.
 class PackageKitWithoutBusTest : public QObject {
     Q_OBJECT
 
@@ -95,7 +95,7 @@ void PackageKitWithoutBusTest::aSilentBusHoldsNobodyUpAndIsAskedWhenItAnswers()
     showPane();
     turn();
     QCOMPARE(log.lines, QStringList());
-    // Nobody but this thread lets the bus go on: a blocking call would have failed by now.
+    // Only this thread can resume the bus, so a blocking call would have failed by now.
     mSystemBus.resume();
     QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Timeout);
     QVERIFY(hasAsked());
