@@ -1,5 +1,4 @@
-"""The pane in its own host, with an agent that is stopped, killed and started again, and a look at what the host
-uses of the machine."""
+"""Runs the stand-alone host with an agent that is stopped, killed and restarted, and measures the host's resources."""
 
 import contextlib
 import os
@@ -10,7 +9,6 @@ import sys
 import unittest
 
 import dbus
-import dbus.lowlevel
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 
@@ -18,13 +16,11 @@ import accessible  # noqa: E402
 import stand_in  # noqa: E402
 from accessible import wait_until  # noqa: E402
 from pipewire_nodes import AGENT_CAMERA  # noqa: E402
+from stand_in import NOTIFICATIONS, NOTIFICATIONS_PATH  # noqa: E402, F401
 
 BUILD = pathlib.Path(os.environ["KS7_BUILD"])
 HOST = BUILD / "bin" / "ks7-preferences"
-SIMULATOR = BUILD / "bin" / "ks7-agent-simulator"
 NOWHERE = "/nonexistent"
-NOTIFICATIONS = "com.orvex.DistributedNotificationCenter"
-NOTIFICATIONS_PATH = "/com/orvex/DistributedNotificationCenter"
 KITCHEN = "00-1b-dc-0f-2a-9c"
 DESK = "00-1b-dc-0f-3b-71"
 NOT_STREAMING = 1
@@ -32,61 +28,29 @@ CAMERAS = ("Kitchen, Not Streaming", "Desk, Not Streaming")
 MEGABYTE = 1024 * 1024
 
 
-class AgentProcess:
-    """The stand-in agent as a process to be hurt: two cameras, nothing that it does of itself."""
+class AgentProcess(stand_in.AgentProcess):
+    """The stand-in agent without a picture. It acts on commands only."""
 
     def __init__(self, *options):
-        self.process = subprocess.Popen([SIMULATOR, "--no-picture", "--quick", "--scenario", "scripted", *options],
-                                        stdin=subprocess.DEVNULL)
-        self.script = stand_in.Agent()
-        wait_until(self.is_up, "the agent on the bus")
-
-    def is_up(self):
-        if self.process.poll() is not None:
-            raise AssertionError(f"the agent ended with {self.process.returncode}")
-        return self.script.is_up()
+        super().__init__("--no-picture", *stand_in.SCRIPTED, *options)
 
     def add_cameras(self):
-        self.script.addCamera(KITCHEN, "Kitchen", "2A9C", NOT_STREAMING, signature="sssi")
-        self.script.addCamera(DESK, "Desk", "3B71", NOT_STREAMING, signature="sssi")
+        self.add_camera(KITCHEN, "Kitchen", NOT_STREAMING)
+        self.add_camera(DESK, "Desk", NOT_STREAMING)
         return self
-
-    def calls(self, operation=None):
-        calls = [str(call) for call in self.script.recordedCalls()]
-        return [call for call in calls if operation is None or call.startswith(operation + "(")]
-
-    def wait_for_call(self, operation, times=1):
-        wait_until(lambda: len(self.calls(operation)) >= times, f"{times} of {operation}")
-
-    def stop(self):
-        self.process.send_signal(signal.SIGSTOP)
-
-    def resume(self):
-        self.process.send_signal(signal.SIGCONT)
-
-    def kill(self):
-        self.process.kill()
-        self.process.wait()
-        wait_until(lambda: not self.script.is_up(), "the names are free")
-
-    def end(self):
-        if self.process.poll() is None:
-            self.resume()
-            self.process.kill()
-            self.process.wait()
 
 
 class CameraProcess:
-    """The camera's picture in PipeWire, by its name."""
+    """A PipeWire node with the name of the agent's camera."""
 
     def __init__(self):
-        # The end of its input would be the camera's.
+        # The camera ends at the end of its standard input, so keep a pipe open.
         self.process = subprocess.Popen([BUILD / "tests" / "virtual_camera", AGENT_CAMERA, "KS-7"],
                                         stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
         wait_until(self.is_up, "the camera in PipeWire")
 
     def is_up(self):
-        """Whether the session manager has it, too: before that nobody brings a camera and its watcher together."""
+        """Whether the session manager knows the node; before that it links no consumer."""
         told = subprocess.run(["pw-metadata", "-n", "default", "0"], capture_output=True, text=True,
                               stdin=subprocess.DEVNULL)
         return AGENT_CAMERA in told.stdout
@@ -97,7 +61,7 @@ class CameraProcess:
 
 
 class Measured:
-    """What a process holds of the machine."""
+    """The resources of a process."""
 
     def __init__(self, pid):
         self.pid = pid
@@ -115,7 +79,7 @@ class Measured:
         return self._status("Threads")
 
     def descriptors(self):
-        """What each descriptor stands for; which socket or pipe it is does not matter."""
+        """The kind of each open descriptor: the target of its link without the inode number."""
         kinds = []
         folder = pathlib.Path(f"/proc/{self.pid}/fd")
         for descriptor in folder.iterdir():
@@ -124,7 +88,7 @@ class Measured:
         return sorted(kinds)
 
     def match_rules(self):
-        """The rules that the bus keeps for all connections of the process."""
+        """The match rules of all connections of the process."""
         bus = dbus.SessionBus()
         daemon = bus.get_object("org.freedesktop.DBus", "/org/freedesktop/DBus", introspect=False)
         rules = dbus.Interface(daemon, "org.freedesktop.DBus.Debug.Stats").GetAllMatchRules()
@@ -138,8 +102,8 @@ class Measured:
 
 
 class MeasuredHeap(Measured):
-    """A process that tells what it keeps of its heap. While messages wait to be read the heap grows with them, and the
-    allocator keeps what they took for later: that is given back first."""
+    """A process that reports its used heap. The report first returns free memory to the system: the heap grows with
+    unread messages, and the allocator keeps that memory."""
 
     LIBRARY = BUILD / "tests" / "ks7_heap_report.so"
 
@@ -166,13 +130,13 @@ class FaultCase(unittest.TestCase):
         return agent
 
     def open_pane(self, agent=NOWHERE, **env):
-        """The pane in a window on the display, with a hand on it."""
+        """Starts the host on the display, driven through accessibility and synthetic input."""
         pane = accessible.launch([HOST], env={"KS7_AGENT": str(agent), **env})
         self.addCleanup(pane.end)
         return pane
 
     def start_pane(self, **env):
-        """The pane without a display, where nobody looks at it."""
+        """Starts the host without driving it."""
         process = subprocess.Popen([HOST], env=dict(os.environ, KS7_AGENT=NOWHERE, **env), stdin=subprocess.DEVNULL)
         self.addCleanup(self.end_process, process)
         return process
@@ -182,7 +146,7 @@ class FaultCase(unittest.TestCase):
         return pathlib.Path(os.environ["KS7_SESSION_FOLDER"]) / "heap"
 
     def report_heap(self):
-        """What a program needs in its environment to tell of its heap."""
+        """The environment of a program that reports its heap."""
         return {"LD_PRELOAD": str(MeasuredHeap.LIBRARY), "KS7_HEAP_REPORT": str(self.heap_report())}
 
     def start_measured_pane(self):
@@ -195,9 +159,7 @@ class FaultCase(unittest.TestCase):
         process.wait()
 
     def post(self, name, user_info=None):
-        message = dbus.lowlevel.SignalMessage(NOTIFICATIONS_PATH, NOTIFICATIONS, name)
-        message.append(dbus.Dictionary(user_info or {}, signature="sv"), signature="a{sv}")
-        self.bus.send_message(message)
+        stand_in.post(self.bus, name, user_info)
 
     def rows(self, pane):
         return [row for row in pane.names("table cell") if row]
@@ -209,19 +171,19 @@ class FaultCase(unittest.TestCase):
         self.wait_for_rows(pane, *CAMERAS)
 
     def wait_for_no_agent(self, pane):
-        """A pane that waits for its agent tells of no row either: it has to be seen that it goes on."""
+        """The table also has no row while the pane waits for an agent, so require a button that replies."""
         wait_until(lambda: not self.rows(pane) and pane.find("Add Camera"), "no row", pane.dump)
         self.assertFalse(pane.ended())
 
     def plug_in(self, agent):
-        """The kitchen's camera is at the cable, with old firmware; what is asked for is begun and never ends."""
+        """Plugs the kitchen camera in, with old firmware. Passkey changes and updates start and never end."""
         for behaviour in ("firmware", "passKey"):
             agent.script.setBehaviour(behaviour, False)
         agent.script.plugUSB(KITCHEN, True)
         agent.wait_for_call("connectedCamNeedsFirmwareUpdate")
 
     def close(self, pane):
-        """Closes whatever is in front until the program has ended; answers its exit code."""
+        """Closes the active window until the program has ended; returns its exit code."""
         def closed():
             if not pane.ended():
                 accessible.key("alt+F4")

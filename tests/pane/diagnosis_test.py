@@ -1,4 +1,4 @@
-"""What `ks7-preferences --diagnose` tells on machines with everything, with something broken and with nothing."""
+"""Tests `ks7-preferences --diagnose` on machines where everything works, something is broken, or nothing is present."""
 
 import contextlib
 import os
@@ -21,7 +21,7 @@ PREFERENCES = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "com.orvex.KS7Agent.
 
 
 def diagnose(env=None):
-    """The report as a dictionary; lines that belong to the one before are kept as "cameras"."""
+    """Returns the report as a dictionary; indented lines are collected under "cameras"."""
     done = subprocess.run([BIN / "ks7-preferences", "--diagnose"], stdin=subprocess.DEVNULL, capture_output=True,
                           text=True, env=env)
     assert done.returncode == 0, f"ended with {done.returncode}: {done.stderr}"
@@ -33,13 +33,11 @@ def diagnose(env=None):
 
 @contextlib.contextmanager
 def agent(*options):
-    process = subprocess.Popen([BIN / "ks7-agent-simulator", "--no-picture", *options], stdin=subprocess.DEVNULL)
+    agent = stand_in.AgentProcess("--no-picture", *options)
     try:
-        yield process, stand_in.Agent().wait_up()
+        yield agent.process, agent.script
     finally:
-        process.send_signal(signal.SIGCONT)
-        process.kill()
-        process.wait()
+        agent.end()
 
 
 @contextlib.contextmanager
@@ -107,7 +105,7 @@ class DiagnosisTest(unittest.TestCase):
             report = diagnose()
         self.assertEqual(report["Cameras"], "2")
         self.assertIn("Kitchen (2A9C): status 4 Streaming", report["cameras"])
-        # A name with a line break cannot pass for a finding.
+        # A name with a line break cannot imitate a line of the report.
         self.assertIn("Desk⟨U+000A⟩PackageKit: running (1122): status 0 Not Found", report["cameras"])
 
     def test_gives_up_on_an_agent_that_hangs(self):

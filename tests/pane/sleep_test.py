@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""The machine goes to sleep and wakes, or another person takes the screen, while the pane shows the picture of a real
-PipeWire, with logind played by python-dbusmock; and a pane that is not looked at any more does nothing at all."""
+"""Tests sleep, wake and the switch to another user while the pane shows the picture of a real PipeWire, with
+python-dbusmock's logind. Also tests that a hidden pane is idle."""
 
 import os
 import pathlib
@@ -24,7 +24,7 @@ MANAGER = "org.freedesktop.login1.Manager"
 SESSION = "org.freedesktop.login1.Session"
 MOCK = "org.freedesktop.DBus.Mock"
 KITCHEN = "00-1b-dc-0f-2a-9c"
-# Seconds without a single wake-up, after which none is to be expected: no timer of the preview is slower.
+# Seconds without a wake-up that prove idleness: all timers of the preview are faster.
 CALM = 3
 
 
@@ -48,7 +48,7 @@ class Logind:
         self.session.UpdateProperties(SESSION, {"Active": dbus.Boolean(is_ours)}, dbus_interface=MOCK)
 
     def held_up(self):
-        """How often the pane makes it wait with the sleep."""
+        """Returns the number of inhibitors that the pane holds."""
         held = self.manager.ListInhibitors(dbus_interface=MANAGER)
         return sum((str(what), str(who), str(mode)) == ("sleep", "KS-7", "delay") for what, who, _, mode, _, _ in held)
 
@@ -74,10 +74,9 @@ class PaneWithLogind(unittest.TestCase):
         self.logind = Logind()
         self.logind.add_session(self.session)
         self.addCleanup(self.logind.end)
-        self.simulator = subprocess.Popen([BUILD / "bin" / "ks7-agent-simulator", "--quick", "--scenario", "scripted"],
-                                          stdin=subprocess.DEVNULL)
-        self.addCleanup(self.end_simulator)
-        self.agent = stand_in.Agent().wait_up()
+        simulator = stand_in.AgentProcess(*stand_in.SCRIPTED)
+        self.addCleanup(simulator.end)
+        self.agent = simulator.script
         self.agent.setPreference("KS7On", dbus.Boolean(True, variant_level=1))
         self.agent.addCamera(KITCHEN, "Kitchen", "2A9C", 4, signature="sssi")
         self.agent.setPreferred(KITCHEN)
@@ -86,10 +85,6 @@ class PaneWithLogind(unittest.TestCase):
             "KS7_AGENT": str(self.agent_of_the_pane), "XDG_SESSION_ID": self.session})
         self.addCleanup(self.pane.end)
         wait_until(lambda: self.logind.held_up() == 1, "the pane makes the sleep wait")
-
-    def end_simulator(self):
-        self.simulator.kill()
-        self.simulator.wait()
 
     def start_preview(self):
         self.pane.press("Start Preview")
@@ -123,7 +118,7 @@ class SleepTest(PaneWithLogind):
         self.assert_stopped()
 
     def sleep_is_met_under(self, *cover):
-        """The preview runs, and something lies over the pane: it stays there while the machine sleeps and wakes."""
+        """The preview runs and another sheet is open: it stays open while the machine sleeps and wakes."""
         self.pane.wait_for(*cover)
         self.logind.prepares(True)
         wait_until(lambda: self.logind.held_up() == 0, "the machine may sleep")
@@ -158,7 +153,7 @@ class SleepTest(PaneWithLogind):
         self.logind.prepares(True)
         wait_until(lambda: self.logind.held_up() == 0, "the machine may sleep")
         self.assert_stopped()
-        # It was waited for once at most.
+        # The pane waited for one timeout at most.
         self.assertLessEqual(len(self.agent.recordedCalls()), 1, self.agent.recordedCalls())
         self.agent.resume()
         self.logind.prepares(False)
@@ -191,7 +186,7 @@ class SleepTest(PaneWithLogind):
             return time.monotonic() - last[1] > CALM
         wait_until(is_calm, f"{CALM} s without a wake-up")
         names = [(task / "comm").read_text() for task in tasks(self.pane.process)]
-        # An idle thread of GStreamer's pool keeps the name of its last element; these are threads of PipeWire.
+        # Idle threads of GStreamer's pool keep the name of their last element; these are PipeWire's.
         self.assertFalse([name for name in names if name.startswith(("pipewire-", "data-loop", "pw-"))], names)
 
 

@@ -1,10 +1,13 @@
-"""The stand-in agent, as tests drive it.
+"""Drives the stand-in agent, ks7-agent-simulator.
 
-    agent = stand_in.Agent()                    # the one that runs on this session's bus
+    agent = stand_in.Agent()                    # the agent that runs on this session's bus
     agent.wait_up()
     agent.setStatus("00-1b-dc-0f-2a-9c", 4)
 
-    agent = stand_in.StandInAgent("--quick")    # starts one, and hears what it posts
+    agent = stand_in.AgentProcess(*stand_in.SCRIPTED)   # starts one, which acts on commands only
+    agent.stop()
+
+    agent = stand_in.StandInAgent("--quick")    # starts one, and records its posts
     agent.script.setPreferred("00-1b-dc-0f-2a-9c")
     agent.wait_for_post("KS7PreferredCameraChanged")
 """
@@ -13,6 +16,7 @@ import contextlib
 import os
 import pathlib
 import plistlib
+import signal
 import subprocess
 import time
 
@@ -28,6 +32,8 @@ NOTIFICATIONS = "com.orvex.DistributedNotificationCenter"
 AGENT = "com.orvex.KS7AgentServer"
 AGENT_USB = "com.orvex.KS7AgentServerUSB"
 SCRIPT = "com.orvex.KS7AgentSimulator"
+# Options of an agent without cameras that does nothing by itself.
+SCRIPTED = ("--scenario", "scripted", "--quick")
 PROGRAM = pathlib.Path(os.environ["KS7_BUILD"]) / "bin" / "ks7-agent-simulator"
 PREFERENCES = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "com.orvex.KS7Agent.plist"
 
@@ -41,7 +47,7 @@ NOTIFICATIONS_PATH = path_of(NOTIFICATIONS)
 
 
 class Agent:
-    """Each operation of the script interface is a method. Calls of the agent's own interfaces are not made here."""
+    """The script interface: each of its operations is a method. The agent's own interfaces are not called here."""
 
     def __init__(self, bus=None):
         self._bus = bus or dbus.SessionBus()
@@ -129,15 +135,72 @@ class Ear:
             match.remove()
 
 
-class StandInAgent:
-    """An agent process of the test's own, with proxies for its interfaces and an Ear for its posts."""
+def post(bus, name, user_info=None):
+    """Posts a distributed notification."""
+    message = dbus.lowlevel.SignalMessage(NOTIFICATIONS_PATH, NOTIFICATIONS, name)
+    message.append(dbus.Dictionary(user_info or {}, signature="sv"), signature="a{sv}")
+    bus.send_message(message)
+
+
+class AgentProcess:
+    """An agent that the test starts, stops and kills."""
+
+    def __init__(self, *options, **process_options):
+        self.script = Agent()
+        self.process = subprocess.Popen([PROGRAM, *options], **{"stdin": subprocess.DEVNULL, **process_options})
+        self.wait_up()
+
+    def wait_up(self):
+        accessible.wait_until(self.is_up, "the agent on the bus")
+
+    def is_up(self):
+        if self.has_ended():
+            raise AssertionError(f"the agent ended with {self.process.returncode}")
+        return self.script.is_up()
+
+    def has_ended(self):
+        return self.process.poll() is not None
+
+    def add_camera(self, address, name="Camera", status=1):
+        self.script.addCamera(address, name, address[-5:].replace("-", "").upper(), status, signature="sssi")
+
+    def calls(self, operation=None):
+        """The recorded calls, of one operation or of all."""
+        calls = [str(call) for call in self.script.recordedCalls()]
+        return [call for call in calls if operation is None or call.startswith(operation + "(")]
+
+    def wait_for_call(self, operation, times=1):
+        accessible.wait_until(lambda: len(self.calls(operation)) >= times, f"{times} of {operation}")
+
+    def stop(self):
+        self.process.send_signal(signal.SIGSTOP)
+
+    def resume(self):
+        self.process.send_signal(signal.SIGCONT)
+
+    def kill(self):
+        self.process.kill()
+        self.process.wait()
+        self.script.wait_gone()
+
+    def end(self):
+        """Kills the agent in whatever state it is."""
+        if not self.has_ended():
+            self.resume()
+            self.process.kill()
+            self.process.wait()
+
+
+class StandInAgent(AgentProcess):
+    """An agent process with proxies for its interfaces and an Ear for its posts. Waits run GLib's event loop."""
 
     def __init__(self, *options, **process_options):
         dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
         self.bus = dbus.SessionBus()
-        self.script = Agent(self.bus)
         self.ear = Ear(self.bus)
-        self.process = subprocess.Popen([PROGRAM, *options], **process_options)
+        super().__init__(*options, **process_options)
+
+    def wait_up(self):
         wait_until(lambda: self.has_ended() or "KS7AgentStarted" in self.ear.names(), "the agent has started")
 
     def interface(self, name, interface):
@@ -153,19 +216,13 @@ class StandInAgent:
         return self.interface(AGENT_USB, "com.orvex.TernUSBCommandControllerProxy")
 
     def pane_posts(self, name, user_info=None):
-        message = dbus.lowlevel.SignalMessage(NOTIFICATIONS_PATH, NOTIFICATIONS, name)
-        message.append(dbus.Dictionary(user_info or {}, signature="sv"), signature="a{sv}")
-        self.bus.send_message(message)
-
-    def add_camera(self, address, name="Camera", status=1):
-        self.script.addCamera(address, name, address[-5:].replace("-", "").upper(), status,
-                              signature="sssi")
+        post(self.bus, name, user_info)
 
     def wait_for_post(self, name, times=1):
         wait_until(lambda: self.ear.count(name) >= times, f"{name} is posted")
 
     def posts_of(self, act):
-        """The posts during `act`, in order."""
+        """The names of the posts during `act`, in order."""
         self.listen_up()
         self.ear.forget()
         act()
@@ -181,10 +238,8 @@ class StandInAgent:
     def status_of(self, address):
         return int(self.devices.cameraDict()[address]["Status"])
 
-    def has_ended(self):
-        return self.process.poll() is not None
-
     def end(self):
+        """Terminates the agent and returns its exit code."""
         if not self.has_ended():
             self.process.terminate()
         code = self.process.wait(TIMEOUT)
