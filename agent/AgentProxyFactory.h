@@ -22,5 +22,5 @@ public:
     usbController(const std::shared_ptr<platform::RootProxy> &root) = 0;
 };
 
-/// The two interfaces on D-Bus.
+/// Makes proxies that send their calls over D-Bus.
 std::shared_ptr<AgentProxyFactory> makeDBusProtocols();

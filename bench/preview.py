@@ -1,10 +1,9 @@
 #!/usr/bin/python3
-"""Measures the live preview beside gst-launch with the same camera, turn about, on a display, a bus and a PipeWire of its
-own, and tells the figures as bench/run takes them: number, what, beside, samples, limit, unit.
+"""Compares the live preview with gst-launch on the same camera, alternating, on a private display, bus and PipeWire.
+Prints the figures in bench/run's format: number, what, beside, samples, limit, unit.
 
-The camera numbers its pictures in bars across their middle. Whoever shows them, the numbers are read back from the
-display as soon as it has changed, so that both are watched in the same way, from outside.
-"""
+The camera draws each frame's number as bars. For both programs the numbers are read from the display whenever it
+changes, so both are measured in the same way, from outside."""
 
 import argparse
 import collections
@@ -42,7 +41,7 @@ class XImage(ctypes.Structure):
 
 
 class Eye:
-    """Reads the numbers off a window."""
+    """Reads frame numbers from a window."""
 
     def __init__(self, window):
         self.window = int(window)
@@ -61,14 +60,14 @@ class Eye:
         self.bars = None
 
     def line(self, y):
-        """The pixels of one line of the window."""
+        """Returns the pixels of one line of the window."""
         image = self.x11.XGetImage(self.display, self.window, 0, y, self.size[0], 1, 0xFFFFFFFF, 2)
         pixels = image.contents.data[:self.size[0]]
         self.x11.XDestroyImage(image)
         return pixels
 
     def find_bars(self):
-        """Where the green bar begins and the red one ends, and in which line."""
+        """Finds the end of the green bar, the beginning of the red one, and their line."""
         for y in range(4, self.size[1], 8):
             pixels = self.line(y)
             green = [x for x, p in enumerate(pixels) if p >> 16 & 255 < 60 and p >> 8 & 255 > 200 and p & 255 < 60]
@@ -78,7 +77,7 @@ class Eye:
         return None
 
     def number(self):
-        """The number that is shown now."""
+        """Returns the number that is visible now."""
         left, right, y = self.bars
         width = (right - left) / (BITS + 2)
         pixels = self.line(y)
@@ -88,7 +87,7 @@ class Eye:
         return number
 
     def changed(self, end):
-        """Waits for the next change of the window; False when there is none until the end."""
+        """Waits for the next change of the window; False when there is none before the end."""
         while not self.x11.XPending(self.display):
             if time.monotonic() > end:
                 return False
@@ -108,7 +107,7 @@ class Eye:
         self.x11.XCloseDisplay(self.display)
 
     def watch(self, seconds):
-        """When each number was first seen."""
+        """Returns the time at which each number was first visible."""
         seen = {}
         end = time.monotonic() + seconds
         while self.changed(end):
@@ -117,7 +116,7 @@ class Eye:
 
 
 class Camera:
-    """Numbered pictures, and when each was sent."""
+    """The camera with numbered frames, and the times at which they were sent."""
 
     def __init__(self, program, form):
         self.sent = {}
@@ -152,26 +151,26 @@ def window_of(*search):
 
 
 class Pane:
-    """Our side."""
+    """The pane's side of the comparison."""
     name = "ours"
 
     def __init__(self, build):
         self.command = [build / "bin" / "ks7-preferences"]
         self.environment = dict(os.environ, KS7_AGENT="/nonexistent")
         self.first_pictures = []
-        # Where the button is, told once by the accessibility that the measured one runs without.
+        # Ask for the button's position once through accessibility, which the measured program runs without.
         with accessible.launch(self.command, env={"KS7_AGENT": "/nonexistent"}) as pane:
             button = pane.wait_for("Start Preview", role="push button")
             pane.wait_state(button, "enabled")
             x, y, width, height = pane.rectangle(button)
             left, top, *_ = screens.x_box(pane.x_windows()[0])
             self.button = x - left + width // 2, y - top + height // 2
-            # The view has a place, and so a size, only while it is shown.
+            # The view has a size only while it is visible.
             pane.press(button)
             self.view = pane.rectangle(pane.wait_for("Live picture"))[2:]
 
     def picture_size(self, form):
-        """The size in which the pane shows frames of a format: they are made smaller, never larger."""
+        """Returns the size at which the pane shows frames of a format: never larger than the frames."""
         width, height = map(int, form.split()[1].split("x"))
         scale = min(1, self.view[0] / width, self.view[1] / height)
         return round(width * scale), round(height * scale)
@@ -181,7 +180,7 @@ class Pane:
                                    stderr=subprocess.DEVNULL)
         window = window_of("--pid", process.pid)
         eye = Eye(window)
-        # What opening has begun is over.
+        # Wait until the work of opening is finished.
         while eye.changed(time.monotonic() + 1):
             pass
         accessible.xdotool("mousemove", "--sync", "--window", window, *self.button)
@@ -195,7 +194,7 @@ class Pane:
 class Launch:
     """gst-launch, which shows each frame in the camera's size."""
     name = "launch"
-    # PipeWire 1.4 needs to be told that pixels are square.
+    # PipeWire 1.4 fails without a pixel aspect ratio.
     chain = ["!", "video/x-raw,pixel-aspect-ratio=1/1;video/x-raw", "!", "videoconvert"]
 
     def start(self):
@@ -207,7 +206,7 @@ class Launch:
 
 
 class ScalingLaunch(Launch):
-    """gst-launch that does the pane's work: it scales each frame to the size in which the pane shows it."""
+    """gst-launch with the pane's work: it scales each frame to the size at which the pane shows it."""
     name = "scaling"
 
     def __init__(self, size):
@@ -217,14 +216,14 @@ class ScalingLaunch(Launch):
 
 
 def measure(side, camera, seconds):
-    """Processor time in percent of one core, the share of the pictures that was seen, and their delay."""
+    """Returns the processor time in percent of one core, the share of visible frames, and their delay."""
     process, eye = side.start()
     before = processor_time(process.pid)
     time.sleep(seconds)
     used = processor_time(process.pid) - before
     begin = time.monotonic()
     seen = eye.watch(max(3, seconds / 3))
-    # What was sent last may still be on its way.
+    # The last frames may still be on their way.
     sent = {number: moment for number, moment in camera.sent.items() if begin < moment < time.monotonic() - 0.3}
     delays = [seen[number] - moment for number, moment in sent.items() if number in seen]
     process.terminate()
@@ -237,14 +236,14 @@ def measure(side, camera, seconds):
 
 
 def figures(form, told):
-    """What was measured of one format: told[side] is a list of what measure() answered."""
+    """The results of one format: told[side] is a list of measure()'s results."""
     def samples(side, what):
         return [each[what] for each in told[side]]
     ours, theirs, scaling = (samples(side, "processor") for side in ("ours", "launch", "scaling"))
     beside = "gst-launch-1.0 pipewiresrc ! videoconvert ! ximagesink"
     scaled = "gst-launch-1.0 pipewiresrc ! videoconvertscale ! the pane's size ! ximagesink"
     picture = f"preview of {form} at 30 a second"
-    # Limits are upper ones: what is counted is what is missed.
+    # Limits are upper limits, so report the share of missed frames.
     return [(10, f"{picture}: processor time", beside, [a / b for a, b in zip(ours, theirs)], None, "×"),
             (10, f"{picture}: processor time", scaled, [a / b for a, b in zip(ours, scaling)], 1.1, "×"),
             (10, f"{picture}: pictures sent and not seen", "none", [100 - each for each in samples("ours", "shown")], 1, " %"),
@@ -263,7 +262,7 @@ def main():
         os.execv(SUPPORT / "private_session.py", ["private_session.py", "--bus", "--window-manager", "--pipewire", "--",
                                                   "/usr/bin/python3", *sys.argv])
     build = pathlib.Path(options.build)
-    # Which plug-ins there are is found out once, and not part of anybody's time.
+    # GStreamer's search for plug-ins happens once and must not count.
     subprocess.run(["gst-inspect-1.0"], stdout=subprocess.DEVNULL, check=True)
     with contextlib.ExitStack() as ending:
         agent = subprocess.Popen([build / "bin" / "ks7-agent-simulator", "--no-picture", "--scenario", "scripted"])

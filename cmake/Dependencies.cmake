@@ -20,8 +20,7 @@ else()
   message(STATUS "KS-7: Qt ${KS7_QT_VERSION}, no KDE Frameworks ${KS7_QT_VERSION}: stand-alone host only")
 endif()
 
-# System Settings looks for modules among Qt's own plug-ins: there when this is installed beside Qt, else in the same
-# place below the other prefix.
+# System Settings searches Qt's plug-in folder. With another prefix than Qt's, install to the same path below that prefix.
 get_target_property(qmake Qt${KS7_QT_VERSION}::qmake IMPORTED_LOCATION)
 foreach(variable QT_INSTALL_PREFIX QT_INSTALL_PLUGINS)
   execute_process(COMMAND ${qmake} -query ${variable} OUTPUT_VARIABLE ${variable} OUTPUT_STRIP_TRAILING_WHITESPACE

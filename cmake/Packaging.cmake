@@ -74,7 +74,7 @@ The settings pane of the KS-7 Bluetooth webcam: a module for System Settings
 and a program with a window of its own. It lists the cameras, shows their
 picture and audio levels, changes names and passkeys, updates firmware and
 switches the service on and off.")
-# Plug-ins for picture, icons and Wayland, which the computed library dependencies do not include.
+# Plug-ins for picture, icons and Wayland: dpkg-shlibdeps finds libraries only.
 set(CPACK_DEBIAN_PREFERENCES_PACKAGE_DEPENDS "gstreamer1.0-pipewire, gstreamer1.0-plugins-base")
 set(CPACK_DEBIAN_PREFERENCES_PACKAGE_RECOMMENDS "pipewire, wireplumber")
 if(KS7_QT_VERSION EQUAL 6)

@@ -1,4 +1,4 @@
-# Qt's headers are compiled once, since they are most of what the compiler reads. clang-tidy (tools/check) and the build
+# Precompiles Qt's headers, which are most of the compiler's input. clang-tidy (tools/check) and the build
 # of packages compile without them, so a missing include is noticed there.
 option(KS7_PRECOMPILED_HEADERS "Compile Qt's headers once for all sources" OFF)
 
@@ -20,7 +20,7 @@ function(ks7_precompile_headers name)
   if(KS7_PRECOMPILED_HEADERS)
     foreach(target ${ARGN})
       target_precompile_headers(${target} REUSE_FROM ${name})
-      # moc's own output needs few of them.
+      # moc's output needs few of these headers.
       get_target_property(folder ${target} BINARY_DIR)
       set_source_files_properties(${folder}/${target}_autogen/mocs_compilation.cpp TARGET_DIRECTORY ${target}
                                   PROPERTIES SKIP_PRECOMPILE_HEADERS ON)

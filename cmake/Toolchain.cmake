@@ -1,4 +1,4 @@
-# Language, warnings, sanitizers and where the outputs go.
+# Language, warnings, sanitizers and output folders.
 include(GNUInstallDirs)
 
 set(CMAKE_CXX_STANDARD 20)
@@ -17,14 +17,14 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
 find_program(CCACHE ccache)
 if(CCACHE)
-  # What it needs to know with precompiled headers.
+  # ccache needs these settings for precompiled headers.
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
 endif()
 
 # Ours only: generated code (moc, uic, D-Bus) is compiled with them too and is clean.
 add_compile_options(-Wall -Wextra -Wpedantic -Werror)
 if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
-  # The macros in PipeWire's headers are statement expressions and leave out what is variadic.
+  # The macros in PipeWire's headers use statement expressions and empty variadic arguments.
   add_compile_options(-Wno-gnu-statement-expression -Wno-gnu-zero-variadic-macro-arguments)
 endif()
 # Some targets need these. Set for all, so that one precompiled header fits libraries and programs.
@@ -33,7 +33,7 @@ add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS
                         QT_USE_QSTRINGBUILDER)
 
 if(NOT CMAKE_CXX_COMPILER_ID MATCHES Clang)
-  # A plug-in that lacks a symbol is found by the linker, not by the person who opens it.
+  # Let the linker report undefined symbols of a plug-in, instead of the loader.
   add_link_options(-Wl,--no-undefined)
 endif()
 

@@ -1,5 +1,5 @@
-# The user's words. Each resources/translations/ks7_LANGUAGE.ts is compiled into what shows them; the target
-# update-translations brings the .ts files up to date with the sources.
+# Translations. Each resources/translations/ks7_LANGUAGE.ts is compiled into the target that shows its texts. The target
+# update-translations updates the .ts files from the sources.
 file(GLOB KS7_TRANSLATIONS CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resources/translations/ks7_*.ts)
 add_custom_target(update-translations
   COMMAND ${CMAKE_COMMAND} -E env LUPDATE=$<TARGET_FILE:Qt${KS7_QT_VERSION}::lupdate>

@@ -115,7 +115,7 @@ private:
 template <typename Type>
 QString printed(const Directive &directive, Arguments &arguments)
 {
-    constexpr int LongestReal = 320; // Digits in front of the point.
+    constexpr int LongestReal = 320; // Digits of the largest double before the decimal point.
     std::array<char, LongestField + LongestReal> text = {};
     const PlainNumbers plain;
     std::snprintf(text.data(), text.size(), directive.text().constData(), arguments.take<Type>());
@@ -161,7 +161,7 @@ QString object(const Directive &directive, const QString *text)
     return text ? text->left(directive.precision) : Null;
 }
 
-/// Nothing for an unknown conversion.
+/// Returns the converted argument, or nothing for an unknown conversion.
 std::optional<QString> converted(const Directive &directive, Arguments &arguments)
 {
     if (directive.conversion != 0 && directive.conversion < 0x80

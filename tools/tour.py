@@ -3,9 +3,8 @@
 
 Runs in a private session with a display, a bus and a window manager, or with Wayland, where it takes fewer pictures
 (./run --tour makes both). The pictures go to
-BUILD-FOLDER/tour/, with one line for each that says what it shows. A part of the walk that does not come to
-what it should show is named, the others are done nevertheless, and the exit code is 1. With --docs, those of the README
-go to docs/pictures/ too, made small.
+BUILD-FOLDER/tour/, and a line for each says what it shows. A part that fails is named, the other parts still run, and
+the exit code is 1. With --docs, the README's pictures are also scaled down and written to docs/pictures/.
 """
 
 import argparse
@@ -62,7 +61,7 @@ class Tour:
 
     @contextlib.contextmanager
     def fresh_agent(self):
-        """No agent runs before, none after: the pane launches its own."""
+        """Runs without an agent, so that the pane launches its own."""
         self.agent.quit_if_up()
         yield
         self.agent.quit_if_up()
@@ -98,7 +97,7 @@ def rows(program):
 
 
 def wait_row(program, pattern):
-    """The accessible object of the first row whose text fits."""
+    """Returns the accessible object of the first row with a matching text."""
     def fitting():
         return next((cell for cell in program.all(role="table cell")
                      if re.search(pattern, accessible.name_of(cell))), None)
@@ -242,7 +241,7 @@ def live_preview(tour):
 
 
 def black(pane, name):
-    """Whether nothing is seen there yet."""
+    """Returns whether the picture is still black."""
     x, y, width, height = pane.rectangle(name)
     told = subprocess.run(["import", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "-format", "%[fx:maxima]",
                            "info:"], capture_output=True, text=True, check=True, stdin=subprocess.DEVNULL)
@@ -259,7 +258,7 @@ def about_box(tour):
 
 
 def no_agent(tour):
-    """the sheet when no agent can be had"""
+    """the sheet when the agent cannot be reached"""
     with tour.preferences(env={"KS7_AGENT": "/nonexistent"}) as pane:
         pane.wait_for("OK", role="push button")
         tour.picture(pane, "17-no-agent", "no agent comes up: what the pane says after its 21 attempts")
@@ -267,7 +266,7 @@ def no_agent(tour):
 
 @contextlib.contextmanager
 def dark(is_dark=True):
-    """Programs that start meanwhile are dark."""
+    """Sets a dark colour scheme for programs started inside."""
     settings = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "kdeglobals"
     before = settings.read_text() if settings.exists() else ""
     if is_dark:

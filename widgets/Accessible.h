@@ -4,7 +4,8 @@
 
 namespace platform {
 
-/// For a widget that assistive programs would take for a mere container and pass over.
+/// Base of the accessible object of a widget that assistive programs would otherwise skip as a mere
+/// container.
 template <QAccessible::Role Role>
 class AccessibleOfRole final : public QAccessibleWidget {
 public:
@@ -14,8 +15,8 @@ public:
     }
 };
 
-/// Has assistive programs see each `Widget` through an `Interface`, which is made of a pointer to one. May be
-/// called for every widget anew; the process keeps the factory to its end.
+/// Registers `Interface`, constructed from a widget's pointer, as the accessible object of every `Widget`.
+/// May be called repeatedly; the factory stays installed until the process ends.
 template <class Widget, class Interface>
 void installAccessible()
 {

@@ -5,10 +5,10 @@
 class PictureFrame;
 class QBoxLayout;
 
-/// Lays its parts out side by side where there is room, one under the other where there is not.
+/// Arranges its parts side by side if there is room, otherwise one above the other.
 class AdaptiveColumns : public QWidget {
     Q_OBJECT
-    /// Below this width, in pixels, the parts stand one under the other even if they would fit.
+    /// Width in pixels below which the parts are stacked even if they would fit side by side.
     Q_PROPERTY(int narrowWidth READ narrowWidth WRITE setNarrowWidth)
 public:
     using QWidget::QWidget;
@@ -16,7 +16,7 @@ public:
     [[nodiscard]] int narrowWidth() const { return mNarrowWidth; }
     void setNarrowWidth(int width) { mNarrowWidth = width; }
     [[nodiscard]] bool isStacked() const;
-    /// What the parts need one under the other, so that a window may become that narrow.
+    /// Minimum size of the stacked parts, so that a window can become that narrow.
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
@@ -26,8 +26,8 @@ private:
     [[nodiscard]] QBoxLayout *box() const;
     [[nodiscard]] int widthSideBySide() const;
     void arrange();
-    /// Gives the picture, which is in the second of two parts, the width that it can fill; the first keeps 35
-    /// to 40 %.
+    /// Gives the second part, which contains the picture, the width that the picture can fill. The first
+    /// keeps 35 to 40 %.
     void share(const PictureFrame &picture);
 
     int mNarrowWidth = 0;

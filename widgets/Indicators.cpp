@@ -14,12 +14,12 @@
 namespace platform {
 namespace {
 
-// A fraction of a progress bar's integer range fine enough for any width on screen.
+// Integer range of the accessible progress bar, fine enough for any width on screen.
 constexpr int Steps = 10000;
 constexpr int SpinnerSpokes = 12;
 constexpr int SpinnerInterval = 80;
 
-// The meter's segments, and where they begin to warn, as parts of the range.
+// Segments of the meter in pixels, and the parts of the range where the warning colours begin.
 constexpr int SegmentWidth = 5;
 constexpr int SegmentGap = 2;
 constexpr int SegmentStep = SegmentWidth + SegmentGap;
@@ -41,7 +41,7 @@ double fractionOf(const ProgressIndicator &bar)
     return boundedFraction(bar.doubleValue());
 }
 
-/// A value from 0 to 1, read by assistive programs and changed by nobody.
+/// A read-only value from 0 to 1 for assistive programs.
 template <class Indicator>
 class FractionAccessible final : public QAccessibleWidget, public QAccessibleValueInterface {
     using Relations = QVector<QPair<QAccessibleInterface *, QAccessible::Relation>>;
@@ -91,7 +91,7 @@ QColor segmentColor(double place)
     return place >= LoudFrom ? QColor(224, 157, 0) : QColor(46, 160, 67);
 }
 
-/// Seen on any ground, yet not taken for a lit one.
+/// Visible on any background, and clearly different from a lit segment.
 QColor unlitColor(const QPalette &palette)
 {
     QColor color = palette.color(QPalette::WindowText);
@@ -113,7 +113,7 @@ void LevelIndicator::setDoubleValue(double value)
     const int before = litCount();
     mValue = value;
     const int now = litCount();
-    // Ten times a second, and most of the time little of it is news.
+    // Called ten times a second, so return early when nothing has changed.
     if (now != before)
         update(segmentRect(std::min(before, now)) | segmentRect(std::max(before, now) - 1));
 }
@@ -140,7 +140,7 @@ int LevelIndicator::litCount() const
 
 QRect LevelIndicator::segmentRect(int segment) const
 {
-    // The meter grows with the direction of reading.
+    // The meter grows in the reading direction.
     const int place = segment * SegmentStep;
     return {layoutDirection() == Qt::RightToLeft ? width() - place - SegmentWidth : place, 0, SegmentWidth,
             height()};

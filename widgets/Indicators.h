@@ -12,8 +12,8 @@ namespace platform {
 class RunLoop;
 class Timer;
 
-/// A bar for a value from 0 to 1. The value itself is unbounded; what is drawn and what a screen
-/// reader is told stays within the range.
+/// A bar for a value from 0 to 1. value() may lie outside that range; the drawing and the accessible value
+/// are clamped.
 class LevelIndicator : public QWidget {
     Q_OBJECT
 public:
@@ -21,10 +21,10 @@ public:
 
     [[nodiscard]] double doubleValue() const { return mValue; }
     void setDoubleValue(double value);
-    /// The part of the range that is filled, 0 to 1.
+    /// The filled part of the range, 0 to 1.
     [[nodiscard]] double fraction() const;
-    /// What assistive programs read as its label. As a label's buddy it would get a key of its own in some
-    /// hosts, which a meter has no use for.
+    /// Widget whose text is the accessible label. As a QLabel buddy the meter would get a keyboard shortcut
+    /// in some hosts.
     void setLabel(QWidget *label) { mLabel = label; }
     [[nodiscard]] QWidget *label() const { return mLabel; }
     [[nodiscard]] QSize sizeHint() const override;
@@ -58,14 +58,14 @@ private:
     bool mAnimating = false;
 };
 
-/// A small wheel that turns while something goes on whose end nobody knows. Hidden while it stands still; its
-/// place is kept.
+/// A small wheel that turns while an operation of unknown length runs. It is hidden otherwise and keeps its
+/// space.
 class SpinnerIndicator : public QWidget {
     Q_OBJECT
 public:
     explicit SpinnerIndicator(QWidget *parent = nullptr);
 
-    /// It is there while it turns, and turns while somebody can see it.
+    /// Visible while started. The animation runs only while the widget is visible.
     void startAnimation();
     void stopAnimation();
     [[nodiscard]] bool isAnimating() const { return !isHidden(); }

@@ -13,7 +13,7 @@ public:
     {
     }
 
-    // The control as a box with a list in it.
+    // Accessible combo box, whose child is its list.
     [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
         return kind == QAccessible::Value ? choice() : QAccessibleWidget::text(kind);
@@ -41,7 +41,7 @@ public:
         return other->object() == comboBox()->view() ? 0 : -1;
     }
 
-    // The control as something to open and close.
+    // Action that opens and closes the list.
     [[nodiscard]] QStringList actionNames() const override { return {showMenuAction(), pressAction()}; }
     void doAction(const QString &name) override
     {
@@ -50,7 +50,7 @@ public:
         isOpen() ? comboBox()->hidePopup() : comboBox()->showPopup();
     }
 
-    // The choice as a text that nobody edits or selects.
+    // Read-only text of the present choice.
     void selection(int, int *start, int *end) const override { *start = *end = 0; }
     [[nodiscard]] int selectionCount() const override { return 0; }
     void addSelection(int, int) override { }

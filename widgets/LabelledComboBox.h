@@ -2,8 +2,8 @@
 
 #include <QComboBox>
 
-/// A combo box that assistive programs know by its label, with its choice as its text. The toolkit's own goes
-/// by the choice alone, so that a list of a window's controls does not say what is chosen there.
+/// A combo box whose accessible name is its label and whose accessible text is its choice. Qt's own is named
+/// by the choice, so a list of the window's controls would not say what is chosen there.
 class LabelledComboBox : public QComboBox {
     Q_OBJECT
 public:

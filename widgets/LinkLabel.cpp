@@ -7,7 +7,7 @@
 namespace {
 
 constexpr int DarkestLightBackground = 128;
-// Pure blue cannot be read on a dark window.
+// Pure blue is unreadable on a dark window.
 constexpr QRgb BlueOnDark = 0xff6ea8ff;
 
 QString span(const QString &text, const QString &style)

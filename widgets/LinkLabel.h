@@ -2,13 +2,13 @@
 
 #include <QLabel>
 
-/// A line of plain text whose end looks like a link. It opens nothing by itself.
+/// A line of plain text whose end looks like a link. Clicks are handled elsewhere.
 class LinkLabel : public QLabel {
     Q_OBJECT
 public:
     explicit LinkLabel(QWidget *parent = nullptr);
 
-    /// Shows `text`, whatever is in it, with its last `linkLength` characters blue and underlined.
+    /// Shows `text` as plain text, with its last `linkLength` characters blue and underlined.
     void setTextWithLink(const QString &text, int linkLength);
     [[nodiscard]] QString plainText() const { return mPlainText; }
 

@@ -2,15 +2,15 @@
 
 #include <QWidget>
 
-/// Black place of the live picture, whether or not the view in it is shown. The view is 4:3, in the middle.
+/// The black frame of the live picture, visible with or without the view in it. The view is 4:3 and centred.
 class PictureFrame : public QWidget {
     Q_OBJECT
 public:
     explicit PictureFrame(QWidget *parent = nullptr);
 
-    /// Width of a picture of that height, in pixels.
+    /// Width of a 4:3 picture of that height, in pixels.
     [[nodiscard]] static int widthForHeight(int height);
-    /// The largest 4:3 area, in the middle.
+    /// The largest centred 4:3 area.
     [[nodiscard]] QRect pictureRect() const;
     [[nodiscard]] QSize sizeHint() const override { return {480, 360}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return {160, 120}; }

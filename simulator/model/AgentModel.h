@@ -30,7 +30,7 @@ public:
     void removeRow(int row, bool fromFavorites);
     /// Clears the preferred camera if the record describes it and it was removed from the list.
     void dropIfCurrent(const std::optional<CameraRecord> &record);
-    /// 1 to 63 characters after trimming, without control characters.
+    /// Whether the name has 1 to 63 characters after trimming and no control character.
     static bool isValidName(const QString &name);
     /// Stores the name. Ignores invalid names and unknown addresses.
     void rename(const QString &address, const QString &name);

@@ -19,23 +19,23 @@ inline constexpr int FirmwareNotVerified = -107;
 inline constexpr int CableUnplugged = -108;
 }
 
-/// How long things take, in milliseconds.
+/// Durations in milliseconds.
 struct Timing {
     int pairing = 1500;
     int starting = 2000;
     int streaming = 2000;
-    /// Until the demo's camera is plugged in.
+    /// Time until the demo's camera is plugged in.
     int plugging = 3000;
-    /// From the start of a search to the camera found, and to the end of the search.
+    /// Time from the start of a search until a camera is found, and until the search ends.
     int finding = 2500;
     int searching = 4000;
     int passKey = 700;
-    /// Between two reports of a firmware update, which has FirmwareSteps of them.
+    /// Interval between two progress reports of a firmware update, which has FirmwareSteps of them.
     int firmwareStep = 100;
-    /// A camera restarts after its update.
+    /// Time in which a camera restarts after its update.
     int restarting = 4000;
 
-    /// Everything twenty times as fast.
+    /// Divides all durations by twenty.
     static Timing quick()
     {
         return {.pairing = 75,
@@ -50,7 +50,7 @@ struct Timing {
     }
 };
 
-/// What the agent does without a script, how long it takes, and the errors that a script asks for.
+/// The agent's behaviour without a script, its timing, and the error codes set by a script.
 struct Behaviour {
     /// The preferred camera pairs, starts and streams; a loss of Bluetooth changes the list.
     bool connect = true;

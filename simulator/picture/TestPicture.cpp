@@ -10,10 +10,10 @@ namespace {
 
 constexpr int Hues = 12;
 constexpr int NanosecondsPerMillisecond = 1'000'000;
-/// How long the bar takes to cross the picture and to come back.
+/// Time in which the bar crosses the picture and returns.
 constexpr int BarPeriod = 4000; // ms
 
-/// Cameras with different names mostly differ in colour.
+/// The colour depends on a hash of the name, so cameras mostly differ in colour.
 QColor colorFor(const QString &caption)
 {
     int sum = 0;

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""An agent that cannot be had, and one that dies, as a person at the pane's window meets them."""
+"""Tests an agent that is missing, cannot start or dies, through the pane's window."""
 
 import os
 import pathlib
@@ -11,7 +11,7 @@ from fault_pane import CAMERAS, FaultCase, stand_in, wait_until
 
 
 class NoAgent(FaultCase):
-    """One launch each time the pane looks for its agent, the sheet, and a host that goes on."""
+    """One launch for each search of the agent, the error sheet, and a host that continues."""
 
     def setUp(self):
         super().setUp()
@@ -22,7 +22,7 @@ class NoAgent(FaultCase):
         self.addCleanup(self.end_what_was_launched)
 
     def program(self, last_line, mode=0o755):
-        """A program that notes that it was started, by its process number."""
+        """An agent that appends its process ID to a file and ends."""
         path = self.folder / "agent"
         path.write_text(f"#!/bin/sh\necho $$ >> '{self.launches}'\n{last_line}\n")
         path.chmod(mode)
@@ -39,7 +39,7 @@ class NoAgent(FaultCase):
                 pass
 
     def dismiss_the_sheets(self, pane):
-        """The loading and the showing have each looked for the agent."""
+        """Loading and showing have each searched for the agent."""
         def overview():
             if pane.find("KS-7", role="push button"):
                 return True
@@ -50,8 +50,8 @@ class NoAgent(FaultCase):
         wait_until(overview, "the overview", pane.dump)
 
     def show_again(self, pane):
-        """Each of the two sheets leads to the overview half a second after its OK, the second one also whom the
-        first has led there and who has gone back already."""
+        """Each of the two sheets leads to the overview half a second after its OK. The second one does so again after
+        the user has returned."""
         def cameras():
             icon = pane.find("KS-7", role="push button")
             if icon:

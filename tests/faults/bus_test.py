@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""A session bus that keeps silent for as long as a person has patience, and goes on: under the shown pane, and when the
-stand-alone host starts. A system bus that keeps silent when kcmshell starts."""
+"""Tests a session bus that hangs and continues: under the shown pane, and when the stand-alone host starts. Also tests
+a system bus that hangs when kcmshell starts."""
 
 import os
 import signal
@@ -12,8 +12,8 @@ from desktop_test import SystemBus
 from fault_pane import BUILD, HOST, NOWHERE, FaultCase, accessible, wait_until
 
 LONG = 10
-# Seconds: one call's time, twice the twenty-one attempts to reach the agent, and a slow machine. Without a limit the
-# library waits for ever.
+# Seconds: one call's timeout, twice the 21 attempts to reach the agent, and a slow machine. Qt itself would
+# wait without a limit.
 WINDOW = 60
 
 
@@ -67,7 +67,7 @@ class StoppedBus(SilentBusCase):
 
 
 class SilentFromTheStart(SilentBusCase):
-    """Without a bus there is no accessibility either: only the display tells."""
+    """Without a bus there is no accessibility, so only the display shows the state."""
 
     def window_names(self, process):
         windows = accessible.xdotool("search", "--onlyvisible", "--pid", process.pid, "--name", ".").split()

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The wall clock is put an hour back or forward while the pane waits for something: it waits no longer for it."""
+"""Tests steps of the wall clock by an hour, back and forward, while the pane waits: no wait gets longer."""
 
 import datetime
 import os
@@ -32,7 +32,7 @@ class Clock(FaultCase):
         self.agent.wait_for_call("getPreferredKS7Cam", 2)
 
     def put(self, offset):
-        """Replaced whole: the pane may read it at any time."""
+        """Written with a rename, because the pane may read the file at any time."""
         new = self.clock.with_suffix(".new")
         new.write_text(offset + "\n")
         new.replace(self.clock)
@@ -51,7 +51,7 @@ class Clock(FaultCase):
         self.agent.wait_for_call("cameraDict", asked + 1)
 
     def expect_one_time_out(self, offset):
-        """A call that is not answered comes to its end all the same: only then the pane asks again."""
+        """A call without a reply ends nevertheless; only then the pane makes the next one."""
         self.agent.script.clearRecord()
         self.agent.script.hangDuring("cameraDict", 0.0)
         self.post("KS7CameraListChanged")
@@ -68,14 +68,14 @@ class Clock(FaultCase):
         return len(self.agent.calls("cameraDict")) == 2
 
     def expect_the_log_to_say(self, offset):
-        """The last refresh is logged with the clock's hour, give or take half of one."""
+        """The last refresh is logged with the new clock's hour, within half an hour."""
         def is_logged():
             return self.logged() and abs(self.logged() - (datetime.datetime.now() + offset)) < HOUR / 2
         wait_until(is_logged, f"a line {offset} from now", lambda: str(self.logged()))
 
     @staticmethod
     def logged():
-        """When the last refresh was, by the newest log file."""
+        """Returns the time of the last refresh from the newest log file."""
         files = sorted((path for path in LOGS.rglob("*") if path.is_file()), key=lambda path: path.stat().st_mtime_ns)
         found = [LINE.findall(path.read_text(errors="replace")) for path in files]
         times = [time for line in found for time in line]

@@ -1,6 +1,5 @@
 #!/usr/bin/python3
-"""The services of the system that come and go and answer errors, under the pane in its host: a person sees nothing
-of it."""
+"""Tests desktop services that come, go or reply with errors: the pane in its host shows no effect."""
 
 import json
 import os
@@ -26,7 +25,7 @@ NEWER_PACKAGE = "ks7-preferences;1.1-1;amd64;debian"
 
 
 class Service:
-    """A process that takes a name on the system's bus."""
+    """A process that owns a name on the system bus."""
 
     def __init__(self, name, *command, **options):
         self.bus = dbus.SystemBus()
@@ -64,7 +63,7 @@ class Logind(Service):
 
 
 class SystemBus:
-    """A system bus of the test's own, which can stand still."""
+    """A private system bus that can be stopped."""
 
     def __init__(self):
         folder = pathlib.Path(os.environ["KS7_SESSION_FOLDER"])
@@ -86,7 +85,7 @@ class SystemBus:
 
 
 class PackageKit(Service):
-    """Tells in a file what it is asked."""
+    """Records its calls in a file."""
 
     def __init__(self, **behaviour):
         self.told = pathlib.Path(os.environ["KS7_SESSION_FOLDER"]) / "packagekit"
@@ -105,7 +104,7 @@ class Desktop(FaultCase):
 
     @staticmethod
     def another_day():
-        """The package service is asked once a day."""
+        """The package service is queried once a day."""
         UPDATES.unlink(missing_ok=True)
 
     def show_pane(self, **env):
@@ -181,7 +180,7 @@ class Desktop(FaultCase):
         system_bus = SystemBus()
         self.addCleanup(system_bus.end)
         system_bus.stop()
-        # One blocking call on this bus would take longer than the whole wait for the window.
+        # A blocking call on this bus would exceed the time limit for the window.
         self.show_pane(DBUS_SYSTEM_BUS_ADDRESS=system_bus.address)
         self.expect_nothing_to_be_seen()
         self.assertEqual(self.close(self.pane), 0)

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Much of the same: an agent that crashes two hundred times, and more notifications than anybody can read."""
+"""Tests repetition: an agent that crashes two hundred times, and a flood of notifications."""
 
 import unittest
 
@@ -10,7 +10,7 @@ import fault_pane
 from fault_pane import MEGABYTE, NOTIFICATIONS, NOTIFICATIONS_PATH, FaultCase, Measured, wait_until
 
 RESTARTS = 200
-# The first restarts fill what a process keeps for good: fonts, pools of the allocator, threads of the bus.
+# The first restarts fill caches that a process keeps: fonts, allocator pools, threads of the bus.
 WARM_UP = 30
 BURST = 100_000
 LIST_CHANGES = 2_000
@@ -18,7 +18,7 @@ LIST_CHANGES = 2_000
 
 class CrashLoop(FaultCase):
     def restart(self, agent):
-        """An agent that crashes, and one that starts, says so, and is taken up."""
+        """Kills the agent and starts another, to which the pane connects."""
         agent.kill()
         agent = self.start_agent()
         agent.wait_for_call("getPreferredKS7Cam")
@@ -26,7 +26,7 @@ class CrashLoop(FaultCase):
 
     @staticmethod
     def held(pane):
-        """Looked at while there is an agent: of its death the pane may hear later than the test."""
+        """Measures while an agent runs, because the pane may learn of a death later than the test."""
         return pane.descriptors(), pane.threads(), pane.match_rules()
 
     def test_every_restart_is_taken_up_and_nothing_grows(self):
@@ -59,7 +59,7 @@ class Bursts(FaultCase):
         return pane
 
     def wait_until_heard(self):
-        """What is posted now is heard after everything that was posted before."""
+        """Waits until the pane has received all earlier posts."""
         asked = len(self.agent.calls("cameraDict"))
         self.post("KS7CameraListChanged")
         self.agent.wait_for_call("cameraDict", asked + 1)
@@ -96,13 +96,13 @@ class Bursts(FaultCase):
         calls = self.agent.calls()
         chosen = next(i for i, call in enumerate(calls) if call.startswith("setPreferredDeviceAddress"))
         refreshes = [i for i, call in enumerate(calls) if call == "cameraDict()"]
-        # One more for the mark, and what the agent itself makes of the choice.
+        # One call more for the mark, and one for the agent's own reaction to the choice.
         self.assertEqual(len(refreshes), LIST_CHANGES + 1 + of_a_choice)
         self.assertLess(chosen, refreshes[-2])
         self.assertEqual(self.close(pane), 0)
 
     def choose(self, row):
-        """Answers how often the list is read anew for it."""
+        """Returns how often the pane reads the list in response."""
         self.agent.script.clearRecord()
         self.click_into(row)
         self.agent.wait_for_call("setPreferredDeviceAddress")

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The live picture, taken away in the midst of it, and a person who is gone before it shows."""
+"""Tests the loss of the live picture, and a window that is closed before the picture appears."""
 
 import os
 import pathlib
@@ -14,7 +14,7 @@ SOCKET = pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "pipewire-0"
 
 
 class PipeWire:
-    """PipeWire with its session manager and a camera, to be killed."""
+    """PipeWire with its session manager and a camera, which tests kill."""
 
     def __init__(self):
         self.processes = [self.start("pipewire")]
@@ -61,8 +61,7 @@ class PictureCase(FaultCase):
 
 class Picture(PictureCase):
     def start_and(self, *keys):
-        """The click and the keys stand in the display's queue one after the other, so that the keys come long before
-        the picture would show."""
+        """Click and keys are queued in the X server together, so the keys arrive long before the picture appears."""
         button = self.pane.wait_for("Start Preview")
         self.pane.wait_state(button, "enabled")
         self.pane.wait_active("KS-7")
@@ -117,7 +116,7 @@ class Picture(PictureCase):
 
 
 class FirstPreview(PictureCase):
-    """GStreamer reads all of its plug-ins before the first picture in a home, for as long as that takes."""
+    """GStreamer reads all of its plug-ins before the first picture in a new home, however long that takes."""
 
     def environment(self):
         self.gstreamer = HeldUpGStreamer()

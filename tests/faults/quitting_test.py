@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""A person who closes the window whatever the pane is about: the program ends, and ends well."""
+"""Tests closing the window in every state of the pane: the program always ends with exit code 0."""
 
 import unittest
 
@@ -90,7 +90,8 @@ class Quitting(FaultCase):
         self.expect_a_good_end()
 
     def test_during_an_update(self):
-        """Its sheet stays until the update is over, as the camera must be left alone; then all can be closed."""
+        """The firmware sheet stays until the update is over, because the camera must not be disturbed. Then everything
+        closes."""
         self.start_update()
         self.pane.wait_active("Update Firmware")
         accessible.key("alt+F4")

@@ -1,10 +1,10 @@
 #!/usr/bin/python3
-"""A person, an agent and a camera that come and go for hours, in minutes: opens, closes, switches, previews, renames,
-changes passkeys, updates firmware, kills and restarts the agent, at random.
+"""Compresses hours of use into minutes: opens, closes, switches, previews, renames, changes passkeys, updates firmware,
+kills and restarts the agent, at random.
 
-Told in KS7_SOAK_SECONDS how long (480 unless told, 600 at most) and in KS7_SOAK_SEED where to begin; the seed is
-printed, and with it a round can be had again. At the end the program holds no more of the machine than after its
-first round: 2 MB of memory, half a one of them on the heap, the same descriptors, the same threads.
+KS7_SOAK_SECONDS sets the duration (default 480, at most 600), KS7_SOAK_SEED the seed. The seed is printed, so that a run
+can be repeated. Compared with its first round, the program may use 2 MB more memory, half a MB of it on the heap, the
+same descriptors and no more threads.
 """
 
 import os
@@ -111,7 +111,7 @@ class Soak(FaultCase):
         self.pane.wait_gone("OK", role="push button")
 
     def begin_agent(self):
-        """A camera that is chosen and at the cable, so that everything can be done to it."""
+        """Chooses a camera and plugs it in, so that every action is possible."""
         self.agent = self.start_agent().add_cameras()
         for behaviour in ("firmware", "passKey"):
             self.agent.script.setBehaviour(behaviour, False)
@@ -131,7 +131,7 @@ class Soak(FaultCase):
             raise AssertionError(f"{deed.__name__}, deed {self.deeds} of seed {SEED}") from error
 
     def round(self):
-        """Everything once, in an order of its own."""
+        """Does every action once, in a random order."""
         deeds = self.all_deeds()
         self.random.shuffle(deeds)
         for deed in deeds:
@@ -139,7 +139,7 @@ class Soak(FaultCase):
 
     @staticmethod
     def holds_no_more(host, descriptors, threads):
-        """Of threads there may be less: what the first round had called may still have been on its way out."""
+        """Fewer threads are allowed: threads of the first round may still have been ending."""
         return host.descriptors() == descriptors and host.threads() <= threads
 
     def test_nothing_grows(self):

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""An agent that stands still, and a machine that does, as a person at the pane's window meets them."""
+"""Tests a stopped agent and a stopped machine, through the pane's window."""
 
 import signal
 import time
@@ -7,12 +7,12 @@ import unittest
 
 from fault_pane import CAMERAS, KITCHEN, FaultCase, wait_until
 
-# Longer than any call but two is given.
+# Longer than any call's timeout but two.
 A_NIGHT = 5
 
 
 class StoppedAgent(FaultCase):
-    """The agent hears of one call when it goes on, and the pane has given it up."""
+    """The resumed agent receives one call; the pane has given up on it."""
 
     def setUp(self):
         super().setUp()
@@ -68,7 +68,7 @@ class StoppedAgent(FaultCase):
         self.wait_for_cameras(self.pane)
 
     def test_while_an_update_is_begun(self):
-        """Half a minute, as the agent writes to the camera."""
+        """Half a minute, the timeout of calls in which the agent writes to the camera."""
         self.agent.script.setPreferred(KITCHEN)
         self.plug_in(self.agent)
         self.pane.choose("Camera Actions", "Update Firmware…")
@@ -88,7 +88,7 @@ class StoppedAgent(FaultCase):
 
 
 class SleepingMachine(FaultCase):
-    """All stands still in the midst of a call, and goes on in one order or the other."""
+    """Stops agent and pane during a call, and resumes them in either order."""
 
     def setUp(self):
         super().setUp()

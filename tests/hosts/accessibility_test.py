@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Everything that a screen reader can come to in the stand-alone host: the pane, its sheets, its menu, its alerts."""
+"""Tests everything that a screen reader can reach in the stand-alone host: the pane, its sheets, menu and alerts."""
 
 import itertools
 import pathlib
@@ -13,14 +13,14 @@ from pipewire_nodes import wait_for_camera  # noqa: E402
 from scripted_pane import KITCHEN, ScriptedPaneTest  # noqa: E402
 
 DESK = "00-1b-dc-0f-77-01"
-# What a person does something with.
+# Roles of controls.
 INTERACTIVE = {"push button", "toggle button", "check box", "radio button", "combo box", "text",
                "password text", "table", "table cell", "link", "menu item", "check menu item", "list item", "slider"}
-# What is there to be read, to hold other things together or to be looked at.
+# Roles of texts, containers and pictures.
 OTHER = {"application", "frame", "dialog", "alert", "filler", "layered pane", "panel", "label", "progress bar",
          "animation", "image", "separator", "list", "popup menu", "menu", "menu bar", "window", "scroll pane"}
 METERS = ("Left audio level", "Right audio level")
-# As they come, from top to bottom and from left to right.
+# In order, from top to bottom and from left to right.
 PANE = [
     ("push button", "Show All"),
     ("check box", "Enable KS-7"),
@@ -56,7 +56,7 @@ class AccessibilityTest(ScriptedPaneTest):
         return [name_of(target) for target in self.pane.related(node, kind)]
 
     def assert_all_can_be_read(self):
-        """Walks the whole tree: a name for everything that can be used or measured, a role that readers know."""
+        """Walks the whole tree: every control and meter has a name, and every role is known to screen readers."""
         for node in self.shown():
             problem = self.what_cannot_be_read(node)
             if problem:
@@ -82,14 +82,15 @@ class AccessibilityTest(ScriptedPaneTest):
         self.assertTrue(names[0][0] in ("dialog", "alert"), names[0])
 
     def choose_action(self, item):
-        """As a screen reader's user does: asks the button for its menu, and the menu's item to be pressed."""
+        """Opens the button's menu and triggers an item, both through AT-SPI."""
         self.pane.press("Camera Actions", "showmenu")
         self.pane.press(self.pane.wait_for(item, role="menu item"))
         wait_until(lambda: not self.pane.find(item, role="menu item"), "the closing of the menu",
                    details=self.pane.dump)
 
     def be_heard(self, heard):
-        """A program learns some time later that somebody listens, so it is told news until one comes through."""
+        """A program starts to send events some time after a listener registers. Change a name until an event
+        arrives."""
         statuses = itertools.cycle((2, 1))
 
         def told():
@@ -160,7 +161,8 @@ class AccessibilityTest(ScriptedPaneTest):
             self.be_heard(heard)
             self.agent.setStatus(KITCHEN, 3)
             heard.wait_for("Kitchen, Starting")
-            # Refreshes without news, and news of others, come before the next status and are not told.
+            # Refreshes without changes, and changes of other cameras, come before the next status and are not
+            # announced.
             self.agent.post("KS7CameraListChanged", {})
             self.agent.setStatus(DESK, 1)
             self.pane.wait_for("Desk, Not Streaming")
@@ -246,7 +248,7 @@ class MetersTest(ScriptedPaneTest):
         self.agent.setAudioLevels(0.2, 0.4)
         wait_for_camera()
         self.pane.press("Start Preview")
-        # The meters fill earlier than the agent's numbers do.
+        # The meters' animation ends later than the agent's levels change.
         for meter, level in zip(METERS, (0.3, 0.6)):
             wait_until(lambda: abs((self.pane.value(meter) or 0) - level) < 1e-6, f"{meter} {level}",
                        details=self.pane.dump)

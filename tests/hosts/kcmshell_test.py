@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The module in kcmshell, read and used as a screen reader and a hand do, with the stand-in agent behind it."""
+"""Tests the module in kcmshell with the stand-in agent, through accessibility and synthetic input."""
 
 import os
 import pathlib

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The main flows with the keyboard alone, in the stand-alone host."""
+"""Tests the main flows in the stand-alone host with the keyboard alone."""
 
 import pathlib
 import plistlib
@@ -15,7 +15,7 @@ from scripted_pane import KITCHEN, PREFERENCES, ScriptedPaneTest  # noqa: E402
 DESK = "00-1b-dc-0f-77-01"
 READING_ORDER = ["Show All", "Enable KS-7", "Optimize for", "Cameras", "Add Camera", "Remove Camera", "Camera Actions",
                  "Start Preview", "Show status menu"]
-# What is above and below in the camera actions.
+# The items above and below in the camera actions.
 CHOOSE_CAMERA, PROPERTIES, CHANGE_PASSKEY, ABOUT = ("Down",), ("Down",) * 3, ("Down",) * 4, ("Up",)
 
 
@@ -31,7 +31,7 @@ class KeyboardTest(ScriptedPaneTest):
     # Verbs
 
     def tab_to(self, name):
-        """From wherever the keyboard is; a control that kept it would be found out here."""
+        """Tabs on from the present focus, which detects a control that traps it."""
         for _ in READING_ORDER:
             if self.pane.focused() == name:
                 return

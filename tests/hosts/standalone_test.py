@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""ks7-preferences with the real plug-in and the stand-in agent."""
+"""Tests ks7-preferences with the real plug-in and the stand-in agent."""
 
 import os
 import pathlib
@@ -72,7 +72,7 @@ class StandaloneTest(unittest.TestCase):
     def test_without_an_agent_it_goes_back_to_the_overview(self):
         with self.open_host(agent="/nonexistent") as host:
             host.wait_for("OK", role="push button")
-            # One sheet for the loading, one for the showing.
+            # One sheet after loading, one after showing.
             accessible.wait_until(lambda: self.overview_or_sheet(host), "the overview", details=host.dump)
 
     def test_the_alert_of_the_start_stands_over_the_window(self):
@@ -83,7 +83,7 @@ class StandaloneTest(unittest.TestCase):
             def is_centred():
                 x, y, width, height = host.rectangle(window)
                 left, top, alert_width, alert_height = host.rectangle(alert)
-                # Their frames differ by some pixels.
+                # The two windows' frames differ by some pixels.
                 return abs(2 * left + alert_width - 2 * x - width) < 60 and \
                     abs(2 * top + alert_height - 2 * y - height) < 60
             accessible.wait_until(is_centred, "the alert over its window",

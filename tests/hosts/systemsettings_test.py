@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The module in System Settings: found where a person looks for it, and shown again however often another is chosen."""
+"""Tests the module in System Settings: its place, its search words, and repeated showing."""
 
 import contextlib
 import os
@@ -18,22 +18,22 @@ import stand_in  # noqa: E402
 from pictures import Picture  # noqa: E402
 from screens import SCREEN  # noqa: E402
 
-# Another module of the same page.
+# Another module on the same page.
 OTHER_MODULES = {"5": {"en": "Applications", "de": "Anwendungen"},
                  "6": {"en": "Default Applications", "de": "Standard-Anwendungen"}}[os.environ["KS7_QT_VERSION"]]
 OTHER_MODULE = OTHER_MODULES["en"]
-# The colour in the middle of the module's icon.
+# Colour in the middle of the module's icon.
 LENS = (0x2e, 0x6f, 0xb0)
 SHOWING = "KS7SystemPrefsShowing"
 
 
-# What a person types into the search, in the language of the session.
+# Search words in the language of the session.
 KEYWORDS = {"en": ("webcam", "camera", "bluetooth", "firmware"), "de": ("Kamera", "drahtlos", "Vorschau")}
 LANGUAGES = {"en": {}, "de": {"LC_ALL": "de_DE.UTF-8", "LANGUAGE": "de"}}
 
 
 def system_settings(*arguments, language="en", **options):
-    # What the host and its libraries leave behind when they end is not ours to judge.
+    # Leaks of the host and its libraries do not count.
     return accessible.launch(["systemsettings", *arguments], env={
         "QT_PLUGIN_PATH": str(BUILD / "plugins"),
         "KS7_AGENT": str(BUILD / "bin" / "ks7-agent-simulator"),
@@ -41,7 +41,7 @@ def system_settings(*arguments, language="en", **options):
 
 
 def is_about_us(line):
-    """Of the host's many words, those that our code causes. This session has no system bus, and says so once."""
+    """Returns the host's messages that our code causes. One message about the missing system bus is expected."""
     return any(word in line for word in ("ks7", "KS7", "QWidget", "QLayout", "QObject::", "QBackingStore", "QWindow")) \
         and "No answer about updates" not in line
 
@@ -54,7 +54,7 @@ class SystemSettingsTest(unittest.TestCase):
         self.agent.quit_if_up()
 
     def sidebar_item(self, settings, name):
-        """The sidebar is drawn off the window, so it never counts as showing."""
+        """The sidebar's items are drawn off screen, so they never have the state "showing"."""
         return accessible.wait_until(lambda: settings.find(name, role="list item", showing=False),
                                      f"{name} in the sidebar", details=settings.dump)
 

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The stand-alone host on KWin's Wayland: its sheets, menus and picture as they are seen on the display."""
+"""Tests the stand-alone host on KWin's Wayland: sheets, menus and picture as they appear on the display."""
 
 import os
 import pathlib
@@ -17,12 +17,12 @@ from scripted_pane import KITCHEN, ScriptedPaneTest  # noqa: E402
 
 DESK = "00-1b-dc-0f-77-01"
 COLOR_SCHEMES = pathlib.Path("/usr/share/color-schemes")
-# The colour in the middle of the program's icon.
+# Colour in the middle of the program's icon.
 LENS = (0x2e, 0x6f, 0xb0)
 BLACK = (0, 0, 0)
 # More green than in the dark edge of a red dot, less than where the edge is blended with white.
 DARK_EDGE = 120
-# Pixels around a window in which the compositor draws its shadow.
+# Width in pixels of the shadow around a window.
 SHADOW = 60
 
 
@@ -49,7 +49,7 @@ class WaylandTest(ScriptedPaneTest):
         self.pane.click(self.pane.wait_for(item, role="menu item"))
 
     def look_inactive(self):
-        """The window as it is drawn while another has the keyboard, without a pointer in it."""
+        """Takes the window while another one has the focus and the pointer is elsewhere."""
         point_at(2, 2)
         SCREEN.activate_nothing()
         wait_until(lambda: not any(window.active for window in self.pane.windows()), "an inactive window")
@@ -57,7 +57,7 @@ class WaylandTest(ScriptedPaneTest):
         return self.steady_picture(self.main_window().box)
 
     def steady_picture(self, area):
-        """What is seen once two pictures in a row are the same."""
+        """Takes a picture once two in a row are equal."""
         seen = [Picture(area)]
 
         def is_steady():
@@ -78,7 +78,7 @@ class WaylandTest(ScriptedPaneTest):
         self.assertTrue(sheet.modal, sheet)
 
     def assert_leaves_behind_as_before(self, before, sheet):
-        """The window behind is compared pixel for pixel, but where the sheet and its shadow are."""
+        """Compares the window behind pixel by pixel, except under the sheet and its shadow."""
         point_at(2, 2)
         self.assertEqual(self.main_window().box, before.area)
         changed = []
@@ -181,7 +181,7 @@ class WaylandTest(ScriptedPaneTest):
         self.assertEqual(self.main_window().desktop_file, "ks7-preferences")
 
     def test_the_title_bar_has_the_icon_of_the_desktop_file(self):
-        """As the build folder's share is among the compositor's data folders."""
+        """KWin finds the icon because build/share is in XDG_DATA_DIRS."""
         self.open_pane()
         window = self.main_window()
         x, y, _, _ = window.frame
@@ -198,12 +198,12 @@ class WaylandTest(ScriptedPaneTest):
         picture = self.look_inactive()
         x, y, width, height = self.pane.rectangle("Show status menu")
         self.assertLess(max(picture.pixel(x + width + 30, y + height // 2)), 100)
-        # The table stays light, as its names are black.
+        # The table stays light, because its names are black.
         x, y, width, height = self.pane.rectangle("Cameras")
         self.assertGreater(min(picture.pixel(x + width // 2, y + height - 10)), 180)
 
     def test_nothing_is_clipped_and_edges_are_sharp(self):
-        """At the scale of this session, which may be a fraction."""
+        """Runs at the scale of this session, which may be fractional."""
         self.open_pane()
         left, top, width, height = self.main_window().box
         for node in self.pane.nodes(self.pane.wait_for("KS-7", role="frame")):
@@ -214,7 +214,7 @@ class WaylandTest(ScriptedPaneTest):
         self.assert_frame_is_sharp(self.look_inactive())
 
     def assert_frame_is_sharp(self, picture):
-        """From the black in its middle to every side: the background comes at once, without a blend of the two."""
+        """From the middle of the black picture to each side, the background follows without blended pixels."""
         list_x, list_y, list_width, list_height = self.pane.rectangle("Cameras")
         y = list_y + list_height // 2
         left = next(x for x in range(list_x + list_width + 3, picture.area[0] + picture.width)
@@ -228,7 +228,7 @@ class WaylandTest(ScriptedPaneTest):
             self.assertEqual(picture.pixel(x, row), background, (step_x, step_y))
 
     def test_dots_are_sharp_and_whole(self):
-        """A dot of eight units of length, drawn in the pixels of the display: round, with its dark edge beside white."""
+        """A dot is eight units wide in pixels of the display and round, with a dark edge beside white."""
         self.open_pane()
         picture = self.look_inactive()
         dot = self.pixels_of_dot(picture, self.pane.rectangle(self.pane.wait_for("Desk, Not Found")))
@@ -243,7 +243,7 @@ class WaylandTest(ScriptedPaneTest):
 
     @staticmethod
     def pixels_of_dot(picture, cell):
-        """The lines of the smallest rectangle around what is drawn at the left of a row, below its name."""
+        """Returns the pixel rows of the dot at the left of a row, below its name."""
         x, y, _, height = cell
         rows = range(y + height // 2, y + height)
         columns = range(x, x + round(13 * SCREEN.scale))
@@ -262,7 +262,7 @@ class WaylandPictureTest(ScriptedPaneTest):
         wait_for_camera()
         self.pane.press("Start Preview")
         x, y, width, height = self.pane.rectangle(self.pane.wait_for("Live picture", role="image"))
-        # At a fractional scale the rectangle's edge may show pixels of its neighbours.
+        # At a fractional scale the rectangle's edge may include neighbouring pixels.
         area = (x + 4, y + 4, width - 8, height - 8)
         wait_until(lambda: Picture(area).brightest() > 100, "a picture", details=self.pane.dump)
         first = Picture(area)

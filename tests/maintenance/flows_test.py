@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""Each flow of the settings, the sheets and the about box once, with real keys and a real mouse, read as a screen
-reader reads it, on the stand-alone host and the stand-in agent."""
+"""Tests each flow of settings, sheets and about box once, with synthetic keys and mouse, on the stand-alone host with
+the stand-in agent."""
 
 import datetime
 import os
@@ -16,7 +16,7 @@ import accessible  # noqa: E402
 from accessible import key, type_text, wait_until  # noqa: E402
 from scripted_pane import KITCHEN, PREFERENCES, ScriptedPaneTest  # noqa: E402
 
-# The keys that reach the camera actions, from the nearer end of the menu.
+# Keys that reach an item of the camera actions, from the nearer end of the menu.
 PROPERTIES = ("Down",) * 3
 CHANGE_PASSKEY = ("Down",) * 4
 UPDATE_FIRMWARE = ("Up", "Up")
@@ -25,7 +25,7 @@ SITE = "http://www.orvex.example"
 
 
 class FlowsTest(ScriptedPaneTest):
-    """One camera, known and idle. Each flow sets up the rest."""
+    """Begins with one known, idle camera. Each flow prepares the rest."""
 
     # Verbs
 
@@ -33,7 +33,7 @@ class FlowsTest(ScriptedPaneTest):
         self.agent.plugUSB(KITCHEN, needs_firmware)
 
     def choose_action(self, *steps):
-        """Opens the camera actions with the mouse and walks to an item."""
+        """Opens the camera actions with the mouse and selects an item with the keys."""
         self.open_popup("Camera Actions")
         key(*steps, "Return")
 
@@ -213,7 +213,7 @@ class FlowsTest(ScriptedPaneTest):
             wait_until(lambda: self.posts(post), post, details=self.pane.dump)
             wait_until(lambda: not self.stored()[setting], f"{setting} off", details=self.pane.dump)
             self.pane.wait_state(node, "checked", False)
-        # As an assistive tool presses it.
+        # Pressed through AT-SPI.
         self.pane.press(node)
         wait_until(lambda: self.stored()["ShowStatusMenu"], "the status menu on", details=self.pane.dump)
         self.agent.setPreference("KS7On", True)
@@ -256,7 +256,7 @@ class FlowsTest(ScriptedPaneTest):
         self.choose_action(*ABOUT)
         link = self.pane.wait_for("www.orvex.example", role="link")
         self.pane.wait_for("v1.0")
-        # A drag out of the link opens nothing.
+        # A drag that ends outside the link opens nothing.
         x, y, width, height = self.pane.rectangle(link)
         accessible.point_at(x + width // 2, y + height // 2)
         accessible.xdotool("mousedown", 1)

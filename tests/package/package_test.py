@@ -1,5 +1,5 @@
-"""Makes the Debian packages, looks at them, installs them into an empty root, meets the pane in System Settings, and
-removes them again."""
+"""Builds the Debian packages, checks them, installs them into an empty root, opens the pane in System Settings there
+and removes them again."""
 
 import gzip
 import os
@@ -19,7 +19,7 @@ MAINTAINER = "Some Body <somebody@vendor.example>"
 
 
 def make_packages():
-    """{package: file} of a fresh cpack run."""
+    """Returns {package: file} of a new cpack run."""
     run("cmake", "--preset", "release", "-B", BUILD, f"-DKS7_MAINTAINER={MAINTAINER}", cwd=SOURCE)
     run("cmake", "--build", BUILD, "-j2")
     folder = BUILD / "debs"
@@ -29,7 +29,7 @@ def make_packages():
 
 
 class Root:
-    """An empty system below a folder, with nothing but dpkg's own books."""
+    """An empty root below a folder, with dpkg's database only."""
 
     def __init__(self, folder):
         self.path = pathlib.Path(folder)
@@ -39,7 +39,7 @@ class Root:
             (self.path / "var/lib/dpkg" / name).touch()
 
     def dpkg(self, *arguments):
-        # Libraries are those of this machine; the empty root has none.
+        # Libraries come from this machine, because the root is empty.
         return run("dpkg", f"--root={self.path}", "--force-depends", "--force-not-root",
                    "--force-script-chrootless", f"--log={os.devnull}", *arguments)
 
@@ -101,7 +101,8 @@ class PackageTest(Packages, unittest.TestCase):
             with self.subTest(word), accessible.launch(["systemsettings"], env=self.environment()) as settings:
                 settings.wait_for("KS-7", role="list item", showing=False)
                 settings.click(settings.wait_for("Search", role="text", showing=False))
-                # Nothing but what the search finds is left once a word that fits nothing has emptied the list.
+                # A word without results empties the list. After it, the list contains results of the next
+                # search only.
                 accessible.type_text("qqqq")
                 accessible.wait_until(lambda: not self.listed(settings), "an empty list", details=settings.dump)
                 accessible.key("ctrl+a")

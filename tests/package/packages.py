@@ -27,8 +27,8 @@ def field(file, name):
 
 
 class Packages:
-    """The tests, for a class that has put the packages by their names into `packages` and what is in them into the folder
-    `unpacked`."""
+    """The tests. A subclass provides `packages` (files by package name) and `unpacked` (a folder with their
+    contents)."""
 
     packages = {}
     unpacked = None
@@ -70,12 +70,12 @@ class Packages:
         depends = field(self.packages[PREFERENCES], "Depends")
         for library in (*LIBRARIES, "libgstreamer1.0-0", "libpipewire-0.3-0", "libc6 (>= "):
             self.assertIn(library, depends)
-        # Plug-ins are declared by hand.
+        # Dependencies on plug-ins are declared by hand.
         for package in ("gstreamer1.0-pipewire", SVG_PLUGINS):
             self.assertIn(package, depends)
 
     def test_lintian_finds_no_error(self):
-        # Root packs in a container; the warning about that is no finding.
+        # lintian warns when root runs it, as in a container; that is no problem of the package.
         report = subprocess.run(["lintian", "--allow-root", "--fail-on", "error", *map(str, self.packages.values())],
                                 stdin=subprocess.DEVNULL, capture_output=True, text=True)
         self.assertEqual(report.returncode, 0, report.stdout + report.stderr)

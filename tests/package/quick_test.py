@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Makes the Debian packages of what is built already, and looks at them."""
+"""Makes the Debian packages from the present build and checks them."""
 
 import os
 import pathlib

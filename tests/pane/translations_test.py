@@ -1,4 +1,4 @@
-"""Every text of the pane has its German one, and none has been forgotten or become out of date."""
+"""Tests that every text of the pane has a German translation and that none is missing or obsolete."""
 
 import os
 import pathlib
@@ -65,7 +65,7 @@ class TranslationsTest(unittest.TestCase):
             self.assertEqual(len(letters), len(set(letters)), (context, letters))
 
     def test_texts_belong_to_classes_of_ours(self):
-        # A context that a host has too would change the host's texts.
+        # A context that the host has too would change the host's texts.
         general = {"", None, "QObject", "QCoreApplication", "QWidget", "QDialog", "MainWindow", "Form"}
         contexts = {context for context, _, _ in self.template}
         self.assertEqual(contexts & general, set())

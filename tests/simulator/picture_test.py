@@ -1,4 +1,4 @@
-"""The picture that the stand-in agent publishes for as long as it runs, on a real PipeWire."""
+"""Tests the stand-in agent's picture on a real PipeWire."""
 
 import os
 import pathlib
@@ -24,7 +24,7 @@ FRAME = LINE * HEIGHT
 
 
 class Consumer:
-    """Any program that watches the picture."""
+    """A consumer of the picture."""
 
     def __init__(self, node=AGENT_CAMERA, frames=None, caps="video/x-raw", env=None):
         self.file = tempfile.NamedTemporaryFile(dir=os.environ["KS7_SESSION_FOLDER"])
@@ -62,7 +62,7 @@ class Consumer:
 
 
 def pull(node=AGENT_CAMERA, caps="video/x-raw", frames=5, env=None):
-    """Takes some frames as any program would and returns the program's exit code."""
+    """Takes some frames like any consumer and returns the consumer's exit code."""
     consumer = Consumer(node, frames, caps, env)
     try:
         return consumer.wait()
@@ -75,7 +75,7 @@ def is_black(frame):
 
 
 def caption_of(frame):
-    """The upper half, where the name is and nothing moves."""
+    """Returns the upper half, which shows the name and nothing that moves."""
     return frame[:FRAME // 2]
 
 
@@ -216,7 +216,7 @@ class Consumers(PictureCase):
 
 
 class OwnPipeWire:
-    """A PipeWire that a test may stop and start."""
+    """A PipeWire that a test stops and starts."""
 
     def __init__(self):
         self.folder = tempfile.TemporaryDirectory(dir=os.environ["XDG_RUNTIME_DIR"])

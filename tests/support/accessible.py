@@ -1,5 +1,5 @@
-"""Uses a program the way a screen reader and a hand do: through AT-SPI and through the X server, in which a Wayland
-session is nested.
+"""Drives a program like a screen reader and a user do: through AT-SPI, and through the X server, which also contains a
+nested Wayland session.
 
     with accessible.launch(["build/bin/ks7-preferences"]) as program:
         program.wait_for("Kitchen, Streaming")       # the text or name of anything
@@ -7,8 +7,8 @@ session is nested.
         program.click(program.find(role="table cell"))   # a real mouse click
         program.set_text(program.find(role="text"), "Desk")
 
-Runs in a private session (private_session.py --bus --display, or --wayland). Nothing here sleeps for a set time: each
-wait is for a condition, polled, and fails with the tree of what was there instead.
+Runs in a private session (private_session.py --bus --display, or --wayland). Every wait polls a condition and, on failure,
+prints the accessible tree.
 """
 
 import atexit
@@ -23,21 +23,21 @@ from screens import IS_WAYLAND, SCREEN, xdotool
 from timeout import TIMEOUT
 
 POLL = 0.05
-# In milliseconds. A window may stand still while it waits for its agent; an action that opens a menu or a
-# nested loop answers only when that closes, which nobody waits for.
+# Milliseconds. A window may block while it waits for its agent. An action that opens a menu or a nested event
+# loop replies only when that closes, so do not wait for it.
 SLOW_ANSWER = 20000
 ACTION_ANSWER = 1000
-# Versions of AT-SPI and Qt differ in what they call these.
+# Versions of AT-SPI and Qt name these roles differently.
 ROLES = {"button": "push button", "push button menu": "push button", "button menu": "push button"}
 BUS_LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 
 
 class NotThere(AssertionError):
-    """What was waited for did not come."""
+    """An awaited condition did not become true in time."""
 
 
 def wait_until(condition, what, details=lambda: "", timeout=TIMEOUT):
-    """Answers the condition's first true value; `what` completes the sentence "... did not happen"."""
+    """Returns the condition's first true value; `what` names the condition in the failure message."""
     deadline = time.monotonic() + timeout
     while True:
         found = condition()
@@ -49,12 +49,12 @@ def wait_until(condition, what, details=lambda: "", timeout=TIMEOUT):
 
 
 def key(*names):
-    """Presses keys or chords as X names them: key("Tab"), key("alt+F4")."""
+    """Presses keys or chords by their X names: key("Tab"), key("alt+F4")."""
     xdotool("key", "--clearmodifiers", *names)
 
 
 def point_at(x, y):
-    """Moves the pointer and waits until it is there. One that is there already would be waited for in vain, for 15 s."""
+    """Moves the pointer and waits for it. xdotool --sync would wait 15 s for a pointer that is there already."""
     if not xdotool("getmouselocation").startswith(f"x:{x} y:{y} "):
         xdotool("mousemove", "--sync", x, y)
 
@@ -65,7 +65,7 @@ def type_text(text):
 
 @contextlib.contextmanager
 def held(name):
-    """Keeps a key down meanwhile: with held("Alt_L"): ..."""
+    """Holds a key down: with held("Alt_L"): ..."""
     xdotool("keydown", name)
     try:
         yield
@@ -74,14 +74,14 @@ def held(name):
 
 
 def screenshot(path, area=None):
-    """A picture of the whole display, or of an area: x, y, width, height."""
+    """Saves a picture of the display, or of an area: x, y, width, height."""
     crop = ["-crop", "{2}x{3}+{0}+{1}".format(*area), "+repage"] if area else []
     subprocess.run(["import", "-window", "root", *crop, str(path)], check=True, stdin=subprocess.DEVNULL)
 
 
 class _Bus:
-    """The accessibility bus of this session. It has to come up after the program: a Qt program that starts
-    while it is there already may never register on it."""
+    """The session's accessibility bus. Start it after the program: a Qt program that starts while the bus runs may
+    never register on it."""
 
     launcher = None
     atspi = None
@@ -125,8 +125,8 @@ def _environment(additions):
 
 
 def foreign_program_environment():
-    """What a program that is not built here needs to load a plug-in that is built with a sanitizer: its run-time library
-    first. What such a program leaves unfreed is not ours to judge."""
+    """Environment of a foreign program that loads a plug-in built with a sanitizer: the sanitizer's library must be
+    loaded first. Leaks of such a program do not count."""
     runtime = os.environ.get("KS7_SANITIZER_RUNTIME")
     if not runtime:
         return {}
@@ -135,7 +135,7 @@ def foreign_program_environment():
 
 
 def launch(command, env=None, windows=1, **options):
-    """Starts a program and answers it once its first window is mapped and it speaks on the accessibility bus."""
+    """Starts a program and returns it once its first window is mapped and it is on the accessibility bus."""
     process = subprocess.Popen([str(part) for part in command], env=_environment(env or {}),
                                stdin=subprocess.DEVNULL, **options)
     program = Program(process)
@@ -152,7 +152,7 @@ def launch(command, env=None, windows=1, **options):
 
 @contextlib.contextmanager
 def listen(event):
-    """What programs tell assistive tools meanwhile, as in listen("object:property-change:accessible-name")."""
+    """Collects the accessible events of a type, as in listen("object:property-change:accessible-name")."""
     atspi = _Bus.start()
     heard = Heard()
     listener = atspi.EventListener.new(heard.note)
@@ -164,7 +164,7 @@ def listen(event):
 
 
 class Heard:
-    """The names of those that events were told of, in order."""
+    """Returns the names of the event sources, in order."""
 
     def __init__(self):
         self._names = []
@@ -186,7 +186,7 @@ class Heard:
 
 
 class Program:
-    """A running program: its accessible tree, and a hand on its widgets."""
+    """A running program: its accessible tree, and input to its widgets."""
 
     def __init__(self, process):
         self.process = process
@@ -214,23 +214,23 @@ class Program:
                 self.process.wait()
 
     def wait_ended(self):
-        """The exit code, once the program has ended of itself."""
+        """Returns the exit code once the program has ended by itself."""
         wait_until(self.ended, "the end of the program", details=self.dump)
         return self.process.returncode
 
     def x_windows(self):
-        """The names that the display has for the windows that the program shows now."""
+        """Returns the display's identifiers of the program's visible windows."""
         return SCREEN.ids(self.process.pid)
 
     def windows(self):
-        """The same with what the window manager knows of them, the topmost last on Wayland."""
+        """Returns the same windows with their properties, the topmost last on Wayland."""
         return SCREEN.windows(self.process.pid)
 
     def title(self):
         return self.windows()[0].title
 
     def x_area(self, frame=(0, 0, 0, 0) if IS_WAYLAND else (2, 22, 2, 7)):
-        """The part of the display that the program's windows cover, with a frame of left, top, right, bottom."""
+        """Returns the area of the program's windows on the display, with a margin of left, top, right, bottom."""
         boxes = [window.frame for window in self.windows()]
         x = max(0, min(box[0] for box in boxes) - frame[0])
         y = max(0, min(box[1] for box in boxes) - frame[1])
@@ -239,14 +239,14 @@ class Program:
         return x, y, right - x, bottom - y
 
     def wait_active(self, title=None):
-        """Waits until one of the program's windows has the keyboard; keys that are sent earlier are lost."""
+        """Waits until one of the program's windows has the focus; keys sent earlier are lost."""
         def is_active():
             return next((node for node in _children(self.root) if self.has(node, "active") and
                          title in (None, name_of(node))), None)
         return wait_until(is_active, f"the keyboard in {title or 'a window'}", details=self.dump)
 
     def close_by_key(self):
-        """Closes the window as a person does and answers the program's exit code."""
+        """Closes the window through the window manager and returns the program's exit code."""
         self.wait_active()
         key("alt+F4")
         return self.wait_ended()
@@ -270,7 +270,7 @@ class Program:
     # Looking
 
     def nodes(self, within=None):
-        """All accessible objects, parents first, freshly read."""
+        """Returns all accessible objects, parents first, freshly read."""
         pending = [within or self.root]
         while pending:
             node = pending.pop()
@@ -278,11 +278,11 @@ class Program:
             pending.extend(reversed(_children(node)))
 
     def all(self, name=None, role=None, showing=True, within=None):
-        """Those with this name (or text) and role ("push button", "check box", "table cell", ...)."""
+        """Returns the objects with this name (or text) and role ("push button", "check box", "table cell", ...)."""
         return [node for node in self.nodes(within) if _matches(self, node, name, role, showing)]
 
     def find(self, name=None, role=None, showing=True, within=None):
-        """The first that fits, or None."""
+        """Returns the first matching object or None."""
         return next((node for node in self.nodes(within) if _matches(self, node, name, role, showing)), None)
 
     def wait_for(self, name=None, role=None, showing=True, within=None, timeout=TIMEOUT):
@@ -294,7 +294,7 @@ class Program:
                    details=self.dump)
 
     def wait_state(self, node, state, is_set=True):
-        """Waits for one state by its name: "enabled", "checked", "focused", "selected", "showing"."""
+        """Waits for a state: "enabled", "checked", "focused", "selected", "showing"."""
         node = self._node(node)
         wait_until(lambda: self.has(node, state) == is_set, f"{name_of(node)!r} {'' if is_set else 'not '}{state}",
                    details=self.dump)
@@ -305,7 +305,7 @@ class Program:
         return bool(_asked(lambda: node.get_state_set().contains(value), False))
 
     def focused(self):
-        """The name of what has the keyboard, or ""; of a table or a list, its own."""
+        """Returns the name of the focused object or ""; for a table or list, its own name."""
         with_focus = [node for node in self.nodes() if self.has(node, "focused") and role_of(node) not in ("table cell", "list item")]
         return name_of(with_focus[-1]) if with_focus else ""
 
@@ -314,37 +314,37 @@ class Program:
                    details=lambda: f"it is on {self.focused()!r}\n{self.dump()}")
 
     def names(self, role, within=None):
-        """What a reader hears of all of one role, in order: the rows of a list, the lines of an alert."""
+        """Returns the names of all objects of one role, in order: the rows of a list, the lines of an alert."""
         return [name_of(node) for node in self.all(role=role, within=within)]
 
     def text(self, node):
-        """The text in a field or a label."""
+        """Returns the text of a field or label."""
         node = self._node(node)
         interface = _asked(node.get_text_iface, None)
         if interface is None:
             return name_of(node)
-        # Called by the interface's class: the accessible object has a method of the same name in newer bindings.
+        # Call through the interface's class: newer bindings have a method of the same name on the object.
         text = self.atspi.Text
         return _asked(lambda: text.get_text(interface, 0, text.get_character_count(interface)), "")
 
     def value(self, node):
-        """The number that a meter or progress bar shows."""
+        """Returns the value of a meter or progress bar."""
         node = self._node(node)
         return _asked(lambda: node.get_value_iface().get_current_value(), None)
 
     def related(self, node, kind):
-        """The objects to which it stands so: "labelled-by", "label-for"."""
+        """Returns the objects in this relation: "labelled-by", "label-for"."""
         relations = _asked(self._node(node).get_relation_set, [])
         return [relation.get_target(index) for relation in relations
                 if relation.get_relation_type().value_nick == kind for index in range(relation.get_n_targets())]
 
     def rectangle(self, node):
-        """x, y, width, height on the display."""
+        """Returns x, y, width, height on the display."""
         node = self._node(node)
         box = self._extents(node)
         if not IS_WAYLAND:
             return box
-        # A client of Wayland knows only what lies where in its own windows.
+        # A Wayland client knows only positions inside its own windows.
         top = self._top(node)
         origin, window = self._extents(top), self._window_of(top)
         return (window.box[0] + round((box[0] - origin[0]) * SCREEN.scale),
@@ -362,7 +362,7 @@ class Program:
         return node
 
     def _window_of(self, top):
-        """The window of the display that a top-level accessible object is: by its title, else by its size."""
+        """Returns the display's window of a top-level accessible object, found by title, else by size."""
         width, height = (round(length * SCREEN.scale) for length in self._extents(top)[2:])
 
         def unlikeness(window):
@@ -370,7 +370,7 @@ class Program:
         return min(reversed(wait_until(self.windows, "a window", details=self.dump)), key=unlikeness)
 
     def dump(self):
-        """The tree as text, for the message of a test that failed."""
+        """Returns the tree as text, for failure messages."""
         lines = []
 
         def walk(node, depth):
@@ -385,37 +385,37 @@ class Program:
     # Doing
 
     def press_if_there(self, node):
-        """Presses a button that may be going away just now, and waits until it has gone. A press moves the button for a
-        tenth of a second before it counts; another one meanwhile would begin that anew, over and over."""
+        """Presses a button that disappears, and waits for that. A press through AT-SPI animates the button for 0.1 s
+        before it counts; another press would restart that."""
         with contextlib.suppress(NotThere):
             self.press(node, timeout=2)
             wait_until(lambda: not self.has(node, "showing"), f"the going of {name_of(node)!r}", timeout=2)
 
     def press(self, node, action=("press", "click", "toggle", "activate", "showmenu"), timeout=TIMEOUT):
-        """What an assistive tool invokes on a button, check box or menu item."""
+        """Invokes the default action of a button, check box or menu item."""
         node = self._node(node)
         wanted = (action,) if isinstance(action, str) else action
         interface = node.get_action_iface()
 
         def offered():
-            # A menu may be built anew while it is asked.
+            # The program may rebuild a menu while it is read.
             names = _asked(lambda: [interface.get_action_name(index).lower()
                                     for index in range(interface.get_n_actions())], [])
             return next((names.index(name) + 1 for name in wanted if name in names), 0)
-        # A disabled control offers none.
+        # A disabled control has no action.
         index = wait_until(offered, f"any of {wanted} on {name_of(node)!r}", self.dump, timeout) - 1
         self.atspi.set_timeout(ACTION_ANSWER, SLOW_ANSWER)
         _asked(lambda: interface.do_action(index), False)
         self.atspi.set_timeout(SLOW_ANSWER, SLOW_ANSWER)
 
     def click(self, node, button=1, times=1):
-        """A click of the mouse in the middle of it."""
+        """Clicks the middle of the object with the mouse."""
         x, y, width, height = self.rectangle(node)
         point_at(x + width // 2, y + height // 2)
         xdotool("click", "--repeat", times, "--delay", 40, button)
 
     def open_menu(self, button):
-        """Opens the menu of a button with the mouse and answers its X window."""
+        """Opens a button's menu with the mouse and returns the menu's X window."""
         before = set(self.x_windows())
         self.click(button)
         return wait_until(lambda: set(self.x_windows()) - before, "the menu", details=self.dump).pop()
@@ -433,7 +433,7 @@ class Program:
         self.wait_state(node, "focused")
 
     def set_text(self, node, text):
-        """Replaces the text of a field and waits until it is there."""
+        """Replaces the text of a field and waits for the result."""
         node = self._node(node)
         node.get_editable_text_iface().set_text_contents(text)
         wait_until(lambda: self.text(node) == text, f"the text {text!r}", details=self.dump)
@@ -443,10 +443,10 @@ class Program:
 
 
 def _asked(question, otherwise):
-    """The answer, or `otherwise` where the object has gone meanwhile."""
+    """Returns the call's result, or `otherwise` when the object no longer exists."""
     try:
         return question()
-    except Exception as error:  # GLib.Error; its class is known only once gi is loaded
+    except Exception as error:  # GLib.Error, whose class exists only after gi is loaded
         if type(error).__name__ not in ("GError", "Error", "AttributeError"):
             raise
         return otherwise

@@ -1,4 +1,4 @@
-"""GStreamer's first start in a home, made long: it reads all of its plug-ins through a helper, which is held up here.
+"""Delays GStreamer's first start in a new home, in which a helper process scans all plug-ins: the helper is blocked.
 
     gstreamer = HeldUpGStreamer()
     program = start(env=gstreamer.environment())
@@ -10,7 +10,7 @@ import os
 import pathlib
 import tempfile
 
-# More than are ever started.
+# More helpers than GStreamer ever starts.
 HELPERS = 100
 
 
@@ -21,20 +21,20 @@ class HeldUpGStreamer:
         self._helper = self._folder / "helper"
         gate = self._folder / "gate"
         os.mkfifo(gate)
-        # Read and write, so that neither end waits for the other.
+        # Opened for reading and writing, so that neither end blocks in open().
         self._gate = open(gate, "r+b", buffering=0)
         self._helper.write_text(f"#!/bin/sh\ntouch {self._begun}\nread _ < {gate}\n")
         self._helper.chmod(0o700)
 
     def environment(self):
-        """What a program needs to be held up: nothing known of any plug-in, and this helper to find out."""
+        """Environment of a program to be delayed: an empty plug-in registry, and this helper as the plug-in scanner."""
         return {"GST_REGISTRY": str(self._folder / "registry"), "GST_PLUGIN_SCANNER_1_0": str(self._helper)}
 
     def has_begun(self):
         return self._begun.exists()
 
     def let_go(self):
-        """Of this helper and of any that is started later; a program whose helper ends without an answer helps itself."""
+        """Releases this helper and all later ones; a program whose helper exits scans by itself."""
         if not self._gate.closed:
             self._gate.write(b"\n" * HELPERS)
 

@@ -1,10 +1,10 @@
-"""What is seen on the display, as pixels."""
+"""Pixels of the display."""
 
 import subprocess
 
 
 class Picture:
-    """An area of the display: x, y, width, height in its pixels, as seen now."""
+    """A picture of an area of the display: x, y, width, height in pixels."""
 
     def __init__(self, area):
         self.area = area
@@ -14,7 +14,7 @@ class Picture:
              "rgb:-"], check=True, capture_output=True, stdin=subprocess.DEVNULL).stdout
 
     def pixel(self, x, y):
-        """Red, green and blue at a place of the display."""
+        """Returns red, green and blue at a position on the display."""
         start = ((y - self.area[1]) * self.width + x - self.area[0]) * 3
         return tuple(self.bytes[start:start + 3])
 
@@ -25,7 +25,7 @@ class Picture:
         return [self.pixel(x, y) for y in range(top, bottom)]
 
     def differences(self, other, covered=(0, 0, 0, 0), margin=0):
-        """The places that differ from another picture of the same area, outside of what is covered."""
+        """Returns the pixels that differ from another picture of the same area, outside of the covered part."""
         left, top = covered[0] - margin, covered[1] - margin
         right, bottom = covered[0] + covered[2] + margin, covered[1] + covered[3] + margin
         found = []
@@ -39,7 +39,7 @@ class Picture:
         return found
 
     def brightness(self):
-        """From 0, black, to 1, white."""
+        """Returns the brightness from 0 (black) to 1 (white)."""
         return sum(self.bytes) / len(self.bytes) / 255
 
     def brightest(self):

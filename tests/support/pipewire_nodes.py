@@ -1,16 +1,16 @@
-"""The nodes in PipeWire, as any program sees them."""
+"""PipeWire's nodes, listed with pw-dump."""
 
 import json
 import subprocess
 
 import accessible
 
-# The node.name of the agent's picture.
+# node.name of the agent's picture.
 AGENT_CAMERA = "KS-7 Wireless Webcam"
 
 
 def nodes():
-    """The properties of every node."""
+    """Returns the properties of every node."""
     text = subprocess.run(["pw-dump"], capture_output=True, text=True, check=True, stdin=subprocess.DEVNULL).stdout.strip()
     objects = {}
     # pw-dump appends a second list with changes during its run.
@@ -23,16 +23,16 @@ def nodes():
 
 
 def cameras():
-    """node.name to node.description of every Video/Source."""
+    """Maps node.name to node.description for every Video/Source."""
     return {node["node.name"]: node.get("node.description") for node in nodes()
             if node.get("media.class") == "Video/Source"}
 
 
 def watchers():
-    """The number of streams that consume video."""
+    """Returns the number of streams that consume video."""
     return sum(node.get("media.class") == "Stream/Input/Video" for node in nodes())
 
 
 def wait_for_camera():
-    """The agent connects to PipeWire after it has taken its bus names."""
+    """Waits for the agent's node, because the agent connects to PipeWire after taking its bus names."""
     accessible.wait_until(lambda: AGENT_CAMERA in cameras(), "the picture of the agent's camera")

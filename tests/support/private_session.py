@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Runs a command in a session of its own: private home, XDG folders and runtime folder, and on request
+"""Runs a command in a private session: home, XDG folders and runtime folder, and on request
 
   --bus          a session bus                  (DBUS_SESSION_BUS_ADDRESS)
   --system-bus   a bus in the system bus' place (DBUS_SYSTEM_BUS_ADDRESS)
@@ -8,11 +8,11 @@
   --wayland      KWin's Wayland (WAYLAND_DISPLAY), shown in the X server so that xdotool and import reach it
                  (implies --bus and --display); --scale FACTOR sets the scale of its output
   --pipewire     PipeWire and WirePlumber       (implies --bus)
-  --this-display the caller's display and home; only what was asked for is private
+  --this-display the caller's display and home; only the requested services are private
   --keep DIR     use DIR as the session's folder and leave it there
 
-Everything is ended and removed when the command ends; its exit code is ours. When the command fails, a server that
-did not outlive it is named, with its last words. Without --display, Qt programs draw off-screen.
+Everything is ended and removed when the command ends; its exit code is returned. When the command fails, servers that
+have died are named with the end of their log. Without --display, Qt programs draw off-screen.
 """
 
 import argparse
@@ -55,7 +55,7 @@ class Session:
             self.be_private()
 
     def move_runtime_folder(self):
-        """Gives the buses a place of their own; a Wayland display is still found, by its full path."""
+        """Gives the buses their own runtime folder. A Wayland display is still found by its full path."""
         wayland = self.env.get("WAYLAND_DISPLAY")
         if wayland:
             self.env["WAYLAND_DISPLAY"] = os.path.join(self.env.get("XDG_RUNTIME_DIR", ""), wayland)
@@ -72,13 +72,13 @@ class Session:
             path.mkdir(parents=True, exist_ok=True)
             self.env[variable] = str(path)
         (self.folder / "runtime").chmod(0o700)
-        # A system bus that the machine happens to have is nobody's business here.
+        # Hide the machine's own system bus.
         self.env["DBUS_SYSTEM_BUS_ADDRESS"] = f"unix:path={self.folder}/no-system-bus"
         self.env["QT_QPA_PLATFORM"] = "offscreen"
-        # What GStreamer knows of its plug-ins is gathered once for all tests of a build, not in each new home.
+        # GStreamer's registry of plug-ins is made once for all tests of a build, not in each new home.
         if "KS7_BUILD" in self.env:
             self.env["GST_REGISTRY"] = os.path.join(self.env["KS7_BUILD"], "tests", "gstreamer-registry.bin")
-            # The names and icons of desktop files, as if the build were installed.
+            # Desktop files of the build folder, for names and icons.
             shared = os.path.join(self.env["KS7_BUILD"], "share")
             self.env["XDG_DATA_DIRS"] = f"{shared}:{self.env.get('XDG_DATA_DIRS') or '/usr/local/share:/usr/share'}"
         self.env["KS7_CLOCK_ROOT"] = str(self.make_fast_processor())
@@ -86,7 +86,7 @@ class Session:
         self.env.setdefault("LC_ALL", "C.UTF-8")
 
     def make_fast_processor(self):
-        """Many virtual machines tell no clock, and the pane then hides a control."""
+        """Many virtual machines report no processor clock, and the pane then hides a control."""
         root = self.folder / "processor"
         core = root / "sys/devices/system/cpu/cpu0/cpufreq"
         core.mkdir(parents=True, exist_ok=True)
@@ -133,7 +133,7 @@ class Session:
         self.env["QT_QPA_PLATFORM"] = "xcb"
 
     def display_number(self, reader):
-        """The number and its line's end come in two writes; the server dies if the second finds nobody listening."""
+        """Reads number and line end. Xvfb writes them separately and dies if the second write finds the pipe closed."""
         line = b""
         with selectors.DefaultSelector() as selector:
             selector.register(reader, selectors.EVENT_READ)
@@ -155,7 +155,7 @@ class Session:
         return b"window id" in asked.stdout
 
     def start_wayland(self, screen, scale):
-        """KWin renders without OpenGL into one X window, which covers the X screen."""
+        """Runs KWin without OpenGL in one X window that covers the X screen."""
         width, height = screen.split("x")
         name = "wayland-ks7"
         self.write_kwin_settings(int(width), int(height), scale)
@@ -172,7 +172,7 @@ class Session:
         self.env["KS7_WAYLAND_SCALE"] = str(scale)
 
     def write_kwin_settings(self, width, height, scale):
-        """No animations: pictures are compared pixel for pixel. KWin ignores its own option --scale on X."""
+        """Disables animations for pixel comparisons. KWin ignores its own option --scale on X."""
         settings = pathlib.Path(self.env["XDG_CONFIG_HOME"])
         (settings / "kdeglobals").write_text("[KDE]\nAnimationDurationFactor=0\n")
         (settings / "kwinrc").write_text("[Windows]\nPlacement=Centered\n")
@@ -204,7 +204,7 @@ class Session:
         return b"Found" in asked.stdout
 
     def tell_of_the_dead(self):
-        """For whoever looks for the reason of a failure that was none of the command's own."""
+        """Names servers that have died, in case the failure is theirs."""
         dead = [process for process in self.processes if process.poll() is not None]
         for process in dead:
             print(f"private_session: {process.args[0]} ended with {process.returncode}", file=sys.stderr)
@@ -267,7 +267,7 @@ def run(options, folder):
 
 
 def main():
-    # Being told to end is an exit like any other: what was started is ended too.
+    # Exit normally on SIGTERM, so that the started servers are ended too.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
     options = arguments()
     if options.keep:

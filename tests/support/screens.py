@@ -1,7 +1,6 @@
-"""The windows of the session's display: of the X server itself, or of the Wayland compositor that is nested in it.
+"""Windows on the session's display: an X server, or a Wayland compositor nested in one.
 
-Lengths are pixels of the X server in both, since the pointer and the pictures are the X server's.
-"""
+Lengths are pixels of the X server in both cases, because pointer and screenshots belong to the X server."""
 
 import dataclasses
 import json
@@ -18,7 +17,7 @@ IS_WAYLAND = "KS7_WAYLAND_SCALE" in os.environ
 
 @dataclasses.dataclass
 class Window:
-    """What a window manager knows of a window. `box` is x, y, width and height inside its frame."""
+    """A window's properties from the window manager. `box` is x, y, width and height without the frame."""
     id: str
     title: str
     box: tuple
@@ -64,7 +63,7 @@ class XScreen:
 
 
 class KWinScreen:
-    """Asks KWin by scripts, whose answers come in its log: a client of Wayland cannot see where windows are."""
+    """Runs scripts in KWin, which log their results, because a Wayland client cannot read window positions."""
 
     scale = float(os.environ.get("KS7_WAYLAND_SCALE", 1))
     all_windows = """workspace.stackingOrder.filter(window => window.pid == %d).map(window => ({
@@ -104,7 +103,7 @@ class KWinScreen:
         self.evaluate(f"({self.of_id % json.dumps(window.id)}.{change}, 1)")
 
     def evaluate(self, expression):
-        """The value of an expression of KWin's scripting language."""
+        """Evaluates an expression in KWin's scripting language."""
         name = f"ks7-{uuid.uuid4()}"
         folder = pathlib.Path(os.environ["KS7_SESSION_FOLDER"])
         script = folder / f"{name}.js"
@@ -138,7 +137,7 @@ class KWinScreen:
 
 
 def x_box(window):
-    """x, y, width and height of what is inside the window's frame, or None of a window that has gone."""
+    """Returns x, y, width and height inside the window's frame, or None when the window no longer exists."""
     told = subprocess.run(["xwininfo", "-id", window], capture_output=True, text=True, stdin=subprocess.DEVNULL).stdout
     wanted = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
     lines = dict(line.strip().split(":", 1) for line in told.splitlines() if ":" in line)

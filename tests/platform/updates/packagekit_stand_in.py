@@ -1,13 +1,13 @@
 #!/usr/bin/python3
-"""A package service for the system bus that answers as its one argument, a JSON object, says:
+"""A package service for the system bus. Its one argument, a JSON object, sets its replies:
 
   owners    {file: package id}      what SearchFiles finds
   updates   [[info, package id]]    what GetUpdates finds
   install   "done", "refused", "not-authorized", "cancelled", "failed", "vanish" or "silent"
-  stranger  true: another connection sends the caller an update and an end as if they were the transaction's
-  query     "failed" lets every question fail; "vanish" ends the service in the middle of one; "silent" never ends one
+  stranger  true: another connection sends the caller a forged update and a forged end of the transaction
+  query     "failed": every query fails; "vanish": the service exits during a query; "silent": queries never end
 
-Prints a line for each call, and "ready" when it can be called.
+Prints "ready" when it is on the bus, then a line for each call.
 """
 
 import json
@@ -75,7 +75,7 @@ class Transaction(dbus.service.Object):
         pass
 
     def forge(self, caller):
-        """Sends signals of this transaction from another connection: one to everybody, one to the caller."""
+        """Sends signals of this transaction from another connection, one broadcast and one to the caller."""
         stranger = dbus.SystemBus(private=True)
         for destination in (None, caller):
             for member, signature, values in (("Package", "uss", (5, "ks7-preferences;6.6-6;amd64;forged", "")),
@@ -86,7 +86,7 @@ class Transaction(dbus.service.Object):
                     signal.set_destination(destination)
                 stranger.send_message(signal)
         stranger.flush()
-        # An answer means that the bus has delivered everything that was sent before.
+        # The reply proves that the bus has delivered all earlier messages.
         stranger.list_names()
 
     @dbus.service.method(TRANSACTION, in_signature="t", sender_keyword="caller")
