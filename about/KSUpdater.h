@@ -4,8 +4,11 @@
 
 #include <memory>
 
+/// The update framework's updater under its name in the product.
+using KS7SUUpdater = platform::SoftwareUpdater;
+
 /// The updater of the pane's own bundle, not of the host application.
-class KSUpdater final : public platform::KS7SUUpdater {
+class KSUpdater final : public KS7SUUpdater {
 public:
     /// Wraps the framework's shared updater for the pane's bundle.
     static std::shared_ptr<KSUpdater> sharedUpdater(platform::SoftwareUpdateFramework &framework,

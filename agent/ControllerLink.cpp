@@ -1,3 +1,4 @@
+#include "agent/AgentProgram.h"
 #include "agent/AgentProxyFactory.h"
 #include "agent/RemoteNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
@@ -5,8 +6,8 @@
 #include "pane/KS7SettingsWindowController.h"
 #include "platform/base/RunLoop.h"
 #include "platform/bus/Connection.h"
-#include "platform/desktop/AgentLauncher.h"
 #include "platform/desktop/HostClasses.h"
+#include "platform/desktop/ProgramLauncher.h"
 #include "platform/sheets/Sheets.h"
 
 #include <QMetaObject>
@@ -65,7 +66,7 @@ std::shared_ptr<platform::RootProxy> KS7SettingsWindowController::reachAgent()
         mAgentConnection = mServices.connections->connectionWithRegisteredName(RemoteNames::AgentServer);
         auto root = rootOf(mAgentConnection);
         if (!root && attempt == 1)
-            mServices.agentLauncher->launch();
+            mServices.launcher->launch(agentProgram());
         mServices.runLoop->pause(PauseAfterAttempt);
         if (root)
             return root;

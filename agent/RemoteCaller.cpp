@@ -55,13 +55,13 @@ bool RemoteCaller::isAnswered(QDBusPendingCall &call, int declaredResults)
     const auto reply = call.reply();
     if (call.isError()) {
         mRoot->callFailed(reply);
-        qCWarning(KS7_PLATFORM, "A call to the agent failed: %s", qUtf8Printable(call.error().message()));
+        qCWarning(PLATFORM_LOG, "A call to the agent failed: %s", qUtf8Printable(call.error().message()));
         return false;
     }
     // QDBusPendingReply checks the declared types only and accepts further arguments after them.
     const bool complete = reply.arguments().size() == declaredResults;
     if (!complete)
-        qCWarning(KS7_PLATFORM, "A reply of the agent is too long: \"%s\"",
+        qCWarning(PLATFORM_LOG, "A reply of the agent is too long: \"%s\"",
                   qUtf8Printable(reply.signature()));
     return complete;
 }

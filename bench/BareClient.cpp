@@ -2,7 +2,6 @@
 
 #include "agent/KS7DeviceControllerProxy.h"
 #include "agent/RemoteNames.h"
-#include "platform/bus/BusNames.h"
 
 #include <systemd/sd-bus.h>
 
@@ -10,11 +9,11 @@
 
 namespace {
 
-const QByteArray AgentName = platform::bus::busName(RemoteNames::AgentServer).toLatin1();
-const QByteArray AgentPath = platform::bus::objectPath(RemoteNames::AgentServer).toLatin1();
+const QByteArray AgentName = RemoteNames::busName(RemoteNames::AgentServer).toLatin1();
+const QByteArray AgentPath = RemoteNames::objectPath(RemoteNames::AgentServer).toLatin1();
 const QByteArray Interface = KS7DeviceControllerProxy::InterfaceName.toLatin1();
-const QByteArray CenterPath = platform::bus::NotificationPath.toLatin1();
-const QByteArray CenterInterface = platform::bus::NotificationInterface.toLatin1();
+const QByteArray CenterPath = RemoteNames::NotificationPath.toLatin1();
+const QByteArray CenterInterface = RemoteNames::NotificationInterface.toLatin1();
 
 bool isContainer(char type)
 {

@@ -9,7 +9,6 @@
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "cameras/KS7Cam.h"
 #include "pane/KS7SettingsWindowController.h"
-#include "platform/DesktopServices.h"
 #include "platform/base/RunLoop.h"
 #include "platform/preferences/UserDefaults.h"
 #include "settings/KS7Domain.h"
@@ -121,9 +120,9 @@ private:
 
 QDBusMessage callOf(const QString &method)
 {
-    return QDBusMessage::createMethodCall(platform::bus::busName(RemoteNames::AgentServer),
-                                          platform::bus::objectPath(RemoteNames::AgentServer),
-                                          KS7DeviceControllerProxy::InterfaceName, method);
+    return QDBusMessage::createMethodCall(
+        RemoteNames::busName(RemoteNames::AgentServer), RemoteNames::objectPath(RemoteNames::AgentServer),
+        KS7DeviceControllerProxy::InterfaceName, method);
 }
 
 class Refreshes {
@@ -269,7 +268,7 @@ void idle(std::chrono::milliseconds settling, std::chrono::milliseconds time)
 
 void metersOfThePane(std::chrono::milliseconds time)
 {
-    const auto runLoop = platform::makeDesktopServices().runLoop;
+    const auto runLoop = platform::makeQtRunLoop();
     PaneWindow window;
     window.show();
     runFor(2s);

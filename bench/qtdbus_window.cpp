@@ -1,10 +1,9 @@
-// A bare QtDBus program with a table: subscribes to the agent's notifications, makes the calls and posts of its
-// arguments (each "METHOD", "METHOD STRING" or "post NOTIFICATION") and shows the cameras. The pane's start-up is
-// measured beside it.
+// A bare QtDBus program with a table: subscribes to the agent's notifications, makes the calls and posts of
+// its arguments (each "METHOD", "METHOD STRING" or "post NOTIFICATION") and shows the cameras. The pane's
+// start-up is measured beside it.
 #include "agent/NotificationNames.h"
 #include "agent/RemoteNames.h"
 #include "agent/WireTypes.h"
-#include "platform/bus/BusNames.h"
 
 #include <QApplication>
 #include <QDBusConnection>
@@ -35,7 +34,7 @@ void subscribe(QDBusConnection &bus, Listener &listener)
           StreamingInitiated, PairingInitiated, StreamingEnded, USBDeviceConnected, USBDeviceDisconnected,
           AgentStarted, PreferredCameraChanged, FirmwareUpdateEnded, FirmwareUpdateProgress, OnOffChanged,
           NoBluetooth, FoundBluetooth, ChangedOptimizedPreference})
-        bus.connect(QString(), platform::bus::NotificationPath, platform::bus::NotificationInterface, name,
+        bus.connect(QString(), RemoteNames::NotificationPath, RemoteNames::NotificationInterface, name,
                     &listener, SLOT(receive(QDBusMessage)));
 }
 
@@ -48,7 +47,7 @@ QString watchedOwner(QDBusConnection &bus, const QString &name, QObject *parent)
 
 bool isForUSB(const QString &method)
 {
-    static const QStringList methods {
+    static const QStringList methods{
         QStringLiteral("startUpdate"), QStringLiteral("connectedCamNeedsFirmwareUpdate"),
         QStringLiteral("setPassKey"), QStringLiteral("connectedCamHasBTAddress")};
     return methods.contains(method);
@@ -58,14 +57,14 @@ QDBusMessage callOf(const QString &words, const QString &camera, const QString &
 {
     const QString method = words.section(QLatin1Char(' '), 0, 0);
     if (method == QLatin1String("post"))
-        return QDBusMessage::createSignal(platform::bus::NotificationPath, platform::bus::NotificationInterface,
+        return QDBusMessage::createSignal(RemoteNames::NotificationPath, RemoteNames::NotificationInterface,
                                           words.section(QLatin1Char(' '), 1, 1));
     const bool forUSB = isForUSB(method);
     const auto &root = forUSB ? RemoteNames::AgentServerUSB : RemoteNames::AgentServer;
-    const auto interface = forUSB ? QStringLiteral("TernUSBCommandControllerProxy")
-                                  : QStringLiteral("KS7DeviceControllerProxy");
-    auto call = QDBusMessage::createMethodCall(forUSB ? usb : camera, platform::bus::objectPath(root),
-                                               platform::bus::busName(interface), method);
+    const auto interface =
+        forUSB ? QStringLiteral("TernUSBCommandControllerProxy") : QStringLiteral("KS7DeviceControllerProxy");
+    auto call = QDBusMessage::createMethodCall(forUSB ? usb : camera, RemoteNames::objectPath(root),
+                                               RemoteNames::busName(interface), method);
     if (words.contains(QLatin1Char(' ')))
         call << words.section(QLatin1Char(' '), 1);
     return call;
@@ -98,8 +97,8 @@ int main(int argc, char **argv)
     registerWireTypes();
     auto bus = QDBusConnection::sessionBus();
     Listener listener;
-    const auto camera = watchedOwner(bus, platform::bus::busName(RemoteNames::AgentServer), &listener);
-    const auto usb = watchedOwner(bus, platform::bus::busName(RemoteNames::AgentServerUSB), &listener);
+    const auto camera = watchedOwner(bus, RemoteNames::busName(RemoteNames::AgentServer), &listener);
+    const auto usb = watchedOwner(bus, RemoteNames::busName(RemoteNames::AgentServerUSB), &listener);
     subscribe(bus, listener);
     QStandardItemModel model;
     const auto steps = QCoreApplication::arguments().mid(1);

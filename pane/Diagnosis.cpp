@@ -128,7 +128,7 @@ void Diagnosis::describeAgent()
 void Diagnosis::describeConnection(const QString &registeredName)
 {
     ServiceProbe survey(QDBusConnection::SessionBus);
-    const QString busName = platform::bus::busName(registeredName);
+    const QString busName = RemoteNames::busName(registeredName);
     const auto presence = survey.presenceOf(busName);
     const bool runs = presence == ServiceProbe::Presence::Running;
     add(busName, inWords(presence) + (runs ? sinceWhen(survey, busName) : QString()));

@@ -1,15 +1,34 @@
 #include "pane/SharedPane.h"
 
 #include "agent/AgentProxyFactory.h"
+#include "agent/RemoteNames.h"
 #include "pane/Diagnosis.h"
 #include "pane/KSPreferencesPanePref.h"
+#include "pane/PaneBundle.h"
 #include "platform/DesktopServices.h"
 #include "platform/bus/BusHandshake.h"
+
+namespace {
+
+platform::Services desktopServices()
+{
+    platform::Product product;
+    product.program = QStringLiteral("ks7-preferences");
+    product.busNames = RemoteNames::Prefix;
+    product.sleepDelay = {QStringLiteral("KS-7"), QStringLiteral("The camera's picture is let go of first")};
+    // End-to-end tests show the pane as on a fast machine: a virtual machine's kernel may report no clock,
+    // and the files below /sys cannot be replaced without privileges.
+    product.processorRoot = qEnvironmentVariable("KS7_CLOCK_ROOT", QStringLiteral("/"));
+    product.bundle = makePaneBundle();
+    return platform::makeDesktopServices(product);
+}
+
+} // namespace
 
 KSPreferencesPanePref *sharedPane()
 {
     if (!KSPreferencesPanePref::shared())
-        (new KSPreferencesPanePref)->initWithBundle(platform::makeDesktopServices(), makeDBusProtocols());
+        (new KSPreferencesPanePref)->initWithBundle(desktopServices(), makeDBusProtocols());
     return KSPreferencesPanePref::shared();
 }
 
@@ -20,5 +39,5 @@ void keepToolkitOffSilentBus()
 
 QString diagnosis()
 {
-    return Diagnosis(platform::makeDesktopServices(), makeDBusProtocols()).report();
+    return Diagnosis(desktopServices(), makeDBusProtocols()).report();
 }

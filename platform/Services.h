@@ -4,7 +4,6 @@
 
 namespace platform {
 
-class AgentLauncher;
 class Bundle;
 class Capture;
 class ConnectionRegistry;
@@ -13,6 +12,7 @@ class KeyboardModifiers;
 class NotificationCenter;
 class PowerManagement;
 class ProcessorClock;
+class ProgramLauncher;
 class RunLoop;
 class SheetPresenter;
 class SoftwareUpdateFramework;
@@ -26,7 +26,7 @@ struct Services {
     std::shared_ptr<NotificationCenter> distributedCenter;
     std::shared_ptr<NotificationCenter> workspaceCenter;
     std::shared_ptr<ConnectionRegistry> connections;
-    std::shared_ptr<AgentLauncher> agentLauncher;
+    std::shared_ptr<ProgramLauncher> launcher;
     std::shared_ptr<UserDefaults> userDefaults;
     std::shared_ptr<PowerManagement> power;
     std::shared_ptr<Capture> capture;

@@ -1,3 +1,3 @@
 #include "platform/base/LogCategory.h"
 
-Q_LOGGING_CATEGORY(KS7_PLATFORM, "ks7.platform")
+Q_LOGGING_CATEGORY(PLATFORM_LOG, PLATFORM_LOG_CATEGORY)

@@ -2,5 +2,5 @@
 
 #include <QLoggingCategory>
 
-/// What the desktop's services do wrong: "ks7.platform".
-Q_DECLARE_LOGGING_CATEGORY(KS7_PLATFORM)
+/// Failures of desktop services. The build names the category.
+Q_DECLARE_LOGGING_CATEGORY(PLATFORM_LOG)

@@ -26,10 +26,10 @@ QStringList &namesInUse()
 }
 
 /// The first name that no other object of this type has: an open connection is left under it for the next.
-QString takeName(QDBusConnection::BusType type)
+QString takeName(QDBusConnection::BusType type, const QString &owner)
 {
-    const QString kind = type == QDBusConnection::SystemBus ? QStringLiteral("ks7-preferences-system-%1")
-                                                            : QStringLiteral("ks7-preferences-session-%1");
+    const QString kind = owner
+        + (type == QDBusConnection::SystemBus ? QStringLiteral("-system-%1") : QStringLiteral("-session-%1"));
     int number = 1;
     while (namesInUse().contains(kind.arg(number)))
         ++number;
@@ -44,9 +44,9 @@ QDBusMessage questionToBus(const QString &method)
 
 } // namespace
 
-BusConnection::BusConnection(QDBusConnection::BusType type)
+BusConnection::BusConnection(QDBusConnection::BusType type, const QString &owner)
     : mType(type)
-    , mName(takeName(type))
+    , mName(takeName(type, owner))
     , mConnection(QString())
     , mInterval(FirstInterval)
 {

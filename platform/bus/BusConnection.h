@@ -21,7 +21,10 @@ class BusHandshake;
 class BusConnection : public QObject {
     Q_OBJECT
 public:
-    explicit BusConnection(QDBusConnection::BusType type);
+    static inline const QString AnyOwner = QStringLiteral("own-connection");
+
+    /// `owner` begins the connection's name, which the host's connections must not have.
+    explicit BusConnection(QDBusConnection::BusType type, const QString &owner = AnyOwner);
     /// Leaves the connection open for the next object of its type: Qt would close it in a thread of its own,
     /// with replies still on their way.
     ~BusConnection() override;
@@ -79,16 +82,16 @@ private:
 
 class SessionBus final : public BusConnection {
 public:
-    SessionBus()
-        : BusConnection(QDBusConnection::SessionBus)
+    explicit SessionBus(const QString &owner = AnyOwner)
+        : BusConnection(QDBusConnection::SessionBus, owner)
     {
     }
 };
 
 class SystemBus final : public BusConnection {
 public:
-    SystemBus()
-        : BusConnection(QDBusConnection::SystemBus)
+    explicit SystemBus(const QString &owner = AnyOwner)
+        : BusConnection(QDBusConnection::SystemBus, owner)
     {
     }
 };

@@ -2,30 +2,25 @@
 
 #include <QString>
 
-/// What the pane's two exchanges with the agent are called on the session bus, and the services that several
-/// places ask for. Each name is spelled here only.
+/// Names on the buses. Each name is spelled here only.
 namespace platform::bus {
 
-inline const QString NamePrefix = QStringLiteral("com.orvex.");
-inline const QString PathPrefix = QStringLiteral("/com/orvex/");
+/// The vendor's part of the names, such as "org.example.".
+struct NamePrefix {
+    QString text;
 
-/// The bus name under which a registered name is to be found.
-inline QString busName(const QString &registeredName)
-{
-    return NamePrefix + registeredName;
-}
+    /// The bus name of a registered name.
+    [[nodiscard]] QString busName(const QString &registeredName) const { return text + registeredName; }
+    /// The path of a registered name's root object.
+    [[nodiscard]] QString objectPath(const QString &registeredName) const
+    {
+        return QLatin1Char('/') + QString(text).replace(QLatin1Char('.'), QLatin1Char('/')) + registeredName;
+    }
+};
 
-/// The path of a registered name's root object.
-inline QString objectPath(const QString &registeredName)
-{
-    return PathPrefix + registeredName;
-}
-
-/// The broadcasts of the distributed notification centre: the member is the notification's name, the one
-/// argument its user info.
+/// The registered name of the distributed notification centre. In its broadcasts the member is the
+/// notification's name, the one argument its user info.
 inline const QString NotificationCenterName = QStringLiteral("DistributedNotificationCenter");
-inline const QString NotificationPath = objectPath(NotificationCenterName);
-inline const QString NotificationInterface = busName(NotificationCenterName);
 inline const QString UserInfoSignature = QStringLiteral("a{sv}");
 
 // How the library tells that a connection is gone; no message of the bus.

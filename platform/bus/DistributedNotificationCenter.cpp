@@ -1,7 +1,6 @@
 #include "platform/bus/DistributedNotificationCenter.h"
 
 #include "platform/bus/BusConnection.h"
-#include "platform/bus/BusNames.h"
 
 #include <QDBusArgument>
 #include <QDBusMessage>
@@ -19,8 +18,11 @@ QVariantMap userInfoOf(const QDBusMessage &signal)
 
 } // namespace
 
-DistributedNotificationCenter::DistributedNotificationCenter(std::shared_ptr<BusConnection> bus)
+DistributedNotificationCenter::DistributedNotificationCenter(std::shared_ptr<BusConnection> bus,
+                                                             const bus::NamePrefix &prefix)
     : mBus(std::move(bus))
+    , mPath(prefix.objectPath(bus::NotificationCenterName))
+    , mInterface(prefix.busName(bus::NotificationCenterName))
 {
     QObject::connect(mBus.get(), &BusConnection::opened, this, &DistributedNotificationCenter::subscribeAll);
 }
@@ -55,7 +57,7 @@ void DistributedNotificationCenter::removeObserver(const void *observer, const Q
 void DistributedNotificationCenter::postNotificationName(const QString &name, const void *,
                                                          const QVariantMap &userInfo)
 {
-    auto signal = QDBusMessage::createSignal(bus::NotificationPath, bus::NotificationInterface, name);
+    auto signal = QDBusMessage::createSignal(mPath, mInterface, name);
     signal << userInfo;
     mBus->reopenIfLost();
     mBus->connection().send(signal);
@@ -69,14 +71,12 @@ void DistributedNotificationCenter::receive(const QDBusMessage &signal)
 
 void DistributedNotificationCenter::subscribe(const QString &name)
 {
-    mBus->connection().connect({}, bus::NotificationPath, bus::NotificationInterface, name, this,
-                               SLOT(receive(QDBusMessage)));
+    mBus->connection().connect({}, mPath, mInterface, name, this, SLOT(receive(QDBusMessage)));
 }
 
 void DistributedNotificationCenter::unsubscribe(const QString &name)
 {
-    mBus->connection().disconnect({}, bus::NotificationPath, bus::NotificationInterface, name, this,
-                                  SLOT(receive(QDBusMessage)));
+    mBus->connection().disconnect({}, mPath, mInterface, name, this, SLOT(receive(QDBusMessage)));
 }
 
 void DistributedNotificationCenter::subscribeAll()

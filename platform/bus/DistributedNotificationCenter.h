@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/bus/BusNames.h"
 #include "platform/bus/NotificationCenter.h"
 
 #include <QObject>
@@ -20,7 +21,8 @@ class BusConnection;
 class DistributedNotificationCenter final : public QObject, public NotificationCenter {
     Q_OBJECT
 public:
-    explicit DistributedNotificationCenter(std::shared_ptr<BusConnection> bus);
+    /// `prefix` places the centre on the bus.
+    DistributedNotificationCenter(std::shared_ptr<BusConnection> bus, const bus::NamePrefix &prefix);
     ~DistributedNotificationCenter() override;
 
     void addObserver(const void *observer, const QString &name, NotificationHandler handler) override;
@@ -37,6 +39,8 @@ private:
     void subscribeAll();
 
     std::shared_ptr<BusConnection> mBus;
+    QString mPath;
+    QString mInterface;
     LocalNotificationCenter mObservers;
     QStringList mSubscribed;
 };

@@ -3,7 +3,6 @@
 #include "platform/base/RunLoop.h"
 #include "platform/bus/BusCall.h"
 #include "platform/bus/BusConnection.h"
-#include "platform/bus/BusNames.h"
 #include "platform/bus/NotificationCenter.h"
 
 #include <utility>
@@ -38,10 +37,12 @@ void DBusRootProxy::callFailed(const QDBusMessage &error) const
 
 DBusConnectionRegistry::DBusConnectionRegistry(std::shared_ptr<BusConnection> bus,
                                                std::shared_ptr<RunLoop> runLoop,
-                                               std::shared_ptr<NotificationCenter> localCenter)
+                                               std::shared_ptr<NotificationCenter> localCenter,
+                                               bus::NamePrefix prefix)
     : mBus(std::move(bus))
     , mRunLoop(std::move(runLoop))
     , mLocalCenter(std::move(localCenter))
+    , mPrefix(std::move(prefix))
 {
     connect(mBus.get(), &BusConnection::foundAgain, this, &DBusConnectionRegistry::lookForOwners);
 }
@@ -85,7 +86,7 @@ void DBusConnectionRegistry::lookForOwners()
             return;
         const auto handlers = self->mFoundAgain;
         for (const auto &[name, handler] : handlers) {
-            if (!self->mBus->ownerOf(bus::busName(name)).isEmpty())
+            if (!self->mBus->ownerOf(self->mPrefix.busName(name)).isEmpty())
                 handler();
         }
     });
@@ -96,8 +97,8 @@ void DBusConnectionRegistry::lookForOwners()
 RemoteConnection::RemoteConnection(std::shared_ptr<DBusConnectionRegistry> registry,
                                    const QString &registeredName)
     : mRegistry(std::move(registry))
-    , mBusName(bus::busName(registeredName))
-    , mPath(bus::objectPath(registeredName))
+    , mBusName(mRegistry->mPrefix.busName(registeredName))
+    , mPath(mRegistry->mPrefix.objectPath(registeredName))
     , mBus(mRegistry->mBus->connection())
 {
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/bus/BusNames.h"
 #include "platform/bus/Connection.h"
 
 #include <QDBusConnection>
@@ -41,14 +42,15 @@ private:
     QDBusConnection mBus;
 };
 
-/// Opens connections over the pane's own bus connection and keeps track of the open ones.
+/// Opens connections over the pane's own bus connection and keeps track of the open ones. `prefix` turns
+/// registered names into bus names and paths.
 class DBusConnectionRegistry final : public QObject,
                                      public ConnectionRegistry,
                                      public std::enable_shared_from_this<DBusConnectionRegistry> {
     Q_OBJECT
 public:
     DBusConnectionRegistry(std::shared_ptr<BusConnection> bus, std::shared_ptr<RunLoop> runLoop,
-                           std::shared_ptr<NotificationCenter> localCenter);
+                           std::shared_ptr<NotificationCenter> localCenter, bus::NamePrefix prefix);
     ~DBusConnectionRegistry() override;
 
     std::shared_ptr<Connection> connectionWithRegisteredName(const QString &name) override;
@@ -64,6 +66,7 @@ private:
     std::shared_ptr<BusConnection> mBus;
     std::shared_ptr<RunLoop> mRunLoop;
     std::shared_ptr<NotificationCenter> mLocalCenter;
+    bus::NamePrefix mPrefix;
     std::vector<std::weak_ptr<RemoteConnection>> mOpen;
     std::map<QString, std::function<void()>> mFoundAgain;
 };

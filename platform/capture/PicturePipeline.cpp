@@ -92,7 +92,7 @@ bool initGStreamer()
     GError *error = nullptr;
     if (gst_init_check(nullptr, nullptr, &error))
         return true;
-    qCWarning(KS7_PLATFORM, "GStreamer: %s", error ? error->message : "cannot be initialised");
+    qCWarning(PLATFORM_LOG, "GStreamer: %s", error ? error->message : "cannot be initialised");
     g_clear_error(&error);
     return false;
 }

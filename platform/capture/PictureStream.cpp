@@ -28,7 +28,7 @@ int codeOf(GstMessage *message)
         return -EPIPE;
     GError *error = nullptr;
     gst_message_parse_error(message, &error, nullptr);
-    qCInfo(KS7_PLATFORM, "capture: %s", error->message);
+    qCInfo(PLATFORM_LOG, "capture: %s", error->message);
     const int code = error->code;
     g_error_free(error);
     return code;
@@ -206,7 +206,7 @@ bool PictureStream::accepts(GstBuffer *frame)
 /// else. PipeWire replaces all memory of the camera then, so the end of any of it tells.
 void PictureStream::watchMemory(GstBuffer *frame)
 {
-    static const GQuark key = g_quark_from_static_string("ks7-picture-stream");
+    static const GQuark key = g_quark_from_static_string("picture-stream");
     GstMiniObject *memory = cameraMemoryOf(frame);
     if (!memory || gst_mini_object_get_qdata(memory, key))
         return;

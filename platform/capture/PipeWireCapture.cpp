@@ -80,7 +80,7 @@ std::optional<PipeWireNodes> lookUpInTime()
 {
     auto nodes = lookUpPipeWireNodes(LookUpTimeout);
     if (!nodes)
-        qCWarning(KS7_PLATFORM, "PipeWire does not reply");
+        qCWarning(PLATFORM_LOG, "PipeWire does not reply");
     return nodes;
 }
 

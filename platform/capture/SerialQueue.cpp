@@ -35,7 +35,7 @@ void SerialQueue::post(Work work)
         mQueue->draining = true;
     } catch (const std::system_error &error) {
         // No thread is to be had: the work stays queued for the next post.
-        qCWarning(KS7_PLATFORM, "no thread for the capture: %s", error.what());
+        qCWarning(PLATFORM_LOG, "no thread for the capture: %s", error.what());
     }
 }
 

@@ -6,13 +6,13 @@ namespace {
 
 // GObject needs plain structs and functions. The type is never unregistered, so this code must stay loaded:
 // both plug-ins are linked with -z nodelete.
-struct Ks7StreamThreads {
+struct PictureStreamThreads {
     GstTaskPool parent;
 };
-struct Ks7StreamThreadsClass {
+struct PictureStreamThreadsClass {
     GstTaskPoolClass parent;
 };
-G_DEFINE_TYPE(Ks7StreamThreads, ks7_stream_threads, GST_TYPE_TASK_POOL)
+G_DEFINE_TYPE(PictureStreamThreads, picture_stream_threads, GST_TYPE_TASK_POOL)
 
 struct StreamThread {
     GstTaskPoolFunction run;
@@ -50,7 +50,7 @@ void doNothing(GstTaskPool *)
 {
 }
 
-void ks7_stream_threads_class_init(Ks7StreamThreadsClass *type)
+void picture_stream_threads_class_init(PictureStreamThreadsClass *type)
 {
     // The base class would make a pool of GLib's.
     type->parent.prepare = [](GstTaskPool *pool, GError **) { doNothing(pool); };
@@ -60,7 +60,7 @@ void ks7_stream_threads_class_init(Ks7StreamThreadsClass *type)
     type->parent.dispose_handle = dispose;
 }
 
-void ks7_stream_threads_init(Ks7StreamThreads *)
+void picture_stream_threads_init(PictureStreamThreads *)
 {
 }
 
@@ -78,7 +78,7 @@ void endThreadWithStream(GstMessage *message)
     const GValue *task = gst_message_get_stream_status_object(message);
     if (type != GST_STREAM_STATUS_TYPE_CREATE || !task || !G_VALUE_HOLDS(task, GST_TYPE_TASK))
         return;
-    auto *pool = static_cast<GstTaskPool *>(g_object_new(ks7_stream_threads_get_type(), nullptr));
+    auto *pool = static_cast<GstTaskPool *>(g_object_new(picture_stream_threads_get_type(), nullptr));
     gst_task_set_pool(static_cast<GstTask *>(g_value_get_object(task)), pool);
     gst_object_unref(pool);
 }

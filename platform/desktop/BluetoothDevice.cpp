@@ -45,7 +45,7 @@ private:
     {
         const QVariant value = reply.arguments().value(0).value<QDBusVariant>().variant();
         if (value.userType() != QMetaType::QString) {
-            qCWarning(KS7_PLATFORM, "%s has an address that is no string", qUtf8Printable(mObjectPath));
+            qCWarning(PLATFORM_LOG, "%s has an address that is no string", qUtf8Printable(mObjectPath));
             return {};
         }
         const QString address = value.toString();

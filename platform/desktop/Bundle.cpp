@@ -4,26 +4,19 @@
 
 #include <QFile>
 
-// The resources come with a static library, so somebody has to ask for them by name. Outside any namespace,
-// as the resource compiler wants it.
-static void initPaneResources()
-{
-    Q_INIT_RESOURCE(ks7_pane);
-    Q_INIT_RESOURCE(ks7_platform_translations);
-}
-
 namespace platform {
 namespace {
 
-const QString Folder = QStringLiteral(":/com.orvex.KS7PreferencesPane/");
-
-class PaneBundle final : public Bundle {
+class FolderBundle final : public Bundle {
 public:
-    PaneBundle() { initPaneResources(); }
+    explicit FolderBundle(QString folder)
+        : mFolder(std::move(folder))
+    {
+    }
 
     [[nodiscard]] QString pathForResource(const QString &name, const QString &type) const override
     {
-        const QString path = Folder + name + QLatin1Char('.') + type;
+        const QString path = mFolder + QLatin1Char('/') + name + QLatin1Char('.') + type;
         return QFile::exists(path) ? path : QString();
     }
 
@@ -38,13 +31,16 @@ public:
             info.insert(key, dictionary->value(key));
         return info;
     }
+
+private:
+    QString mFolder;
 };
 
 } // namespace
 
-std::shared_ptr<Bundle> makePaneBundle()
+std::shared_ptr<Bundle> makeFolderBundle(const QString &folder)
 {
-    return std::make_shared<PaneBundle>();
+    return std::make_shared<FolderBundle>(folder);
 }
 
 } // namespace platform

@@ -18,7 +18,7 @@ public:
     [[nodiscard]] virtual QVariantMap infoDictionary() const = 0;
 };
 
-/// The bundle compiled into the pane.
-std::shared_ptr<Bundle> makePaneBundle();
+/// The bundle in a folder of the file system or of Qt's resources.
+std::shared_ptr<Bundle> makeFolderBundle(const QString &folder);
 
 } // namespace platform

@@ -14,20 +14,20 @@ namespace {
 /// Stands for power management being there; logind itself needs no handle.
 constexpr std::uint32_t RootPort = 1;
 
-QDBusMessage inhibitQuestion()
+QDBusMessage inhibitQuestion(const SleepDelay &delay)
 {
     auto question = QDBusMessage::createMethodCall(bus::Logind, bus::LogindPath, bus::LogindManager,
                                                    QStringLiteral("Inhibit"));
     question.setAutoStartService(false);
-    question << QStringLiteral("sleep") << QStringLiteral("KS-7")
-             << QStringLiteral("The camera's picture is let go of first") << QStringLiteral("delay");
+    question << QStringLiteral("sleep") << delay.who << delay.why << QStringLiteral("delay");
     return question;
 }
 
 } // namespace
 
-LogindPower::LogindPower(std::shared_ptr<BusConnection> bus)
+LogindPower::LogindPower(std::shared_ptr<BusConnection> bus, SleepDelay delay)
     : mBus(std::move(bus))
+    , mDelay(std::move(delay))
 {
 }
 
@@ -96,7 +96,7 @@ void LogindPower::takeInhibitor()
     // On a connection that is not open Qt would never finish the call.
     if (mInhibitor.isValid() || mQuestion || !mBus->isOpen())
         return;
-    mQuestion = new QDBusPendingCallWatcher(mBus->connection().asyncCall(inhibitQuestion()), this);
+    mQuestion = new QDBusPendingCallWatcher(mBus->connection().asyncCall(inhibitQuestion(mDelay)), this);
     connect(mQuestion, &QDBusPendingCallWatcher::finished, this, &LogindPower::inhibited);
 }
 

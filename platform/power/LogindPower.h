@@ -4,6 +4,7 @@
 
 #include <QDBusUnixFileDescriptor>
 #include <QObject>
+#include <QString>
 
 #include <cstdint>
 #include <memory>
@@ -15,6 +16,12 @@ namespace platform {
 
 class BusConnection;
 
+/// What logind shows a person about the delay of a sleep.
+struct SleepDelay {
+    QString who;
+    QString why;
+};
+
 /// Sleep and wake as logind announces them. A delay inhibitor makes the machine wait until the will-sleep
 /// message has been answered; it is taken again after waking. Each will-sleep message follows a can-sleep
 /// query, whose answer releases nothing. Without a system bus or logind no message comes; both
@@ -22,7 +29,7 @@ class BusConnection;
 class LogindPower final : public QObject, public PowerManagement {
     Q_OBJECT
 public:
-    explicit LogindPower(std::shared_ptr<BusConnection> bus);
+    LogindPower(std::shared_ptr<BusConnection> bus, SleepDelay delay);
     ~LogindPower() override;
 
     std::uint32_t registerForSystemPower(void *refcon, Callback callback) override;
@@ -43,6 +50,7 @@ private:
     void send(PowerMessage message, void *argument);
 
     std::shared_ptr<BusConnection> mBus;
+    SleepDelay mDelay;
     std::unique_ptr<QDBusServiceWatcher> mWatcher;
     QDBusUnixFileDescriptor mInhibitor;
     /// The one pending Inhibit call; a reply to an earlier call is from a logind that has gone.

@@ -64,7 +64,7 @@ private:
             return mRead;
         mRead = {file, file.error == 0 ? PropertyListDictionary::fromXml(file.bytes) : std::nullopt};
         if (!mRead.isAbsent() && !mRead.dictionary)
-            qCWarning(KS7_PLATFORM, "%s is left as it is and not used: %s", qUtf8Printable(mPath),
+            qCWarning(PLATFORM_LOG, "%s is left as it is and not used: %s", qUtf8Printable(mPath),
                       file.error != 0 ? std::strerror(file.error) : "not a property list with a dictionary");
         return mRead;
     }
@@ -76,7 +76,7 @@ private:
         if (error == 0)
             mRead = {{0, bytes}, dictionary};
         else
-            qCWarning(KS7_PLATFORM, "%s cannot be written: %s", qUtf8Printable(mPath), std::strerror(error));
+            qCWarning(PLATFORM_LOG, "%s cannot be written: %s", qUtf8Printable(mPath), std::strerror(error));
         return error == 0;
     }
 

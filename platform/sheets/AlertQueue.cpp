@@ -43,7 +43,7 @@ void AlertQueue::begin(const AlertSheet &alert, QWidget *window, SheetDidEnd did
         return;
     }
     if (mAlerts.size() >= MostAlerts) {
-        qCWarning(KS7_PLATFORM, "too many alerts are open: \"%s\" is left out", qUtf8Printable(alert.title));
+        qCWarning(PLATFORM_LOG, "too many alerts are open: \"%s\" is left out", qUtf8Printable(alert.title));
         return;
     }
     mAlerts.push_back({alert, {nullptr, window, nullptr, nullptr}, {std::move(didEnd)}});

@@ -22,7 +22,7 @@ constexpr qulonglong FilterInstalled = 1ULL << 2;
 constexpr qulonglong OnlyTrusted = 1ULL << 1;
 
 /// Asks, offers and installs. All calls are asynchronous; only an installation may wait for the bus.
-class PackageKitUpdater final : public QObject, public KS7SUUpdater {
+class PackageKitUpdater final : public QObject, public SoftwareUpdater {
 public:
     PackageKitUpdater(std::shared_ptr<BusConnection> bus, UpdaterOptions options,
                       std::shared_ptr<UpdateOffer> offer)
@@ -152,7 +152,7 @@ private:
 
     static void logFailure(const Transaction &transaction)
     {
-        qCInfo(KS7_PLATFORM, "No answer about updates: %s", qUtf8Printable(transaction.errorText()));
+        qCInfo(PLATFORM_LOG, "No answer about updates: %s", qUtf8Printable(transaction.errorText()));
     }
 
     std::shared_ptr<BusConnection> mBus;
@@ -175,14 +175,14 @@ public:
     }
 
     // There is only the bundle of this code, so the framework needs one shared updater.
-    std::shared_ptr<KS7SUUpdater> updaterForBundle(const std::shared_ptr<Bundle> &bundle) override
+    std::shared_ptr<SoftwareUpdater> updaterForBundle(const std::shared_ptr<Bundle> &bundle) override
     {
         if (!mUpdater)
             mUpdater = initForBundle(bundle);
         return mUpdater;
     }
 
-    std::shared_ptr<KS7SUUpdater> initForBundle(const std::shared_ptr<Bundle> &) override
+    std::shared_ptr<SoftwareUpdater> initForBundle(const std::shared_ptr<Bundle> &) override
     {
         return std::make_shared<PackageKitUpdater>(mBus, mOptions, mOffer);
     }
@@ -193,7 +193,7 @@ private:
     std::shared_ptr<BusConnection> mBus;
     UpdaterOptions mOptions;
     std::shared_ptr<UpdateOffer> mOffer = std::make_shared<UpdateOffer>();
-    std::shared_ptr<KS7SUUpdater> mUpdater;
+    std::shared_ptr<SoftwareUpdater> mUpdater;
 };
 
 } // namespace
@@ -212,9 +212,10 @@ std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr
     return std::make_shared<PackageKitFramework>(std::move(bus), std::move(options));
 }
 
-std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr<BusConnection> bus)
+std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr<BusConnection> bus,
+                                                                 const QString &program)
 {
-    return makePackageKitFramework(std::move(bus), {ownCodeFile(), UpdateState::defaultFile(), [] {
+    return makePackageKitFramework(std::move(bus), {ownCodeFile(), UpdateState::fileOf(program), [] {
                                                         return QDateTime::currentDateTimeUtc();
                                                     }});
 }

@@ -30,7 +30,8 @@ QString ownCodeFile();
 std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr<BusConnection> bus,
                                                                  UpdaterOptions options);
 
-/// The same for the file of this code and the current user.
-std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr<BusConnection> bus);
+/// The same for the file of this code and the current user; `program` names the folder of the state file.
+std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr<BusConnection> bus,
+                                                                 const QString &program);
 
 } // namespace platform

@@ -49,9 +49,9 @@ private:
 };
 
 /// The update framework's updater for one bundle.
-class KS7SUUpdater {
+class SoftwareUpdater {
 public:
-    virtual ~KS7SUUpdater() = default;
+    virtual ~SoftwareUpdater() = default;
 
     /// Starts the framework's own cycle: look for an update, offer it. Returns at once.
     virtual void applicationDidFinishLaunching() = 0;
@@ -63,9 +63,9 @@ public:
     virtual ~SoftwareUpdateFramework() = default;
 
     /// The bundle's shared updater, made on the first call and kept.
-    virtual std::shared_ptr<KS7SUUpdater> updaterForBundle(const std::shared_ptr<Bundle> &bundle) = 0;
+    virtual std::shared_ptr<SoftwareUpdater> updaterForBundle(const std::shared_ptr<Bundle> &bundle) = 0;
     /// A new updater for the bundle.
-    virtual std::shared_ptr<KS7SUUpdater> initForBundle(const std::shared_ptr<Bundle> &bundle) = 0;
+    virtual std::shared_ptr<SoftwareUpdater> initForBundle(const std::shared_ptr<Bundle> &bundle) = 0;
     /// Where the updaters of this framework report; lives as long as the framework.
     virtual UpdateOffer &offer() = 0;
 };

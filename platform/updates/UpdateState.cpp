@@ -25,12 +25,12 @@ UpdateState::UpdateState(QString file)
     mSkipped = settings.value(SkippedVersion).toString();
 }
 
-QString UpdateState::defaultFile()
+QString UpdateState::fileOf(const QString &program)
 {
     QString folder = qEnvironmentVariable("XDG_STATE_HOME");
     if (!QDir::isAbsolutePath(folder))
         folder = QDir::home().filePath(QStringLiteral(".local/state"));
-    return QDir(folder).filePath(QStringLiteral("ks7-preferences/updates"));
+    return QDir(folder).filePath(program + QStringLiteral("/updates"));
 }
 
 bool UpdateState::askedWithinADay(const QDateTime &now) const

@@ -11,8 +11,8 @@ class UpdateState {
 public:
     explicit UpdateState(QString file);
 
-    /// The file of the current user.
-    static QString defaultFile();
+    /// The current user's file for a program.
+    static QString fileOf(const QString &program);
 
     /// Whether there was a question within the day before `now`. One from the future does not count: the
     /// clock was wrong then or is now.

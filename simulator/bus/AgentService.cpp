@@ -80,7 +80,7 @@ bool AgentService::publish(const QString &registeredName, Agent &agent)
 
 bool AgentService::publish(const QString &registeredName, QObject &object)
 {
-    return mBus.registerObject(platform::bus::objectPath(registeredName), &object);
+    return mBus.registerObject(RemoteNames::objectPath(registeredName), &object);
 }
 
 std::optional<QString> AgentService::takeNames()
@@ -88,9 +88,9 @@ std::optional<QString> AgentService::takeNames()
     // The agent's main name comes last: clients that wait for it expect the other objects.
     for (const QString &name :
          {Script::registeredName(), RemoteNames::AgentServerUSB, RemoteNames::AgentServer}) {
-        if (!mBus.registerService(platform::bus::busName(name)))
+        if (!mBus.registerService(RemoteNames::busName(name)))
             return QStringLiteral("another agent is running: the bus name %1 is taken")
-                .arg(platform::bus::busName(name));
+                .arg(RemoteNames::busName(name));
     }
     return {};
 }

@@ -2,6 +2,7 @@
 
 #include "agent/AgentContract.h"
 #include "agent/NotificationNames.h"
+#include "agent/RemoteNames.h"
 #include "platform/bus/BusNames.h"
 #include "simulator/bus/FaultInjector.h"
 #include "simulator/bus/Recorder.h"
@@ -23,7 +24,7 @@ PaneListener::PaneListener(AgentModel &model, Recorder &recorder, FaultInjector 
 bool PaneListener::listen()
 {
     // Without a member name, to record unexpected notifications too.
-    return mBus.connect(QString(), platform::bus::NotificationPath, platform::bus::NotificationInterface,
+    return mBus.connect(QString(), RemoteNames::NotificationPath, RemoteNames::NotificationInterface,
                         QString(), this, SLOT(heard(QDBusMessage)));
 }
 

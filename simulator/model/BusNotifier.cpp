@@ -1,6 +1,6 @@
 #include "simulator/model/BusNotifier.h"
 
-#include "platform/bus/BusNames.h"
+#include "agent/RemoteNames.h"
 
 #include <QDBusMessage>
 
@@ -8,8 +8,8 @@ namespace simulator {
 
 void BusNotifier::post(const QString &name, const QVariantMap &userInfo)
 {
-    auto signal = QDBusMessage::createSignal(platform::bus::NotificationPath,
-                                             platform::bus::NotificationInterface, name);
+    auto signal =
+        QDBusMessage::createSignal(RemoteNames::NotificationPath, RemoteNames::NotificationInterface, name);
     signal << userInfo;
     mBus.send(signal);
 }

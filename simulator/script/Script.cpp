@@ -1,5 +1,6 @@
 #include "simulator/script/Script.h"
 
+#include "agent/RemoteNames.h"
 #include "platform/bus/BusNames.h"
 #include "simulator/bus/FaultInjector.h"
 #include "simulator/bus/Recorder.h"
@@ -200,12 +201,12 @@ void Script::garbage(const QString &operation, const QString &kind)
 
 bool Script::releaseName(const QString &registeredName)
 {
-    return connection().unregisterService(platform::bus::busName(registeredName));
+    return connection().unregisterService(RemoteNames::busName(registeredName));
 }
 
 bool Script::takeName(const QString &registeredName)
 {
-    return connection().registerService(platform::bus::busName(registeredName));
+    return connection().registerService(RemoteNames::busName(registeredName));
 }
 
 QStringList Script::recordedCalls()

@@ -84,10 +84,9 @@ void UpdateStripTest::theUpdaterIsTheFrameworksForThePanesBundle()
 
 void UpdateStripTest::theUpdaterIsOneOfTheFramework()
 {
-    static_assert(std::is_base_of_v<platform::KS7SUUpdater, KSUpdater>);
-    const std::shared_ptr<platform::KS7SUUpdater> shared =
-        KSUpdater::sharedUpdater(*mPane->updates, mPane->bundle);
-    const std::shared_ptr<platform::KS7SUUpdater> made = KSUpdater::init(*mPane->updates, mPane->bundle);
+    static_assert(std::is_base_of_v<KS7SUUpdater, KSUpdater>);
+    const std::shared_ptr<KS7SUUpdater> shared = KSUpdater::sharedUpdater(*mPane->updates, mPane->bundle);
+    const std::shared_ptr<KS7SUUpdater> made = KSUpdater::init(*mPane->updates, mPane->bundle);
     mPane->takeJournal();
     shared->applicationDidFinishLaunching();
     made->applicationDidFinishLaunching();

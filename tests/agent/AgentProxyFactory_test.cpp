@@ -3,7 +3,6 @@
 #include "agent/WireTypes.h"
 #include "platform/base/RunLoop.h"
 #include "platform/bus/BusConnection.h"
-#include "platform/bus/BusNames.h"
 #include "platform/bus/NotificationCenter.h"
 #include "platform/bus/RemoteConnection.h"
 #include "tests/support/LogLines.h"
@@ -83,7 +82,7 @@ private Q_SLOTS:
         mAgent->publishBoth();
         mRegistry = std::make_shared<platform::DBusConnectionRegistry>(
             std::make_shared<platform::SessionBus>(), platform::makeQtRunLoop(),
-            std::make_shared<platform::LocalNotificationCenter>());
+            std::make_shared<platform::LocalNotificationCenter>(), RemoteNames::Prefix);
         mConnection = mRegistry->connectionWithRegisteredName(RemoteNames::AgentServer);
         mUSBConnection = mRegistry->connectionWithRegisteredName(RemoteNames::AgentServerUSB);
         mDevice = mProtocols->deviceController(mConnection->rootProxy());
@@ -514,7 +513,7 @@ private Q_SLOTS:
     void theRecorderWouldSeeIntrospection()
     {
         const auto message = QDBusMessage::createMethodCall(
-            agent().uniqueName(), platform::bus::objectPath(RemoteNames::AgentServer),
+            agent().uniqueName(), RemoteNames::objectPath(RemoteNames::AgentServer),
             QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
         QDBusConnection::sessionBus().call(message);
         expectCalls({QStringLiteral("Introspect")});

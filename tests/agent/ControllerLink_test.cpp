@@ -1,3 +1,4 @@
+#include "agent/AgentProgram.h"
 #include "agent/NotificationNames.h"
 #include "agent/RemoteNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
@@ -290,6 +291,7 @@ private Q_SLOTS:
         pane().agentPosts(NotificationNames::AgentStarted);
         QVERIFY(pane().controller().isConnected());
         QCOMPARE(pane().launcher->launches, 2);
+        QCOMPARE(pane().launcher->program, agentProgram());
     }
 
     void theAgentsStartWhileConnectedOnlyRefreshes()

@@ -1,4 +1,5 @@
 #include "agent/NotificationNames.h"
+#include "agent/RemoteNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "platform/bus/BusConnection.h"
 #include "platform/bus/DistributedNotificationCenter.h"
@@ -49,8 +50,9 @@ private:
     QStringList heard()
     {
         pane().runLoop->turn();
-        platform::DistributedNotificationCenter(mBus).postNotificationName(
-            NotificationNames::ToggleDebugLog, nullptr, {{UserInfoKeys::Value, FullStop}});
+        platform::DistributedNotificationCenter(mBus, RemoteNames::Prefix)
+            .postNotificationName(NotificationNames::ToggleDebugLog, nullptr,
+                                  {{UserInfoKeys::Value, FullStop}});
         const auto stop =
             QStringLiteral("%1 Value=%2").arg(posted(NotificationNames::ToggleDebugLog)).arg(FullStop);
         if (!QTest::qWaitFor([&] { return agent().journal().contains(stop); }, Timeout))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/bus/BusNames.h"
+#include "platform/power/LogindPower.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -15,6 +16,9 @@
 #include <array>
 #include <utility>
 #include <vector>
+
+/// What tests have logind show.
+inline const platform::SleepDelay Delay{QStringLiteral("A program"), QStringLiteral("It needs a moment")};
 
 /// A logind that grants inhibitors and counts those whose descriptor is still open.
 class FakeLogindInhibitors final : public QDBusVirtualObject {

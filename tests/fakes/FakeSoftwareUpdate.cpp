@@ -2,7 +2,7 @@
 
 namespace {
 
-class FakeUpdater final : public platform::KS7SUUpdater {
+class FakeUpdater final : public platform::SoftwareUpdater {
 public:
     explicit FakeUpdater(Journal journal)
         : mJournal(std::move(journal))
@@ -16,7 +16,7 @@ private:
 
 } // namespace
 
-std::shared_ptr<platform::KS7SUUpdater>
+std::shared_ptr<platform::SoftwareUpdater>
 FakeSoftwareUpdate::makeUpdater(const QString &how, const std::shared_ptr<platform::Bundle> &bundle)
 {
     note(mJournal, QStringLiteral("updater ") + how);
@@ -24,13 +24,13 @@ FakeSoftwareUpdate::makeUpdater(const QString &how, const std::shared_ptr<platfo
     return std::make_shared<FakeUpdater>(mJournal);
 }
 
-std::shared_ptr<platform::KS7SUUpdater>
+std::shared_ptr<platform::SoftwareUpdater>
 FakeSoftwareUpdate::updaterForBundle(const std::shared_ptr<platform::Bundle> &bundle)
 {
     return makeUpdater(QStringLiteral("shared"), bundle);
 }
 
-std::shared_ptr<platform::KS7SUUpdater>
+std::shared_ptr<platform::SoftwareUpdater>
 FakeSoftwareUpdate::initForBundle(const std::shared_ptr<platform::Bundle> &bundle)
 {
     return makeUpdater(QStringLiteral("made"), bundle);

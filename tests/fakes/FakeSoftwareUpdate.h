@@ -13,17 +13,18 @@ public:
         : mJournal(std::move(journal))
     {
     }
-    std::shared_ptr<platform::KS7SUUpdater>
+    std::shared_ptr<platform::SoftwareUpdater>
     updaterForBundle(const std::shared_ptr<platform::Bundle> &) override;
-    std::shared_ptr<platform::KS7SUUpdater> initForBundle(const std::shared_ptr<platform::Bundle> &) override;
+    std::shared_ptr<platform::SoftwareUpdater>
+    initForBundle(const std::shared_ptr<platform::Bundle> &) override;
     platform::UpdateOffer &offer() override { return mOffer; }
 
     /// Arguments of all requests for an updater, in order.
     std::vector<std::shared_ptr<platform::Bundle>> bundles;
 
 private:
-    std::shared_ptr<platform::KS7SUUpdater> makeUpdater(const QString &how,
-                                                        const std::shared_ptr<platform::Bundle> &bundle);
+    std::shared_ptr<platform::SoftwareUpdater> makeUpdater(const QString &how,
+                                                           const std::shared_ptr<platform::Bundle> &bundle);
     Journal mJournal;
     platform::UpdateOffer mOffer;
 };

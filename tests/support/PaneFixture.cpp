@@ -1,6 +1,7 @@
 #include "tests/support/PaneFixture.h"
 
 #include "agent/AgentProxyFactory.h"
+#include "agent/RemoteNames.h"
 #include "platform/bus/DistributedNotificationCenter.h"
 #include "platform/bus/RemoteConnection.h"
 
@@ -21,7 +22,7 @@ PaneFixture::PaneFixture()
     , agent(journal)
     , protocols(std::make_shared<FakeAgentProxyFactory>(agent))
     , connections(std::make_shared<FakeConnectionRegistry>(journal, agent, localCenter))
-    , launcher(std::make_shared<FakeAgentLauncher>(journal))
+    , launcher(std::make_shared<FakeProgramLauncher>(journal))
     , defaults(std::make_shared<FakeUserDefaults>(journal))
     , power(std::make_shared<FakePowerManagement>(journal))
     , capture(std::make_shared<FakeCapture>(journal))
@@ -52,7 +53,7 @@ void PaneFixture::load()
     services.distributedCenter = distributedCenter;
     services.workspaceCenter = workspaceCenter;
     services.connections = connections;
-    services.agentLauncher = launcher;
+    services.launcher = launcher;
     services.userDefaults = defaults;
     services.power = power;
     services.capture = capture;
@@ -73,9 +74,10 @@ void PaneFixture::talkOver(const std::shared_ptr<platform::SessionBus> &bus)
 {
     protocols = makeDBusProtocols();
     refit = [bus](platform::Services &services) {
-        services.distributedCenter = std::make_shared<platform::DistributedNotificationCenter>(bus);
-        services.connections =
-            std::make_shared<platform::DBusConnectionRegistry>(bus, services.runLoop, services.localCenter);
+        services.distributedCenter =
+            std::make_shared<platform::DistributedNotificationCenter>(bus, RemoteNames::Prefix);
+        services.connections = std::make_shared<platform::DBusConnectionRegistry>(
+            bus, services.runLoop, services.localCenter, RemoteNames::Prefix);
     };
 }
 

@@ -4,7 +4,6 @@
 #include "pane/KSPreferencesPanePref.h"
 #include "platform/bus/BusConnection.h"
 #include "tests/fakes/FakeAgent.h"
-#include "tests/fakes/FakeAgentLauncher.h"
 #include "tests/fakes/FakeAgentProxyFactory.h"
 #include "tests/fakes/FakeBundle.h"
 #include "tests/fakes/FakeCapture.h"
@@ -13,6 +12,7 @@
 #include "tests/fakes/FakeKeyboardModifiers.h"
 #include "tests/fakes/FakePowerManagement.h"
 #include "tests/fakes/FakeProcessorClock.h"
+#include "tests/fakes/FakeProgramLauncher.h"
 #include "tests/fakes/FakeRunLoop.h"
 #include "tests/fakes/FakeSheetPresenter.h"
 #include "tests/fakes/FakeSoftwareUpdate.h"
@@ -73,7 +73,7 @@ public:
     /// Called in load(): may replace fakes with real services.
     std::function<void(platform::Services &)> refit;
     std::shared_ptr<FakeConnectionRegistry> connections;
-    std::shared_ptr<FakeAgentLauncher> launcher;
+    std::shared_ptr<FakeProgramLauncher> launcher;
     std::shared_ptr<FakeUserDefaults> defaults;
     std::shared_ptr<FakePowerManagement> power;
     std::shared_ptr<FakeCapture> capture;

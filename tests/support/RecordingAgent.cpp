@@ -108,8 +108,8 @@ public:
         auto connection = bus();
         connection.unregisterObject(QStringLiteral("/"), QDBusConnection::UnregisterTree);
         for (const auto &name : paneNotifications())
-            connection.disconnect({}, platform::bus::NotificationPath, platform::bus::NotificationInterface,
-                                  name, this, SLOT(record(QDBusMessage)));
+            connection.disconnect({}, RemoteNames::NotificationPath, RemoteNames::NotificationInterface, name,
+                                  this, SLOT(record(QDBusMessage)));
         QDBusConnection::disconnectFromBus(mName);
     }
     [[nodiscard]] QDBusConnection bus() const { return QDBusConnection(mName); }
@@ -118,7 +118,7 @@ public:
     {
         auto *interface = bus().interface();
         const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply = interface->registerService(
-            platform::bus::busName(registeredName), options, QDBusConnectionInterface::AllowReplacement);
+            RemoteNames::busName(registeredName), options, QDBusConnectionInterface::AllowReplacement);
         return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
     }
 
@@ -174,7 +174,7 @@ private:
         auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, mName);
         bus.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
         for (const auto &name : paneNotifications())
-            bus.connect({}, platform::bus::NotificationPath, platform::bus::NotificationInterface, name, this,
+            bus.connect({}, RemoteNames::NotificationPath, RemoteNames::NotificationInterface, name, this,
                         SLOT(record(QDBusMessage)));
         mUniqueName = bus.baseService();
     }
@@ -216,7 +216,7 @@ void RecordingAgent::publishBoth()
 
 void RecordingAgent::release(const QString &registeredName)
 {
-    mWorker->run([&] { mWorker->bus().unregisterService(platform::bus::busName(registeredName)); });
+    mWorker->run([&] { mWorker->bus().unregisterService(RemoteNames::busName(registeredName)); });
 }
 
 void RecordingAgent::leaveBus()
@@ -284,8 +284,8 @@ void RecordingAgent::post(const QString &name, const QVariantMap &userInfo)
 void RecordingAgent::postRaw(const QString &name, const QVariantList &arguments)
 {
     mWorker->run([&] {
-        auto signal = QDBusMessage::createSignal(platform::bus::NotificationPath,
-                                                 platform::bus::NotificationInterface, name);
+        auto signal = QDBusMessage::createSignal(RemoteNames::NotificationPath,
+                                                 RemoteNames::NotificationInterface, name);
         signal.setArguments(arguments);
         mWorker->bus().send(signal);
     });

@@ -23,7 +23,7 @@ private:
     static constexpr int Many = 300;
 
     BusConnection &bus() { return *mBus; }
-    QString agentsOwner() { return bus().ownerOf(platform::bus::busName(RemoteNames::AgentServer)); }
+    QString agentsOwner() { return bus().ownerOf(RemoteNames::busName(RemoteNames::AgentServer)); }
     void loseTheBus()
     {
         const QSignalSpy lost(mBus.get(), &BusConnection::lost);

@@ -1,5 +1,6 @@
 #include "platform/bus/DistributedNotificationCenter.h"
 
+#include "agent/RemoteNames.h"
 #include "platform/base/ToInt32.h"
 #include "platform/bus/BusConnection.h"
 #include "tests/support/PrivateBus.h"
@@ -92,7 +93,7 @@ private Q_SLOTS:
         mUserInfo.clear();
         mStranger = std::make_unique<RecordingAgent>();
         mBus = std::make_shared<platform::SessionBus>();
-        mCenter = std::make_unique<platform::DistributedNotificationCenter>(mBus);
+        mCenter = std::make_unique<platform::DistributedNotificationCenter>(mBus, RemoteNames::Prefix);
         observe(Last);
     }
     void cleanup()
@@ -281,7 +282,7 @@ private Q_SLOTS:
         mCenter.reset();
         mBusDaemon.kill();
         mBus = std::make_shared<platform::SessionBus>();
-        mCenter = std::make_unique<platform::DistributedNotificationCenter>(mBus);
+        mCenter = std::make_unique<platform::DistributedNotificationCenter>(mBus, RemoteNames::Prefix);
         observe(OtherName);
         QVERIFY(!mBus->connection().isConnected());
         aPostTakesUpTheNewBus();

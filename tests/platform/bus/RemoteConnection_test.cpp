@@ -4,7 +4,6 @@
 #include "agent/RemoteNames.h"
 #include "platform/base/RunLoop.h"
 #include "platform/bus/BusConnection.h"
-#include "platform/bus/BusNames.h"
 #include "platform/bus/NotificationCenter.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/RecordingAgent.h"
@@ -59,7 +58,8 @@ private:
             this, platform::NSConnectionDidDieNotification,
             [this](const platform::Notification &notification) { mDeaths.append(notification.object); });
         mRegistry = std::make_shared<platform::DBusConnectionRegistry>(
-            std::make_shared<platform::SessionBus>(), platform::makeQtRunLoop(), mLocalCenter);
+            std::make_shared<platform::SessionBus>(), platform::makeQtRunLoop(), mLocalCenter,
+            RemoteNames::Prefix);
     }
     std::shared_ptr<Connection> open(const QString &name)
     {
@@ -86,8 +86,8 @@ private:
     }
     static void askTheBusToStartTheAgent()
     {
-        auto call = QDBusMessage::createMethodCall(platform::bus::busName(RemoteNames::AgentServer),
-                                                   platform::bus::objectPath(RemoteNames::AgentServer),
+        auto call = QDBusMessage::createMethodCall(RemoteNames::busName(RemoteNames::AgentServer),
+                                                   RemoteNames::objectPath(RemoteNames::AgentServer),
                                                    QString(), QStringLiteral("flush"));
         auto stranger =
             QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("test-starter"));

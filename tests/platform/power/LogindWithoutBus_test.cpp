@@ -27,7 +27,7 @@ class LogindWithoutBusTest : public QObject {
     /// The calls that the pane makes when it is loaded and first shown.
     void showPane()
     {
-        mPower = std::make_unique<platform::LogindPower>(mBus);
+        mPower = std::make_unique<platform::LogindPower>(mBus, Delay);
         mSession = std::make_unique<platform::LogindSession>(mBus);
         mPower->registerForSystemPower(nullptr, ignore);
         showPaneAgain();

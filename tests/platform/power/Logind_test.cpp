@@ -126,8 +126,7 @@ class LogindTest : public QObject {
             list.beginStructure();
             list >> what >> who >> why >> mode >> user >> process;
             list.endStructure();
-            if (what == QLatin1String("sleep") && who == QLatin1String("KS-7")
-                && mode == QLatin1String("delay"))
+            if (what == QLatin1String("sleep") && who == Delay.who && mode == QLatin1String("delay"))
                 ++count;
         }
         return count;
@@ -168,7 +167,7 @@ private Q_SLOTS:
 
     void withoutLogindNoMessageComesAndNothingIsHeld()
     {
-        platform::LogindPower power(openBus());
+        platform::LogindPower power(openBus(), Delay);
         power.registerForSystemPower(nullptr, receive);
         power.allowPowerChange(1, nullptr);
         QVERIFY(!power.holdsInhibitor());
@@ -179,7 +178,7 @@ private Q_SLOTS:
     {
         startLogind();
         {
-            platform::LogindPower power(openBus());
+            platform::LogindPower power(openBus(), Delay);
             QVERIFY(power.registerForSystemPower(nullptr, receive) != 0);
             QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
             QCOMPARE(inhibitors(), 1);
@@ -190,7 +189,7 @@ private Q_SLOTS:
     void sleepWaitsForTheAnswerToItsOwnMessage()
     {
         startLogind();
-        platform::LogindPower power(openBus());
+        platform::LogindPower power(openBus(), Delay);
         power.registerForSystemPower(nullptr, receive);
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
         logindPrepares(true);
@@ -206,7 +205,7 @@ private Q_SLOTS:
     void theQueryComesBeforeTheAnnouncementAndReleasesNothing()
     {
         startLogind();
-        platform::LogindPower power(openBus());
+        platform::LogindPower power(openBus(), Delay);
         power.registerForSystemPower(nullptr, receive);
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
         logindPrepares(true);
@@ -228,7 +227,7 @@ private Q_SLOTS:
     void wakingTakesTheInhibitorAgain()
     {
         startLogind();
-        platform::LogindPower power(openBus());
+        platform::LogindPower power(openBus(), Delay);
         platform::LogindPower *allows = &power;
         power.registerForSystemPower(&allows, receive);
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
@@ -243,7 +242,7 @@ private Q_SLOTS:
     void anOddOrderOfMessagesLeaksNoInhibitor()
     {
         startLogind();
-        platform::LogindPower power(openBus());
+        platform::LogindPower power(openBus(), Delay);
         power.registerForSystemPower(nullptr, receive);
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
         logindPrepares(true);
@@ -266,7 +265,7 @@ private Q_SLOTS:
     void manyNightsKeepTheDescriptorsWhereTheyWere()
     {
         startLogind();
-        platform::LogindPower power(openBus());
+        platform::LogindPower power(openBus(), Delay);
         platform::LogindPower *allows = &power;
         power.registerForSystemPower(&allows, receive);
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
@@ -284,7 +283,7 @@ private Q_SLOTS:
     void aLogindThatComesBackIsAskedAgain()
     {
         startLogind();
-        platform::LogindPower power(openBus());
+        platform::LogindPower power(openBus(), Delay);
         power.registerForSystemPower(nullptr, receive);
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
         killLogind();
@@ -298,7 +297,7 @@ private Q_SLOTS:
     {
         FakeLogindInhibitors logind;
         logind.keepAnswersBack();
-        platform::LogindPower power(openBus());
+        platform::LogindPower power(openBus(), Delay);
         platform::LogindPower *allows = &power;
         power.registerForSystemPower(&allows, receive);
         QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
@@ -320,7 +319,7 @@ private Q_SLOTS:
     {
         FakeLogindInhibitors logind;
         logind.keepAnswersBack();
-        platform::LogindPower power(openBus());
+        platform::LogindPower power(openBus(), Delay);
         platform::LogindPower *allows = &power;
         power.registerForSystemPower(&allows, receive);
         QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
@@ -339,7 +338,7 @@ private Q_SLOTS:
     {
         FakeLogindInhibitors logind;
         logind.keepAnswersBack();
-        platform::LogindPower power(openBus());
+        platform::LogindPower power(openBus(), Delay);
         power.registerForSystemPower(nullptr, receive);
         QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);
         logind.prepares(true);
@@ -354,7 +353,7 @@ private Q_SLOTS:
     {
         FakeLogindInhibitors logind;
         logind.keepAnswersBack();
-        platform::LogindPower power(openBus());
+        platform::LogindPower power(openBus(), Delay);
         platform::LogindPower *allows = &power;
         power.registerForSystemPower(&allows, receive);
         QTRY_VERIFY_WITH_TIMEOUT(logind.hasUnanswered(), Timeout);

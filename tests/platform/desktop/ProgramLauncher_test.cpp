@@ -1,4 +1,4 @@
-#include "platform/desktop/AgentLauncher.h"
+#include "platform/desktop/ProgramLauncher.h"
 #include "tests/support/Timeout.h"
 
 #include <QDir>
@@ -6,9 +6,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/// Tests launches of agents that exist, are missing, broken or slow. The agent is a script that writes a
+/// Tests launches of programs that exist, are missing, broken or slow. The program is a script that writes a
 /// file.
-class AgentLauncherTest : public QObject {
+class ProgramLauncherTest : public QObject {
     Q_OBJECT
 
 private:
@@ -25,50 +25,39 @@ private:
         if (executable)
             QVERIFY(file.setPermissions(file.permissions() | QFileDevice::ExeOwner));
     }
-    QString agentThatLeavesItsMark()
+    QString programThatLeavesItsMark()
     {
         return QStringLiteral("#!/bin/sh\n: > '%1.new' && mv '%1.new' '%1'\n").arg(mark());
     }
-    static bool launch(const QString &agent)
-    {
-        qputenv("KS7_AGENT", agent.toUtf8());
-        return platform::makeAgentLauncher()->launch();
-    }
+    static bool launch(const QString &program) { return platform::makeProgramLauncher()->launch(program); }
 
 private Q_SLOTS:
     void init() { mFolder = std::make_unique<QTemporaryDir>(); }
 
     void aProgramIsStarted()
     {
-        const auto program = path(QStringLiteral("my agent"));
-        install(program, agentThatLeavesItsMark());
+        const auto program = path(QStringLiteral("my program"));
+        install(program, programThatLeavesItsMark());
         QVERIFY(launch(program));
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(mark()), Timeout);
-    }
-
-    void aFolderStandsForItsProgram()
-    {
-        QVERIFY(QDir(mFolder->path()).mkdir(QStringLiteral("Agent.app")));
-        install(path(QStringLiteral("Agent.app/KS7Agent")), agentThatLeavesItsMark());
-        QVERIFY(launch(path(QStringLiteral("Agent.app"))));
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(mark()), Timeout);
     }
 
     void noShellReadsThePath()
     {
-        const auto program = path(QStringLiteral("agent; touch $(pwd) \"x\""));
-        install(program, agentThatLeavesItsMark());
+        const auto program = path(QStringLiteral("program; touch $(pwd) \"x\""));
+        install(program, programThatLeavesItsMark());
         QVERIFY(launch(program));
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(mark()), Timeout);
     }
 
     void whatCannotBeStartedIsRefused()
     {
-        install(path(QStringLiteral("text")), agentThatLeavesItsMark(), false);
+        install(path(QStringLiteral("text")), programThatLeavesItsMark(), false);
         QVERIFY(QDir(mFolder->path()).mkdir(QStringLiteral("Empty.app")));
         QVERIFY(!launch(path(QStringLiteral("missing"))));
         QVERIFY(!launch(path(QStringLiteral("text"))));
         QVERIFY(!launch(path(QStringLiteral("Empty.app"))));
+        QVERIFY(!launch(QString()));
     }
 
     void aProgramWithoutAnInterpreterIsRefused()
@@ -77,24 +66,13 @@ private Q_SLOTS:
         QVERIFY(!launch(path(QStringLiteral("broken"))));
     }
 
-    void theInstalledAgentIsTheDefault()
-    {
-        const auto installed = QStringLiteral("/Library/Application Support/KS-7/KS7Agent.app");
-        // No agent is installed where tests run.
-        QVERIFY(!QFile::exists(installed));
-        QVERIFY(!launch(QString()));
-        QCOMPARE(platform::agentProgram(), installed);
-        qunsetenv("KS7_AGENT");
-        QCOMPARE(platform::agentProgram(), installed);
-    }
-
-    void anAgentThatExitsAtOnceHasBeenLaunched()
+    void aProgramThatExitsAtOnceHasBeenLaunched()
     {
         install(path(QStringLiteral("short")), QStringLiteral("#!/bin/sh\nexit 3\n"));
         QVERIFY(launch(path(QStringLiteral("short"))));
     }
 
-    void anAgentThatHangsIsNotWaitedFor()
+    void aProgramThatHangsIsNotWaitedFor()
     {
         const auto release = path(QStringLiteral("release"));
         install(path(QStringLiteral("slow")),
@@ -106,7 +84,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(mark()), Timeout);
     }
 
-    void theAgentHoldsNoneOfOurOutput()
+    void theProgramHoldsNoneOfOurOutput()
     {
         install(path(QStringLiteral("quiet")),
                 QStringLiteral("#!/bin/sh\nends=$(readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2)\n"
@@ -121,6 +99,6 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(AgentLauncherTest)
+QTEST_GUILESS_MAIN(ProgramLauncherTest)
 
-#include "AgentLauncher_test.moc"
+#include "ProgramLauncher_test.moc"

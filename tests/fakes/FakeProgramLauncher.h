@@ -1,22 +1,25 @@
 #pragma once
 
-#include "platform/desktop/AgentLauncher.h"
+#include "platform/desktop/ProgramLauncher.h"
 #include "tests/fakes/Journal.h"
 
 /// Counts launches and starts nothing.
-class FakeAgentLauncher final : public platform::AgentLauncher {
+class FakeProgramLauncher final : public platform::ProgramLauncher {
 public:
-    explicit FakeAgentLauncher(Journal journal)
+    explicit FakeProgramLauncher(Journal journal)
         : mJournal(std::move(journal))
     {
     }
-    bool launch() override
+    bool launch(const QString &wanted) override
     {
+        program = wanted;
         note(mJournal, QStringLiteral("launch"));
         ++launches;
         return true;
     }
     int launches = 0;
+    /// What was to be launched last.
+    QString program;
 
 private:
     Journal mJournal;

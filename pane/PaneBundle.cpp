@@ -1,0 +1,11 @@
+#include "pane/PaneBundle.h"
+
+#include "platform/desktop/Bundle.h"
+
+std::shared_ptr<platform::Bundle> makePaneBundle()
+{
+    // The linker leaves the resources of a static library out unless they are initialised by name.
+    Q_INIT_RESOURCE(ks7_pane);
+    Q_INIT_RESOURCE(ks7_pane_translations);
+    return platform::makeFolderBundle(QStringLiteral(":/com.orvex.KS7PreferencesPane"));
+}

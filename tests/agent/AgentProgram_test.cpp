@@ -1,0 +1,46 @@
+#include "agent/AgentProgram.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+/// Which program is the agent.
+class AgentProgramTest : public QObject {
+    Q_OBJECT
+
+    const QString mInstalled = QStringLiteral("/Library/Application Support/KS-7/KS7Agent.app");
+
+private Q_SLOTS:
+    // None is installed where tests run.
+    void initTestCase() { QVERIFY(!QFile::exists(mInstalled)); }
+    void init() { qunsetenv("KS7_AGENT"); }
+
+    void theInstalledOneIsTheDefault()
+    {
+        QCOMPARE(agentProgram(), mInstalled);
+        qputenv("KS7_AGENT", "");
+        QCOMPARE(agentProgram(), mInstalled);
+    }
+
+    void theVariableNamesAnother()
+    {
+        qputenv("KS7_AGENT", "/no/such/agent");
+        QCOMPARE(agentProgram(), QStringLiteral("/no/such/agent"));
+    }
+
+    void aFolderStandsForTheProgramInIt()
+    {
+        const QTemporaryDir folder;
+        qputenv("KS7_AGENT", folder.path().toUtf8());
+        QCOMPARE(agentProgram(), folder.filePath(QStringLiteral("KS7Agent")));
+    }
+
+    void aRelativePathCountsFromTheWorkingFolder()
+    {
+        qputenv("KS7_AGENT", "agent");
+        QCOMPARE(agentProgram(), QDir::current().filePath(QStringLiteral("agent")));
+    }
+};
+
+QTEST_GUILESS_MAIN(AgentProgramTest)
+#include "AgentProgram_test.moc"
