@@ -1,0 +1,4 @@
+// The linker has done the work when this exists.
+int main()
+{
+}
