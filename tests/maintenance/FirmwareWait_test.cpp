@@ -55,13 +55,19 @@ void FirmwareWaitTest::theWaitHearsProgressAndEnd()
 void FirmwareWaitTest::aWaitWhoseSheetHasGoneWakesNobody()
 {
     PaneFixture fixture;
-    fixture.refit = [](platform::Services &services) {
-        services.runLoop = platform::makeQtRunLoop();
+    const auto runLoop = platform::makeQtRunLoop();
+    fixture.refit = [runLoop](platform::Services &services) {
+        services.runLoop = runLoop;
         services.sheets = platform::makeQtSheetPresenter();
     };
     fixture.show();
     fixture.controller().installFirmware(nullptr);
     fixture.outlets().firmwareContinueButton->click();
+    bool endedByItself = true;
+    QTimer::singleShot(Timeout, &fixture.window, [&] {
+        endedByItself = false;
+        runLoop->wake();
+    });
     const QSignalSpy sleeps(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock);
     qsizetype before = 0;
     qsizetype after = 0;
@@ -72,6 +78,7 @@ void FirmwareWaitTest::aWaitWhoseSheetHasGoneWakesNobody()
         fixture.agentPosts(NotificationNames::FirmwareUpdateEnded, {{UserInfoKeys::Result, 0}});
     });
     fixture.outlets().firmwareContinueButton->click();
+    QVERIFY2(endedByItself, "the agent's end did not wake the wait");
     QCOMPARE(fixture.controller().firmwareStep(), 2);
     QVERIFY(!fixture.outlets().firmwareSheet->isVisible());
     // Without sleeping it would run about 50 slices of 10 ms.

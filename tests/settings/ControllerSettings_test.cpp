@@ -77,6 +77,7 @@ private Q_SLOTS:
     void theSwitchesPostTheirState();
     void anAssistiveToolTurnsTheSwitches();
     void theSwitchKeepsItsStateUntilTheAgentAnswers();
+    void whatTheAgentHasSetIsNotPostedBack();
     void choosingASizeWritesThenSynchronizesThenPosts();
     void choosingASizeKeepsEveryOtherValue();
     void choosingASizeCreatesNoDomain();
@@ -310,6 +311,23 @@ void SettingsControlsTest::theSwitchKeepsItsStateUntilTheAgentAnswers()
     // The agent refuses: its preferences still say on.
     fixture->agentPosts(NotificationNames::OnOffChanged);
     QVERIFY(fixture->outlets().enableKS7Checkbox->isChecked());
+}
+
+void SettingsControlsTest::whatTheAgentHasSetIsNotPostedBack()
+{
+    agentWrites(PreferenceKeys::ShowStatusMenu, true);
+    fixture->show();
+    agentWrites(PreferenceKeys::KS7On, false);
+    fixture->agentPosts(NotificationNames::OnOffChanged);
+    agentWrites(PreferenceKeys::LogToFile, true);
+    fixture->hide();
+    fixture->show();
+    QVERIFY(fixture->outlets().statusMenuCheckbox->isChecked());
+    QVERIFY(!fixture->outlets().enableKS7Checkbox->isChecked());
+    QVERIFY(fixture->outlets().debugLog->isChecked());
+    for (const auto &name : {NotificationNames::ToggleEnabled, NotificationNames::ToggleStatusMenu,
+                             NotificationNames::ToggleDebugLog})
+        QCOMPARE(fixture->distributedCenter->postCount(name), 0);
 }
 
 void SettingsControlsTest::choosingASizeWritesThenSynchronizesThenPosts()
