@@ -4,6 +4,23 @@
 
 namespace simulator {
 
+namespace {
+
+platform::PropertyListDictionary withoutForeignKeys(platform::PropertyListDictionary settings)
+{
+    const QStringList known{PreferenceKeys::KS7On,         PreferenceKeys::ShowStatusMenu,
+                            PreferenceKeys::VideoSize2,    PreferenceKeys::LogToFile,
+                            PreferenceKeys::FriendlyNames, PreferenceKeys::IgnoredCams};
+    const QStringList keys = settings.keys();
+    for (const QString &key : keys) {
+        if (!known.contains(key))
+            settings.setValue(key, QVariant());
+    }
+    return settings;
+}
+
+} // namespace
+
 AgentPreferences::AgentPreferences(std::shared_ptr<platform::UserDefaults> defaults)
     : mDefaults(std::move(defaults))
 {
@@ -46,7 +63,7 @@ void AgentPreferences::set(const QString &key, const QVariant &value)
     synchronize();
     auto settings = domain();
     settings.setValue(key, value);
-    mDefaults->setPersistentDomain(settings, KS7Domain::Name);
+    mDefaults->setPersistentDomain(mForgetful ? withoutForeignKeys(settings) : settings, KS7Domain::Name);
     synchronize();
 }
 

@@ -24,6 +24,8 @@ public:
     [[nodiscard]] QVariant value(const QString &key) const;
     void set(const QString &key, const QVariant &value);
     [[nodiscard]] bool isServiceOn() const;
+    /// Drops the keys of other programs at each write, which no agent may do.
+    void setForgetful(bool forgetful) { mForgetful = forgetful; }
 
     /// One camera's value in a key's dictionary; invalid when absent.
     [[nodiscard]] QVariant cameraValue(const QString &key, const QString &address) const;
@@ -34,6 +36,7 @@ private:
     [[nodiscard]] platform::PropertyListDictionary domain() const;
 
     std::shared_ptr<platform::UserDefaults> mDefaults;
+    bool mForgetful = false;
 };
 
 } // namespace simulator

@@ -8,6 +8,8 @@ namespace simulator {
 
 void BusNotifier::post(const QString &name, const QVariantMap &userInfo)
 {
+    if (mMute)
+        return;
     auto signal =
         QDBusMessage::createSignal(RemoteNames::NotificationPath, RemoteNames::NotificationInterface, name);
     signal << userInfo;

@@ -16,9 +16,12 @@ public:
 
     /// Ignores names that are no valid member name of a signal.
     void post(const QString &name, const QVariantMap &userInfo = {});
+    /// While mute, nothing is posted.
+    void setMute(bool mute) { mMute = mute; }
 
 private:
     QDBusConnection mBus;
+    bool mMute = false;
 };
 
 } // namespace simulator

@@ -199,6 +199,16 @@ void Script::garbage(const QString &operation, const QString &kind)
     mFaults.setGarbage(operation, kind);
 }
 
+void Script::mute(bool on)
+{
+    mNotifier.setMute(on);
+}
+
+void Script::forgetKeys(bool on)
+{
+    mModel.preferences().setForgetful(on);
+}
+
 bool Script::releaseName(const QString &registeredName)
 {
     return connection().unregisterService(RemoteNames::busName(registeredName));

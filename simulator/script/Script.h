@@ -48,6 +48,8 @@ public Q_SLOTS:
     void die();
     void dieDuring(const QString &operation);
     void garbage(const QString &operation, const QString &kind);
+    void mute(bool on);
+    void forgetKeys(bool on);
     bool releaseName(const QString &registeredName);
     bool takeName(const QString &registeredName);
 
