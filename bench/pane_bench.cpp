@@ -120,9 +120,9 @@ private:
 
 QDBusMessage callOf(const QString &method)
 {
-    return QDBusMessage::createMethodCall(
-        RemoteNames::busName(RemoteNames::AgentServer), RemoteNames::objectPath(RemoteNames::AgentServer),
-        KS7DeviceControllerProxy::InterfaceName, method);
+    return QDBusMessage::createMethodCall(RemoteNames::busName(RemoteNames::AgentServer),
+                                          RemoteNames::objectPath(RemoteNames::AgentServer),
+                                          KS7DeviceControllerProxy::InterfaceName, method);
 }
 
 class Refreshes {

@@ -455,6 +455,610 @@ Error: %1</source>
     </message>
 </context>
 <context>
+    <name>ks7_agent_check</name>
+    <message>
+        <source>nothing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has not replied before</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: the agent ended without a reply</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: no reply within %2 s</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: the error %2, &quot;%3&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: the reply is %2 instead of %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it changes something; --allow-changes allows that</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>KS7CameraListChanged has not come</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the list has &quot;%1&quot; instead of &quot;%2&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>validateName refuses &quot;%1&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>one change is posted %1 times</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the camera is still listed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the camera is not listed again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>KS7PreferredCameraChanged has not come</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the camera is preferred, and there is no other one</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>isPreferredDeviceAddress is false for it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>KS7OnOffChanged has not come</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is not stored when KS7OnOffChanged comes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no --passkey was given</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the camera is not at the cable</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>KS7PassKeySet has not come</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the result is %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>another passkey is reported</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the camera needs no update</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>KS7FirmwareUpdateEnded has not come</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the end is posted %1 times</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the camera is still preferred</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the camera %1 is not listed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A new name is listed and posted once</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An ignored camera is not listed, and listed again later</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another preferred camera is posted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>KS7ToggleEnabled is stored, then posted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A passkey is accepted, then posted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An update ends with one post</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A removed camera is neither listed nor preferred</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the session bus refuses to be listened to</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the agent has gone, or its names have changed hands</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the program has not taken the agent&apos;s names</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no agent on the session bus; --launch starts one</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>another agent runs: process %1 owns %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 cannot be started</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the agent does not list the camera %1, but these: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has changed hands</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it has let a call time out, so the pane takes it as dead</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the agent ran already; --launch starts one</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it has not released them on SIGTERM</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it has released one of them only</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the program still runs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no picture of a launched agent</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is still there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The agent outlives the check with both names</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Both names are released together at the end</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The picture&apos;s node ends with the agent</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has another type</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the agent has not made it now</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>others may read or write it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the agent has written the old %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the agent has changed the key %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the agent has dropped the key %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the file has not got it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the agent has written nothing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The preferences file is a property list</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The known keys have their types</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A new file is for its user alone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>KS7ToggleStatusMenu is stored</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A change of another program is seen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Every foreign key survives a write</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is %1 for %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>they are %1 and %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Each camera has a status from 0 to 5, an ID and a name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>sortedDeviceList has each address of cameraDict once</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>indexOfPreferredKS7Cam is a row or 0x7FFFFFFFFFFFFFFF</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>getPreferredKS7Cam is the record of that row, or empty</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>isPreferredDeviceAddress is true for that row alone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>cameras has the records of cameraDict</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The sound levels are between 0 and 1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has no &quot;%2&quot; of type %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has the status %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>cameraDict has [%1], sortedDeviceList has [%2]</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is %1, and the list has %2 rows</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is a record, but no row</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is a row, but no record</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the record is of &quot;%1&quot;, the row of &quot;%2&quot;, or their values differ</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing or has other values</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there are %1 records too many</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the agent has let a single call time out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2 calls failed; %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A hundred calls at once are answered within the time of a call</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no session bus</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>nobody owns %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not both names are owned</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the processes %1 and %2 do</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it was posted when %1 of the two names were owned</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it was posted %1 times</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Both bus names are owned</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One process owns both names</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>KS7AgentStarted is posted once, when both names are owned</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is true for &quot;%2&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has changed the list or the preferred camera</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>validateName replies for any text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An unknown address is neither preferred nor at the cable</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unknown addresses, rows and records change nothing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it changes something, and the agent gives no introspection data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is not there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is declared as %1 with the reply &quot;%2&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>nobody serves it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 replies &quot;%2&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Starts this program, checks it, and ends it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Also renames, hides, prefers and at last removes this camera, writes its firmware when it is at the cable and needs it, and changes settings and restores them.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>With --allow-changes: the new passkey of the camera at the cable.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Checks this group; may be repeated. Groups: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Makes every limit so many times as long.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Prints one JSON object.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>--slow takes a number from 1 to %1, not &quot;%2&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no group &quot;%1&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Checks a KS-7 camera agent against its contract, one line for each demand.
+Without --allow-changes it changes no camera and no setting, but asks for one search.
+Exit code: 0 nothing failed, 1 a demand failed, 2 nothing could be checked.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There are too many arguments.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no PipeWire runs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is none</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there are %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no node</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no frame comes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 frames a second come, %2 are announced</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the second one gets no frame</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the node has gone, or was made anew</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One video node has the name &quot;%1&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It sends frames at its rate</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It survives two watchers after each other</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the service is switched off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>KS7StartedDiscovering has not come; is Bluetooth on?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>KS7StoppedDiscovering has not come</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the list has not changed while it was watched</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2 changes were not posted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 posts, %2 changes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has the signature &quot;%2&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has no &quot;%2&quot; of its type</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the agent has posted nothing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>KS7StartDiscovering starts a search, whose start and end are posted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Each change of the list is posted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>KS7CameraListChanged comes no more often than the list changes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Posts have one argument a{sv} with the values of their name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there is no file %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is no XML property list in UTF-8 with a dictionary</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 passed, %2 failed, %3 skipped</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The check was interrupted.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>pass</source>
+        <comment>result of a demand</comment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>FAIL</source>
+        <comment>result of a demand</comment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>skip</source>
+        <comment>result of a demand</comment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the agent replies to nothing</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>ks7_preferences</name>
     <message>
         <source>The KS-7 pane cannot be loaded.</source>

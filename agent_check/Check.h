@@ -1,0 +1,34 @@
+#pragma once
+
+#include "agent_check/Bench.h"
+
+#include <QDBusConnection>
+
+namespace agent_check {
+
+/// One run of the program over the agent.
+class Check {
+public:
+    Check(const Options &options, const QDBusConnection &bus)
+        : mBench(options, bus)
+    {
+    }
+
+    /// Finds or starts the agent, checks it and ends what it has started. Returns the exit code.
+    int run();
+
+private:
+    /// Empty, or why there is nothing to check.
+    QString findAgent();
+    QString launch();
+    QString lookForCamera();
+    [[nodiscard]] bool isWanted(const Demand &demand) const;
+    Outcome lookAt(const Demand &demand);
+
+    Bench mBench;
+};
+
+/// Says on the standard error output why nothing can be checked. Returns the exit code.
+int refuse(const QString &reason);
+
+} // namespace agent_check

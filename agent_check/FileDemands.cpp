@@ -1,0 +1,183 @@
+#include "agent/AgentContract.h"
+#include "agent/NotificationNames.h"
+#include "agent_check/Bench.h"
+#include "agent_check/Demand.h"
+#include "agent_check/Preferences.h"
+#include "agent_check/Words.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+
+using namespace std::chrono_literals;
+
+namespace agent_check {
+
+namespace {
+
+constexpr auto StoreTime = 5000ms;
+const QString ForeignPrefix = QStringLiteral("com.orvex.KS7AgentCheck.");
+
+/// One value of each type that a property list has.
+QVariantMap foreignValues()
+{
+    return {{ForeignPrefix + QStringLiteral("Boolean"), true},
+            {ForeignPrefix + QStringLiteral("Integer"), -9000000000LL},
+            {ForeignPrefix + QStringLiteral("Real"), 0.5},
+            {ForeignPrefix + QStringLiteral("Text"), QString::fromUtf8("<K\xc3\xbc\x63he> & \"x\"")},
+            {ForeignPrefix + QStringLiteral("Data"), QByteArray("\0\1\xff", 3)},
+            {ForeignPrefix + QStringLiteral("Date"), QDateTime::fromSecsSinceEpoch(1000000000, Qt::UTC)},
+            {ForeignPrefix + QStringLiteral("Array"), QVariantList{1LL, QStringLiteral("a")}},
+            {ForeignPrefix + QStringLiteral("Dictionary"), QVariantMap{{QStringLiteral("a"), false}}}};
+}
+
+bool isBoolean(const QVariant &value)
+{
+    // Any number is a boolean for the pane.
+    return value.userType() == QMetaType::Bool || value.userType() == QMetaType::LongLong;
+}
+
+bool isMapOf(const QVariant &value, bool (*isRight)(const QVariant &))
+{
+    if (value.userType() != QMetaType::QVariantMap)
+        return false;
+    const QVariantMap map = value.toMap();
+    return std::all_of(map.begin(), map.end(), isRight);
+}
+
+bool hasItsType(const QString &key, const QVariant &value)
+{
+    if (key == PreferenceKeys::VideoSize2)
+        return value.userType() == QMetaType::LongLong;
+    if (key == PreferenceKeys::FriendlyNames)
+        return isMapOf(value, [](const QVariant &name) { return name.userType() == QMetaType::QString; });
+    if (key == PreferenceKeys::IgnoredCams)
+        return isMapOf(value, isBoolean);
+    return isBoolean(value);
+}
+
+Outcome checkFile(Bench &)
+{
+    return judged(Preferences::read().problem);
+}
+
+Outcome checkTypes(Bench &)
+{
+    const Preferences file = Preferences::read();
+    if (!file.problem.isEmpty())
+        return skip(file.problem);
+    for (const QString &key :
+         {PreferenceKeys::KS7On, PreferenceKeys::ShowStatusMenu, PreferenceKeys::VideoSize2,
+          PreferenceKeys::LogToFile, PreferenceKeys::FriendlyNames, PreferenceKeys::IgnoredCams}) {
+        const QVariant value = file.values.value(key);
+        if (value.isValid() && !hasItsType(key, value))
+            return fail(Words::tr("\"%1\" has another type").arg(key));
+    }
+    return pass();
+}
+
+Outcome checkMode(Bench &bench)
+{
+    const QFileInfo file(preferencesFile());
+    if (!bench.launched || bench.hadPreferencesFile || !file.exists())
+        return skip(Words::tr("the agent has not made it now"));
+    const auto open = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+    return file.permissions() & open ? fail(Words::tr("others may read or write it")) : pass();
+}
+
+/// Has the agent store ShowStatusMenu; false when it does not.
+bool toggle(const Bench &bench, bool on)
+{
+    bench.post(NotificationNames::ToggleStatusMenu, {{UserInfoKeys::Value, on ? 1 : 0}});
+    return bench.waitFor(
+        [on] {
+            const Preferences file = Preferences::read();
+            return file.problem.isEmpty() && file.values.value(PreferenceKeys::ShowStatusMenu).isValid()
+                && file.isOn(PreferenceKeys::ShowStatusMenu) == on;
+        },
+        StoreTime);
+}
+
+/// What is in the file after the agent has written it, against what another program had put there.
+void compare(const Preferences &mine, SettingsFinding &finding)
+{
+    const Preferences file = Preferences::read();
+    if (file.values.value(PreferenceKeys::VideoSize2) != mine.values.value(PreferenceKeys::VideoSize2))
+        finding.seen = fail(Words::tr("the agent has written the old %1").arg(PreferenceKeys::VideoSize2));
+    const QVariantMap foreign = foreignValues();
+    for (auto entry = foreign.begin(); entry != foreign.end(); ++entry) {
+        const QVariant value = file.values.value(entry.key());
+        if (value.userType() != entry.value().userType() || value != entry.value()) {
+            const QString problem = value.isValid() ? Words::tr("the agent has changed the key %1")
+                                                    : Words::tr("the agent has dropped the key %1");
+            finding.foreign = fail(problem.arg(entry.key()));
+        }
+    }
+}
+
+void restore(const Bench &bench, const Preferences &before)
+{
+    toggle(bench, before.isOn(PreferenceKeys::ShowStatusMenu));
+    Preferences file = Preferences::read();
+    if (!file.problem.isEmpty())
+        return;
+    const QStringList keys = foreignValues().keys() + QStringList(PreferenceKeys::VideoSize2);
+    for (const QString &key : keys)
+        file.values.setValue(key, before.values.value(key));
+    static_cast<void>(file.write());
+    bench.post(NotificationNames::ChangedOptimizedPreference);
+}
+
+/// Changes the file as another program would, then has the agent write it.
+SettingsFinding tryOut(const Bench &bench)
+{
+    const Preferences before = Preferences::read();
+    if (!before.problem.isEmpty())
+        return {skip(before.problem), skip(before.problem), skip(before.problem)};
+    Preferences mine = before;
+    const QVariantMap foreign = foreignValues();
+    for (auto entry = foreign.begin(); entry != foreign.end(); ++entry)
+        mine.values.setValue(entry.key(), entry.value());
+    const bool isSmooth = before.values.value(PreferenceKeys::VideoSize2).toInt() == 0;
+    mine.values.setValue(PreferenceKeys::VideoSize2, isSmooth ? 1LL : 0LL);
+    const QString problem = mine.write();
+    if (!problem.isEmpty())
+        return {skip(problem), skip(problem), skip(problem)};
+    bench.post(NotificationNames::ChangedOptimizedPreference);
+    SettingsFinding finding;
+    if (toggle(bench, !before.isOn(PreferenceKeys::ShowStatusMenu)))
+        compare(mine, finding);
+    else
+        finding = {fail(Words::tr("the file has not got it")),
+                   skip(Words::tr("the agent has written nothing")),
+                   skip(Words::tr("the agent has written nothing"))};
+    restore(bench, before);
+    return finding;
+}
+
+Demand settingsDemand(const char *id, const QString &text, Outcome SettingsFinding::*part)
+{
+    return {QLatin1String(id), text, [part](Bench &bench) {
+                if (!bench.mayChange())
+                    return skipForChanges();
+                if (!bench.settings)
+                    bench.settings = tryOut(bench);
+                return *bench.settings.*part;
+            }};
+}
+
+} // namespace
+
+Demands fileDemands()
+{
+    return {
+        {QStringLiteral("file.there"), Words::tr("The preferences file is a property list"), checkFile},
+        {QStringLiteral("file.types"), Words::tr("The known keys have their types"), checkTypes},
+        {QStringLiteral("file.mode"), Words::tr("A new file is for its user alone"), checkMode},
+        settingsDemand("file.toggle", Words::tr("KS7ToggleStatusMenu is stored"), &SettingsFinding::toggled),
+        settingsDemand("file.seen", Words::tr("A change of another program is seen"), &SettingsFinding::seen),
+        settingsDemand("file.foreign", Words::tr("Every foreign key survives a write"),
+                       &SettingsFinding::foreign),
+    };
+}
+
+} // namespace agent_check

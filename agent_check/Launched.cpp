@@ -1,0 +1,44 @@
+#include "agent_check/Launched.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace agent_check {
+
+namespace {
+
+constexpr int EndTime = 3000; // ms
+
+} // namespace
+
+Launched::Launched(const QString &program)
+{
+    // As the pane starts it, but for its complaints, which help.
+    mProcess.setProgram(QFileInfo(program).absoluteFilePath());
+    mProcess.setWorkingDirectory(QDir::rootPath());
+    mProcess.setStandardInputFile(QProcess::nullDevice());
+    mProcess.setStandardOutputFile(QProcess::nullDevice());
+    mProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+}
+
+Launched::~Launched()
+{
+    if (!isRunning())
+        return;
+    mProcess.terminate();
+    if (!mProcess.waitForFinished(EndTime)) {
+        mProcess.kill();
+        mProcess.waitForFinished(EndTime);
+    }
+}
+
+bool Launched::start()
+{
+    const QFileInfo program(mProcess.program());
+    if (!program.isFile() || !program.isExecutable())
+        return false;
+    mProcess.start();
+    return mProcess.waitForStarted();
+}
+
+} // namespace agent_check

@@ -1,0 +1,99 @@
+#include "agent_check/Bench.h"
+#include "agent_check/Demand.h"
+#include "agent_check/Words.h"
+
+#include <algorithm>
+#include <array>
+
+using namespace std::chrono_literals;
+
+namespace agent_check {
+
+namespace {
+
+using Judge = QString (*)(const ListReading &);
+
+constexpr int MostReadings = 5;
+/// A change between two calls is followed by a post within this time.
+constexpr auto Settling = 300ms;
+
+bool isConsistent(const ListReading &list)
+{
+    const std::array<Judge, 4> judges{problemOfOrder, problemOfIndex, problemOfPreferred, problemOfCameras};
+    return list.problem.isEmpty()
+        && std::all_of(judges.begin(), judges.end(), [&](Judge judge) { return judge(list).isEmpty(); });
+}
+
+/// The calls are separate, so the list may change between them: an inconsistent list is read again.
+const ListReading &consistentList(Bench &bench)
+{
+    if (bench.list)
+        return *bench.list;
+    for (int reading = 0; reading < MostReadings; ++reading) {
+        bench.list = ListReading::take(bench.agent);
+        if (isConsistent(*bench.list) || !bench.list->problem.isEmpty())
+            break;
+        bench.listenFor(Settling);
+    }
+    return *bench.list;
+}
+
+Demand listDemand(const char *id, const QString &text, Judge judge)
+{
+    return {QLatin1String(id), text, [judge](Bench &bench) {
+                const ListReading &list = consistentList(bench);
+                return list.problem.isEmpty() ? judged(judge(list)) : fail(list.problem);
+            }};
+}
+
+Outcome checkIsPreferred(Bench &bench)
+{
+    const ListReading &list = consistentList(bench);
+    if (!list.problem.isEmpty())
+        return fail(list.problem);
+    for (int row = 0; row < list.order.size(); ++row) {
+        const Answer answer =
+            bench.agent.ask(QStringLiteral("isPreferredDeviceAddress"), {list.order.at(row)});
+        if (!answer.isProper())
+            return fail(answer.problem);
+        const bool expected = std::uint64_t(row) == list.index;
+        if (answer.values.value(0).toBool() != expected)
+            return fail(
+                Words::tr("it is %1 for %2")
+                    .arg(expected ? QStringLiteral("false") : QStringLiteral("true"), list.order.at(row)));
+    }
+    return pass();
+}
+
+Outcome checkLevels(Bench &bench)
+{
+    const Answer answer = bench.agent.ask(QStringLiteral("getAudioLevel_l"));
+    if (!answer.isProper())
+        return fail(answer.problem);
+    const double left = answer.values.value(0).toDouble();
+    const double right = answer.values.value(1).toDouble();
+    const bool isInRange = left >= 0 && left <= 1 && right >= 0 && right <= 1;
+    return isInRange ? pass() : fail(Words::tr("they are %1 and %2").arg(left).arg(right));
+}
+
+} // namespace
+
+Demands listDemands()
+{
+    return {
+        listDemand("list.records", Words::tr("Each camera has a status from 0 to 5, an ID and a name"),
+                   problemOfRecords),
+        listDemand("list.order", Words::tr("sortedDeviceList has each address of cameraDict once"),
+                   problemOfOrder),
+        listDemand("list.index", Words::tr("indexOfPreferredKS7Cam is a row or 0x7FFFFFFFFFFFFFFF"),
+                   problemOfIndex),
+        listDemand("list.preferred", Words::tr("getPreferredKS7Cam is the record of that row, or empty"),
+                   problemOfPreferred),
+        {QStringLiteral("list.isPreferred"), Words::tr("isPreferredDeviceAddress is true for that row alone"),
+         checkIsPreferred},
+        listDemand("list.cameras", Words::tr("cameras has the records of cameraDict"), problemOfCameras),
+        {QStringLiteral("list.levels"), Words::tr("The sound levels are between 0 and 1"), checkLevels},
+    };
+}
+
+} // namespace agent_check

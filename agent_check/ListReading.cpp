@@ -1,0 +1,119 @@
+#include "agent_check/ListReading.h"
+
+#include "agent/AgentContract.h"
+#include "agent/RemoteNames.h"
+#include "agent/WireTypes.h"
+#include "agent_check/Agent.h"
+#include "agent_check/Words.h"
+
+#include <QDBusArgument>
+
+#include <algorithm>
+
+namespace agent_check {
+
+namespace {
+
+/// Asks and notes the first problem. Values are converted only after a proper reply: qdbus_cast() aborts the
+/// process otherwise.
+template <class Value>
+void read(Agent &agent, const char *operation, Value &value, QString &problem)
+{
+    if (!problem.isEmpty())
+        return;
+    const Answer answer = agent.ask(QLatin1String(operation));
+    problem = answer.problem;
+    if (answer.isProper())
+        value = qdbus_cast<Value>(answer.values.value(0));
+}
+
+QString problemOfRecord(const QString &address, const QVariantMap &record)
+{
+    const QVariant status = record.value(RecordKeys::Status);
+    if (status.userType() != QMetaType::Int)
+        return Words::tr("%1 has no \"%2\" of type %3").arg(address, RecordKeys::Status, QStringLiteral("i"));
+    if (status.toInt() < kKS7CamNotFound || status.toInt() > kKS7CamError)
+        return Words::tr("%1 has the status %2").arg(address).arg(status.toInt());
+    for (const QString &key : {RecordKeys::CameraIDString, RecordKeys::FriendlyName}) {
+        if (record.value(key).userType() != QMetaType::QString)
+            return Words::tr("%1 has no \"%2\" of type %3").arg(address, key, QStringLiteral("s"));
+    }
+    return {};
+}
+
+} // namespace
+
+ListReading ListReading::takeRows(Agent &agent)
+{
+    ListReading list;
+    read(agent, "cameraDict", list.cameras, list.problem);
+    read(agent, "sortedDeviceList", list.order, list.problem);
+    return list;
+}
+
+ListReading ListReading::take(Agent &agent)
+{
+    ListReading list = takeRows(agent);
+    qulonglong index = NoPreferredCamera;
+    read(agent, "indexOfPreferredKS7Cam", index, list.problem);
+    list.index = index;
+    read(agent, "getPreferredKS7Cam", list.preferred, list.problem);
+    read(agent, "cameras", list.records, list.problem);
+    return list;
+}
+
+QString problemOfRecords(const ListReading &list)
+{
+    for (auto camera = list.cameras.begin(); camera != list.cameras.end(); ++camera) {
+        const QString problem = problemOfRecord(camera.key(), camera.value());
+        if (!problem.isEmpty())
+            return problem;
+    }
+    return {};
+}
+
+QString problemOfOrder(const ListReading &list)
+{
+    QStringList sorted = list.order;
+    sorted.sort();
+    QStringList addresses = list.cameras.keys();
+    addresses.sort();
+    return sorted == addresses
+        ? QString()
+        : Words::tr("cameraDict has [%1], sortedDeviceList has [%2]")
+              .arg(addresses.join(QStringLiteral(", ")), sorted.join(QStringLiteral(", ")));
+}
+
+QString problemOfIndex(const ListReading &list)
+{
+    if (list.index == NoPreferredCamera || list.index < std::uint64_t(list.order.size()))
+        return {};
+    return Words::tr("it is %1, and the list has %2 rows").arg(list.index).arg(list.order.size());
+}
+
+QString problemOfPreferred(const ListReading &list)
+{
+    if (list.index == NoPreferredCamera)
+        return list.preferred.isEmpty() ? QString() : Words::tr("there is a record, but no row");
+    if (list.preferred.isEmpty())
+        return Words::tr("there is a row, but no record");
+    const QVariantMap inList = list.cameras.value(list.order.value(int(list.index)));
+    return list.preferred == inList
+        ? QString()
+        : Words::tr("the record is of \"%1\", the row of \"%2\", or their values differ")
+              .arg(list.preferred.value(RecordKeys::FriendlyName).toString(),
+                   inList.value(RecordKeys::FriendlyName).toString());
+}
+
+QString problemOfCameras(const ListReading &list)
+{
+    QList<QVariantMap> records = list.records;
+    for (const QVariantMap &record : list.cameras) {
+        if (!records.removeOne(record))
+            return Words::tr("\"%1\" is missing or has other values")
+                .arg(record.value(RecordKeys::FriendlyName).toString());
+    }
+    return records.isEmpty() ? QString() : Words::tr("there are %1 records too many").arg(records.size());
+}
+
+} // namespace agent_check

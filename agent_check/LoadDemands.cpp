@@ -1,0 +1,48 @@
+#include "agent_check/Bench.h"
+#include "agent_check/Demand.h"
+#include "agent_check/Words.h"
+
+#include <QElapsedTimer>
+
+namespace agent_check {
+
+namespace {
+
+constexpr int Calls = 100;
+
+/// What a refresh of the pane asks for, over and over.
+const QStringList &operations()
+{
+    static const QStringList names{QStringLiteral("cameraDict"), QStringLiteral("sortedDeviceList"),
+                                   QStringLiteral("indexOfPreferredKS7Cam"),
+                                   QStringLiteral("getPreferredKS7Cam")};
+    return names;
+}
+
+Outcome checkHundred(Bench &bench)
+{
+    if (bench.agent.hasTimedOut())
+        return skip(Words::tr("the agent has let a single call time out"));
+    QVector<QDBusPendingCall> calls;
+    for (int call = 0; call < Calls; ++call)
+        calls.append(bench.agent.begin(operations().at(call % operations().size())));
+    int failed = 0;
+    QString first;
+    for (int call = 0; call < Calls; ++call) {
+        const Answer answer = bench.agent.end(operations().at(call % operations().size()), calls.at(call));
+        if (!answer.isProper() && failed++ == 0)
+            first = answer.problem;
+    }
+    return failed == 0 ? pass()
+                       : fail(Words::tr("%1 of %2 calls failed; %3").arg(failed).arg(Calls).arg(first));
+}
+
+} // namespace
+
+Demands loadDemands()
+{
+    return {{QStringLiteral("load.hundred"),
+             Words::tr("A hundred calls at once are answered within the time of a call"), checkHundred}};
+}
+
+} // namespace agent_check

@@ -1,0 +1,103 @@
+#include "agent_check/Bench.h"
+#include "agent_check/Demand.h"
+#include "agent_check/Words.h"
+
+#include <limits>
+
+namespace agent_check {
+
+namespace {
+
+const QString Nobody = QStringLiteral("ff-ff-ff-ff-ff-ff");
+
+QStringList oddTexts()
+{
+    return {QString(),
+            QStringLiteral("   "),
+            QString(10000, QLatin1Char('x')),
+            QStringLiteral("two\nlines\a"),
+            QStringLiteral("%s %n {0} <b>"),
+            QString::fromUtf8("\xf0\x9d\x9f\x8f\xe2\x80\xae")};
+}
+
+Outcome checkNames(Bench &bench)
+{
+    const QStringList texts = oddTexts();
+    for (const QString &text : texts) {
+        const Answer answer = bench.agent.ask(QStringLiteral("validateName"), {text});
+        if (!answer.isProper())
+            return fail(answer.problem);
+    }
+    return pass();
+}
+
+Outcome checkAddresses(Bench &bench)
+{
+    for (const char *operation : {"isPreferredDeviceAddress", "connectedCamHasBTAddress"}) {
+        const QStringList texts = oddTexts() + QStringList(Nobody);
+        for (const QString &text : texts) {
+            const Answer answer = bench.agent.ask(QLatin1String(operation), {text});
+            if (!answer.isProper())
+                return fail(answer.problem);
+            if (answer.values.value(0).toBool())
+                return fail(Words::tr("%1 is true for \"%2\"").arg(QLatin1String(operation), text.left(40)));
+        }
+    }
+    return pass();
+}
+
+struct Call {
+    const char *operation;
+    QVariantList arguments;
+};
+
+/// Calls that name nothing and so may change nothing.
+QVector<Call> callsForNothing()
+{
+    return {{"setName", {QStringLiteral("Kitchen"), Nobody}},
+            {"setName", {QString(), QString()}},
+            {"setPreferredDeviceAddress", {Nobody}},
+            {"removeCameraAtIndex", {-1, true}},
+            {"removeCameraAtIndex", {-1, false}},
+            {"removeCameraAtIndex", {std::numeric_limits<int>::max(), true}},
+            {"removeCameraAtIndex", {std::numeric_limits<int>::min(), true}},
+            {"checkRemoveCurrentCam", {QVariantMap()}},
+            {"setIgnore", {false, QVariantMap()}},
+            {"setIgnore", {true, QVariantMap{{QStringLiteral("Status"), QStringLiteral("odd")}}}}};
+}
+
+Outcome checkChanges(Bench &bench)
+{
+    if (!bench.mayChange())
+        return skipForChanges();
+    ListReading before = ListReading::take(bench.agent);
+    const auto calls = callsForNothing();
+    for (const Call &call : calls) {
+        const Answer answer = bench.agent.ask(QLatin1String(call.operation), call.arguments);
+        if (!answer.isProper())
+            return fail(answer.problem);
+        const ListReading after = ListReading::take(bench.agent);
+        if (!after.problem.isEmpty())
+            return fail(after.problem);
+        if (after.order != before.order || after.index != before.index)
+            return fail(Words::tr("%1 has changed the list or the preferred camera")
+                            .arg(QLatin1String(call.operation)));
+        before = after;
+    }
+    return pass();
+}
+
+} // namespace
+
+Demands oddDemands()
+{
+    return {
+        {QStringLiteral("odd.names"), Words::tr("validateName replies for any text"), checkNames},
+        {QStringLiteral("odd.addresses"),
+         Words::tr("An unknown address is neither preferred nor at the cable"), checkAddresses},
+        {QStringLiteral("odd.changes"), Words::tr("Unknown addresses, rows and records change nothing"),
+         checkChanges},
+    };
+}
+
+} // namespace agent_check

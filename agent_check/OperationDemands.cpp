@@ -1,0 +1,75 @@
+#include "agent/RemoteNames.h"
+#include "agent_check/Bench.h"
+#include "agent_check/Demand.h"
+#include "agent_check/Words.h"
+
+#include <algorithm>
+
+namespace agent_check {
+
+namespace {
+
+const QString Nobody = QStringLiteral("ff-ff-ff-ff-ff-ff");
+
+/// The arguments of the operations that only read, which may always be called.
+const QHash<QString, QVariantList> &readingCalls()
+{
+    static const QHash<QString, QVariantList> calls{
+        {QStringLiteral("flush"), {}},
+        {QStringLiteral("cameraDict"), {}},
+        {QStringLiteral("getAudioLevel_l"), {}},
+        {QStringLiteral("indexOfPreferredKS7Cam"), {}},
+        {QStringLiteral("validateName"), {QStringLiteral("Kitchen")}},
+        {QStringLiteral("getKnownZephraDevices"), {}},
+        {QStringLiteral("sortedDeviceList"), {}},
+        {QStringLiteral("cameras"), {}},
+        {QStringLiteral("getPreferredKS7Cam"), {}},
+        {QStringLiteral("isPreferredDeviceAddress"), {Nobody}},
+        {QStringLiteral("connectedCamNeedsFirmwareUpdate"), {}},
+        {QStringLiteral("connectedCamHasBTAddress"), {Nobody}},
+    };
+    return calls;
+}
+
+Outcome checkByCalling(Bench &bench, const Operation &operation)
+{
+    return judged(bench.agent.ask(operation.name, readingCalls().value(operation.name)).problem);
+}
+
+/// An operation that changes something is compared with what the agent says about itself.
+Outcome checkByDeclaration(Bench &bench, const Operation &operation)
+{
+    const auto served = operationsIn(bench.agent.introspection(operation.registeredName));
+    if (served.isEmpty())
+        return skip(Words::tr("it changes something, and the agent gives no introspection data"));
+    const auto found = std::find_if(served.begin(), served.end(), [&](const Operation &each) {
+        return each.name == operation.name && each.interface == operation.interface;
+    });
+    if (found == served.end())
+        return fail(Words::tr("%1 is not there").arg(operation.call()));
+    if (found->in == operation.in && found->out == operation.out)
+        return pass();
+    return fail(Words::tr("it is declared as %1 with the reply \"%2\"").arg(found->call(), found->out));
+}
+
+Outcome checkOperation(Bench &bench, const Operation &operation)
+{
+    if (bench.agent.owner(operation.registeredName).isEmpty())
+        return fail(Words::tr("nobody serves it"));
+    return readingCalls().contains(operation.name) ? checkByCalling(bench, operation)
+                                                   : checkByDeclaration(bench, operation);
+}
+
+} // namespace
+
+Demands operationDemands()
+{
+    Demands demands;
+    for (const Operation &operation : declaredOperations())
+        demands.append({QStringLiteral("operation.") + operation.name,
+                        Words::tr("%1 replies \"%2\"").arg(operation.call(), operation.out),
+                        [operation](Bench &bench) { return checkOperation(bench, operation); }});
+    return demands;
+}
+
+} // namespace agent_check

@@ -1,0 +1,112 @@
+#include "agent/AgentContract.h"
+#include "agent_check/Bench.h"
+#include "agent_check/Demand.h"
+#include "agent_check/PictureWatcher.h"
+#include "agent_check/Words.h"
+#include "platform/capture/PipeWireNodes.h"
+#include "platform/capture/PipeWireSocket.h"
+
+#include <algorithm>
+
+using namespace std::chrono_literals;
+
+namespace agent_check {
+
+namespace {
+
+constexpr auto LookUpTime = 3000ms;
+/// The agent may publish its node after its names.
+constexpr auto NodeTime = 5000ms;
+constexpr auto FirstFrameTime = 5000ms;
+constexpr auto FramesTime = 4000ms;
+/// A machine that is busy for a moment is measured again.
+constexpr int Measurements = 4;
+constexpr int FramesOfMeasurement = 16;
+constexpr int FramesOfSecondWatcher = 5;
+/// The measured rate is right between these parts of the announced one.
+constexpr double LeastRate = 0.7;
+constexpr double MostRate = 1.3;
+
+int countOf(const platform::PipeWireNodes &nodes)
+{
+    return int(std::count_if(nodes.begin(), nodes.end(), [](const platform::PipeWireNode &node) {
+        return node.name == PictureNode::Name;
+    }));
+}
+
+Outcome checkNode(Bench &bench)
+{
+    if (!platform::PipeWireSocket().isOpen())
+        return skip(Words::tr("no PipeWire runs"));
+    platform::PipeWireNodes nodes;
+    bench.waitFor(
+        [&nodes] {
+            nodes = platform::lookUpPipeWireNodes(LookUpTime).value_or(platform::PipeWireNodes());
+            return countOf(nodes) > 0;
+        },
+        NodeTime);
+    if (countOf(nodes) == 0)
+        return fail(Words::tr("there is none"));
+    bench.nodeSerial = platform::nodeNamed(nodes, PictureNode::Name)->serial;
+    return countOf(nodes) == 1 ? pass() : fail(Words::tr("there are %1").arg(countOf(nodes)));
+}
+
+/// Frames per second between the first and the last of some frames; 0 when they do not come.
+double measuredRate(const Bench &bench, PictureWatcher &watcher)
+{
+    const auto time = watcher.waitForFrames(FramesOfMeasurement, bench.options.limit(FramesTime));
+    return time && time->count() > 0
+        ? (FramesOfMeasurement - 1) / std::chrono::duration<double>(*time).count()
+        : 0;
+}
+
+Outcome checkRate(Bench &bench)
+{
+    if (bench.nodeSerial == 0)
+        return skip(Words::tr("there is no node"));
+    PictureWatcher watcher(bench.nodeSerial);
+    if (!watcher.waitForFrames(1, bench.options.limit(FirstFrameTime)))
+        return fail(Words::tr("no frame comes"));
+    const double announced = watcher.announcedRate();
+    double rate = 0;
+    for (int measurement = 0; measurement < Measurements * bench.options.slowness; ++measurement) {
+        rate = measuredRate(bench, watcher);
+        const bool isRight =
+            rate >= announced * LeastRate && (announced == 0 || rate <= announced * MostRate);
+        if (rate > 0 && isRight)
+            return pass();
+    }
+    return fail(Words::tr("%1 frames a second come, %2 are announced")
+                    .arg(rate, 0, 'f', 1)
+                    .arg(announced, 0, 'f', 1));
+}
+
+Outcome checkSecondWatcher(Bench &bench)
+{
+    if (bench.nodeSerial == 0)
+        return skip(Words::tr("there is no node"));
+    for (int turn = 0; turn < 2; ++turn) {
+        PictureWatcher watcher(bench.nodeSerial);
+        if (!watcher.waitForFrames(FramesOfSecondWatcher, bench.options.limit(FirstFrameTime)))
+            return fail(turn == 0 ? Words::tr("no frame comes") : Words::tr("the second one gets no frame"));
+    }
+    const auto nodes = platform::lookUpPipeWireNodes(LookUpTime);
+    return nodes && platform::hasNode(*nodes, bench.nodeSerial)
+        ? pass()
+        : fail(Words::tr("the node has gone, or was made anew"));
+}
+
+} // namespace
+
+Demands pictureDemands()
+{
+    return {
+        {QStringLiteral("picture.node"),
+         Words::tr("One video node has the name \"%1\"").arg(PictureNode::Name), checkNode},
+        {QStringLiteral("picture.rate"), Words::tr("It sends frames at its rate"), checkRate},
+        {QStringLiteral("picture.watchers"), Words::tr("It survives two watchers after each other"),
+         checkSecondWatcher},
+    };
+}
+
+} // namespace agent_check

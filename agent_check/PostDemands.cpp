@@ -1,0 +1,194 @@
+#include "agent/AgentContract.h"
+#include "agent/NotificationNames.h"
+#include "agent_check/Bench.h"
+#include "agent_check/Demand.h"
+#include "agent_check/Preferences.h"
+#include "agent_check/Words.h"
+#include "platform/bus/BusNames.h"
+
+#include <QDeadlineTimer>
+
+using namespace std::chrono_literals;
+
+namespace agent_check {
+
+namespace {
+
+constexpr auto StartTime = 3000ms;
+constexpr auto SearchTime = 60000ms;
+/// The list is watched so much longer than the search, or so long when there is none.
+constexpr auto Afterwards = 1000ms;
+constexpr auto ReadingInterval = 250ms;
+/// A change that is seen first is posted within this time.
+constexpr auto PostTime = 1000ms;
+
+/// Compares the agent's posts with the changes of its list.
+class ListWatcher {
+public:
+    explicit ListWatcher(Bench &bench)
+        : mBench(bench)
+        , mFrom(bench.mark())
+        , mLast(ListReading::takeRows(bench.agent))
+    {
+    }
+
+    /// Watches until the condition holds; false when that takes longer than `limit`, which may be stretched.
+    bool watchUntil(const std::function<bool()> &condition, std::chrono::milliseconds limit)
+    {
+        watch(condition, mBench.options.limit(limit));
+        return condition();
+    }
+
+    void watchFor(std::chrono::milliseconds time)
+    {
+        watch([] { return false; }, time);
+    }
+
+    [[nodiscard]] const ListWatch &seen() const { return mSeen; }
+
+private:
+    void watch(const std::function<bool()> &condition, std::chrono::milliseconds time)
+    {
+        const QDeadlineTimer deadline(time);
+        while (!condition() && !deadline.hasExpired() && !isInterrupted() && mLast.problem.isEmpty()) {
+            mBench.waitFor(
+                [&, next = QDeadlineTimer(ReadingInterval)] {
+                    return condition() || posts() > 0 || next.hasExpired();
+                },
+                ReadingInterval);
+            look();
+        }
+    }
+
+    [[nodiscard]] int posts() const { return mBench.posts(NotificationNames::CameraListChanged, mFrom); }
+
+    void look()
+    {
+        int heard = posts();
+        // What is posted during the reading counts for the next one.
+        int from = mBench.ear.now();
+        const ListReading now = ListReading::takeRows(mBench.agent);
+        const bool hasChanged = !now.hasSameRows(mLast);
+        mLast = now;
+        if (hasChanged && heard == 0
+            && mBench.waitForPost(NotificationNames::CameraListChanged, from, PostTime)) {
+            heard = 1;
+            from = mBench.ear.now();
+        }
+        mFrom = from;
+        mSeen.posts += heard;
+        mSeen.changes += hasChanged ? 1 : 0;
+        mSeen.postsWithoutChange += hasChanged ? 0 : heard;
+        mSeen.changesWithoutPost += hasChanged && heard == 0 ? 1 : 0;
+    }
+
+    Bench &mBench;
+    int mFrom;
+    ListReading mLast;
+    ListWatch mSeen;
+};
+
+Outcome checkSearch(Bench &bench)
+{
+    if (!isServiceOn())
+        return skip(Words::tr("the service is switched off"));
+    ListWatcher watcher(bench);
+    const int from = bench.mark();
+    bench.post(NotificationNames::StartDiscovering);
+    const auto heard = [&](const QString &name) { return [&, name] { return bench.posts(name, from) > 0; }; };
+    if (!watcher.watchUntil(heard(NotificationNames::StartedDiscovering), StartTime))
+        return fail(Words::tr("KS7StartedDiscovering has not come; is Bluetooth on?"));
+    if (!watcher.watchUntil(heard(NotificationNames::StoppedDiscovering), SearchTime))
+        return fail(Words::tr("KS7StoppedDiscovering has not come"));
+    watcher.watchFor(Afterwards);
+    bench.watch = watcher.seen();
+    return pass();
+}
+
+const ListWatch &watchOf(Bench &bench)
+{
+    if (!bench.watch) {
+        ListWatcher watcher(bench);
+        watcher.watchFor(Afterwards);
+        bench.watch = watcher.seen();
+    }
+    return *bench.watch;
+}
+
+Outcome checkChangesArePosted(Bench &bench)
+{
+    const ListWatch &watch = watchOf(bench);
+    if (watch.changes == 0)
+        return skip(Words::tr("the list has not changed while it was watched"));
+    return watch.changesWithoutPost == 0
+        ? pass()
+        : fail(
+            Words::tr("%1 of %2 changes were not posted").arg(watch.changesWithoutPost).arg(watch.changes));
+}
+
+Outcome checkPostsAreChanges(Bench &bench)
+{
+    const ListWatch &watch = watchOf(bench);
+    // The list may have been read between two quick changes, before the second one was posted.
+    const bool isTooOften = watch.postsWithoutChange > 1 && watch.postsWithoutChange > watch.changes;
+    return isTooOften ? fail(Words::tr("%1 posts, %2 changes").arg(watch.posts).arg(watch.changes)) : pass();
+}
+
+/// The values that a notification must have; integers unless they are a passkey.
+QStringList requiredKeys(const Heard &post)
+{
+    if (post.name == NotificationNames::FirmwareUpdateProgress)
+        return {UserInfoKeys::Total, UserInfoKeys::Value};
+    if (post.name == NotificationNames::FirmwareUpdateEnded)
+        return {UserInfoKeys::Result};
+    if (post.name != NotificationNames::PassKeySet)
+        return {};
+    const bool isSet = post.userInfo.value(UserInfoKeys::Result).toInt() == 0;
+    return isSet ? QStringList{UserInfoKeys::Result, UserInfoKeys::PassKey}
+                 : QStringList{UserInfoKeys::Result};
+}
+
+QString problemOfPost(const Heard &post)
+{
+    if (post.signature != platform::bus::UserInfoSignature)
+        return Words::tr("%1 has the signature \"%2\"").arg(post.name, post.signature);
+    const QStringList keys = requiredKeys(post);
+    for (const QString &key : keys) {
+        const auto type = key == UserInfoKeys::PassKey ? QMetaType::QString : QMetaType::Int;
+        if (post.userInfo.value(key).userType() != type)
+            return Words::tr("%1 has no \"%2\" of its type").arg(post.name, key);
+    }
+    return {};
+}
+
+Outcome checkForm(Bench &bench)
+{
+    bool isAnyHeard = false;
+    const auto &heard = bench.ear.heard();
+    for (const Heard &event : heard) {
+        if (event.isOwnerChange || event.sender != bench.agent.name())
+            continue;
+        isAnyHeard = true;
+        const QString problem = problemOfPost(event);
+        if (!problem.isEmpty())
+            return fail(problem);
+    }
+    return isAnyHeard ? pass() : skip(Words::tr("the agent has posted nothing"));
+}
+
+} // namespace
+
+Demands postDemands()
+{
+    return {
+        {QStringLiteral("posts.search"),
+         Words::tr("KS7StartDiscovering starts a search, whose start and end are posted"), checkSearch},
+        {QStringLiteral("posts.list"), Words::tr("Each change of the list is posted"), checkChangesArePosted},
+        {QStringLiteral("posts.often"),
+         Words::tr("KS7CameraListChanged comes no more often than the list changes"), checkPostsAreChanges},
+        {QStringLiteral("posts.form"),
+         Words::tr("Posts have one argument a{sv} with the values of their name"), checkForm},
+    };
+}
+
+} // namespace agent_check

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "agent_check/Demand.h"
+
+#include <QJsonArray>
+
+#include <memory>
+
+namespace agent_check {
+
+/// Where the outcomes go.
+class Report {
+public:
+    virtual ~Report() = default;
+    /// A demand is looked at now.
+    virtual void began(const Demand & /*demand*/) { }
+    virtual void found(const Demand &demand, const Outcome &outcome) = 0;
+    /// All demands have been looked at. `isComplete` is false after an interruption.
+    virtual void end(bool isComplete) = 0;
+
+    [[nodiscard]] bool hasFailures() const { return mCounts[int(Result::Fail)] > 0; }
+
+protected:
+    void count(const Outcome &outcome) { ++mCounts[int(outcome.result)]; }
+    [[nodiscard]] int number(Result result) const { return mCounts[int(result)]; }
+
+private:
+    int mCounts[3] = {};
+};
+
+/// A line for each demand. On a terminal also the demand that is looked at now, and colours.
+std::unique_ptr<Report> makeTextReport();
+/// One JSON object at the end.
+std::unique_ptr<Report> makeJsonReport();
+
+} // namespace agent_check

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QCoreApplication>
+
+namespace agent_check {
+
+/// The context of this program's texts.
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ks7_agent_check)
+};
+
+} // namespace agent_check

@@ -1,0 +1,52 @@
+#include "agent/WireTypes.h"
+#include "agent_check/Check.h"
+#include "agent_check/Words.h"
+#include "platform/QtCompat.h"
+#include "platform/bus/BusHandshake.h"
+
+#include <QLocale>
+#include <QTranslator>
+
+using namespace agent_check;
+
+namespace {
+
+const QString ConnectionName = QStringLiteral("ks7-agent-check");
+
+/// Texts in the language of the session; machines read English.
+void install(QTranslator &translator, const QString &name, const QString &folder)
+{
+    if (translator.load(QLocale(), name, QStringLiteral("_"), folder))
+        QCoreApplication::installTranslator(&translator);
+}
+
+/// A bus that is silent would block Qt for ever.
+bool answersOnSessionBus()
+{
+    return platform::BusHandshake(QDBusConnection::SessionBus).wait()
+        == platform::BusHandshake::Outcome::Answered;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("ks7-agent-check"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(KS7_VERSION));
+    QTranslator toolkit;
+    QTranslator own;
+    if (!Options::wantsJson(QCoreApplication::arguments())) {
+        install(toolkit, QStringLiteral("qtbase"), platform::qtTranslationsPath());
+        install(own, QStringLiteral("ks7"), QStringLiteral(":/agent_check"));
+    }
+    const Options options = Options::parse(QCoreApplication::arguments());
+    if (!answersOnSessionBus())
+        return refuse(Words::tr("there is no session bus"));
+    const auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, ConnectionName);
+    if (!bus.isConnected())
+        return refuse(Words::tr("there is no session bus"));
+    registerWireTypes();
+    endOnSignals();
+    return Check(options, bus).run();
+}
