@@ -2,9 +2,50 @@
 
 #include <QIcon>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QStyle>
 #include <QToolButton>
+
+namespace {
+
+/// Scrolls its content where the screen is too small for it. On other screens the window gets no smaller.
+class PaneArea final : public QScrollArea {
+public:
+    explicit PaneArea(QWidget *content)
+    {
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setWidget(content);
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override
+    {
+        constexpr QSize FrameAndBar{40, 100};
+        return widget()->minimumSizeHint().boundedTo(screen()->availableSize() - FrameAndBar);
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::LayoutRequest) {
+            updateGeometry();
+            fitContent();
+        }
+        return QScrollArea::eventFilter(watched, event);
+    }
+    void resizeEvent(QResizeEvent *event) override
+    {
+        QScrollArea::resizeEvent(event);
+        fitContent();
+    }
+
+private:
+    // setWidgetResizable() would scroll content that is lower than it would like to be.
+    void fitContent() { widget()->resize(maximumViewportSize().expandedTo(widget()->minimumSizeHint())); }
+};
+
+} // namespace
 
 HostWindow::HostWindow(platform::PreferencePane *pane)
     : mShowAll(new QPushButton(tr("Show &All"), this))
@@ -21,7 +62,7 @@ HostWindow::HostWindow(platform::PreferencePane *pane)
     layout->addLayout(makeBar());
     layout->addWidget(mPages, 1);
     buildOverview();
-    mPages->addWidget(mPanePage);
+    mPages->addWidget(new PaneArea(mPanePage));
     mPages->addWidget(mOverview);
     showPane();
 }
@@ -57,7 +98,7 @@ void HostWindow::showPane()
 {
     setWindowTitle(tr("KS-7"));
     mShowAll->setEnabled(true);
-    mPages->setCurrentWidget(mPanePage);
+    mPages->setCurrentIndex(0);
 }
 
 void HostWindow::showOverview()

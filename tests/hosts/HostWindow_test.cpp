@@ -4,6 +4,9 @@
 #include "tests/support/Timeout.h"
 
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <QToolButton>
 
@@ -20,6 +23,7 @@ private Q_SLOTS:
     void thePaneFindsItsWayToTheOverview();
     void closingTheWindowHidesThePane();
     void isNoNarrowerThanWhatItShows();
+    void scrollsWhatIsLargerThanTheScreen();
 
 private:
     [[nodiscard]] QAbstractButton *button(const char *name) const
@@ -98,6 +102,17 @@ void HostWindowTest::isNoNarrowerThanWhatItShows()
     mWindow->resize(10, 10);
     QVERIFY(mWindow->width() >= 700);
     QVERIFY(mWindow->height() >= 300);
+}
+
+void HostWindowTest::scrollsWhatIsLargerThanTheScreen()
+{
+    mPane->view.setMinimumSize(3000, 3000);
+    auto *area = mWindow->findChild<QScrollArea *>();
+    QTRY_VERIFY_WITH_TIMEOUT(area->verticalScrollBar()->maximum() > 0, Timeout);
+    QVERIFY(area->horizontalScrollBar()->maximum() > 0);
+    const QSize screen = mWindow->screen()->availableSize();
+    QVERIFY(mWindow->minimumSizeHint().width() <= screen.width());
+    QVERIFY(mWindow->minimumSizeHint().height() <= screen.height());
 }
 
 QTEST_MAIN(HostWindowTest)
