@@ -46,9 +46,10 @@ void AlertQueue::begin(const AlertSheet &alert, QWidget *window, SheetDidEnd did
         qCWarning(PLATFORM_LOG, "too many alerts are open: \"%s\" is left out", qUtf8Printable(alert.title));
         return;
     }
-    mAlerts.push_back({alert, {nullptr, window, nullptr, nullptr}, {std::move(didEnd)}});
-    if (window && window->isVisible())
-        present(mAlerts.back(), window);
+    const bool isShown = window && window->isVisible();
+    mAlerts.push_back({alert, {nullptr, window, nullptr, isShown ? window : nullptr}, {std::move(didEnd)}});
+    if (isShown)
+        presentNext(window);
     else
         watchForWindows();
 }
@@ -74,9 +75,21 @@ bool AlertQueue::eventFilter(QObject *watched, QEvent *event)
 AlertQueue::Begun *AlertQueue::find(const AlertSheet &alert, const QWidget *window)
 {
     const auto found = std::find_if(mAlerts.begin(), mAlerts.end(), [&](const Begun &begun) {
-        return sameWords(begun.words, alert) && begun.place.window == window;
+        // An alert from before the first window will hang on the window that comes.
+        return sameWords(begun.words, alert) && (!begun.place.window || begun.place.window == window);
     });
     return found == mAlerts.end() ? nullptr : &*found;
+}
+
+void AlertQueue::presentNext(QWidget *window)
+{
+    // Two boxes would block each other, and the one on top might be the blocked one.
+    if (!window || newestOver(window))
+        return;
+    const auto next = std::find_if(mAlerts.begin(), mAlerts.end(),
+                                   [window](const Begun &begun) { return begun.place.window == window; });
+    if (next != mAlerts.end())
+        present(*next, window);
 }
 
 void AlertQueue::present(Begun &alert, QWidget *window)
@@ -86,6 +99,7 @@ void AlertQueue::present(Begun &alert, QWidget *window)
     QObject::connect(window, &QObject::destroyed, this, &AlertQueue::forgetWindow, Qt::UniqueConnection);
     QObject::connect(box, &QDialog::finished, this, [this, box] { finish(box); });
     box->show();
+    Q_EMIT presented(window);
 }
 
 void AlertQueue::presentWaiting()
@@ -93,11 +107,11 @@ void AlertQueue::presentWaiting()
     auto *window = applicationMainWindow();
     if (!window)
         return;
-    // Showing a box runs foreign code, which may begin further alerts.
-    for (std::size_t i = 0; i < mAlerts.size(); ++i) {
-        if (!mAlerts[i].place.dialog)
-            present(mAlerts[i], window);
+    for (auto &alert : mAlerts) {
+        if (!alert.place.dialog && (!alert.place.window || !alert.place.window->isVisible()))
+            alert.place = {nullptr, window, nullptr, window};
     }
+    presentNext(window);
     qApp->removeEventFilter(this);
     mWatching = false;
 }
@@ -114,6 +128,7 @@ void AlertQueue::finish(const QDialog *box)
         if (didEnd)
             didEnd(done.place.dialog, 0, nullptr);
     }
+    presentNext(done.place.window);
     Q_EMIT ended(done.place);
     if (done.place.dialog)
         done.place.dialog->deleteLater();

@@ -9,8 +9,8 @@
 
 namespace platform {
 
-/// The alerts that are on screen or wait for a window. An alert without a visible window waits for the next
-/// main window that is shown; the application's events are filtered only while one waits.
+/// The alerts that are on screen or wait. A window shows one alert at a time. An alert without a visible window
+/// waits for the next main window that is shown; the application's events are filtered only while one waits.
 class AlertQueue final : public QObject {
     Q_OBJECT
 public:
@@ -18,11 +18,13 @@ public:
     ~AlertQueue() override;
 
     void begin(const AlertSheet &alert, QWidget *window, SheetDidEnd didEnd);
-    /// The newest alert on screen over the window, or null.
+    /// The alert on screen over the window, or null.
     [[nodiscard]] QDialog *newestOver(const QWidget *window) const;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
+    /// An alert has come up over the window.
+    void presented(QWidget *window);
     /// An alert has ended and its end handlers have run.
     void ended(const platform::DialogPlace &place);
 
@@ -35,6 +37,7 @@ private:
     };
 
     Begun *find(const AlertSheet &alert, const QWidget *window);
+    void presentNext(QWidget *window);
     void present(Begun &alert, QWidget *window);
     void presentWaiting();
     void finish(const QDialog *box);

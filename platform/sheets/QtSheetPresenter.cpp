@@ -10,6 +10,7 @@ namespace platform {
 QtSheetPresenter::QtSheetPresenter()
 {
     QObject::connect(&mAlerts, &AlertQueue::ended, this, &QtSheetPresenter::passFocusOn);
+    QObject::connect(&mAlerts, &AlertQueue::presented, this, &QtSheetPresenter::watchActivation);
 }
 
 QWidget *QtSheetPresenter::applicationMainWindow()
@@ -30,6 +31,7 @@ void QtSheetPresenter::beginSheet(Sheet *sheet, QWidget *modalForWindow, SheetDi
     if (modalForWindow) {
         QObject::connect(modalForWindow, &QObject::destroyed, this, &QtSheetPresenter::forgetWindow,
                          Qt::UniqueConnection);
+        watchActivation(modalForWindow);
     }
     QObject::connect(sheet, &QObject::destroyed, this, [this] {
         std::erase_if(mSheets, [](const BegunSheet &candidate) { return candidate.place.dialog.isNull(); });
@@ -65,17 +67,35 @@ QDialog *QtSheetPresenter::newestSheetOver(const QWidget *window) const
     return sheet == mSheets.rend() ? nullptr : sheet->place.dialog.data();
 }
 
+QDialog *QtSheetPresenter::newestOver(const QWidget *window) const
+{
+    auto *alert = mAlerts.newestOver(window);
+    return alert ? alert : newestSheetOver(window);
+}
+
 void QtSheetPresenter::passFocusOn(const DialogPlace &place)
 {
     if (!place.window || !place.window->isVisible())
         return;
-    auto *other = mAlerts.newestOver(place.window);
-    if (!other)
-        other = newestSheetOver(place.window);
-    if (other)
+    if (auto *other = newestOver(place.window))
         other->activateWindow();
     else
         restoreFocus(place);
+}
+
+void QtSheetPresenter::watchActivation(QWidget *window)
+{
+    window->installEventFilter(this);
+}
+
+bool QtSheetPresenter::eventFilter(QObject *watched, QEvent *event)
+{
+    // Window managers activate a new window late, after its dialog has come up. A blocked window drops all keys.
+    if (event->type() == QEvent::WindowActivate && watched->isWidgetType()) {
+        if (auto *dialog = newestOver(static_cast<QWidget *>(watched)))
+            QMetaObject::invokeMethod(dialog, &QWidget::activateWindow, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void QtSheetPresenter::forgetWindow(const QObject *window)

@@ -21,6 +21,7 @@ public:
     void beginAlertSheet(const AlertSheet &alert, QWidget *window, SheetDidEnd didEnd) override;
     void beginSheet(Sheet *sheet, QWidget *modalForWindow, SheetDidEnd didEnd) override;
     void endSheet(Sheet *sheet) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     struct BegunSheet {
@@ -31,6 +32,9 @@ private:
 
     BegunSheets::iterator find(const Sheet *sheet);
     [[nodiscard]] QDialog *newestSheetOver(const QWidget *window) const;
+    [[nodiscard]] QDialog *newestOver(const QWidget *window) const;
+    /// Activates the newest dialog over the window whenever the window itself becomes active.
+    void watchActivation(QWidget *window);
     void passFocusOn(const DialogPlace &place);
     void forgetWindow(const QObject *window);
 

@@ -22,10 +22,10 @@ class KcmshellTest(unittest.TestCase):
     def tearDown(self):
         self.agent.quit_if_up()
 
-    def open_module(self):
+    def open_module(self, agent=BUILD / "bin" / "ks7-agent-simulator"):
         return accessible.launch([KCMSHELL, "kcm_ks7"], env={
             "QT_PLUGIN_PATH": str(BUILD / "plugins"),
-            "KS7_AGENT": str(BUILD / "bin" / "ks7-agent-simulator"),
+            "KS7_AGENT": str(agent),
             **accessible.foreign_program_environment()})
 
     def rows(self, module):
@@ -67,6 +67,14 @@ class KcmshellTest(unittest.TestCase):
             self.agent.die()
             accessible.wait_until(lambda: not self.rows(module), "an empty list", details=module.dump)
             module.wait_state("Remove Camera", "enabled", False)
+
+    def test_without_an_agent_a_key_ends_the_alert(self):
+        with self.open_module(agent="/nonexistent") as module:
+            module.wait_active("Installation Error")
+            accessible.key("Return")
+            module.wait_gone("Installation Error", role="alert")
+            module.wait_active("KS-7")
+            self.assertIsNone(module.find(role="alert"))
 
     def test_the_window_closes_and_the_program_ends_well(self):
         with self.open_module() as module:

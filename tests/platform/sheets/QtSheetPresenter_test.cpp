@@ -226,15 +226,21 @@ private Q_SLOTS:
         QVERIFY2(theAlert(), "said again, it is shown again");
     }
 
-    void differentWordsAreShownSideBySide()
+    void differentWordsAreShownOneAfterTheOther()
     {
         mWindow->appear();
         beginAlert(Failure, mWindow.get());
         beginAlert(OtherFailure, mWindow.get());
-        QCOMPARE(alertsOnScreen().size(), 2);
-        QTest::keyClick(alertsOnScreen().constFirst(), Qt::Key_Escape);
+        QVERIFY(theAlert());
+        QCOMPARE(theAlert()->informativeText(), Failure.message);
+        QTest::keyClick(theAlert(), Qt::Key_Escape);
         QCOMPARE(mEnded, 1);
         QVERIFY(theAlert());
+        QCOMPARE(theAlert()->informativeText(), OtherFailure.message);
+        waitForTheAlertToHaveTheFocus();
+        QTest::keyClick(theAlert(), Qt::Key_Escape);
+        QCOMPARE(mEnded, 2);
+        QTRY_VERIFY_WITH_TIMEOUT(mWindow->field.hasFocus(), Timeout);
     }
 
     void theNumberOfAlertsIsBounded()
@@ -245,13 +251,48 @@ private Q_SLOTS:
             beginAlert({Failure.title, Failure.defaultButton, QString::number(number)}, mWindow.get());
             beginAlert(Failure, mWindow.get());
         }
-        const auto shown = alertsOnScreen().size();
+        int shown = 0;
+        for (; theAlert(); ++shown)
+            QTest::keyClick(theAlert(), Qt::Key_Escape);
         QVERIFY2(shown >= 10 && shown <= 50, qPrintable(QString::number(shown)));
-        while (!alertsOnScreen().isEmpty())
-            QTest::keyClick(alertsOnScreen().constLast(), Qt::Key_Escape);
         QVERIFY2(mEnded >= shown && mEnded <= 100, qPrintable(QString::number(mEnded)));
         beginAlert(OtherFailure, mWindow.get());
         QVERIFY2(theAlert(), "an alert that was read makes room for the next");
+    }
+
+    void theSameWordsBeforeAndAfterTheFirstWindowAreShownOnce()
+    {
+        beginAlert(Failure, nullptr);
+        mWindow->appear();
+        beginAlert(Failure, mWindow.get());
+        QTRY_VERIFY_WITH_TIMEOUT(theAlert(), Timeout);
+        turnTheLoop();
+        QVERIFY(theAlert());
+        QTest::keyClick(theAlert(), Qt::Key_Escape);
+        QCOMPARE(mEnded, 2);
+        QCOMPARE(alertsOnScreen().size(), 0);
+    }
+
+    void aWindowThatIsActivatedLateGivesTheKeyboardToItsAlert()
+    {
+        mWindow->appear();
+        beginAlert(Failure, mWindow.get());
+        waitForTheAlertToHaveTheFocus();
+        mWindow->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(mWindow.get(), Timeout));
+        waitForTheAlertToHaveTheFocus();
+    }
+
+    void aWindowThatGoesTakesTheAlertsInItsQueueAlong()
+    {
+        mWindow->appear();
+        beginAlert(Failure, mWindow.get());
+        beginAlert(OtherFailure, mWindow.get());
+        mWindow = std::make_unique<HostWindow>();
+        mWindow->appear();
+        turnTheLoop();
+        QCOMPARE(alertsOnScreen().size(), 0);
+        QCOMPARE(mEnded, 0);
     }
 
     void anAlertWithoutAWindowWaitsForOne()
