@@ -27,6 +27,7 @@ void QtSheetPresenter::beginSheet(Sheet *sheet, QWidget *modalForWindow, SheetDi
 {
     if (!sheet || find(sheet) != mSheets.end())
         return;
+    sheet->fitInto(modalForWindow);
     mSheets.push_back({placeDialog(sheet, modalForWindow), std::move(didEnd)});
     if (modalForWindow) {
         QObject::connect(modalForWindow, &QObject::destroyed, this, &QtSheetPresenter::forgetWindow,
@@ -90,7 +91,8 @@ void QtSheetPresenter::watchActivation(QWidget *window)
 
 bool QtSheetPresenter::eventFilter(QObject *watched, QEvent *event)
 {
-    // Window managers activate a new window late, after its dialog has come up. A blocked window drops all keys.
+    // Window managers activate a new window late, after its dialog has come up. A blocked window drops all
+    // keys.
     if (event->type() == QEvent::WindowActivate && watched->isWidgetType()) {
         if (auto *dialog = newestOver(static_cast<QWidget *>(watched)))
             QMetaObject::invokeMethod(dialog, &QWidget::activateWindow, Qt::QueuedConnection);

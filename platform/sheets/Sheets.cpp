@@ -4,6 +4,9 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace platform {
 
@@ -11,6 +14,20 @@ Sheet::Sheet(QWidget *parent)
     : QDialog(parent, sheetWindowFlags())
 {
     setWindowModality(Qt::WindowModal);
+}
+
+void Sheet::setWantedWidth(int width)
+{
+    mWantedWidth = width;
+    setFixedWidth(width);
+}
+
+void Sheet::fitInto(const QWidget *window)
+{
+    if (mWantedWidth == 0 || !window)
+        return;
+    const int room = std::min(window->width(), window->screen()->availableSize().width());
+    setFixedWidth(std::min(mWantedWidth, room));
 }
 
 void Sheet::setCancelAction(std::function<void()> action)

@@ -31,6 +31,10 @@ class Sheet : public QDialog {
 public:
     explicit Sheet(QWidget *parent = nullptr);
 
+    /// The sheet's width in pixels, where window and screen are as wide.
+    void setWantedWidth(int width);
+    /// Settles the width before the sheet is shown over `window`, which may be null.
+    void fitInto(const QWidget *window);
     void setCancelAction(std::function<void()> action);
     void reject() override;
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -48,6 +52,7 @@ protected:
 private:
     [[nodiscard]] bool isClosedByHost() const;
 
+    int mWantedWidth = 0;
     std::function<void()> mCancelAction;
     /// Not null while a QEvent::Quit is being delivered.
     QPointer<QObject> mQuitInDelivery;

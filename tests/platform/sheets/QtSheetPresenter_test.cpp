@@ -397,6 +397,23 @@ private Q_SLOTS:
         QVERIFY(!sheet.isVisible());
     }
 
+    void aSheetIsNoWiderThanItsWindow()
+    {
+        mWindow->appear();
+        Sheet sheet;
+        QVBoxLayout layout(&sheet);
+        QLabel label(QStringLiteral("Some words that are wrapped where the sheet is narrow. ").repeated(3));
+        label.setWordWrap(true);
+        layout.addWidget(&label);
+        sheet.setWantedWidth(500);
+        for (const int width : {300, 600}) {
+            mWindow->resize(width, 400);
+            mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+            QCOMPARE(sheet.width(), std::min(width, 500));
+            mPresenter->endSheet(&sheet);
+        }
+    }
+
     void aSheetIsBegunOnce()
     {
         mWindow->appear();
