@@ -8,7 +8,13 @@
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QObject>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QStringList>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace platform {
 namespace {
@@ -28,6 +34,26 @@ QDBusMessage showItems(const QString &path)
     const QUrl url = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
     message << QStringList{url.toString(QUrl::FullyEncoded)} << QString();
     return message;
+}
+
+/// Programs that show Bluetooth settings, that of the running desktop first.
+std::vector<QStringList> bluetoothSettings()
+{
+    std::vector<QStringList> commands{
+        {QStringLiteral("systemsettings"), QStringLiteral("kcm_bluetooth")},
+        {QStringLiteral("systemsettings5"), QStringLiteral("kcm_bluetooth")},
+        {QStringLiteral("gnome-control-center"), QStringLiteral("bluetooth")},
+        {QStringLiteral("blueman-manager")},
+    };
+    if (qgetenv("XDG_CURRENT_DESKTOP").contains("GNOME"))
+        std::swap(commands[0], commands[2]);
+    return commands;
+}
+
+bool start(const QStringList &command)
+{
+    const QString program = QStandardPaths::findExecutable(command.first());
+    return !program.isEmpty() && QProcess::startDetached(program, command.mid(1));
 }
 
 class DesktopWorkspace final : public Workspace {
@@ -59,6 +85,12 @@ public:
             watcher->deleteLater();
         });
         return true;
+    }
+
+    bool openBluetoothSettings() override
+    {
+        const auto commands = bluetoothSettings();
+        return std::any_of(commands.begin(), commands.end(), start);
     }
 
 private:

@@ -24,6 +24,8 @@ public:
     virtual bool openFile(const QString &path) = 0;
     /// Shows the file, selected, in the file manager.
     virtual bool selectFile(const QString &path) = 0;
+    /// Opens the page of the desktop's own settings where Bluetooth is turned on.
+    virtual bool openBluetoothSettings() = 0;
 };
 
 /// The user's default programs. Starts them and does not wait for them. `bus` is the session bus, opened by

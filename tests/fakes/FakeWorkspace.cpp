@@ -17,3 +17,9 @@ bool FakeWorkspace::selectFile(const QString &path)
     opened.append(QStringLiteral("select ") + path);
     return true;
 }
+
+bool FakeWorkspace::openBluetoothSettings()
+{
+    opened.append(QStringLiteral("bluetooth settings"));
+    return true;
+}

@@ -5,11 +5,13 @@
 #include <QStringList>
 #include <QUrl>
 
-/// Opens nothing and records each request in `opened`: "url …", "file …" or "select …".
+/// Opens nothing and records each request in `opened`: "url …", "file …", "select …" or
+/// "bluetooth settings".
 class FakeWorkspace final : public platform::Workspace {
 public:
     bool openURL(const QUrl &url) override;
     bool openFile(const QString &path) override;
     bool selectFile(const QString &path) override;
+    bool openBluetoothSettings() override;
     QStringList opened;
 };

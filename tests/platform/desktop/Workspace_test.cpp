@@ -65,6 +65,7 @@ private Q_SLOTS:
     void whatIsNoAddressGoesNowhere();
     void aFileIsOpened();
     void aMissingFileIsNeitherOpenedNorShown();
+    void theDesktopsBluetoothSettingsAreOpened();
     void aFileIsShownInTheFileManager();
     void aRelativePathIsShownByItsWholeOne();
     void nobodyWaitsForTheFileManager();
@@ -226,6 +227,25 @@ void WorkspaceTest::aWorkspaceThatIsGoneOpensNothing()
     QVERIFY(mWorkspace->selectFile(mFolder->path()));
     QTRY_VERIFY_WITH_TIMEOUT(fileManager.shown.contains(urlOf(mFolder->path())), Timeout);
     QCOMPARE(mOpened, QStringList());
+}
+
+void WorkspaceTest::theDesktopsBluetoothSettingsAreOpened()
+{
+    const QTemporaryDir programs;
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", programs.path().toLocal8Bit());
+    QVERIFY2(!platform::makeWorkspace()->openBluetoothSettings(), "no such program");
+    QFile program(programs.filePath(QStringLiteral("systemsettings")));
+    QVERIFY(program.open(QIODevice::WriteOnly));
+    program.write("#!/bin/sh\necho \"$@\" > \"$0.arguments\"\n");
+    program.close();
+    QVERIFY(program.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    const bool isOpened = platform::makeWorkspace()->openBluetoothSettings();
+    qputenv("PATH", path);
+    QVERIFY(isOpened);
+    QFile arguments(program.fileName() + QStringLiteral(".arguments"));
+    QTRY_COMPARE_WITH_TIMEOUT((arguments.close(), arguments.open(QIODevice::ReadOnly), arguments.readAll()),
+                              QByteArray("kcm_bluetooth\n"), Timeout);
 }
 
 QTEST_MAIN(WorkspaceTest)
