@@ -5,6 +5,7 @@
 #include "cameras/SanitizedLine.h"
 #include "platform/QtCompat.h"
 
+#include <QFontInfo>
 #include <QPainter>
 
 #include <algorithm>
@@ -16,11 +17,24 @@ constexpr int StatusFontSize = 10;
 constexpr QSize DotSize{8, 8};
 constexpr QColor DarkGray{85, 85, 85};
 
+/// Desktops deliver between 9 and 12 points; larger text is somebody's choice.
+constexpr double DefaultPoints = 12.0;
+
 QFont fontOfPixelSize(const QWidget *view, int size)
 {
     QFont font = view->font();
-    font.setPixelSize(size);
+    font.setPixelSize(qRound(size * textScale(view->font())));
     return font;
+}
+
+/// What the dot stands on in a highlighted row, whose colour may be the dot's.
+void drawRim(QPainter *painter, const QRect &dot)
+{
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(Qt::white);
+    constexpr double Roundness = 3.0;
+    painter->drawRoundedRect(QRectF(dot).adjusted(-1, -1, 1, 1), Roundness, Roundness);
 }
 
 } // namespace
@@ -34,13 +48,22 @@ struct CamCell::Dots {
 
 CamCell::Dots *CamCell::mDots = nullptr;
 
-CamCellLayout camCellLayout(const QRect &frame, const QSize &dotSize)
+double textScale(const QFont &font)
+{
+    // QFontInfo rounds to whole pixels, but it alone knows the points of a font that is set in pixels.
+    const double points = font.pointSizeF() > 0 ? font.pointSizeF() : QFontInfo(font).pointSizeF();
+    return std::max(1.0, points / DefaultPoints);
+}
+
+CamCellLayout camCellLayout(const QRect &frame, const QSize &dotSize, double scale)
 {
     const QPoint origin = frame.topLeft();
+    const QSize dot = dotSize * scale;
     CamCellLayout layout;
-    layout.name = QRect(origin + QPoint(3, 3), QSize(std::max(0, frame.width() - 10), 20));
-    layout.status = origin + QPoint(13, 19);
-    layout.dot = QRect(origin + QPoint(3, 30 - dotSize.height()), dotSize);
+    layout.name = QRect(origin + QPoint(3, 3) * scale,
+                        QSize(std::max(0, frame.width() - qRound(10 * scale)), qRound(20 * scale)));
+    layout.status = origin + QPoint(13, 19) * scale;
+    layout.dot = QRect(origin + QPoint(qRound(3 * scale), qRound(30 * scale) - dot.height()), dot);
     return layout;
 }
 
@@ -77,7 +100,7 @@ std::int32_t CamCell::status() const
 
 void CamCell::drawWithFrame(QPainter *painter, const QRect &frame, KS7AnimatingStatusTableView *inView) const
 {
-    const auto layout = camCellLayout(frame, DotSize);
+    const auto layout = camCellLayout(frame, DotSize, textScale(inView->font()));
     painter->save();
     drawName(painter, layout, inView);
     drawStatus(painter, layout, inView);
@@ -136,6 +159,8 @@ void CamCell::drawDot(QPainter *painter, const CamCellLayout &layout, KS7Animati
     // Request the image in device pixels, so that it is sharp at every scale.
     const qreal scale = painter->device()->devicePixelRatioF();
     const QPixmap image = platform::pixmapOf(dot(), layout.dot.size(), scale);
+    if (mHighlighted)
+        drawRim(painter, layout.dot);
     painter->setRenderHint(QPainter::SmoothPixmapTransform, image.size() != layout.dot.size() * scale);
     painter->drawPixmap(layout.dot, image);
 }

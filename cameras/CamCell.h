@@ -7,6 +7,7 @@
 
 #include <memory>
 
+class QFont;
 class QPainter;
 class QWidget;
 
@@ -24,7 +25,11 @@ struct CamCellLayout {
     QRect dot;
 };
 
-CamCellLayout camCellLayout(const QRect &frame, const QSize &dotSize);
+/// `scale` multiplies every length; 1 at the desktop's default text size.
+CamCellLayout camCellLayout(const QRect &frame, const QSize &dotSize, double scale = 1.0);
+
+/// How much larger than the default the desktop's text is; 1 or more.
+double textScale(const QFont &font);
 
 /// Draws one row of the camera table: name, status and a coloured dot. The table draws all its rows with one
 /// cell.

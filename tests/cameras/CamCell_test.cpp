@@ -194,6 +194,21 @@ private Q_SLOTS:
         QVERIFY(name.top() >= 13.0);
     }
 
+    void largerTextMakesEveryLengthLarger()
+    {
+        const auto layout = camCellLayout(QRect(20, 10, 200, 72), QSize(8, 8), 2.0);
+        QCOMPARE(layout.name, QRect(26, 16, 180, 40));
+        QCOMPARE(layout.status, QPoint(46, 48));
+        QCOMPARE(layout.dot, QRect(26, 54, 16, 16));
+        QFont font;
+        font.setPointSizeF(12.0);
+        QCOMPARE(textScale(font), 1.0);
+        font.setPointSizeF(8.0);
+        QCOMPARE(textScale(font), 1.0);
+        font.setPointSizeF(24.0);
+        QCOMPARE(textScale(font), 2.0);
+    }
+
     void theDotTellsTheStatus_data()
     {
         QTest::addColumn<int>("status");
@@ -306,6 +321,17 @@ private Q_SLOTS:
         const auto image = drawn();
         QVERIFY(isAbout(inkColorWithin(image, nameArea()), Qt::black));
         QVERIFY(isAbout(inkColorWithin(image, statusArea()), DarkGray));
+    }
+
+    void aHighlightedDotHasAWhiteRim()
+    {
+        mGround = QColor(46, 160, 67);
+        mCell.setHighlighted(true);
+        showCamera(QStringLiteral("Kitchen"), 4);
+        const auto image = drawn();
+        // Left of the dot and above it, in the rim.
+        QVERIFY(isAbout(at(image, Frame.topLeft() + QPoint(2, 26)), Qt::white));
+        QVERIFY(isAbout(at(image, Frame.topLeft() + QPoint(7, 21)), Qt::white));
     }
 
     void aHighlightedRowIsWhiteWhateverElseHolds()
