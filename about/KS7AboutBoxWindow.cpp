@@ -6,6 +6,9 @@
 #include "platform/desktop/Workspace.h"
 #include "ui_about.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QPushButton>
 #include <QUrl>
 
 namespace {
@@ -23,7 +26,26 @@ KS7AboutBoxWindow::KS7AboutBoxWindow(QWidget *parent)
     ui.setupUi(this);
     version = ui.version;
     website = ui.website;
+    mOkay = ui.aboutButtons->button(QDialogButtonBox::Ok);
+    mOkay->setObjectName(QStringLiteral("aboutOkayButton"));
+    mOkay->setText(tr("OK"));
+    mCopy = ui.aboutButtons->addButton(tr("&Copy Diagnosis"), QDialogButtonBox::ActionRole);
+    mCopy->setObjectName(QStringLiteral("aboutCopyButton"));
+    mCopy->setToolTip(tr("Copies what the pane finds on this machine, for a bug report"));
     mIcon = ui.icon;
+}
+
+void KS7AboutBoxWindow::setDiagnosis(std::function<QString()> report)
+{
+    connect(mCopy, &QPushButton::clicked, this,
+            [report = std::move(report)] { QGuiApplication::clipboard()->setText(report()); });
+}
+
+void KS7AboutBoxWindow::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    // Return would open the web browser from the link, which comes first.
+    mOkay->setFocus(Qt::OtherFocusReason);
 }
 
 void KS7AboutBoxWindow::awakeFromNib(const platform::Bundle &bundle,

@@ -2,6 +2,7 @@
 
 #include <QDialog>
 
+#include <functional>
 #include <memory>
 
 namespace platform {
@@ -11,6 +12,7 @@ class Workspace;
 
 class KSHandTextField;
 class QLabel;
+class QPushButton;
 
 /// The about box: version and web site of the product.
 class KS7AboutBoxWindow : public QDialog {
@@ -24,6 +26,14 @@ public:
     /// Fills version and web site; `workspace` is what a click on the site opens it with.
     void awakeFromNib(const platform::Bundle &bundle, std::shared_ptr<platform::Workspace> workspace);
 
+    /// What "Copy Diagnosis" puts on the clipboard.
+    void setDiagnosis(std::function<QString()> report);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
+    QPushButton *mOkay = nullptr;
+    QPushButton *mCopy = nullptr;
     QLabel *mIcon = nullptr;
 };

@@ -1,6 +1,8 @@
 #include "about/UpdateStrip.h"
 
-#include <QAccessible>
+#include "widgets/AdaptiveColumns.h"
+#include "widgets/Announcement.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
@@ -11,9 +13,9 @@ using platform::UpdateOffer;
 UpdateStrip::UpdateStrip(UpdateOffer &offer, QWidget *parent)
     : QFrame(parent)
     , mOffer(offer)
-    , mMessage(new QLabel(this))
-    , mProgress(new QProgressBar(this))
-    , mLayout(new QHBoxLayout(this))
+    , mRow(new AdaptiveColumns(this))
+    , mMessage(new QLabel(mRow))
+    , mProgress(new QProgressBar(mRow))
 {
     setObjectName(QStringLiteral("updateStrip"));
     setFrameShape(QFrame::StyledPanel);
@@ -23,11 +25,14 @@ UpdateStrip::UpdateStrip(UpdateOffer &offer, QWidget *parent)
     mMessage->setWordWrap(true);
     mProgress->setObjectName(QStringLiteral("updateProgress"));
     mProgress->setAccessibleName(tr("Update progress"));
-    mLayout->addWidget(mMessage, 1);
-    mLayout->addWidget(mProgress);
-    mInstall = addButton(QStringLiteral("updateInstall"), tr("Install"), &UpdateOffer::installChosen);
-    mLater = addButton(QStringLiteral("updateLater"), tr("Later"), &UpdateOffer::laterChosen);
-    mSkip = addButton(QStringLiteral("updateSkip"), tr("Skip This Version"), &UpdateOffer::skipChosen);
+    (new QVBoxLayout(this))->addWidget(mRow);
+    auto *row = new QHBoxLayout(mRow);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(mMessage, 1);
+    row->addWidget(mProgress);
+    mInstall = addButton(QStringLiteral("updateInstall"), tr("&Install"), &UpdateOffer::installChosen);
+    mLater = addButton(QStringLiteral("updateLater"), tr("&Later"), &UpdateOffer::laterChosen);
+    mSkip = addButton(QStringLiteral("updateSkip"), tr("S&kip This Version"), &UpdateOffer::skipChosen);
     mDismiss = addButton(QStringLiteral("updateDismiss"), tr("OK"), &UpdateOffer::laterChosen);
     connect(&offer, &UpdateOffer::changed, this, &UpdateStrip::follow);
     follow();
@@ -35,10 +40,10 @@ UpdateStrip::UpdateStrip(UpdateOffer &offer, QWidget *parent)
 
 QPushButton *UpdateStrip::addButton(const QString &name, const QString &text, void (UpdateOffer::*answer)())
 {
-    auto *button = new QPushButton(text, this);
+    auto *button = new QPushButton(text, mRow);
     button->setObjectName(name);
     button->setAutoDefault(false);
-    mLayout->addWidget(button);
+    mRow->layout()->addWidget(button);
     connect(button, &QPushButton::clicked, &mOffer, answer);
     return button;
 }
@@ -61,10 +66,8 @@ void UpdateStrip::say(Stage stage)
 {
     setAccessibleName(message());
     // Progress is not news: only a new stage is told to a screen reader.
-    if (stage != mShown && stage != Stage::None) {
-        QAccessibleEvent news(this, QAccessible::Alert);
-        QAccessible::updateAccessibility(&news);
-    }
+    if (stage != mShown)
+        announce(this, message());
     mShown = stage;
 }
 

@@ -4,7 +4,7 @@
 
 #include <QFrame>
 
-class QHBoxLayout;
+class AdaptiveColumns;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -27,9 +27,10 @@ private:
     [[nodiscard]] QString message() const;
 
     platform::UpdateOffer &mOffer;
+    /// Message and buttons beside each other, or under each other in a narrow window.
+    AdaptiveColumns *mRow;
     QLabel *mMessage;
     QProgressBar *mProgress;
-    QHBoxLayout *mLayout;
     QPushButton *mInstall;
     QPushButton *mLater;
     QPushButton *mSkip;

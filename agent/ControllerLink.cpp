@@ -127,6 +127,7 @@ void KS7SettingsWindowController::ks7FoundBluetooth(const Notification &)
         return;
     mBluetoothOff = false;
     cameraStatusChanged();
+    outlets.cameraListTable->takeFocusBack();
 }
 
 void KS7SettingsWindowController::displayAgentError()

@@ -253,11 +253,3 @@ void CameraTableAnnouncer::tellOfRow(int row, int accessibleEvent)
     event.setChild(row);
     QAccessible::updateAccessibility(&event);
 }
-
-void CameraTableAnnouncer::describeEmptiness()
-{
-    const QString description = mTable->numberOfRows() == 0 ? mTable->placeholderText() : QString();
-    // Setting an equal description would be announced as well.
-    if (description != mTable->accessibleDescription())
-        mTable->setAccessibleDescription(description);
-}

@@ -9,7 +9,7 @@ class KS7AnimatingStatusTableView;
 /// called repeatedly.
 void installCameraTableAccessibility();
 
-/// Tells assistive programs of the table's selected row and of its placeholder.
+/// Tells assistive programs of the table's selected row.
 class CameraTableAnnouncer : public QObject {
 public:
     explicit CameraTableAnnouncer(KS7AnimatingStatusTableView *table);
@@ -17,8 +17,6 @@ public:
     /// Announces on the next turn of the event loop how the selected row or its text has changed. A refresh
     /// that deselects the row and selects it again announces nothing.
     void selectionMayHaveChanged();
-    /// Describes an empty table by its placeholder.
-    void describeEmptiness();
 
 private:
     void announce();

@@ -1,6 +1,7 @@
 #include "cameras/CameraTableModel.h"
 
 #include "cameras/CameraTableSource.h"
+#include "cameras/CameraTitle.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "cameras/SanitizedLine.h"
 
@@ -63,8 +64,15 @@ QVariant CameraTableModel::data(const QModelIndex &index, int role) const
     if (role == Qt::AccessibleTextRole)
         return textOfRow(index.row());
     if (role == Qt::ToolTipRole)
-        return plainToolTip(textOfRow(index.row()));
+        return plainToolTip(toolTipOfRow(index.row()));
     return {};
+}
+
+QString CameraTableModel::toolTipOfRow(int row) const
+{
+    const auto camera = data(index(row, 0), RecordRole).value<std::shared_ptr<KS7Cam>>();
+    return camera ? tr("%1, %2", "camera name, status").arg(cameraTitle(*camera), camera->statusString())
+                  : textOfRow(row);
 }
 
 QString CameraTableModel::textOfRow(int row) const

@@ -29,6 +29,8 @@ public:
     [[nodiscard]] QString textOfRow(int row) const;
 
 private:
+    /// The row's text with the camera ID, which tells cameras of the same name apart.
+    [[nodiscard]] QString toolTipOfRow(int row) const;
     void setRowCount(int rows);
 
     KS7AnimatingStatusTableView *mTable;

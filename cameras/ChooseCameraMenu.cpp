@@ -1,7 +1,10 @@
 #include "cameras/ChooseCameraMenu.h"
 
+#include "cameras/CameraTitle.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "cameras/KS7Cam.h"
+
+#include <QActionGroup>
 
 namespace {
 
@@ -19,18 +22,43 @@ ChooseCameraMenu::ChooseCameraMenu(KS7AnimatingStatusTableView *table, QWidget *
     : QMenu(tr("Choose Camera"), parent)
     , mTable(table)
 {
+    // More cameras than fit on the screen are scrolled; without this the menu would grow by columns.
+    setStyleSheet(QStringLiteral("QMenu { menu-scrollable: 1; }"));
     connect(this, &QMenu::aboutToShow, this, &ChooseCameraMenu::rebuild);
+}
+
+QStringList ChooseCameraMenu::names() const
+{
+    QStringList names;
+    for (int row = 0; row < mTable->numberOfRows(); ++row) {
+        const auto camera = mTable->cameraInRow(row);
+        names.append(camera ? camera->friendlyName() : QString());
+    }
+    return names;
+}
+
+QString ChooseCameraMenu::textOfEntry(int row, const QStringList &names) const
+{
+    const auto camera = mTable->cameraInRow(row);
+    if (!camera || names.count(camera->friendlyName()) == 1)
+        return mTable->textOfRow(row);
+    return tr("%1, %2", "camera name and ID, status").arg(cameraTitle(*camera), camera->statusString());
 }
 
 void ChooseCameraMenu::rebuild()
 {
     clear();
+    const auto all = names();
+    delete mGroup;
+    mGroup = new QActionGroup(this);
     for (int row = 0; row < mTable->numberOfRows(); ++row) {
-        auto name = fontMetrics().elidedText(mTable->textOfRow(row), Qt::ElideMiddle,
+        auto name = fontMetrics().elidedText(textOfEntry(row, all), Qt::ElideMiddle,
                                              fontMetrics().averageCharWidth() * 60);
         // Escape ampersands, which would mark mnemonics.
         auto *entry = addAction(name.replace(QLatin1Char('&'), QStringLiteral("&&")));
         entry->setCheckable(true);
+        // One of many: an exclusive group gets radio marks.
+        mGroup->addAction(entry);
         entry->setChecked(row == mTable->selectedRow());
         entry->setEnabled(mTable->isEnabled());
         connect(entry, &QAction::triggered, this, [this, row, camera = mTable->cameraInRow(row)] {

@@ -42,16 +42,6 @@ std::optional<CameraRecord> recordOf(const std::shared_ptr<KS7Cam> &camera)
     return CameraRecord{camera->status(), camera->cameraIDString(), camera->friendlyName()};
 }
 
-/// Placeholder text of an empty list.
-QString emptyListText(bool isOn, bool isBluetoothOff)
-{
-    if (!isOn)
-        return KS7SettingsWindowController::tr("KS-7 is switched off.");
-    if (isBluetoothOff)
-        return KS7SettingsWindowController::tr("Bluetooth is off.");
-    return KS7SettingsWindowController::tr("No cameras found. Choose + to search.");
-}
-
 } // namespace
 
 // Qt never enables menu items by itself, so there is no automatic enabling to turn off.
@@ -66,12 +56,11 @@ void KS7SettingsWindowController::setupCameraStatus()
 void KS7SettingsWindowController::cameraStatusChanged()
 {
     OrvexLog(u"cameraStatusChanged");
-    const bool isOn = isKS7On();
-    const bool enabled = isOn && !mBluetoothOff;
+    mWasOn = isKS7On();
+    const bool enabled = mWasOn && !mBluetoothOff;
     auto *table = outlets.cameraListTable;
-    table->setEnabled(enabled);
+    table->setUsable(enabled);
     table->setAllowsEmptySelection(!enabled);
-    table->setPlaceholderText(emptyListText(isOn, mBluetoothOff));
     if (!enabled)
         table->deselectAll();
     copyCamerasLocal();
@@ -84,6 +73,7 @@ void KS7SettingsWindowController::cameraStatusChanged()
     if (!mStreaming)
         outlets.previewView->display();
     outlets.startButton->setEnabled(selected && mSharedDeviceController && enabled);
+    showWords();
 }
 
 void KS7SettingsWindowController::copyCamerasLocal()
@@ -199,12 +189,14 @@ void KS7SettingsWindowController::startedDiscovering(const Notification &)
 {
     outlets.searchingIndicator->startAnimation();
     outlets.discoveringMessage->show();
+    showWords();
 }
 
 void KS7SettingsWindowController::stoppedDiscovering(const Notification &)
 {
     outlets.searchingIndicator->stopAnimation();
     outlets.discoveringMessage->hide();
+    showWords();
 }
 
 void KS7SettingsWindowController::cameraListChanged(const Notification &)
@@ -215,6 +207,7 @@ void KS7SettingsWindowController::cameraListChanged(const Notification &)
 void KS7SettingsWindowController::cameraSelectionChanged(const Notification &)
 {
     pickPreferredCamera();
+    showWords();
 }
 
 void KS7SettingsWindowController::pairingInitiated(const Notification &)

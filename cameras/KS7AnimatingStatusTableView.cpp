@@ -14,6 +14,7 @@
 #include <QStyledItemDelegate>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -25,13 +26,30 @@ namespace {
 // Leaves room for the dot, whose lower edge is 30 pixels below the row's top.
 constexpr int RowHeight = 36;
 constexpr int PlaceholderMargin = 12;
+constexpr int FocusWidth = 2;
+
+constexpr double LeastContrast = 4.5;
+
+/// A channel's share of the light, as the accessibility guidelines for the web define it.
+double linear(double channel)
+{
+    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+double contrastToWhite(const QColor &color)
+{
+    const double luminance =
+        0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    return 1.05 / (luminance + 0.05);
+}
 
 /// The theme's highlight colour, darkened until white text is readable on it.
 QColor highlightUnderWhite()
 {
+    constexpr int SlightlyDarker = 104;
     QColor color = QApplication::palette().color(QPalette::Active, QPalette::Highlight);
-    while (qGray(color.rgb()) > 140)
-        color = color.darker(115);
+    while (contrastToWhite(color) < LeastContrast)
+        color = color.darker(SlightlyDarker);
     return color;
 }
 
@@ -64,7 +82,7 @@ public:
 
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const override
     {
-        return {option.rect.width(), RowHeight};
+        return {option.rect.width(), mTable->scaledRowHeight()};
     }
 
 private:
@@ -98,7 +116,7 @@ void KS7AnimatingStatusTableView::setUpLooks()
     horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(RowHeight);
+    verticalHeader()->setDefaultSectionSize(scaledRowHeight());
     setShowGrid(false);
     setWordWrap(false);
     setVerticalScrollMode(ScrollPerPixel);
@@ -129,7 +147,6 @@ void KS7AnimatingStatusTableView::reloadData()
     // When the selected row is removed, Qt makes its neighbour the current row.
     if (selectedRow() < 0)
         selectionModel()->clearCurrentIndex();
-    mAnnouncer->describeEmptiness();
     mAnnouncer->selectionMayHaveChanged();
 }
 
@@ -168,6 +185,21 @@ void KS7AnimatingStatusTableView::showEvent(QShowEvent *event)
     scrollTo(mModel->index(selectedRow(), 0));
 }
 
+void KS7AnimatingStatusTableView::setUsable(bool usable)
+{
+    const bool losesFocus = !usable && isEnabled() && window()->focusWidget() == this;
+    setEnabled(usable);
+    if (losesFocus)
+        mFocusHeir = window()->focusWidget();
+}
+
+void KS7AnimatingStatusTableView::takeFocusBack()
+{
+    if (mFocusHeir && mFocusHeir == window()->focusWidget())
+        setFocus(Qt::OtherFocusReason);
+    mFocusHeir = nullptr;
+}
+
 void KS7AnimatingStatusTableView::deselectAll()
 {
     if (mAllowsEmptySelection)
@@ -193,9 +225,7 @@ std::shared_ptr<KS7Cam> KS7AnimatingStatusTableView::cameraInRow(int row) const
 
 void KS7AnimatingStatusTableView::setPlaceholderText(const QString &text)
 {
-    mPlaceholderText = text;
-    mAnnouncer->describeEmptiness();
-    if (numberOfRows() == 0)
+    if (std::exchange(mPlaceholderText, text) != text && numberOfRows() == 0)
         viewport()->update();
 }
 
@@ -277,22 +307,42 @@ void KS7AnimatingStatusTableView::selectionChanged(const QItemSelection &selecte
 void KS7AnimatingStatusTableView::paintEvent(QPaintEvent *event)
 {
     QTableView::paintEvent(event);
+    QPainter painter(viewport());
+    if (hasFocus())
+        paintFocus(painter);
     if (numberOfRows() > 0)
         return;
-    QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
     const QRect room = viewport()->rect().adjusted(PlaceholderMargin, 0, -PlaceholderMargin, 0);
     painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap, mPlaceholderText);
 }
 
+void KS7AnimatingStatusTableView::paintFocus(QPainter &painter) const
+{
+    painter.setPen(QPen(highlightUnderWhite(), FocusWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
+}
+
+void KS7AnimatingStatusTableView::changeEvent(QEvent *event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        verticalHeader()->setDefaultSectionSize(scaledRowHeight());
+}
+
+int KS7AnimatingStatusTableView::scaledRowHeight() const
+{
+    return qRound(RowHeight * textScale(font()));
+}
+
 QSize KS7AnimatingStatusTableView::sizeHint() const
 {
-    return {240, 5 * RowHeight};
+    return {240, 5 * scaledRowHeight()};
 }
 
 QSize KS7AnimatingStatusTableView::minimumSizeHint() const
 {
-    return {160, 2 * RowHeight + 2 * frameWidth()};
+    return {160, 2 * scaledRowHeight() + 2 * frameWidth()};
 }
 
 // Animation ---------------------------------------------------------------------------------------------

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QTableView>
 
 #include <cstdint>
@@ -48,6 +49,10 @@ public:
     [[nodiscard]] int numberOfRows() const;
     /// Selects this row only. A row that does not exist leaves the selection unchanged.
     void selectRow(int row);
+    /// Enables or disables the table; a disabled table cannot keep the focus.
+    void setUsable(bool usable);
+    /// Takes back the focus that was lost when the table was disabled, unless it has moved on since.
+    void takeFocusBack();
     /// Does nothing while the table does not allow an empty selection.
     void deselectAll();
     /// Clicks never deselect, with whatever modifier, so only deselectAll() obeys this.
@@ -77,6 +82,8 @@ public:
     [[nodiscard]] bool isAnimatingStatus() const { return mAnimationTimer != nullptr; }
     void cycle(platform::Timer *timer);
 
+    /// In pixels; grows with the desktop's text size.
+    [[nodiscard]] int scaledRowHeight() const;
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -87,6 +94,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
@@ -95,6 +103,7 @@ protected:
 
 private:
     void setUpLooks();
+    void paintFocus(QPainter &painter) const;
     void sendAction(int row, const Action &action);
     [[nodiscard]] int rowOfClick(const QMouseEvent *event) const;
 
@@ -108,6 +117,8 @@ private:
     bool mAllowsEmptySelection = true;
     int mClickedRow = -1;
     int mPressedRow = -1;
+    /// The widget that got the focus of the table when that was disabled.
+    QPointer<QWidget> mFocusHeir;
     QString mPlaceholderText;
     Action mAction;
     Action mDoubleAction;

@@ -1,9 +1,11 @@
 #include "agent/NotificationNames.h"
+#include "cameras/CameraTitle.h"
 #include "logging/KS7OrvexLogger.h"
 #include "pane/KS7SettingsWindowController.h"
 #include "platform/base/RunLoop.h"
 #include "platform/base/ToInt32.h"
 #include "platform/sheets/Sheets.h"
+#include "widgets/Announcement.h"
 #include "widgets/Indicators.h"
 
 #include <QLabel>
@@ -23,6 +25,11 @@ void setTexts(const Outlets &outlets, const QString &headline, const QString &se
 {
     outlets.firmwareMainText->setText(headline);
     outlets.firmwareStatusText->setText(secondLine);
+    // The keyboard may rest on the bar or on Continue; both carry what is said.
+    const QString both = headline + QLatin1Char(' ') + secondLine;
+    describe(outlets.firmwareCheckingIndicator, both);
+    describe(outlets.firmwareContinueButton, both);
+    announce(outlets.firmwareMainText, both);
 }
 
 } // namespace
@@ -30,6 +37,8 @@ void setTexts(const Outlets &outlets, const QString &headline, const QString &se
 void KS7SettingsWindowController::installFirmware(QObject *)
 {
     ++mFirmwareOpening;
+    if (const auto camera = selectedCam())
+        outlets.firmwareCamera->setText(cameraTitle(*camera));
     setFirmwareStep(Offered);
     setTexts(outlets, tr("Update Firmware puts the latest firmware version on your KS-7."),
              tr("Click Continue to proceed."));
@@ -66,6 +75,8 @@ void KS7SettingsWindowController::startFirmwareUpdate()
     outlets.firmwareCheckingIndicator->startAnimation();
     setTexts(outlets, tr("Now updating firmware."), tr("Do not disconnect the camera."));
     outlets.firmwareCancelButton->hide();
+    // A disabled button cannot keep the keyboard; Qt would give it to nothing in particular.
+    outlets.firmwareCheckingIndicator->setFocus(Qt::OtherFocusReason);
     outlets.firmwareContinueButton->setEnabled(false);
     const int error = mSharedUSBController->startUpdate();
     if (error != 0) {

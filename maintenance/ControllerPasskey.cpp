@@ -1,4 +1,5 @@
 #include "agent/NotificationNames.h"
+#include "cameras/CameraTitle.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "cameras/KS7Cam.h"
 #include "logging/KS7OrvexLogger.h"
@@ -6,8 +7,10 @@
 #include "platform/base/RunLoop.h"
 #include "platform/base/ToInt32.h"
 #include "platform/sheets/Sheets.h"
+#include "widgets/Announcement.h"
 
 #include <QAction>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -32,6 +35,18 @@ bool isPasskey(const QString &text)
         && std::all_of(characters.begin(), characters.end(), [](uint character) {
                return QChar::category(character) == QChar::Number_DecimalDigit;
            });
+}
+
+/// Shows in bold, and has a screen reader say once, the rule that a text breaks.
+void emphasise(QLabel *rule, bool isBroken)
+{
+    QFont font = rule->font();
+    if (font.bold() == isBroken)
+        return;
+    font.setBold(isBroken);
+    rule->setFont(font);
+    if (isBroken)
+        announce(rule, rule->text());
 }
 
 void enableItemWithTag(const QToolButton *pulldownMenu, PulldownMenuTag tag, bool enabled)
@@ -73,12 +88,16 @@ void KS7SettingsWindowController::actuallyChangePIN()
     outlets.pinOkayButton->setEnabled(false);
     // clear() would let Ctrl+Z bring the last passkey back; setText() empties the undo history.
     outlets.newPINText->setText(QString());
+    if (const auto camera = selectedCam())
+        outlets.pinCamera->setText(cameraTitle(*camera));
     beginSheet(outlets.pinSheet);
 }
 
 void KS7SettingsWindowController::controlTextDidChange(const Notification &)
 {
-    outlets.pinOkayButton->setEnabled(isPasskey(outlets.newPINText->text()));
+    const QString text = outlets.newPINText->text();
+    outlets.pinOkayButton->setEnabled(isPasskey(text));
+    emphasise(outlets.pinRule, !text.isEmpty() && !isPasskey(text));
 }
 
 void KS7SettingsWindowController::pinOkay(QObject *)

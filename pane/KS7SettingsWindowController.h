@@ -172,6 +172,8 @@ public:
     [[nodiscard]] bool hasLevelsTimer() const { return mLevelsTimer != nullptr; }
 
 private:
+    /// Puts the state into words wherever the main view has a place for them.
+    void showWords();
     using Handler = void (KS7SettingsWindowController::*)(const Notification &);
     void observe(platform::NotificationCenter &center, const QString &name, Handler handler);
     void registerDistributedObservers();
@@ -203,6 +205,8 @@ private:
     std::uint32_t mFirmwareOpening = 0;
     bool mSwitchedOut = false;
     bool mBluetoothOff = false;
+    /// The service was on at the last refresh.
+    bool mWasOn = true;
 
     platform::Services mServices;
     std::shared_ptr<AgentProxyFactory> mProtocols;

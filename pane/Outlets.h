@@ -3,6 +3,7 @@
 class KS7AnimatingStatusTableView;
 class KS7PreviewController;
 class LinkLabel;
+class PaneWords;
 class QCheckBox;
 class QComboBox;
 class QLabel;
@@ -58,6 +59,10 @@ struct Outlets {
     LinkLabel *copyright = nullptr;
     QComboBox *optimizeForPopUp = nullptr;
     QLabel *optimizeForPopUpLabel = nullptr;
+    QLabel *pinCamera = nullptr;
+    QLabel *pinRule = nullptr;
+    QLabel *firmwareCamera = nullptr;
+    PaneWords *words = nullptr;
 };
 
 /// The tags of the two items of the camera actions that need a camera at the cable.

@@ -5,9 +5,12 @@
 #include "agent/AgentProxyFactory.h"
 #include "cameras/ChooseCameraMenu.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
+#include "pane/Diagnosis.h"
 #include "pane/KS7SettingsWindowController.h"
 #include "pane/PaneTranslator.h"
+#include "pane/PaneWords.h"
 #include "platform/desktop/Bundle.h"
+#include "platform/desktop/Workspace.h"
 #include "platform/sheets/Sheets.h"
 #include "preview/KS7PreviewController.h"
 #include "preview/KS7QTCaptureView.h"
@@ -16,7 +19,9 @@
 #include "ui_passkey.h"
 #include "ui_properties.h"
 #include "widgets/Indicators.h"
+#include "widgets/NoticeStrip.h"
 
+#include <QDialogButtonBox>
 #include <QEvent>
 #include <QIcon>
 #include <QLayout>
@@ -67,10 +72,34 @@ void keepPlaceWhenHidden(QWidget *widget)
     widget->setSizePolicy(policy);
 }
 
-/// Wide enough for the longest of the sheet's texts, so that none of them changes its size.
-void setWidthInCharacters(QWidget *sheet, int characters)
+/// Keeps a hidden button's room in its box. Since Qt 6.6 a button box takes buttons out that it sees hiding.
+class RoomKeeper final : public QObject {
+public:
+    explicit RoomKeeper(QWidget *button)
+        : QObject(button)
+    {
+        keepPlaceWhenHidden(button);
+        button->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const bool isForBox = event->type() == QEvent::HideToParent || event->type() == QEvent::ShowToParent;
+        return isForBox || QObject::eventFilter(watched, event);
+    }
+};
+
+/// A button of a box keeps the name that others know it by and the pane's own word.
+void dress(QPushButton *button, const char *name, const QString &text)
 {
-    sheet->setMinimumWidth(sheet->fontMetrics().averageCharWidth() * characters);
+    button->setObjectName(QLatin1String(name));
+    button->setText(text);
+}
+
+/// Wide enough for the longest of the sheet's texts, so that none of them changes its size.
+void setWidthInCharacters(platform::Sheet *sheet, int characters)
+{
+    sheet->setWantedWidth(sheet->fontMetrics().averageCharWidth() * characters);
 }
 
 constexpr int FirmwareSheetWidth = 80;
@@ -94,9 +123,11 @@ void makeSquare(QAbstractButton *button, int side)
 
 PaneNib::PaneNib(const platform::Services &services, std::shared_ptr<AgentProxyFactory> protocols)
     : mServices(services)
+    , mProtocols(std::move(protocols))
     , mTranslator(makePaneTranslator(*services.bundle))
+    , mWords(std::make_unique<PaneWords>())
     , mPreviewController(std::make_unique<KS7PreviewController>(services.capture, services.runLoop))
-    , mController(std::make_unique<Controller>(services, std::move(protocols)))
+    , mController(std::make_unique<Controller>(services, mProtocols))
 {
     mController->init();
     loadMainView();
@@ -140,10 +171,29 @@ void PaneNib::loadMainView()
     outlets.copyright = ui.copyright;
     outlets.optimizeForPopUp = ui.optimizeForPopUp;
     outlets.optimizeForPopUpLabel = ui.optimizeForPopUpLabel;
+    outlets.words = mWords.get();
     dressListButtons();
     outlets.previewView = mPreviewController.get();
     mPreviewController->qtView = ui.qtView;
     ui.cameraListTable->settingsController = mController.get();
+    mWords->notice = ui.noticeStrip;
+    mWords->hint = ui.listHint;
+    mWords->caption = ui.pictureCaption;
+    placeWords();
+}
+
+void PaneNib::placeWords()
+{
+    const auto &outlets = mController->outlets;
+    mWords->list = outlets.cameraListTable;
+    mWords->addButton = outlets.addButton;
+    mWords->removeButton = outlets.removeButton;
+    mWords->actionsButton = outlets.pulldownMenu;
+    mWords->startButton = outlets.startButton;
+    mWords->picture = mPreviewController->qtView;
+    mWords->notice->button()->setText(KS7SettingsWindowController::tr("&Bluetooth Settings…"));
+    QObject::connect(mWords->notice->button(), &QPushButton::clicked, mController.get(),
+                     [workspace = mServices.workspace] { workspace->openBluetoothSettings(); });
 }
 
 void PaneNib::dressListButtons()
@@ -158,7 +208,7 @@ void PaneNib::dressListButtons()
         std::max(outlets.addButton->sizeHint().height(), outlets.pulldownMenu->sizeHint().height());
     makeSquare(outlets.addButton, side);
     makeSquare(outlets.removeButton, side);
-    outlets.pulldownMenu->setFixedHeight(side);
+    makeSquare(outlets.pulldownMenu, side);
 }
 
 void PaneNib::loadSheets()
@@ -176,6 +226,10 @@ void PaneNib::loadPropertiesSheet()
     outlets.cameraNameText = properties.cameraNameText;
     outlets.cameraIDText = properties.cameraIDText;
     outlets.ignoreCheckbox = properties.ignoreCheckbox;
+    dress(properties.propertiesButtons->button(QDialogButtonBox::Ok), "propertiesOkayButton",
+          KS7SettingsWindowController::tr("OK"));
+    dress(properties.propertiesButtons->button(QDialogButtonBox::Cancel), "propertiesCancelButton",
+          KS7SettingsWindowController::tr("Cancel"));
     new FirstResponder(outlets.cameraNameText, outlets.propertiesSheet);
 }
 
@@ -185,7 +239,12 @@ void PaneNib::loadPasskeySheet()
     Ui::PasskeySheet passkey;
     outlets.pinSheet = makeSheet(&passkey, mMainView);
     outlets.newPINText = passkey.newPINText;
-    outlets.pinOkayButton = passkey.pinOkayButton;
+    outlets.pinCamera = passkey.pinCamera;
+    outlets.pinRule = passkey.pinRule;
+    outlets.pinOkayButton = passkey.pinButtons->button(QDialogButtonBox::Ok);
+    dress(outlets.pinOkayButton, "pinOkayButton", KS7SettingsWindowController::tr("OK"));
+    dress(passkey.pinButtons->button(QDialogButtonBox::Cancel), "pinCancelButton",
+          KS7SettingsWindowController::tr("Cancel"));
     new FirstResponder(outlets.newPINText, outlets.pinSheet);
 }
 
@@ -197,10 +256,16 @@ void PaneNib::loadFirmwareSheet()
     outlets.firmwareCheckingIndicator = firmware.firmwareCheckingIndicator;
     outlets.firmwareStatusText = firmware.firmwareStatusText;
     outlets.firmwareMainText = firmware.firmwareMainText;
-    outlets.firmwareCancelButton = firmware.firmwareCancelButton;
-    outlets.firmwareContinueButton = firmware.firmwareContinueButton;
+    outlets.firmwareCamera = firmware.firmwareCamera;
+    outlets.firmwareContinueButton =
+        firmware.firmwareButtons->addButton(QString(), QDialogButtonBox::AcceptRole);
+    outlets.firmwareCancelButton = firmware.firmwareButtons->addButton(QDialogButtonBox::Cancel);
+    dress(outlets.firmwareContinueButton, "firmwareContinueButton",
+          KS7SettingsWindowController::tr("Continue"));
+    dress(outlets.firmwareCancelButton, "firmwareCancelButton", KS7SettingsWindowController::tr("Cancel"));
+    outlets.firmwareContinueButton->setDefault(true);
     keepPlaceWhenHidden(outlets.firmwareCheckingIndicator);
-    keepPlaceWhenHidden(outlets.firmwareCancelButton);
+    new RoomKeeper(outlets.firmwareCancelButton);
     setWidthInCharacters(outlets.firmwareSheet, FirmwareSheetWidth);
     new FirstResponder(outlets.firmwareContinueButton, outlets.firmwareSheet);
 }
@@ -312,6 +377,9 @@ void PaneNib::showAboutBox()
     if (!mAboutBox) {
         mAboutBox = new KS7AboutBoxWindow(mMainView);
         mAboutBox->awakeFromNib(*mServices.bundle, mServices.workspace);
+        mAboutBox->setDiagnosis([services = mServices, protocols = mProtocols] {
+            return Diagnosis(services, protocols).report();
+        });
     }
     mAboutBox->show();
     mAboutBox->raise();

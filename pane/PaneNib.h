@@ -9,6 +9,7 @@
 class KS7AboutBoxWindow;
 class KS7PreviewController;
 class KS7SettingsWindowController;
+class PaneWords;
 class QTranslator;
 class QWidget;
 class AgentProxyFactory;
@@ -27,6 +28,7 @@ public:
 
 private:
     void loadMainView();
+    void placeWords();
     void dressListButtons();
     void loadSheets();
     void loadPropertiesSheet();
@@ -39,10 +41,12 @@ private:
     void showAboutBox();
 
     platform::Services mServices;
+    std::shared_ptr<AgentProxyFactory> mProtocols;
     std::unique_ptr<QTranslator> mTranslator;
     QWidget *mMainView = nullptr;
     /// Belongs to the main view, wherever a host has put that.
     QPointer<KS7AboutBoxWindow> mAboutBox;
+    std::unique_ptr<PaneWords> mWords;
     std::unique_ptr<KS7PreviewController> mPreviewController;
     std::unique_ptr<KS7SettingsWindowController> mController;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAccessible>
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QMouseEvent>
@@ -34,6 +35,18 @@ inline QString qtTranslationsPath()
     return QLibraryInfo::path(QLibraryInfo::TranslationsPath);
 #else
     return QLibraryInfo::location(QLibraryInfo::TranslationsPath);
+#endif
+}
+
+/// Whether the toolkit can have screen readers say a text, and does.
+inline bool announces([[maybe_unused]] QObject *source, [[maybe_unused]] const QString &text)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    QAccessibleAnnouncementEvent event(source, text);
+    QAccessible::updateAccessibility(&event);
+    return true;
+#else
+    return false;
 #endif
 }
 

@@ -31,21 +31,23 @@ void KS7SettingsWindowController::startVideo(QObject *)
         qtError(result);
         return;
     }
-    outlets.startButton->setText(tr("Stop Preview"));
+    outlets.startButton->setText(tr("Stop &Preview"));
     mStreaming = true;
     mLevelsTimer =
         mServices.runLoop->scheduledTimer(LevelsInterval, [this] { setLevels(mLevelsTimer.get()); });
+    showWords();
 }
 
 void KS7SettingsWindowController::stopPreviewing()
 {
-    outlets.startButton->setText(tr("Start Preview"));
+    outlets.startButton->setText(tr("Start &Preview"));
     mStreaming = false;
     mLevelsTimer.reset();
     outlets.levelIndicator_r->setDoubleValue(0.0);
     outlets.levelIndicator_l->setDoubleValue(0.0);
     outlets.previewView->endGrab();
     outlets.previewView->display();
+    showWords();
 }
 
 void KS7SettingsWindowController::setLevels(platform::Timer *)

@@ -103,6 +103,11 @@ void KS7PreviewController::endGrab()
     qtView->setVisible(false);
 }
 
+bool KS7PreviewController::hasCamera() const
+{
+    return mCaptureSession && qtView->captureSession() == mCaptureSession;
+}
+
 void KS7PreviewController::display()
 {
     qtView->repaint();

@@ -40,6 +40,8 @@ public:
     void swapViewIn(void *ignored = nullptr);
     /// Forgets a pending reveal, stops the session and hides the view. Camera and session are kept.
     void endGrab();
+    /// Whether the session has a camera. It has none after a first start that failed.
+    [[nodiscard]] bool hasCamera() const;
     /// Redraws the view at once.
     void display();
     /// Stops the session and lets go of it and of the camera.

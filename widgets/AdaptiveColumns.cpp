@@ -7,6 +7,16 @@
 
 #include <algorithm>
 
+namespace {
+
+/// Heights of the two parts under each other, as parts of five.
+constexpr int StackedFirst = 2;
+constexpr int StackedSecond = 3;
+/// Beside a picture the first part gets no wider, in average characters: its texts are short.
+constexpr int WidestFirst = 48;
+
+} // namespace
+
 QBoxLayout *AdaptiveColumns::box() const
 {
     return qobject_cast<QBoxLayout *>(layout());
@@ -55,27 +65,46 @@ void AdaptiveColumns::arrange()
 {
     if (!box())
         return;
-    const bool stacks = width() < std::max(mNarrowWidth, widthSideBySide());
+    const auto *picture = findChild<PictureFrame *>();
+    const bool stacks = width() < widthSideBySide() || (picture && isLargerBelow(*picture));
     if (stacks != isStacked()) {
         box()->setDirection(stacks ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
         updateGeometry();
     }
-    if (const auto *picture = findChild<PictureFrame *>())
+    if (picture)
         share(*picture);
+}
+
+int AdaptiveColumns::heightUnderPicture(const PictureFrame &picture) const
+{
+    return box()->itemAt(1)->sizeHint().height() - picture.sizeHint().height();
+}
+
+int AdaptiveColumns::firstWidth(const PictureFrame &picture) const
+{
+    const int room = width() - box()->spacing();
+    const int cap = fontMetrics().averageCharWidth() * WidestFirst;
+    const int least = std::max(std::min(room * 7 / 20, cap), box()->itemAt(0)->minimumSize().width());
+    const int wanted = room - PictureFrame::widthForHeight(height() - heightUnderPicture(picture));
+    return std::clamp(wanted, least, std::max(least, std::min(room * 2 / 5, cap)));
+}
+
+bool AdaptiveColumns::isLargerBelow(const PictureFrame &picture) const
+{
+    const auto pictureWidth = [](int width, int height) {
+        return std::min(width, PictureFrame::widthForHeight(height));
+    };
+    const int under = heightUnderPicture(picture);
+    const int room = height() - box()->spacing();
+    const int first = std::max(room * StackedFirst / (StackedFirst + StackedSecond),
+                               box()->itemAt(0)->minimumSize().height());
+    return pictureWidth(width(), room - first - under)
+        > pictureWidth(width() - box()->spacing() - firstWidth(picture), height() - under);
 }
 
 void AdaptiveColumns::share(const PictureFrame &picture)
 {
-    int first = 2;
-    int second = 3;
-    if (!isStacked()) {
-        const int below = box()->itemAt(1)->sizeHint().height() - picture.sizeHint().height();
-        const int room = width() - box()->spacing();
-        const int least = std::max(room * 7 / 20, box()->itemAt(0)->minimumSize().width());
-        first = std::clamp(room - PictureFrame::widthForHeight(height() - below), least,
-                           std::max(least, room * 2 / 5));
-        second = room - first;
-    }
+    const int first = isStacked() ? StackedFirst : firstWidth(picture);
     box()->setStretch(0, first);
-    box()->setStretch(1, second);
+    box()->setStretch(1, isStacked() ? StackedSecond : width() - box()->spacing() - first);
 }

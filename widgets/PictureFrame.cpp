@@ -21,14 +21,19 @@ int PictureFrame::widthForHeight(int height)
 
 QRect PictureFrame::pictureRect() const
 {
-    QRect picture({}, Ratio.scaled(size(), Qt::KeepAspectRatio));
+    // Inside the outline.
+    QRect picture({}, Ratio.scaled(size() - QSize(2, 2), Qt::KeepAspectRatio));
     picture.moveCenter(rect().center());
     return picture;
 }
 
 void PictureFrame::paintEvent(QPaintEvent *)
 {
-    QPainter(this).fillRect(rect(), Qt::black);
+    QPainter painter(this);
+    painter.fillRect(rect(), Qt::black);
+    // Black on a black theme would have no edge.
+    painter.setPen(Qt::gray);
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 void PictureFrame::resizeEvent(QResizeEvent *event)

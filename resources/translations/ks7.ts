@@ -12,7 +12,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>OK</source>
+        <source>Made by Orvex Network. © 2026 Orvex Network. All rights reserved.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -34,6 +34,11 @@
         <source>Choose Camera</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>camera name and ID, status</comment>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>FirmwareSheet</name>
@@ -43,14 +48,6 @@
     </message>
     <message>
         <source>Firmware update progress</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Continue</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Cancel</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -73,6 +70,18 @@
     <name>KS7AboutBoxWindow</name>
     <message>
         <source>v%1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Copy Diagnosis</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copies what the pane finds on this machine, for a bug report</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -110,6 +119,11 @@
         <source>Orvex KS-7 %1</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>%1 (%2)</source>
+        <comment>camera name, ID</comment>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>KS7SettingsWindowController</name>
@@ -135,18 +149,6 @@
     </message>
     <message>
         <source>KS-7 could not activate Bluetooth. Make sure that Bluetooth is available and turned on.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>KS-7 is switched off.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Bluetooth is off.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>No cameras found. Choose + to search.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -243,20 +245,136 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Stop Preview</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Start Preview</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Couldn&apos;t Start Preview</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <source>QuickTime had an error starting the camera preview.
 Error: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Bluetooth Settings…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop &amp;Preview</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Start &amp;Preview</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PaneSentences</name>
+    <message>
+        <source>The camera agent is not running. Leave this page and open it again to start the agent.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>KS-7 is switched off.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bluetooth is off.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Searching for cameras…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No cameras found. Choose + to search.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose a camera in the list to use it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>To choose a camera with the keyboard, open Camera Actions, then Choose Camera.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Preview is off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No picture: the first start failed. Restart this application to try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Waiting for a picture: no camera is chosen</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Picture of %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Waiting for the picture of %1: %2</source>
+        <comment>camera name, status</comment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cameras can be added only while no camera is in use</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search for cameras to add</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove the selected camera: none is selected</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove the selected camera</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A camera can be removed only while it is not in use</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Camera actions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Camera actions: no camera is listed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>End the live picture and its sound levels</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose a camera in the list first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show the live picture and its sound levels here</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bluetooth is off. Turn it on to use your cameras.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New camera: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The search has ended.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -331,27 +449,11 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Start Preview</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Show status &amp;menu</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <source>&amp;Debug logging</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Search for cameras to add</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Remove the selected camera</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Camera actions</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -362,6 +464,26 @@ Error: %1</source>
     <message>
         <source>R</source>
         <comment>right audio level</comment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lets programs use the cameras; off, the agent leaves them alone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Smooth motion sends a smaller picture, Picture quality a larger one</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Start &amp;Preview</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Shows the camera agent&apos;s menu in the desktop&apos;s panel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Writes log files for a bug report to Library/Logs/KS7_Logs in your home folder</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -377,14 +499,6 @@ Error: %1</source>
     </message>
     <message>
         <source>1 to 16 digits</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Cancel</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -407,11 +521,7 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>OK</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Cancel</source>
+        <source>Shows whether the camera agent ignores this camera. The agent decides it; a change here is not stored.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -419,18 +529,6 @@ Error: %1</source>
     <name>UpdateStrip</name>
     <message>
         <source>Update progress</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Install</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Later</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Skip This Version</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -451,6 +549,18 @@ Error: %1</source>
     </message>
     <message>
         <source>Version %1 could not be installed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Install</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Later</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>S&amp;kip This Version</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

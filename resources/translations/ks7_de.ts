@@ -12,8 +12,8 @@
         <translation>KS-7</translation>
     </message>
     <message>
-        <source>OK</source>
-        <translation>OK</translation>
+        <source>Made by Orvex Network. © 2026 Orvex Network. All rights reserved.</source>
+        <translation>Hergestellt von Orvex Network. © 2026 Orvex Network. Alle Rechte vorbehalten.</translation>
     </message>
 </context>
 <context>
@@ -34,6 +34,11 @@
         <source>Choose Camera</source>
         <translation>Kamera auswählen</translation>
     </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>camera name and ID, status</comment>
+        <translation>%1, %2</translation>
+    </message>
 </context>
 <context>
     <name>FirmwareSheet</name>
@@ -44,14 +49,6 @@
     <message>
         <source>Firmware update progress</source>
         <translation>Fortschritt der Firmware-Aktualisierung</translation>
-    </message>
-    <message>
-        <source>Continue</source>
-        <translation>Fortfahren</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -74,6 +71,18 @@
     <message>
         <source>v%1</source>
         <translation>v%1</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>&amp;Copy Diagnosis</source>
+        <translation>Diagnose &amp;kopieren</translation>
+    </message>
+    <message>
+        <source>Copies what the pane finds on this machine, for a bug report</source>
+        <translation>Kopiert für einen Fehlerbericht, was auf diesem Rechner gefunden wird</translation>
     </message>
 </context>
 <context>
@@ -110,6 +119,11 @@
         <source>Orvex KS-7 %1</source>
         <translation>Orvex KS-7 %1</translation>
     </message>
+    <message>
+        <source>%1 (%2)</source>
+        <comment>camera name, ID</comment>
+        <translation>%1 (%2)</translation>
+    </message>
 </context>
 <context>
     <name>KS7SettingsWindowController</name>
@@ -138,18 +152,6 @@
         <translation>KS-7 konnte Bluetooth nicht einschalten. Stellen Sie sicher, dass Bluetooth vorhanden und eingeschaltet ist.</translation>
     </message>
     <message>
-        <source>KS-7 is switched off.</source>
-        <translation>KS-7 ist ausgeschaltet.</translation>
-    </message>
-    <message>
-        <source>Bluetooth is off.</source>
-        <translation>Bluetooth ist ausgeschaltet.</translation>
-    </message>
-    <message>
-        <source>No cameras found. Choose + to search.</source>
-        <translation>Keine Kameras gefunden. Wählen Sie +, um zu suchen.</translation>
-    </message>
-    <message>
         <source>Update Firmware puts the latest firmware version on your KS-7.</source>
         <translation>„Firmware aktualisieren“ spielt die neueste Firmware-Version auf Ihre KS-7.</translation>
     </message>
@@ -159,7 +161,7 @@
     </message>
     <message>
         <source>Do not disconnect the camera until the update is complete.</source>
-        <translation>Trennen Sie die Kamera nicht, bevor die Aktualisierung abgeschlossen ist.</translation>
+        <translation>Ziehen Sie das Kabel nicht ab, bevor die Aktualisierung abgeschlossen ist.</translation>
     </message>
     <message>
         <source>Click Continue to start the update.</source>
@@ -171,7 +173,7 @@
     </message>
     <message>
         <source>Do not disconnect the camera.</source>
-        <translation>Trennen Sie die Kamera nicht.</translation>
+        <translation>Ziehen Sie das Kabel nicht ab.</translation>
     </message>
     <message>
         <source>Firmware update complete.</source>
@@ -179,7 +181,7 @@
     </message>
     <message>
         <source>Please disconnect the camera now.</source>
-        <translation>Bitte trennen Sie jetzt die Kamera.</translation>
+        <translation>Bitte ziehen Sie jetzt das Kabel ab.</translation>
     </message>
     <message>
         <source>An error occurred updating firmware.</source>
@@ -244,14 +246,6 @@ Fehler: %1</translation>
         <translation>Über KS-7 …</translation>
     </message>
     <message>
-        <source>Stop Preview</source>
-        <translation>Vorschau beenden</translation>
-    </message>
-    <message>
-        <source>Start Preview</source>
-        <translation>Vorschau starten</translation>
-    </message>
-    <message>
         <source>Couldn&apos;t Start Preview</source>
         <translation>Vorschau konnte nicht gestartet werden</translation>
     </message>
@@ -260,6 +254,130 @@ Fehler: %1</translation>
 Error: %1</source>
         <translation>Beim Starten der Kameravorschau ist in QuickTime ein Fehler aufgetreten.
 Fehler: %1</translation>
+    </message>
+    <message>
+        <source>&amp;Bluetooth Settings…</source>
+        <translation>&amp;Bluetooth-Einstellungen …</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Fortfahren</translation>
+    </message>
+    <message>
+        <source>Stop &amp;Preview</source>
+        <translation>&amp;Vorschau beenden</translation>
+    </message>
+    <message>
+        <source>Start &amp;Preview</source>
+        <translation>&amp;Vorschau starten</translation>
+    </message>
+</context>
+<context>
+    <name>PaneSentences</name>
+    <message>
+        <source>The camera agent is not running. Leave this page and open it again to start the agent.</source>
+        <translation>Der Kamera-Agent läuft nicht. Verlassen Sie diese Seite und öffnen Sie sie wieder, um ihn zu starten.</translation>
+    </message>
+    <message>
+        <source>KS-7 is switched off.</source>
+        <translation>KS-7 ist ausgeschaltet.</translation>
+    </message>
+    <message>
+        <source>Bluetooth is off.</source>
+        <translation>Bluetooth ist ausgeschaltet.</translation>
+    </message>
+    <message>
+        <source>Searching for cameras…</source>
+        <translation>Kameras werden gesucht …</translation>
+    </message>
+    <message>
+        <source>No cameras found. Choose + to search.</source>
+        <translation>Keine Kameras gefunden. Wählen Sie +, um zu suchen.</translation>
+    </message>
+    <message>
+        <source>Choose a camera in the list to use it.</source>
+        <translation>Wählen Sie in der Liste eine Kamera, um sie zu verwenden.</translation>
+    </message>
+    <message>
+        <source>To choose a camera with the keyboard, open Camera Actions, then Choose Camera.</source>
+        <translation>Um eine Kamera mit der Tastatur auszuwählen, öffnen Sie Kameraaktionen und dann Kamera auswählen.</translation>
+    </message>
+    <message>
+        <source>Preview is off</source>
+        <translation>Die Vorschau ist aus</translation>
+    </message>
+    <message>
+        <source>No picture: the first start failed. Restart this application to try again.</source>
+        <translation>Kein Bild: Der erste Start ist fehlgeschlagen. Starten Sie dieses Programm neu, um es wieder zu versuchen.</translation>
+    </message>
+    <message>
+        <source>Waiting for a picture: no camera is chosen</source>
+        <translation>Warten auf ein Bild: Es ist keine Kamera gewählt</translation>
+    </message>
+    <message>
+        <source>Picture of %1</source>
+        <translation>Bild von %1</translation>
+    </message>
+    <message>
+        <source>Waiting for the picture of %1: %2</source>
+        <comment>camera name, status</comment>
+        <translation>Warten auf das Bild von %1: %2</translation>
+    </message>
+    <message>
+        <source>Cameras can be added only while no camera is in use</source>
+        <translation>Kameras lassen sich nur hinzufügen, solange keine Kamera verwendet wird</translation>
+    </message>
+    <message>
+        <source>Search for cameras to add</source>
+        <translation>Nach weiteren Kameras suchen</translation>
+    </message>
+    <message>
+        <source>Remove the selected camera: none is selected</source>
+        <translation>Die gewählte Kamera entfernen: Es ist keine gewählt</translation>
+    </message>
+    <message>
+        <source>Remove the selected camera</source>
+        <translation>Die gewählte Kamera entfernen</translation>
+    </message>
+    <message>
+        <source>A camera can be removed only while it is not in use</source>
+        <translation>Eine Kamera lässt sich nur entfernen, solange sie nicht verwendet wird</translation>
+    </message>
+    <message>
+        <source>Camera actions</source>
+        <translation>Kameraaktionen</translation>
+    </message>
+    <message>
+        <source>Camera actions: no camera is listed</source>
+        <translation>Kameraaktionen: Es ist keine Kamera aufgeführt</translation>
+    </message>
+    <message>
+        <source>End the live picture and its sound levels</source>
+        <translation>Livebild und Tonpegel beenden</translation>
+    </message>
+    <message>
+        <source>Choose a camera in the list first</source>
+        <translation>Wählen Sie zuerst eine Kamera in der Liste</translation>
+    </message>
+    <message>
+        <source>Show the live picture and its sound levels here</source>
+        <translation>Livebild und Tonpegel hier anzeigen</translation>
+    </message>
+    <message>
+        <source>Bluetooth is off. Turn it on to use your cameras.</source>
+        <translation>Bluetooth ist ausgeschaltet. Schalten Sie es ein, um Ihre Kameras zu verwenden.</translation>
+    </message>
+    <message>
+        <source>New camera: %1</source>
+        <translation>Neue Kamera: %1</translation>
+    </message>
+    <message>
+        <source>The search has ended.</source>
+        <translation>Die Suche ist beendet.</translation>
     </message>
 </context>
 <context>
@@ -314,7 +432,7 @@ Fehler: %1</translation>
     </message>
     <message>
         <source>Camera Actions</source>
-        <translation>Kamera-Aktionen</translation>
+        <translation>Kameraaktionen</translation>
     </message>
     <message>
         <source>Searching</source>
@@ -333,28 +451,12 @@ Fehler: %1</translation>
         <translation>Rechter Tonpegel</translation>
     </message>
     <message>
-        <source>Start Preview</source>
-        <translation>Vorschau starten</translation>
-    </message>
-    <message>
         <source>Show status &amp;menu</source>
         <translation>Status&amp;menü anzeigen</translation>
     </message>
     <message>
         <source>&amp;Debug logging</source>
         <translation>&amp;Diagnoseprotokoll</translation>
-    </message>
-    <message>
-        <source>Search for cameras to add</source>
-        <translation>Nach weiteren Kameras suchen</translation>
-    </message>
-    <message>
-        <source>Remove the selected camera</source>
-        <translation>Die gewählte Kamera entfernen</translation>
-    </message>
-    <message>
-        <source>Camera actions</source>
-        <translation>Kameraaktionen</translation>
     </message>
     <message>
         <source>L</source>
@@ -365,6 +467,26 @@ Fehler: %1</translation>
         <source>R</source>
         <comment>right audio level</comment>
         <translation>R</translation>
+    </message>
+    <message>
+        <source>Lets programs use the cameras; off, the agent leaves them alone</source>
+        <translation>Lässt Programme die Kameras verwenden; ausgeschaltet lässt der Agent sie in Ruhe</translation>
+    </message>
+    <message>
+        <source>Smooth motion sends a smaller picture, Picture quality a larger one</source>
+        <translation>Flüssige Bewegung überträgt ein kleineres Bild, Bildqualität ein größeres</translation>
+    </message>
+    <message>
+        <source>Start &amp;Preview</source>
+        <translation>&amp;Vorschau starten</translation>
+    </message>
+    <message>
+        <source>Shows the camera agent&apos;s menu in the desktop&apos;s panel</source>
+        <translation>Zeigt das Menü des Kamera-Agenten in der Kontrollleiste an</translation>
+    </message>
+    <message>
+        <source>Writes log files for a bug report to Library/Logs/KS7_Logs in your home folder</source>
+        <translation>Schreibt Protokolldateien für einen Fehlerbericht nach Library/Logs/KS7_Logs im persönlichen Ordner</translation>
     </message>
 </context>
 <context>
@@ -380,14 +502,6 @@ Fehler: %1</translation>
     <message>
         <source>1 to 16 digits</source>
         <translation>1 bis 16 Ziffern</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>OK</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -409,12 +523,8 @@ Fehler: %1</translation>
         <translation>Diese Kamera i&amp;gnorieren</translation>
     </message>
     <message>
-        <source>OK</source>
-        <translation>OK</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
+        <source>Shows whether the camera agent ignores this camera. The agent decides it; a change here is not stored.</source>
+        <translation>Zeigt, ob der Kamera-Agent diese Kamera ignoriert. Das entscheidet der Agent; eine Änderung hier wird nicht gespeichert.</translation>
     </message>
 </context>
 <context>
@@ -422,18 +532,6 @@ Fehler: %1</translation>
     <message>
         <source>Update progress</source>
         <translation>Fortschritt der Aktualisierung</translation>
-    </message>
-    <message>
-        <source>Install</source>
-        <translation>Installieren</translation>
-    </message>
-    <message>
-        <source>Later</source>
-        <translation>Später</translation>
-    </message>
-    <message>
-        <source>Skip This Version</source>
-        <translation>Diese Version überspringen</translation>
     </message>
     <message>
         <source>OK</source>
@@ -454,6 +552,18 @@ Fehler: %1</translation>
     <message>
         <source>Version %1 could not be installed.</source>
         <translation>Version %1 konnte nicht installiert werden.</translation>
+    </message>
+    <message>
+        <source>&amp;Install</source>
+        <translation>&amp;Installieren</translation>
+    </message>
+    <message>
+        <source>&amp;Later</source>
+        <translation>&amp;Später</translation>
+    </message>
+    <message>
+        <source>S&amp;kip This Version</source>
+        <translation>Diese Version übersprin&amp;gen</translation>
     </message>
 </context>
 <context>

@@ -8,6 +8,7 @@
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QMenu>
 #include <QPushButton>
 #include <QStyle>
@@ -94,6 +95,8 @@ private Q_SLOTS:
     void theTitleIsReadOutAtEveryShowing();
     void theMenuShowsOneAboutBox();
     void okAndEscapeCloseTheBox();
+    void okHasTheFocusAtEveryShowing();
+    void theDiagnosisIsCopied();
     void aHostMayDestroyTheWindowUnderTheBox();
     void pressAndReleaseInsideOpenOnce();
     void releaseOutsideOpensNothing();
@@ -246,6 +249,24 @@ void AboutTest::okAndEscapeCloseTheBox()
     QVERIFY(!box()->isVisible());
     showAboutBox();
     QVERIFY(box()->isVisible());
+}
+
+void AboutTest::okHasTheFocusAtEveryShowing()
+{
+    for (int showing = 0; showing < 2; ++showing) {
+        showAboutBox();
+        QCOMPARE(box()->focusWidget()->objectName(), QStringLiteral("aboutOkayButton"));
+        field()->setFocus();
+        box()->close();
+    }
+}
+
+void AboutTest::theDiagnosisIsCopied()
+{
+    showAboutBox();
+    box()->findChild<QPushButton *>(QStringLiteral("aboutCopyButton"))->click();
+    const QString copied = QGuiApplication::clipboard()->text();
+    QVERIFY2(copied.contains(QStringLiteral("KS-7 preferences")), qPrintable(copied));
 }
 
 void AboutTest::aHostMayDestroyTheWindowUnderTheBox()

@@ -105,9 +105,9 @@ void UpdateStripTest::theOfferStandsAboveThePane()
     QTRY_VERIFY_WITH_TIMEOUT(strip<QFrame>("updateStrip")->height() > 0, Timeout);
     QVERIFY(strip<QFrame>("updateStrip")->isVisible());
     QCOMPARE(message(), QStringLiteral("Version 2.0-1 of the KS-7 settings is available."));
-    QCOMPARE(strip("updateInstall")->text(), QStringLiteral("Install"));
-    QCOMPARE(strip("updateLater")->text(), QStringLiteral("Later"));
-    QCOMPARE(strip("updateSkip")->text(), QStringLiteral("Skip This Version"));
+    QCOMPARE(strip("updateInstall")->text(), QStringLiteral("&Install"));
+    QCOMPARE(strip("updateLater")->text(), QStringLiteral("&Later"));
+    QCOMPARE(strip("updateSkip")->text(), QStringLiteral("S&kip This Version"));
     QVERIFY(strip("updateInstall")->isVisible());
     QVERIFY(strip<QProgressBar>("updateProgress")->isHidden());
 }

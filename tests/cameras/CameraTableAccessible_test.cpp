@@ -13,8 +13,24 @@ namespace {
 /// Events sent to assistive programs, such as "name 1".
 QStringList told;
 
+/// The text that a screen reader is asked to say; null for other events.
+QString announcementIn(QAccessibleEvent *event)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    if (event->type() == QAccessible::Announcement)
+        return static_cast<QAccessibleAnnouncementEvent *>(event)->message();
+#else
+    const auto *source = event->accessibleInterface();
+    if (event->type() == QAccessible::ObjectShow && source && source->role() == QAccessible::Notification)
+        return source->text(QAccessible::Name);
+#endif
+    return {};
+}
+
 void hear(QAccessibleEvent *event)
 {
+    if (const QString news = announcementIn(event); !news.isNull())
+        told.append(QStringLiteral("news ") + news);
     if (!qobject_cast<KS7AnimatingStatusTableView *>(event->object()) || event->child() < 0)
         return;
     if (event->type() == QAccessible::NameChanged)
@@ -108,6 +124,23 @@ private Q_SLOTS:
     void cleanupTestCase() { stopAccessibilityBus(); }
     void init() { mFixture = std::make_unique<PaneFixture>(); }
     void cleanup() { mFixture.reset(); }
+
+    void newsIsAnnouncedOnce()
+    {
+        showThreeCameras();
+        agentPosts(Names::StartedDiscovering);
+        agent().addCamera(QStringLiteral("d"), QStringLiteral("Hall"), 1);
+        agentPosts(Names::CameraListChanged);
+        agentPosts(Names::StoppedDiscovering);
+        agentPosts(Names::CameraListChanged);
+        mFixture->connections->killAgent();
+        QCOMPARE(told.filter(QStringLiteral("news ")),
+                 QStringList(
+                     {QStringLiteral("news Searching for cameras…"), QStringLiteral("news New camera: Hall"),
+                      QStringLiteral("news The search has ended."),
+                      QStringLiteral("news The camera agent is not running. Leave this page and open it "
+                                     "again to start the agent.")}));
+    }
 
     void theTableIsNamedAndItsChildrenAreTheRows()
     {

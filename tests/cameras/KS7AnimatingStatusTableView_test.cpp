@@ -14,6 +14,8 @@
 #include <QStyledItemDelegate>
 #include <QTest>
 
+#include <cmath>
+
 using namespace std::chrono_literals;
 namespace Names = NotificationNames;
 
@@ -373,6 +375,43 @@ private Q_SLOTS:
         QVERIFY(table().verticalHeader()->isHidden());
         QVERIFY(table().rowHeight(0) >= 34 && table().rowHeight(0) <= 36);
         QVERIFY(!table().showGrid());
+    }
+
+    void rowsGrowWithTheDesktopsTextSize()
+    {
+        showCameras(3);
+        QFont font = table().font();
+        font.setPointSizeF(24.0);
+        table().setFont(font);
+        QCOMPARE(table().rowHeight(0), 72);
+        QCOMPARE(table().visualRect(table().model()->index(1, 0)).top(), 72);
+    }
+
+    void whiteIsReadOnAnyHighlight_data()
+    {
+        QTest::addColumn<QColor>("theme");
+        QTest::newRow("Breeze") << QColor(61, 174, 233);
+        QTest::newRow("yellow") << QColor(Qt::yellow);
+        QTest::newRow("dark") << QColor(20, 60, 90);
+    }
+    void whiteIsReadOnAnyHighlight()
+    {
+        QFETCH(QColor, theme);
+        const QPalette before = QApplication::palette();
+        QPalette palette = before;
+        palette.setColor(QPalette::Highlight, theme);
+        QApplication::setPalette(palette);
+        showCameras(1);
+        table().selectRow(0);
+        const auto image = table().viewport()->grab().toImage();
+        QApplication::setPalette(before);
+        const QColor ground = image.pixelColor(image.width() - 10, 10);
+        const auto light = [](double c) {
+            return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+        };
+        const double luminance =
+            0.2126 * light(ground.redF()) + 0.7152 * light(ground.greenF()) + 0.0722 * light(ground.blueF());
+        QVERIFY2(1.05 / (luminance + 0.05) >= 4.5, qPrintable(ground.name()));
     }
 
     void blackTextStaysOnALightGroundInADarkTheme()

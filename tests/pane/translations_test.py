@@ -24,6 +24,10 @@ def placeholders(text):
     return sorted(re.findall(r"%(?:\d+|@|d)", text))
 
 
+# The other text of a button that has its letter already.
+SECOND_TEXTS = {"Stop &Preview"}
+
+
 def mnemonics(text):
     return re.findall(r"&(\w)", text)
 
@@ -60,7 +64,8 @@ class TranslationsTest(unittest.TestCase):
         used = {}
         for (context, source, _), translation in self.german.items():
             self.assertEqual(len(mnemonics(source)), len(mnemonics(translation.text)), (context, source))
-            used.setdefault(context, []).extend(letter.lower() for letter in mnemonics(translation.text))
+            if source not in SECOND_TEXTS:
+                used.setdefault(context, []).extend(letter.lower() for letter in mnemonics(translation.text))
         for context, letters in used.items():
             self.assertEqual(len(letters), len(set(letters)), (context, letters))
 

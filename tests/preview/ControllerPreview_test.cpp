@@ -66,7 +66,7 @@ private:
     }
     void compareIdle()
     {
-        QCOMPARE(mPane->outlets().startButton->text(), QStringLiteral("Start Preview"));
+        QCOMPARE(mPane->outlets().startButton->text(), QStringLiteral("Start &Preview"));
         QVERIFY(!mPane->controller().isStreaming());
         QVERIFY(!mPane->controller().hasLevelsTimer());
         QVERIFY(view().isHidden());
@@ -75,7 +75,7 @@ private:
     }
     void compareRunning()
     {
-        QCOMPARE(mPane->outlets().startButton->text(), QStringLiteral("Stop Preview"));
+        QCOMPARE(mPane->outlets().startButton->text(), QStringLiteral("Stop &Preview"));
         QVERIFY(mPane->controller().isStreaming());
         QVERIFY(mPane->controller().hasLevelsTimer());
         QVERIFY(session().isRunning());
@@ -532,7 +532,7 @@ private Q_SLOTS:
         QVERIFY(!session().isRunning());
         QVERIFY(mPane->controller().isStreaming());
         QVERIFY(mPane->controller().hasLevelsTimer());
-        QCOMPARE(mPane->outlets().startButton->text(), QStringLiteral("Stop Preview"));
+        QCOMPARE(mPane->outlets().startButton->text(), QStringLiteral("Stop &Preview"));
     }
 
     void wakingUpClearsSessionAndInput()
@@ -551,7 +551,7 @@ private Q_SLOTS:
 private:
     void compareRunningWithoutPicture()
     {
-        QCOMPARE(mPane->outlets().startButton->text(), QStringLiteral("Stop Preview"));
+        QCOMPARE(mPane->outlets().startButton->text(), QStringLiteral("Stop &Preview"));
         QVERIFY(mPane->controller().isStreaming());
         QVERIFY(mPane->sheets->alerts.empty());
         QVERIFY(!view().captureSession());

@@ -164,13 +164,14 @@ def listen(event):
 
 
 class Heard:
-    """Returns the names of the event sources, in order."""
+    """Collects the names of the event sources in order; of announcements, their texts."""
 
     def __init__(self):
         self._names = []
 
     def note(self, event, *_):
-        self._names.append(name_of(event.source))
+        is_text = event.type.startswith("object:announcement")
+        self._names.append(event.any_data if is_text else name_of(event.source))
 
     def names(self):
         from gi.repository import GLib

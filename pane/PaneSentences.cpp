@@ -1,0 +1,131 @@
+#include "pane/PaneSentences.h"
+
+#include "cameras/SanitizedLine.h"
+
+namespace {
+
+constexpr int LongestName = 40;
+
+/// A name that fits into a sentence. Counts characters rather than UTF-16 units, so that none is cut in two.
+QString inSentence(const QString &name)
+{
+    const auto characters = sanitizedLine(name).toUcs4();
+    const auto cut = [&characters](int from, int count) {
+        return QString::fromUcs4(reinterpret_cast<const char32_t *>(characters.constData()) + from, count);
+    };
+    const int count = static_cast<int>(characters.size());
+    if (count <= LongestName)
+        return cut(0, count);
+    return cut(0, LongestName / 2) + QChar(0x2026) + cut(count - LongestName / 2, LongestName / 2);
+}
+
+QStringList newNames(const PaneFacts &before, const PaneFacts &now)
+{
+    QStringList names = now.cameras;
+    for (const auto &name : before.cameras)
+        names.removeOne(name);
+    return names;
+}
+
+} // namespace
+
+QString PaneSentences::reason(const PaneFacts &facts)
+{
+    if (!facts.isConnected)
+        return tr("The camera agent is not running. Leave this page and open it again to start the agent.");
+    if (!facts.isOn)
+        return tr("KS-7 is switched off.");
+    return facts.isBluetoothOff ? tr("Bluetooth is off.") : QString();
+}
+
+QString PaneSentences::emptyList(const PaneFacts &facts)
+{
+    if (const QString why = reason(facts); !why.isEmpty())
+        return why;
+    return facts.isSearching ? tr("Searching for cameras…") : tr("No cameras found. Choose + to search.");
+}
+
+QString PaneSentences::hint(const PaneFacts &facts)
+{
+    const bool canChoose = reason(facts).isEmpty() && !facts.cameras.isEmpty();
+    return canChoose && facts.selectedName.isNull() ? tr("Choose a camera in the list to use it.")
+                                                    : QString();
+}
+
+QString PaneSentences::listDescription(const PaneFacts &facts)
+{
+    if (facts.cameras.isEmpty() || !reason(facts).isEmpty())
+        return emptyList(facts);
+    const QString how = tr("To choose a camera with the keyboard, open Camera Actions, then Choose Camera.");
+    const QString next = hint(facts);
+    return next.isEmpty() ? how : next + QLatin1Char(' ') + how;
+}
+
+QString PaneSentences::caption(const PaneFacts &facts)
+{
+    if (!facts.isPreviewing)
+        return tr("Preview is off");
+    if (!facts.hasPicture)
+        return tr("No picture: the first start failed. Restart this application to try again.");
+    if (facts.selectedName.isNull())
+        return tr("Waiting for a picture: no camera is chosen");
+    const QString name = inSentence(facts.selectedName);
+    return facts.isSelectionStreaming
+        ? tr("Picture of %1").arg(name)
+        : tr("Waiting for the picture of %1: %2", "camera name, status").arg(name, facts.selectedStatus);
+}
+
+QString PaneSentences::addButton(const PaneFacts &facts)
+{
+    if (!facts.isConnected)
+        return reason(facts);
+    return facts.isPreferredStreaming ? tr("Cameras can be added only while no camera is in use")
+                                      : tr("Search for cameras to add");
+}
+
+QString PaneSentences::removeButton(const PaneFacts &facts)
+{
+    if (const QString why = reason(facts); !why.isEmpty())
+        return why;
+    if (facts.selectedName.isNull())
+        return tr("Remove the selected camera: none is selected");
+    return facts.isSelectionRemovable ? tr("Remove the selected camera")
+                                      : tr("A camera can be removed only while it is not in use");
+}
+
+QString PaneSentences::actionsButton(const PaneFacts &facts)
+{
+    if (!facts.cameras.isEmpty())
+        return tr("Camera actions");
+    return facts.isConnected ? tr("Camera actions: no camera is listed") : reason(facts);
+}
+
+QString PaneSentences::startButton(const PaneFacts &facts)
+{
+    if (facts.isPreviewing)
+        return tr("End the live picture and its sound levels");
+    if (const QString why = reason(facts); !why.isEmpty())
+        return why;
+    return facts.selectedName.isNull() ? tr("Choose a camera in the list first")
+                                       : tr("Show the live picture and its sound levels here");
+}
+
+QString PaneSentences::notice(const PaneFacts &facts)
+{
+    return facts.isBluetoothOff ? tr("Bluetooth is off. Turn it on to use your cameras.") : QString();
+}
+
+QString PaneSentences::news(const PaneFacts &before, const PaneFacts &now)
+{
+    if (before.isConnected && !now.isConnected)
+        return reason(now);
+    if (before.isPreviewing != now.isPreviewing)
+        return caption(now);
+    if (!before.isSearching && now.isSearching)
+        return tr("Searching for cameras…");
+    if (const auto found = newNames(before, now); before.isConnected && !found.isEmpty())
+        return tr("New camera: %1").arg(inSentence(found.first()));
+    if (before.isSearching && !now.isSearching)
+        return now.cameras.isEmpty() ? emptyList(now) : tr("The search has ended.");
+    return {};
+}

@@ -1,0 +1,170 @@
+#include "pane/PaneSentences.h"
+
+#include <QTest>
+
+#include <functional>
+
+namespace {
+
+using Sentence = QString (*)(const PaneFacts &);
+using Change = std::function<void(PaneFacts &)>;
+
+/// Connected, on, two cameras, the idle Kitchen chosen.
+PaneFacts usual()
+{
+    PaneFacts facts;
+    facts.isConnected = true;
+    facts.isSelectionRemovable = true;
+    facts.cameras = QStringList{QStringLiteral("Kitchen"), QStringLiteral("Desk")};
+    facts.selectedName = QStringLiteral("Kitchen");
+    facts.selectedStatus = QStringLiteral("Not Streaming");
+    return facts;
+}
+
+void empty(PaneFacts &facts)
+{
+    facts.cameras.clear();
+    facts.selectedName = QString();
+    facts.selectedStatus = QString();
+}
+
+const char *const NoAgent =
+    "The camera agent is not running. Leave this page and open it again to start the agent.";
+const char *const HowToChoose =
+    "To choose a camera with the keyboard, open Camera Actions, then Choose Camera.";
+
+struct Row {
+    const char *state;
+    Sentence sentence;
+    Change change;
+    const char *expected;
+};
+
+using S = PaneSentences;
+
+const Row Rows[] = {
+    {"no agent, empty list", &S::emptyList, [](auto &f) { empty(f), f.isConnected = false; }, NoAgent},
+    {"no agent, though a search went on", &S::emptyList,
+     [](auto &f) { empty(f), f.isConnected = false, f.isSearching = true; }, NoAgent},
+    {"off", &S::emptyList, [](auto &f) { empty(f), f.isOn = false; }, "KS-7 is switched off."},
+    {"no Bluetooth", &S::emptyList, [](auto &f) { empty(f), f.isBluetoothOff = true; }, "Bluetooth is off."},
+    {"searching", &S::emptyList, [](auto &f) { empty(f), f.isSearching = true; }, "Searching for cameras…"},
+    {"none found", &S::emptyList, empty, "No cameras found. Choose + to search."},
+
+    {"chosen", &S::hint, [](auto &) {}, ""},
+    {"none chosen", &S::hint, [](auto &f) { f.selectedName = QString(); },
+     "Choose a camera in the list to use it."},
+    {"none chosen, but off", &S::hint, [](auto &f) { f.selectedName = QString(), f.isOn = false; }, ""},
+    {"none to choose", &S::hint, empty, ""},
+
+    {"list", &S::listDescription, [](auto &) {}, HowToChoose},
+    {"empty list", &S::listDescription, empty, "No cameras found. Choose + to search."},
+    {"list, off", &S::listDescription, [](auto &f) { f.isOn = false; }, "KS-7 is switched off."},
+
+    {"no preview", &S::caption, [](auto &) {}, "Preview is off"},
+    {"streaming", &S::caption, [](auto &f) { f.isPreviewing = f.isSelectionStreaming = true; },
+     "Picture of Kitchen"},
+    {"idle", &S::caption, [](auto &f) { f.isPreviewing = true; },
+     "Waiting for the picture of Kitchen: Not Streaming"},
+    {"preview of nothing", &S::caption, [](auto &f) { empty(f), f.isPreviewing = true; },
+     "Waiting for a picture: no camera is chosen"},
+    {"preview after a failed start", &S::caption,
+     [](auto &f) { f.isPreviewing = true, f.hasPicture = false; },
+     "No picture: the first start failed. Restart this application to try again."},
+    {"a long name", &S::caption,
+     [](auto &f) {
+         f.isPreviewing = f.isSelectionStreaming = true;
+         f.selectedName = QStringLiteral("a").repeated(30) + QStringLiteral("\U0001F4F7").repeated(30);
+     },
+     "Picture of aaaaaaaaaaaaaaaaaaaa…\U0001F4F7\U0001F4F7\U0001F4F7\U0001F4F7\U0001F4F7\U0001F4F7\U0001F4F7"
+     "\U0001F4F7\U0001F4F7\U0001F4F7\U0001F4F7\U0001F4F7\U0001F4F7\U0001F4F7\U0001F4F7\U0001F4F7\U0001F4F7"
+     "\U0001F4F7\U0001F4F7\U0001F4F7"},
+
+    {"+", &S::addButton, [](auto &) {}, "Search for cameras to add"},
+    {"+ in use", &S::addButton, [](auto &f) { f.isPreferredStreaming = true; },
+     "Cameras can be added only while no camera is in use"},
+    {"+ without agent", &S::addButton, [](auto &f) { f.isConnected = false; }, NoAgent},
+    {"−", &S::removeButton, [](auto &) {}, "Remove the selected camera"},
+    {"− in use", &S::removeButton, [](auto &f) { f.isSelectionRemovable = false; },
+     "A camera can be removed only while it is not in use"},
+    {"− without a choice", &S::removeButton, empty, "Remove the selected camera: none is selected"},
+    {"− off", &S::removeButton, [](auto &f) { f.isOn = false; }, "KS-7 is switched off."},
+    {"gear", &S::actionsButton, [](auto &) {}, "Camera actions"},
+    {"gear without cameras", &S::actionsButton, empty, "Camera actions: no camera is listed"},
+    {"gear without agent", &S::actionsButton, [](auto &f) { empty(f), f.isConnected = false; }, NoAgent},
+    {"start", &S::startButton, [](auto &) {}, "Show the live picture and its sound levels here"},
+    {"stop", &S::startButton, [](auto &f) { f.isPreviewing = true; },
+     "End the live picture and its sound levels"},
+    {"start without a choice", &S::startButton, [](auto &f) { f.selectedName = QString(); },
+     "Choose a camera in the list first"},
+    {"start without Bluetooth", &S::startButton, [](auto &f) { f.isBluetoothOff = true; },
+     "Bluetooth is off."},
+    {"nothing to notice", &S::notice, [](auto &) {}, ""},
+    {"Bluetooth lost", &S::notice, [](auto &f) { f.isBluetoothOff = true; },
+     "Bluetooth is off. Turn it on to use your cameras."},
+};
+
+struct NewsRow {
+    const char *what;
+    Change before;
+    Change now;
+    const char *expected;
+};
+
+const NewsRow NewsRows[] = {
+    {"nothing", [](auto &) {}, [](auto &) {}, ""},
+    {"the first list", [](auto &f) { empty(f), f.isConnected = false; }, [](auto &) {}, ""},
+    {"the agent is lost", [](auto &) {}, [](auto &f) { empty(f), f.isConnected = false; }, NoAgent},
+    {"a search begins", [](auto &) {}, [](auto &f) { f.isSearching = true; }, "Searching for cameras…"},
+    {"a search finds a camera", [](auto &f) { f.isSearching = true; },
+     [](auto &f) { f.isSearching = true, f.cameras.append(QStringLiteral("Hall")); }, "New camera: Hall"},
+    {"a search finds one of the same name", [](auto &) {},
+     [](auto &f) { f.cameras.append(QStringLiteral("Desk")); }, "New camera: Desk"},
+    {"a search ends", [](auto &f) { f.isSearching = true; }, [](auto &) {}, "The search has ended."},
+    {"a search ends in vain", [](auto &f) { empty(f), f.isSearching = true; }, empty,
+     "No cameras found. Choose + to search."},
+    {"the preview ends", [](auto &f) { f.isPreviewing = true; }, [](auto &) {}, "Preview is off"},
+    {"the preview begins", [](auto &) {}, [](auto &f) { f.isPreviewing = f.isSelectionStreaming = true; },
+     "Picture of Kitchen"},
+};
+
+} // namespace
+
+/// Which sentence each state of the pane gets.
+class PaneSentencesTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void eachStateHasItsSentence_data()
+    {
+        QTest::addColumn<int>("row");
+        for (int row = 0; row < int(std::size(Rows)); ++row)
+            QTest::newRow(Rows[row].state) << row;
+    }
+    void eachStateHasItsSentence()
+    {
+        QFETCH(int, row);
+        PaneFacts facts = usual();
+        Rows[row].change(facts);
+        QCOMPARE(Rows[row].sentence(facts), QString::fromUtf8(Rows[row].expected));
+    }
+
+    void aScreenReaderSaysWhatIsNew_data()
+    {
+        QTest::addColumn<int>("row");
+        for (int row = 0; row < int(std::size(NewsRows)); ++row)
+            QTest::newRow(NewsRows[row].what) << row;
+    }
+    void aScreenReaderSaysWhatIsNew()
+    {
+        QFETCH(int, row);
+        PaneFacts before = usual();
+        PaneFacts now = usual();
+        NewsRows[row].before(before);
+        NewsRows[row].now(now);
+        QCOMPARE(PaneSentences::news(before, now), QString::fromUtf8(NewsRows[row].expected));
+    }
+};
+
+QTEST_GUILESS_MAIN(PaneSentencesTest)
+#include "PaneSentences_test.moc"
