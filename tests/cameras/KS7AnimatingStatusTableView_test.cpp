@@ -341,6 +341,16 @@ private Q_SLOTS:
         QCOMPARE(table().numberOfRows(), 2);
     }
 
+    void reloadedRowsArePaintedAnew()
+    {
+        showCameras(3);
+        PaintWatch paints(table().viewport());
+        QVERIFY(paints.begin());
+        table().reloadData();
+        QTRY_VERIFY_WITH_TIMEOUT(paints.count > 0, Timeout);
+        QVERIFY(paints.all.contains(spotInRow(2)));
+    }
+
     void reloadingKeepsTheSelectionAndThePlace()
     {
         showCameras(200);
