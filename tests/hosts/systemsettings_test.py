@@ -65,6 +65,11 @@ class SystemSettingsTest(unittest.TestCase):
         settings.wait_for("Add Camera")
         accessible.wait_until(lambda: settings.names("table cell"), "a camera", details=settings.dump)
 
+    def quit(self, settings):
+        settings.wait_active()
+        accessible.key("ctrl+q")
+        return settings.wait_ended()
+
     def showings(self):
         return sum(post.startswith(SHOWING) for post in self.agent.recordedPosts())
 
@@ -96,8 +101,7 @@ class SystemSettingsTest(unittest.TestCase):
                 self.choose(settings, "KS-7")
                 self.wait_for_cameras(settings)
             self.assertEqual(self.showings() - before, 10)
-            accessible.key("ctrl+q")
-            self.assertEqual(settings.wait_ended(), 0)
+            self.assertEqual(self.quit(settings), 0)
 
     def test_has_its_title_and_no_buttons_of_settings_that_are_applied(self):
         with system_settings("kcm_ks7") as settings:
@@ -154,8 +158,7 @@ class SystemSettingsTest(unittest.TestCase):
         for name, begin in (("a sheet", self.open_and_leave_sheet), ("a preview", self.start_preview)):
             with self.subTest(name), self.settings_without_warnings() as settings:
                 begin(settings)
-                accessible.key("ctrl+q")
-                self.assertEqual(settings.wait_ended(), 0)
+                self.assertEqual(self.quit(settings), 0)
 
     def test_closing_under_a_sheet_ends_the_program_well_when_the_sheet_is_left(self):
         with self.settings_without_warnings() as settings:
@@ -163,9 +166,7 @@ class SystemSettingsTest(unittest.TestCase):
             SCREEN.close(next(window for window in settings.windows() if window.title != "Camera Properties"))
             accessible.key("alt+F4")
             settings.wait_gone("Camera ID:", role="text")
-            settings.wait_active()
-            accessible.key("ctrl+q")
-            self.assertEqual(settings.wait_ended(), 0)
+            self.assertEqual(self.quit(settings), 0)
 
     def test_the_end_of_the_session_under_a_sheet_ends_the_program_well(self):
         with self.settings_without_warnings() as settings:
