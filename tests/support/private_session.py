@@ -106,7 +106,8 @@ class Session:
         deadline = time.monotonic() + START_TIMEOUT
         while not condition():
             if time.monotonic() > deadline:
-                sys.exit(f"private_session: {what} did not start; see {self.folder}")
+                self.print_logs()
+                sys.exit(f"private_session: {what} did not start")
             time.sleep(0.02)
 
     def start_bus(self, kind):
@@ -128,7 +129,8 @@ class Session:
         number = self.display_number(reader)
         os.close(reader)
         if not number:
-            sys.exit(f"private_session: the display did not start; see {self.folder}")
+            self.print_logs()
+            sys.exit("private_session: the display did not start")
         self.env["DISPLAY"] = f":{number}"
         self.env["QT_QPA_PLATFORM"] = "xcb"
 
@@ -208,7 +210,12 @@ class Session:
         dead = [process for process in self.processes if process.poll() is not None]
         for process in dead:
             print(f"private_session: {process.args[0]} ended with {process.returncode}", file=sys.stderr)
-        for log in sorted(self.folder.glob("*.log")) if dead else ():
+        if dead:
+            self.print_logs()
+
+    def print_logs(self):
+        """The last words of every server. The session's folder is removed at the end."""
+        for log in sorted(self.folder.glob("*.log")):
             print(f"{log.name}:", *log.read_text(errors="replace").splitlines()[-10:], sep="\n  ", file=sys.stderr)
 
     def end(self):
