@@ -1,5 +1,5 @@
-# Files installed beside the programs, and the two Debian packages that cpack makes: the pane with its hosts, and the
-# stand-in agent.
+# Files installed beside the programs, and the three Debian packages that cpack makes: the pane with its hosts, the
+# stand-in agent, and what the writer of an agent needs.
 set(KS7_MAINTAINER "Orvex Network <support@orvex.example>" CACHE STRING "Maintainer of the packages")
 set(KS7_RELEASE_DATE 2026-11-21)
 set(KS7_CHANGELOG_DATE "Sat, 21 Nov 2026 12:00:00 +0000")
@@ -31,15 +31,36 @@ install(FILES ${packaging}/com.orvex.ks7_preferences.metainfo.xml
 install(FILES ${resources}/desktop/ks7-preferences.categories
         DESTINATION ${CMAKE_INSTALL_DATADIR}/qlogging-categories${KS7_QT_VERSION})
 ks7_install_manual(ks7-preferences.1 preferences)
+ks7_install_manual(ks7-agent-check.1 development)
 if(KS7_BUILD_SIMULATOR)
+  # Manual pages want hyphens and backslashes marked.
+  file(READ ${PROJECT_SOURCE_DIR}/simulator/ShellLines.txt KS7_SHELL_LINES)
+  string(STRIP "${KS7_SHELL_LINES}" KS7_SHELL_LINES)
+  string(REPLACE "-" "\\-" KS7_SHELL_LINES "${KS7_SHELL_LINES}")
   ks7_install_manual(ks7-agent-simulator.1 simulator)
+  configure_file(${resources}/desktop/com.orvex.KS7AgentServer.service.in
+                 ${packaging}/com.orvex.KS7AgentServer.service @ONLY)
+  install(FILES ${packaging}/com.orvex.KS7AgentServer.service
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/dbus-1/services COMPONENT simulator)
 endif()
+
+# For those who write an agent: the interfaces, the page about them, and an example.
+configure_file(${PROJECT_SOURCE_DIR}/agent/ks7-agent.pc.in ${packaging}/ks7-agent.pc @ONLY)
+install(FILES ${packaging}/ks7-agent.pc DESTINATION ${CMAKE_INSTALL_DATADIR}/pkgconfig COMPONENT development)
+install(FILES ${PROJECT_SOURCE_DIR}/agent/com.orvex.KS7DeviceControllerProxy.xml
+              ${PROJECT_SOURCE_DIR}/agent/com.orvex.TernUSBCommandControllerProxy.xml
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/dbus-1/interfaces COMPONENT development)
+install(FILES ${PROJECT_SOURCE_DIR}/docs/AGENT.md
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/ks7-agent-dev COMPONENT development)
+install(PROGRAMS ${PROJECT_SOURCE_DIR}/docs/examples/ks7_agent.py
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/ks7-agent-dev/examples COMPONENT development)
 
 if(EXISTS /etc/debian_version)
   configure_file(${resources}/debian/copyright.in ${packaging}/copyright @ONLY)
   configure_file(${resources}/debian/changelog.in ${packaging}/changelog.Debian @ONLY)
   ks7_compress(${packaging}/changelog.Debian)
   ks7_install_debian_documents(ks7-preferences preferences)
+  ks7_install_debian_documents(ks7-agent-dev development)
   if(KS7_BUILD_SIMULATOR)
     ks7_install_debian_documents(ks7-agent-simulator simulator)
   endif()
@@ -55,7 +76,7 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
-set(CPACK_COMPONENTS_ALL preferences)
+set(CPACK_COMPONENTS_ALL preferences development)
 if(KS7_BUILD_SIMULATOR)
   list(APPEND CPACK_COMPONENTS_ALL simulator)
 endif()
@@ -93,5 +114,14 @@ set(CPACK_DEBIAN_SIMULATOR_DESCRIPTION
 Takes the place of the camera agent on the session bus, with cameras of its
 own, so that the settings pane of the KS-7 can be tried, shown and tested
 without a camera.")
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME ks7-agent-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION devel)
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
+"interfaces and check of the camera agent of the KS-7 webcam
+For those who write an agent for the settings pane of the KS-7: its contract,
+the D-Bus interfaces with a pkg-config file, an example in Python, and
+ks7-agent-check, which checks an agent against the contract.")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "ks7-agent-simulator, python3-gi, pkg-config")
 
 include(CPack)

@@ -13,7 +13,7 @@ SOURCE = pathlib.Path(__file__).resolve().parents[2]
 BUILD = pathlib.Path(os.environ["KS7_BUILD"]) / "package"
 sys.path.insert(0, str(SOURCE / "tests/support"))
 import accessible  # noqa: E402
-from packages import PREFERENCES, QT, SIMULATOR, Packages, field, run  # noqa: E402
+from packages import DEVELOPMENT, PREFERENCES, QT, SIMULATOR, Packages, field, run  # noqa: E402
 
 MAINTAINER = "Some Body <somebody@vendor.example>"
 
@@ -117,7 +117,7 @@ class PackageTest(Packages, unittest.TestCase):
     # At last
 
     def test_zz_removing_leaves_nothing(self):
-        self.root.dpkg("--purge", PREFERENCES, SIMULATOR)
+        self.root.dpkg("--purge", PREFERENCES, SIMULATOR, DEVELOPMENT)
         self.assertEqual(self.root.leftovers(), [])
 
 

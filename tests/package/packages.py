@@ -1,11 +1,13 @@
 """Tests of the contents of the Debian packages, independent of how they were made."""
 
 import os
+import pathlib
 import re
 import subprocess
 
 PREFERENCES = "ks7-preferences"
 SIMULATOR = "ks7-agent-simulator"
+DEVELOPMENT = "ks7-agent-dev"
 QT = os.environ["KS7_QT_VERSION"]
 LIBRARIES = {
     "5": ("libqt5widgets5", "libqt5dbus5", "libkf5coreaddons5"),
@@ -43,8 +45,8 @@ class Packages:
         for pattern in patterns:
             self.assertTrue([path for path in files if re.fullmatch(pattern, path)], f"{pattern} not in {files}")
 
-    def test_there_are_two_packages(self):
-        self.assertEqual(set(self.packages), {PREFERENCES, SIMULATOR})
+    def test_there_are_three_packages(self):
+        self.assertEqual(set(self.packages), {PREFERENCES, SIMULATOR, DEVELOPMENT})
 
     def test_the_pane_is_where_its_hosts_look(self):
         self.assert_has(PREFERENCES, "/usr/bin/ks7-preferences", "/usr/lib/[^/]+/ks7/ks7pane.so",
@@ -61,6 +63,24 @@ class Packages:
     def test_the_simulator_has_its_own_package(self):
         self.assert_has(SIMULATOR, "/usr/bin/ks7-agent-simulator", "/usr/share/man/man1/ks7-agent-simulator.1.gz")
         self.assertEqual([path for path in self.files(PREFERENCES) if "simulator" in path], [])
+
+    def test_the_bus_can_start_the_simulator(self):
+        service = "usr/share/dbus-1/services/com.orvex.KS7AgentServer.service"
+        self.assert_has(SIMULATOR, f"/{service}")
+        entries = dict(line.split("=", 1) for line in (self.unpacked / service).read_text().splitlines() if "=" in line)
+        self.assertEqual(entries["Name"], "com.orvex.KS7AgentServer")
+        self.assertIn(entries["Exec"], self.files(SIMULATOR))
+
+    def test_the_writer_of_an_agent_has_all_in_one_package(self):
+        self.assert_has(DEVELOPMENT, "/usr/bin/ks7-agent-check", "/usr/share/man/man1/ks7-agent-check.1.gz",
+                        "/usr/share/doc/ks7-agent-dev/AGENT.md.*", "/usr/share/doc/ks7-agent-dev/examples/ks7_agent.py")
+        self.assertIn("libpipewire-0.3-0", field(self.packages[DEVELOPMENT], "Depends"))
+
+    def test_other_builds_find_the_interfaces(self):
+        folder = run("pkg-config", "--variable=interfaces_dir", "ks7-agent",
+                     env={**os.environ, "PKG_CONFIG_PATH": str(self.unpacked / "usr/share/pkgconfig")}).strip()
+        names = {file.name for file in pathlib.Path(folder).glob("*.xml")}
+        self.assertEqual(names, {"com.orvex.KS7DeviceControllerProxy.xml", "com.orvex.TernUSBCommandControllerProxy.xml"})
 
     def test_nothing_lies_outside_usr(self):
         for package in self.packages:
