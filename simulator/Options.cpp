@@ -1,6 +1,7 @@
 #include "simulator/Options.h"
 
 #include <QCommandLineParser>
+#include <QFile>
 
 #include <cstdio>
 #include <cstdlib>
@@ -26,7 +27,17 @@ half-way (-107); and so on in turn. Other codes: -101 no camera at the cable, -1
 One PipeWire node of class Video/Source shows a moving picture with the name of the camera that streams,
 and black while none does. Without PipeWire everything but the picture works.
 
-Tests script it through the interface com.orvex.KS7AgentSimulator at /com/orvex/KS7AgentSimulator.)";
+Tests script it through the interface com.orvex.KS7AgentSimulator at /com/orvex/KS7AgentSimulator. So does a shell;
+this shows a camera that streams, and ends:
+
+)";
+
+/// The same lines as in the manual page.
+QString shellLines()
+{
+    QFile file(QStringLiteral(":/simulator/ShellLines.txt"));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
 
 [[noreturn]] void complain(const QString &text)
 {
@@ -79,7 +90,7 @@ void declare(QCommandLineParser &parser)
 {
     const PictureSettings picture;
     const auto size = QStringLiteral("%1x%2").arg(picture.width).arg(picture.height);
-    parser.setApplicationDescription(QString::fromUtf8(Description));
+    parser.setApplicationDescription(QString::fromUtf8(Description) + shellLines());
     parser.addHelpOption();
     parser.addOptions({
         {QStringLiteral("scenario"),
