@@ -23,7 +23,7 @@ public:
     QLabel *version = nullptr;
     KSHandTextField *website = nullptr;
 
-    /// Fills version and web site; `workspace` is what a click on the site opens it with.
+    /// Fills in the version and the link to the web site. A click on the link opens it with `workspace`.
     void awakeFromNib(const platform::Bundle &bundle, std::shared_ptr<platform::Workspace> workspace);
 
     /// What "Copy Diagnosis" puts on the clipboard.

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <functional>
 
-/// A line of text that opens a web page when it is clicked, or by Return or the space bar.
+/// A line of text that opens a web page on a click, Return or the space bar.
 class KSHandTextField : public LinkLabel {
     Q_OBJECT
 public:
@@ -14,7 +14,7 @@ public:
 
     /// Called once for each press and release inside the field.
     void setAction(std::function<void()> action) { mAction = std::move(action); }
-    /// Does what a click does; for the keyboard and for assistive tools.
+    /// Opens the page, as a click does. For the keyboard and assistive technology.
     void performClick();
     [[nodiscard]] bool acceptsFirstMouse() const { return false; }
     void resetCursorRects();

@@ -20,7 +20,7 @@ UpdateStrip::UpdateStrip(UpdateOffer &offer, QWidget *parent)
     setObjectName(QStringLiteral("updateStrip"));
     setFrameShape(QFrame::StyledPanel);
     mMessage->setObjectName(QStringLiteral("updateMessage"));
-    // The reason of a failure is somebody else's text.
+    // The text of a failure comes from the package service, so show it as plain text.
     mMessage->setTextFormat(Qt::PlainText);
     mMessage->setWordWrap(true);
     mProgress->setObjectName(QStringLiteral("updateProgress"));
@@ -65,7 +65,7 @@ void UpdateStrip::follow()
 void UpdateStrip::say(Stage stage)
 {
     setAccessibleName(message());
-    // Progress is not news: only a new stage is told to a screen reader.
+    // Announce a new stage only: a screen reader would read every change of the percentage.
     if (stage != mShown)
         announce(this, message());
     mShown = stage;
@@ -73,7 +73,7 @@ void UpdateStrip::say(Stage stage)
 
 void UpdateStrip::showProgress(int percentage)
 {
-    // An empty range is the bar's way of saying that something goes on.
+    // QProgressBar with an empty range shows that the end is unknown.
     const bool known = percentage != UpdateOffer::UnknownPercentage;
     mProgress->setRange(0, known ? 100 : 0);
     mProgress->setValue(known ? percentage : -1);

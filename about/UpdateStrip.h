@@ -9,12 +9,12 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 
-/// The strip at the top of the pane that offers an update and follows its installation; hidden while there is
-/// nothing to say.
+/// The strip at the top of the pane that offers an update and shows the progress of its installation. Hidden
+/// without an offer.
 class UpdateStrip final : public QFrame {
     Q_OBJECT
 public:
-    /// `offer` may go before the strip does: the strip then stays as it is.
+    /// `offer` may be destroyed before the strip, which then no longer changes.
     explicit UpdateStrip(platform::UpdateOffer &offer, QWidget *parent = nullptr);
 
 private:

@@ -4,9 +4,9 @@
 
 #include <cstdint>
 
-/// What pane and agent must agree on besides the two interfaces and the notifications.
+/// Constants that pane and agent share besides the two interfaces and the notifications.
 
-/// The state of a camera, in the agent's numbers.
+/// Status numbers of a camera.
 enum KS7CamStatus : std::int32_t {
     kKS7CamNotFound = 0,
     kKS7CamNotStreaming = 1,
@@ -16,7 +16,7 @@ enum KS7CamStatus : std::int32_t {
     kKS7CamError = 5,
 };
 
-/// The preferences domain that both write.
+/// The preferences domain that both programs write.
 namespace KS7Domain {
 
 inline const QString Name = QStringLiteral("com.orvex.KS7Agent");

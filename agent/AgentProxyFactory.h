@@ -10,7 +10,8 @@ namespace platform {
 class RootProxy;
 }
 
-/// Fixes the interface of a root proxy, so that its calls need no further exchange with the peer.
+/// Makes typed proxies of a root proxy. Their calls ask neither the bus nor the agent for the interface
+/// first.
 class AgentProxyFactory {
 public:
     virtual ~AgentProxyFactory() = default;

@@ -10,13 +10,14 @@
 #include <QVariant>
 #include <QWidget>
 
-/// Puts a pane's view into a widget of the host, the place, and tells the pane once when the place appears on
-/// screen and once when it disappears. The pane outlives the place, so the view is taken out before the place
-/// is destroyed. Of several places, the latest one made or shown holds the view; only that one tells the
+/// Puts the pane's view into a widget of the host, the place. Tells the pane once when the place is shown
+/// and once when it is hidden. The pane outlives the place, so the view is taken out before the place is
+/// destroyed. With several places, the view moves to the one made or shown last; only that one tells the
 /// pane.
 class PaneOnScreen : public QObject {
 public:
-    /// `place` is empty. Either of the two may be destroyed first: a host that ends destroys the place first.
+    /// `place` must be empty. Place and PaneOnScreen may be destroyed in either order; a host that ends
+    /// destroys the place first.
     PaneOnScreen(platform::PreferencePane *pane, QWidget *place)
         : mPane(pane)
         , mPlace(place)
@@ -34,7 +35,7 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        // Spontaneous events come from minimising and restoring the window; the pane stays connected.
+        // Spontaneous events come from minimising and restoring the window. A minimised pane counts as shown.
         if (!event->spontaneous() && event->type() == QEvent::Show)
             QTimer::singleShot(0, this, [this] { selectIfVisible(); });
         else if (!event->spontaneous() && event->type() == QEvent::Hide)
@@ -71,7 +72,8 @@ private:
         mPane->mainView()->setProperty(Holder, QVariant());
     }
 
-    // Runs after the show event: selecting may wait for the agent and open a sheet, which needs the window.
+    // Queued until after the show event: willSelect() may block on the agent and open a sheet, which needs a
+    // visible window.
     void selectIfVisible()
     {
         if (mSelected || !mPlace || !mPlace->isVisible())

@@ -28,10 +28,10 @@ extern QString *gAppName;
 /// with a flag. Any thread may log; lines never interleave.
 class KS7OrvexLogger {
 public:
-    /// The name set, else the name of the running program.
+    /// The name given to setAppName(), else the name of the running program.
     static QString getAppName();
     static void setAppName(const QString &name);
-    /// The parent of every application's log folder; it may not exist.
+    /// The folder that contains one log folder for each application. It may not exist.
     static QString logFolder();
     /// Makes a logger and sets it as the default one. The previous default logger stays alive.
     static KS7OrvexLogger *createDefaultLoggerToFile(bool toFile, bool toStdOut);
@@ -42,7 +42,7 @@ public:
     KS7OrvexLogger &operator=(const KS7OrvexLogger &) = delete;
     KS7OrvexLogger *initLoggingToFile(bool toFile, bool toStdOut);
 
-    /// Writes one line to every sink that is on. Any thread may call this and the operations below.
+    /// Writes one line to every sink that is on. Thread-safe, as are the operations below.
     void log(const QString &message) { log(QStringView(message)); }
     void log(QStringView message);
     /// Writes a separator with the date and time to the file, then flushes.
@@ -55,9 +55,10 @@ public:
     void setLogToFile(bool logToFile);
     void setLogToStdOut(bool logToStdOut) { mLogToStdOut = logToStdOut; }
     void setLogToConsole(bool logToConsole) { mLogToConsole = logToConsole; }
-    /// A folder other than the current one gets a new file at once, even while file logging is off.
+    /// Selects the folder of the log files. A different folder starts a new file at once, even while file
+    /// logging is off.
     void setLogFileLocation(const QString &path);
-    /// Opens the current file, if it still exists, in the user's program for it.
+    /// Opens the current file, if it still exists, in the user's default program.
     void openLogFile();
     /// Shows the current file, if it still exists, selected in the file manager.
     void revealLogFile();

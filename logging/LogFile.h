@@ -5,7 +5,8 @@
 
 #include <memory>
 
-/// An open log file, written by any thread: each line is one appending write, whole or not there at all.
+/// An open log file for any number of threads. Each line is one appending write: it is stored whole or not at
+/// all.
 class LogFile {
 public:
     /// Creates an empty file or truncates the existing one. A failure shows in open().

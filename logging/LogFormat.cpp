@@ -12,12 +12,12 @@
 namespace LogFormat {
 namespace {
 
-// Bounds the memory that a width or a precision can ask for.
+// Limits the memory that a large width or precision can allocate.
 constexpr int LongestField = 4096;
 constexpr int NotGiven = -1;
 const QString Null = QStringLiteral("(null)");
 
-/// A copy of the variable arguments that several functions take from, in turn.
+/// A copy of the variable arguments. Several functions take arguments from it in turn.
 class Arguments {
 public:
     explicit Arguments(va_list source) { va_copy(mList, source); }

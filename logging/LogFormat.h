@@ -5,16 +5,16 @@
 
 #include <cstdarg>
 
-/// Formats text. Anything but a known conversion is copied as it stands.
+/// Formats text. Unknown conversions are copied unchanged.
 namespace LogFormat {
 
-/// Knows `%@` for a `const QString *`, and of printf the integers and reals of each length, `%c`, UTF-8 `%s`,
-/// `%p` and `%%` with flags, width and precision. Stops converting at the first unknown conversion, since the
-/// types of the arguments from there on are unknown.
+/// Supports `%@` for a `const QString *` and these conversions of printf: integers and reals of each length,
+/// `%c`, UTF-8 `%s`, `%p` and `%%`, with flags, width and precision. Stops at the first unknown conversion,
+/// because the types of the arguments after it are unknown.
 QString format(const char16_t *format, va_list arguments);
 
-/// What printf() prints for the format `text` without arguments: `%%` becomes a percent sign, `%m` the text
-/// of `error`. Every other conversion is copied as it stands.
+/// The output of printf() for the format `text` without arguments: `%%` becomes a percent sign and `%m` the
+/// text of `error`. Every other conversion is copied unchanged.
 QByteArray withoutArguments(const QByteArray &text, int error);
 
 } // namespace LogFormat

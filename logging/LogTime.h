@@ -5,7 +5,7 @@
 
 #include <ctime>
 
-/// Local time in log files and their names. A new time zone is noticed while the process runs.
+/// Local time for log files and their names. Follows a change of the time zone while the process runs.
 namespace LogTime {
 
 /// "2009-03-14 at 09.05.07"

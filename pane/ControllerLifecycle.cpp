@@ -29,7 +29,7 @@ KS7SettingsWindowController::KS7SettingsWindowController(platform::Services serv
 
 KS7SettingsWindowController::~KS7SettingsWindowController()
 {
-    // A firmware wait may still be on the stack.
+    // A nested event loop that waits for a firmware update may still be on the stack.
     mServices.runLoop->wake();
 }
 
@@ -90,7 +90,7 @@ void KS7SettingsWindowController::registerDistributedObservers()
     observe(center, Names::FoundBluetooth, &Controller::ks7FoundBluetooth);
     center.addObserver(this, Names::ChangedOptimizedPreference,
                        [this](const Notification &) { setupOptimizePopup(); });
-    // While the bus was away, nobody heard the agent announce its start.
+    // While the bus was away, the agent's start notification could not arrive.
     mServices.connections->whenFoundAgain(RemoteNames::AgentServer, [this] {
         agentStarted({Names::AgentStarted, nullptr, {}});
     });
@@ -147,7 +147,7 @@ void KS7SettingsWindowController::prefPaneDidHide()
 
 void KS7SettingsWindowController::makeItKey(void *)
 {
-    // A pane hidden meanwhile is in no window, and must not take the focus from the host's other pages.
+    // A pane hidden meanwhile has no window and must not take the focus from the host's other pages.
     if (outlets.cameraListTable->isVisible())
         outlets.cameraListTable->setFocus(Qt::OtherFocusReason);
 }

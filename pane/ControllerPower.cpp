@@ -46,7 +46,7 @@ void KS7SettingsWindowController::allowPowerChange(void *messageArgument)
 
 void KS7SettingsWindowController::systemWokeFromSleep()
 {
-    // The preview stays off until it is asked for, and the link to the agent was never closed.
+    // Waking does not restart the preview; the user does. The link to the agent was not closed for sleep.
 }
 
 void KS7SettingsWindowController::goingToSleep(const Notification &)

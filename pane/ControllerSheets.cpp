@@ -21,7 +21,7 @@ void KS7SettingsWindowController::beginAlert(const platform::AlertSheet &alert)
 
 void KS7SettingsWindowController::sheetDidEnd(QWidget *sheet, int, void *)
 {
-    // Focus on the sheet itself makes an edited field close its cursor and input method.
+    // Moves the focus to the sheet itself, so that an edited field hides its cursor and input method.
     sheet->setFocus(Qt::OtherFocusReason);
     sheet->hide();
 }

@@ -8,14 +8,15 @@
 
 class AgentProxyFactory;
 
-/// What the pane finds on this machine, as plain text for a bug report. Its readers are developers, so it is
-/// not translated; it holds no passkey and no value of a setting. Nothing is started for it, and whoever does
-/// not answer is waited for a few seconds at most.
+/// What the pane finds on this machine, as plain text for a bug report. It is for developers and not
+/// translated, and contains no passkey and no setting's value. It starts no service and waits for a service
+/// that hangs a few seconds at most.
 class Diagnosis {
 public:
     Diagnosis(platform::Services services, std::shared_ptr<AgentProxyFactory> protocols);
 
-    /// The report, one finding a line; complete also when nothing at all is there. Needs no display.
+    /// The report, one finding per line; complete even on a machine without bus, agent and PipeWire. Needs no
+    /// display.
     QString report();
 
 private:

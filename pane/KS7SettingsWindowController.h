@@ -40,7 +40,7 @@ public:
 
     // Link: finding, keeping and losing the agent (agent/) -----------------------------------------------
 
-    /// Connects to the agent if not connected; launches it once and waits up to 21 tenths of a second.
+    /// Connects to the agent if not connected. Launches it once and tries for 2.1 seconds; blocks meanwhile.
     void setupConnections();
     void closeConnections();
     void connectionDidDie(const Notification &notification);
@@ -55,7 +55,7 @@ public:
     // List: snapshot, table, selection, discovery (cameras/) ---------------------------------------------
 
     void setupCameraStatus();
-    /// The one refresh: reads the agent's list again and settles every control by it.
+    /// Reads the agent's list again and updates every control. All refreshes go through this function.
     void cameraStatusChanged();
     void copyCamerasLocal();
     [[nodiscard]] const QHash<QString, std::shared_ptr<KS7Cam>> &cameras() const override
@@ -66,7 +66,7 @@ public:
     int numberOfRowsInTableView(const QObject *table) override;
     QVariant tableViewObjectValue(const QObject *table, const QString &column, int row) override;
     void tableViewSelectionDidChange(const Notification &notification) override;
-    /// The selected row's address, else the clicked row's, else a null string.
+    /// Address of the selected row, else of the clicked row, else a null string.
     QString selectedCamAddress();
     std::shared_ptr<KS7Cam> selectedCam();
     void pickPreferredCamera();
@@ -88,9 +88,9 @@ public:
 
     // Settings (settings/) -------------------------------------------------------------------------------
 
-    /// The stored video size, 1 when there is none.
+    /// The stored video size; 1 when none is stored.
     static int sizeIndexFromKS7Prefs(platform::UserDefaults &defaults);
-    /// Megahertz; 0 when the clock cannot be read.
+    /// Nominal processor clock in megahertz; 0 when it is unknown.
     static int getCPUMhz(platform::ProcessorClock &clock);
     static bool forceQVGA(platform::ProcessorClock &clock);
     static bool shouldDebugLog(platform::UserDefaults &defaults);
@@ -112,7 +112,7 @@ public:
     void propertiesOkay(QObject *sender);
     void propertiesCancel(QObject *sender);
     void ignoreCamera(QObject *sender);
-    /// Every sheet of the pane ends here.
+    /// End handler of every sheet of the pane.
     void sheetDidEnd(QWidget *sheet, int returnCode, void *contextInfo);
 
     void changePIN(QObject *sender);
@@ -156,13 +156,13 @@ public:
     void installSleepNotification();
     void systemWillSleep();
     void systemWokeFromSleep();
-    /// Answers the power message that brought `messageArgument`.
+    /// Acknowledges the power message that delivered `messageArgument`.
     void allowPowerChange(void *messageArgument);
     void goingToSleep(const Notification &notification);
     void userSessionDidResignActive(const Notification &notification);
     void userSessionDidBecomeActive(const Notification &notification);
 
-    // Read by those who watch the pane: tests, the diagnosis of the stand-alone host.
+    // State for tests and for the stand-alone host's diagnosis.
     [[nodiscard]] bool isConnected() const { return bool(mSharedDeviceController); }
     [[nodiscard]] bool isStreaming() const { return mStreaming; }
     [[nodiscard]] bool isSwitchedOut() const { return mSwitchedOut; }
@@ -178,14 +178,14 @@ private:
     void observe(platform::NotificationCenter &center, const QString &name, Handler handler);
     void registerDistributedObservers();
     void registerLocalObservers();
-    /// The agent's root object, null after the last attempt.
+    /// The agent's root object; null after the last failed attempt.
     std::shared_ptr<platform::RootProxy> reachAgent();
     void beginSheet(platform::Sheet *sheet);
     void beginAlert(const platform::AlertSheet &alert);
     bool isOptionHeld();
     void startFirmwareUpdate();
-    /// Runs the event loop until the update is over. False when the host quits, the controller is gone, or
-    /// the sheet was opened again: the caller must then leave the sheet alone.
+    /// Runs the event loop until the update is over. Returns false when the host quits, the controller is
+    /// destroyed or the sheet is opened again. The caller must then not touch the sheet.
     bool waitForFirmwareUpdate();
     void setFirmwareStep(std::int32_t step);
     void firmwareUpdateIsOver();
@@ -201,7 +201,7 @@ private:
     std::shared_ptr<platform::Connection> mAgentConnection;
     std::shared_ptr<platform::Connection> mAgentConnectionUSB;
     std::int32_t mFirmwareStep = 0;
-    /// Counts the openings of the firmware sheet, so that a wait knows whether the sheet is still its own.
+    /// Counts how often the firmware sheet was opened. A wait compares it to detect a newer sheet.
     std::uint32_t mFirmwareOpening = 0;
     bool mSwitchedOut = false;
     bool mBluetoothOff = false;
@@ -212,10 +212,10 @@ private:
     std::shared_ptr<AgentProxyFactory> mProtocols;
 };
 
-/// The handle that power messages are answered with.
+/// Handle for allowPowerChange().
 extern std::uint32_t root_port;
 /// The argument of the last will-sleep message, kept until it is acknowledged.
 extern void *gMessageArgument;
 
-/// Hands power messages to the controller, which is the refcon.
+/// Callback of registerForSystemPower(): forwards to the controller, which is the refcon.
 void MySleepCallBack(void *refcon, std::uint32_t service, std::uint32_t messageType, void *messageArgument);

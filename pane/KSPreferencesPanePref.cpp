@@ -44,7 +44,7 @@ KSPreferencesPanePref *KSPreferencesPanePref::initWithBundle(const platform::Ser
 
 QWidget *KSPreferencesPanePref::mainWindow() const
 {
-    // Between two places of a host the view is in no window, and no window either.
+    // An unparented view is technically a top-level widget; do not treat it as a window.
     return mainView() && mainView()->parentWidget() ? mainView()->window() : nullptr;
 }
 

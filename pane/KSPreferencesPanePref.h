@@ -15,19 +15,19 @@ class AgentProxyFactory;
 /// The principal class: the one pane of the process. Forwards showing and hiding to the controller.
 class KSPreferencesPanePref : public platform::PreferencePane {
 public:
-    /// The pane, null before one is initialised.
+    /// The pane; null until one is initialised.
     static KSPreferencesPanePref *shared();
 
     KSPreferencesPanePref();
     ~KSPreferencesPanePref() override;
 
-    /// Records the pane as the shared one and does nothing else.
+    /// Records the pane as the shared one, without loading its interface.
     KSPreferencesPanePref *init();
     /// Records the pane as the shared one and loads its interface.
     KSPreferencesPanePref *initWithBundle(const platform::Services &services,
                                           std::shared_ptr<AgentProxyFactory> protocols);
     void awakeFromNib() { }
-    /// The window that shows the pane, null while none does.
+    /// The window that contains the pane; null while there is none.
     [[nodiscard]] QWidget *mainWindow() const;
     void willSelect() override;
     void didUnselect() override;

@@ -21,8 +21,8 @@ class Sheet;
 class SpinnerIndicator;
 }
 
-/// The controls that the interface files supply. Those that no logic reads stay, so that an interface
-/// that connects them still loads.
+/// The controls of the interface files. Unread ones stay: an interface file that connects them must still
+/// load.
 struct Outlets {
     QMenu *statusMenu = nullptr; // unread
     QSlider *audioBitrateSlider = nullptr; // unread
@@ -65,5 +65,5 @@ struct Outlets {
     PaneWords *words = nullptr;
 };
 
-/// The tags of the two items of the camera actions that need a camera at the cable.
+/// Tags of the two menu items that need a camera on the USB cable.
 enum PulldownMenuTag { ChangePasskeyTag = 34, UpdateFirmwareTag = 35 };

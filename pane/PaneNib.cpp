@@ -35,8 +35,8 @@ using Controller = KS7SettingsWindowController;
 
 namespace {
 
-/// Gives the focus to what a person will use first whenever its sheet comes up, with its text selected, and
-/// again when it can be used again.
+/// Focuses a control and selects its text when its sheet is shown, and again each time the control becomes
+/// enabled.
 class FirstResponder final : public QObject {
 public:
     FirstResponder(QWidget *widget, QWidget *sheet)
@@ -104,7 +104,7 @@ void setWidthInCharacters(platform::Sheet *sheet, int characters)
 
 constexpr int FirmwareSheetWidth = 80;
 
-/// The sheet that an interface file describes; it belongs to the view.
+/// Loads a sheet from its interface file. The view owns it.
 template <class InterfaceFile>
 platform::Sheet *makeSheet(InterfaceFile *file, QWidget *view)
 {
@@ -113,7 +113,7 @@ platform::Sheet *makeSheet(InterfaceFile *file, QWidget *view)
     return sheet;
 }
 
-/// As wide as high, whatever the theme makes of buttons with a text.
+/// Makes the button square, because styles widen buttons with a text.
 void makeSquare(QAbstractButton *button, int side)
 {
     button->setFixedSize(side, side);
@@ -140,7 +140,7 @@ PaneNib::PaneNib(const platform::Services &services, std::shared_ptr<AgentProxyF
 
 PaneNib::~PaneNib()
 {
-    // The host has taken the view into a window of its own, or nobody has.
+    // A parent widget deletes the view; delete it here only when it has none.
     if (mMainView && !mMainView->parent())
         delete mMainView;
 }
@@ -148,7 +148,7 @@ PaneNib::~PaneNib()
 void PaneNib::loadMainView()
 {
     mMainView = new QWidget;
-    // Made first, so that Tab comes to it first: it stands at the top, in the place of a menu bar.
+    // Created first, so that it is first in the Tab order. It is at the top, in place of a menu bar.
     auto *updateStrip = new UpdateStrip(mServices.updates->offer(), mMainView);
     Ui::PaneView ui;
     ui.setupUi(mMainView);
@@ -199,10 +199,10 @@ void PaneNib::placeWords()
 void PaneNib::dressListButtons()
 {
     const auto &outlets = mController->outlets;
-    // Without such an icon in the theme the sign stays.
+    // A theme without this icon leaves the sign that is the text of the button.
     outlets.pulldownMenu->setIcon(QIcon::fromTheme(QStringLiteral("configure"),
                                                    QIcon::fromTheme(QStringLiteral("preferences-system"))));
-    // A message that comes and goes moves nothing, least of all the window's edge.
+    // Keeps the space of a hidden message, so that showing it neither moves controls nor resizes the window.
     keepPlaceWhenHidden(outlets.discoveringMessage);
     const int side =
         std::max(outlets.addButton->sizeHint().height(), outlets.pulldownMenu->sizeHint().height());
@@ -272,7 +272,7 @@ void PaneNib::loadFirmwareSheet()
 
 namespace {
 
-/// Sends the action of a control to the controller, with the control as its sender.
+/// Connects a control to an action of the controller, which receives the control as its sender.
 template <class Control, class Signal>
 void connectAction(Control *control, Signal signal, Controller *controller,
                    void (Controller::*action)(QObject *))
@@ -281,7 +281,7 @@ void connectAction(Control *control, Signal signal, Controller *controller,
                      [controller, action, control] { (controller->*action)(control); });
 }
 
-/// A button and what a click on it does.
+/// A button and the action of its click.
 struct Click {
     QAbstractButton *button;
     void (Controller::*action)(QObject *);
@@ -293,14 +293,14 @@ void connectClicks(Controller *controller, std::initializer_list<Click> clicks)
         connectAction(click.button, &QAbstractButton::clicked, controller, click.action);
 }
 
-/// A check box and what its new state means. An assistive tool turns it over without a click on it; what the
-/// pane itself shows with it comes with its signals blocked.
+/// Connects a check box by toggled(), because assistive technology changes it without a click. The pane
+/// blocks the box's signals when it sets the state itself.
 void connectSwitch(Controller *controller, QCheckBox *box, void (Controller::*action)(QObject *))
 {
     connectAction(box, &QCheckBox::toggled, controller, action);
 }
 
-/// A button that no outlet holds.
+/// Finds a button of the sheet that has no outlet.
 QAbstractButton *buttonIn(const QWidget *sheet, const char *name)
 {
     return sheet->findChild<QAbstractButton *>(QLatin1String(name));
@@ -325,7 +325,7 @@ void PaneNib::fillPulldownMenu()
     menu->addSeparator();
     QObject::connect(menu->addAction(KS7SettingsWindowController::tr("About KS-7…")), &QAction::triggered,
                      controller, [this] { showAboutBox(); });
-    // An item that an assistive program has chosen closes the menu as a click on it does.
+    // Assistive technology triggers an item without a click, so close the menu here as a click does.
     QObject::connect(menu, &QMenu::triggered, menu, &QMenu::hide);
     controller->outlets.pulldownMenu->setMenu(menu);
 }

@@ -14,8 +14,8 @@ class QTranslator;
 class QWidget;
 class AgentProxyFactory;
 
-/// The pane's interface files, loaded: makes the view, the sheets and the objects behind them, connects
-/// outlets and actions, and wakes each object.
+/// The loaded interface files. Creates the view, the sheets and their objects, connects outlets and actions,
+/// and calls awakeFromNib() of each object.
 class PaneNib {
 public:
     PaneNib(const platform::Services &services, std::shared_ptr<AgentProxyFactory> protocols);
@@ -23,7 +23,7 @@ public:
 
     [[nodiscard]] QWidget *mainView() const { return mMainView; }
     [[nodiscard]] KS7SettingsWindowController *settingsWindowController() const { return mController.get(); }
-    /// Wakes every object, the controller last.
+    /// Calls awakeFromNib() of every object, the controller's last.
     void awake();
 
 private:
@@ -44,7 +44,7 @@ private:
     std::shared_ptr<AgentProxyFactory> mProtocols;
     std::unique_ptr<QTranslator> mTranslator;
     QWidget *mMainView = nullptr;
-    /// Belongs to the main view, wherever a host has put that.
+    /// Owned by the main view, wherever the host has put that.
     QPointer<KS7AboutBoxWindow> mAboutBox;
     std::unique_ptr<PaneWords> mWords;
     std::unique_ptr<KS7PreviewController> mPreviewController;

@@ -8,7 +8,8 @@
 
 namespace {
 
-/// The compiled translation that fits the language best, "de_AT" before "de"; empty when there is none.
+/// Path of the compiled translation that fits the language best ("de_AT" before "de"); empty when there is
+/// none.
 QString translationFile(const platform::Bundle &bundle, const QLocale &locale)
 {
     const QString language = locale.name();

@@ -11,8 +11,8 @@ namespace platform {
 
 class Bundle;
 
-/// What a settings host loads: one view, told when it comes on screen and when it goes.
-/// A pane is never destroyed; its view may be taken out of one window and put into another.
+/// The interface that a settings host loads: one view, and calls for its showing and hiding. A pane is never
+/// destroyed; its view may move from one window to another.
 class PreferencePane {
 public:
     virtual ~PreferencePane() = default;
@@ -28,16 +28,16 @@ private:
     QWidget *mMainView = nullptr;
 };
 
-/// The entry of a pane that is built as a plug-in.
+/// Interface of the plug-in's root object.
 class PreferencePaneFactory {
 public:
     virtual ~PreferencePaneFactory() = default;
 
-    /// For a host that runs in a process of its own: called once, before the QApplication is constructed.
+    /// Call once before the QApplication is constructed, in hosts that run in a process of their own.
     virtual void prepareProcess() = 0;
-    /// The process's one pane, created on the first call; the plug-in keeps it.
+    /// The process's one pane, owned by the plug-in. The first call creates it.
     virtual PreferencePane *pane() = 0;
-    /// For a host without a window: what the pane finds on this machine, as text for a bug report.
+    /// A report about this machine for a bug report. Needs no window.
     [[nodiscard]] virtual QString diagnose() const = 0;
 };
 

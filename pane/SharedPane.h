@@ -4,13 +4,13 @@
 
 class KSPreferencesPanePref;
 
-/// The process's one pane on the real desktop, created on the first call and never destroyed.
+/// The process's one pane with the real desktop services. The first call creates it; it is never destroyed.
 KSPreferencesPanePref *sharedPane();
 
-/// For a process of our own, before its QApplication: Qt's platform theme and accessibility bridge open the
-/// session bus without a time-out. When the bus keeps silent, Qt gets none until the process ends.
+/// Call before the QApplication is constructed, in a process of our own. Qt's platform theme and
+/// accessibility bridge open the session bus without a timeout. If the bus does not reply, Qt runs without it
+/// until the process ends.
 void keepToolkitOffSilentBus();
 
-/// What the pane would find on the real desktop, as plain text for a bug report; makes no pane and needs no
-/// display.
+/// The diagnosis of this machine as plain text. Creates no pane and needs no display.
 QString diagnosis();

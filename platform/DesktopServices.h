@@ -19,7 +19,7 @@ struct Product {
     std::shared_ptr<Bundle> bundle;
 };
 
-/// The services of this machine's desktop. What can wait is opened on first use.
+/// The services of this machine's desktop. Buses and devices are opened on first use.
 Services makeDesktopServices(const Product &product);
 
 } // namespace platform

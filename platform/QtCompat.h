@@ -8,7 +8,7 @@
 /// Functions whose names differ between Qt 5 and Qt 6.
 namespace platform {
 
-/// Where the pointer was, in the coordinates of the widget that receives the event.
+/// Position of the pointer in the coordinates of the receiving widget.
 inline QPoint positionOf(const QMouseEvent *event)
 {
 #if QT_VERSION_MAJOR >= 6
@@ -18,7 +18,7 @@ inline QPoint positionOf(const QMouseEvent *event)
 #endif
 }
 
-/// The icon's image for an area of that size on a device with that many pixels to each of its units.
+/// The icon's image of `size`, in logical pixels, for a device with `scale` device pixels per logical pixel.
 inline QPixmap pixmapOf(const QIcon &icon, const QSize &size, qreal scale)
 {
 #if QT_VERSION_MAJOR >= 6

@@ -19,7 +19,7 @@ class SoftwareUpdateFramework;
 class UserDefaults;
 class Workspace;
 
-/// Every desktop service that the pane uses. The composition root fills it in; tests put doubles there.
+/// Every desktop service that the pane uses. makeDesktopServices() fills it in; tests fill it with fakes.
 struct Services {
     std::shared_ptr<RunLoop> runLoop;
     std::shared_ptr<NotificationCenter> localCenter;

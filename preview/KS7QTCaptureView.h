@@ -2,11 +2,11 @@
 
 #include "platform/capture/Capture.h"
 
-/// The live picture while a session runs, black otherwise.
+/// Shows the frames of a running session, otherwise black.
 class KS7QTCaptureView : public platform::CaptureView {
     Q_OBJECT
 public:
-    /// Made hidden: the preview reveals it.
+    /// Created hidden; KS7PreviewController reveals it.
     explicit KS7QTCaptureView(QWidget *parent = nullptr);
 
     void awakeFromNib() { }

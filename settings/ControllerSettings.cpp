@@ -117,10 +117,10 @@ void KS7SettingsWindowController::optimizeForChanged(QObject *)
     auto &defaults = *mServices.userDefaults;
     KS7Domain::domainSetObject(defaults, outlets.optimizeForPopUp->currentIndex(),
                                PreferenceKeys::VideoSize2);
-    // On disk before the post, so that the agent reads the new value.
+    // Write to disk before posting, so that the agent reads the new value.
     defaults.synchronize();
     mServices.distributedCenter->postNotificationName(NotificationNames::ChangedOptimizedPreference);
-    // The write may have failed, and without a bus the post does not come back to tell.
+    // Update the controls here: the write may fail, and without a bus the post does not come back.
     setupOptimizePopup();
 }
 

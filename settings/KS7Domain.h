@@ -12,8 +12,7 @@ class UserDefaults;
 /// Access to the agent's preferences domain, which holds every setting that the pane shows.
 namespace KS7Domain {
 
-/// The value as it is stored now, or as set and not handed over yet. An invalid variant when domain or key is
-/// absent.
+/// The stored value, or the pending one. An invalid variant when domain or key is absent.
 QVariant domainObjectForKey(platform::UserDefaults &defaults, const QString &key);
 /// Rewrites the whole domain with one value changed, in memory until the next synchronize(). Does not create
 /// a domain that does not exist: the value is dropped.

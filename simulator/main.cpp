@@ -40,7 +40,7 @@ int runPicture(const simulator::Options &options)
 
 int main(int argc, char **argv)
 {
-    // Fonts need a QGuiApplication, which shall meet neither a display nor the desktop's theme.
+    // Fonts need a QGuiApplication. The offscreen platform keeps it away from display and desktop theme.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qunsetenv("QT_QPA_PLATFORMTHEME");
     const QGuiApplication application(argc, argv);

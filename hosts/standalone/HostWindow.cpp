@@ -56,7 +56,7 @@ HostWindow::HostWindow(platform::PreferencePane *pane)
     , mOnScreen(pane, mPanePage)
 {
     setCentralWidget(new QWidget);
-    // The pages have margins of their own.
+    // The pages have their own margins.
     auto *layout = new QVBoxLayout(centralWidget());
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(makeBar());

@@ -9,7 +9,8 @@ class QPushButton;
 class QStackedWidget;
 class QToolButton;
 
-/// The host's one window: the pane, or the overview of all panes, which here is this one's icon.
+/// The host's only window. Shows the pane, or the overview of all panes, which contains only this pane's
+/// icon.
 class HostWindow : public QMainWindow {
     Q_OBJECT
 public:

@@ -9,8 +9,8 @@ namespace {
 
 QString pluginFile()
 {
-    // QCoreApplication::applicationDirPath() needs an application, and the plug-in is loaded before there is
-    // one.
+    // The plug-in is loaded before QApplication exists, so QCoreApplication::applicationDirPath() cannot be
+    // used.
     const QDir here = QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/self/exe"))).dir();
     const QString built = here.filePath(QStringLiteral("../plugins/ks7/ks7pane.so"));
     return QFileInfo::exists(built) ? built

@@ -7,13 +7,13 @@ namespace platform {
 class PreferencePaneFactory;
 }
 
-/// Loads the pane's plug-in: from the build folder of this program, else from where it is installed.
+/// Loads the pane's plug-in from the program's build folder or, if it is not there, from the installed place.
 class PanePluginLoader {
     Q_DECLARE_TR_FUNCTIONS(ks7_preferences)
 public:
     PanePluginLoader();
 
-    /// Owned by the plug-in; null if there is no such plug-in, with the reason in error().
+    /// Owned by the plug-in. Null if the plug-in cannot be loaded; error() gives the reason.
     [[nodiscard]] platform::PreferencePaneFactory *factory() const { return mFactory; }
     [[nodiscard]] QString error() const;
 

@@ -4,8 +4,8 @@
 
 #include <functional>
 
-/// How a pane finds its way back to the overview: the application's child of this name, asked for its
-/// manager, then told to show all panes.
+/// Shows the overview at the pane's request. The pane finds this object by its name, as a child of the
+/// application.
 class PrefPanesManager : public QObject {
     Q_OBJECT
 public:

@@ -2,7 +2,7 @@
 
 #include <QTranslator>
 
-/// Installs the texts of Qt and of this program in the language of the session, as long as it lives.
+/// Installs Qt's and this program's translations for the session's language while the object exists.
 class Translators {
 public:
     Translators();

@@ -13,12 +13,12 @@
 
 namespace {
 
-/// Gives this program's own texts a context.
+/// Translation context of this file's texts.
 struct Words {
     Q_DECLARE_TR_FUNCTIONS(ks7_preferences)
 };
 
-/// Reports in a window and on the standard error output why the pane cannot be loaded.
+/// Reports in a message box and on standard error why the pane cannot be loaded.
 int refuse(const QString &reason)
 {
     const QString text = Words::tr("The KS-7 pane cannot be loaded.");
@@ -29,7 +29,7 @@ int refuse(const QString &reason)
     return 1;
 }
 
-/// Prints what the options ask for; --help and --version end the program in process().
+/// Prints the text that the options request. process() handles --help and --version and exits.
 int printText(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
@@ -65,7 +65,7 @@ int main(int argc, char **argv)
         return refuse(loader.error());
     HostWindow window(loader.factory()->pane());
     const PrefPanesManager manager([&window] { window.showOverview(); });
-    // Wide enough for the picture beside the list, if the screen is.
+    // Wide enough for list and picture side by side, within the screen's width.
     window.resize(window.sizeHint().expandedTo({860, 560}).boundedTo(window.screen()->availableSize()));
     window.show();
     return QApplication::exec();

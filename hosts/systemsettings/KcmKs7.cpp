@@ -9,7 +9,7 @@
 
 namespace {
 
-/// A module is a widget in KDE Frameworks 5 and has one in 6.
+/// KCModule is a widget in KDE Frameworks 5 and contains one in 6.
 template <class Module>
 QWidget *widgetOf(Module *module)
 {
@@ -24,8 +24,8 @@ using Arguments = std::conditional_t<std::is_base_of_v<QWidget, KCModule>, QVari
 
 } // namespace
 
-/// The module of System Settings: a place for the process's one pane. The host destroys it when another
-/// module is chosen and makes a new one when this is chosen again; the pane lives on.
+/// The module of System Settings, which shows the process's one pane. The host destroys the module when the
+/// user selects another one and makes a new one later; the pane survives.
 class KcmKs7 : public KCModule {
     Q_OBJECT
 public:

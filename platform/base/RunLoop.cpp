@@ -100,16 +100,16 @@ public:
     }
 
 private:
-    /// A nested run that ends only with wake() or with the application.
+    /// A nested run that only wake() or the application's end stops.
     struct Waiting {
         QEventLoop loop;
         bool woken = false;
     };
 
-    /// An application that quits ends every loop, with any exit code, and starts no new one.
+    /// A QCoreApplication that quits ends every event loop and starts no new one.
     static void run(QEventLoop &loop)
     {
-        // exec() discards a queued quit, for example the one that the closing of the last window posts.
+        // QEventLoop::exec() discards a queued quit, such as the one posted when the last window closes.
         if (auto *application = QCoreApplication::instance())
             QCoreApplication::sendPostedEvents(application, QEvent::Quit);
         loop.exec();

@@ -18,23 +18,23 @@ public:
     using Work = std::function<void()>;
     virtual ~RunLoop() = default;
 
-    /// Runs `work` once after `delay`; `target` names the call for cancelPreviousPerformRequests().
+    /// Runs `work` once after `delay`. `target` identifies the call for cancelPreviousPerformRequests().
     virtual void performAfterDelay(const void *target, std::chrono::milliseconds delay, Work work) = 0;
-    /// Runs `work` on the main thread after what is being delivered now; callable from any thread.
+    /// Queues `work` for the main thread; it never runs inside this call. Any thread.
     virtual void performOnMainThread(Work work) = 0;
-    /// Forgets every delayed call of `target` that has not run yet.
+    /// Removes every delayed call of `target` that has not run yet.
     virtual void cancelPreviousPerformRequests(const void *target) = 0;
     /// Calls `tick` every `interval` until the timer is destroyed.
     [[nodiscard]] virtual std::unique_ptr<Timer> scheduledTimer(std::chrono::milliseconds interval,
                                                                 Work tick) = 0;
-    /// Runs the loop, nested, for `slice`, asleep while nothing happens.
-    /// False when the application was told to quit: the caller must return to its own caller.
+    /// Runs a nested event loop for `slice`. Returns false when the application was told to quit; the caller
+    /// must then return.
     virtual bool runFor(std::chrono::milliseconds slice) = 0;
-    /// Runs the loop, nested, until wake(), without a timer of its own. The same result as runFor().
+    /// Runs a nested event loop until wake(), without a timer. Result as of runFor().
     virtual bool runUntilWoken() = 0;
-    /// Ends every runUntilWoken(). Main thread only.
+    /// Ends every running runUntilWoken(). Main thread only.
     virtual void wake() = 0;
-    /// Blocks the thread without turning the loop.
+    /// Blocks the thread without running the event loop.
     virtual void pause(std::chrono::microseconds duration) = 0;
 };
 

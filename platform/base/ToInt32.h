@@ -7,8 +7,8 @@
 
 namespace platform {
 
-/// A number from another program as 32 bits: integers are cut, reals lose their fraction and end at the
-/// largest and the least integer. 0 for what is no number.
+/// Converts a number from another program to 32 bits: integers are truncated to their low bits; reals lose
+/// their fraction and are clamped. 0 for a value that is not a number.
 std::int32_t toInt32(const QVariant &number);
 std::int32_t toInt32(const QVariantMap &dictionary, const QString &key);
 

@@ -21,7 +21,8 @@ bool timedOut(const QDBusMessage &reply)
 bool saysPeerIsGone(const QDBusMessage &reply)
 {
     const auto type = QDBusError(reply).type();
-    // The bus replies NameHasNoOwner to a call that may not start a service.
+    // The bus daemon replies NameHasNoOwner to a call with setAutoStartService(false) if nobody owns the
+    // name.
     return type == QDBusError::Disconnected || type == QDBusError::ServiceUnknown
         || reply.errorName() == bus::NameHasNoOwner;
 }

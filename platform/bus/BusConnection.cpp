@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 namespace platform {
 namespace {
 
-/// Each interval is half as long again as the one before; all of them together are about a minute.
+/// Each interval is 1.5 times as long as the previous one; together they are about a minute.
 constexpr auto FirstInterval = 100ms;
 constexpr auto LongestInterval = 20s;
 
@@ -25,7 +25,8 @@ QStringList &namesInUse()
     return names;
 }
 
-/// The first name that no other object of this type has: an open connection is left under it for the next.
+/// Returns the first connection name that is not in use. An unused open connection keeps its name, so the
+/// next object reuses it.
 QString takeName(QDBusConnection::BusType type, const QString &owner)
 {
     const QString kind = owner
@@ -70,7 +71,7 @@ QDBusConnection BusConnection::connection()
 
 void BusConnection::reopenIfLost()
 {
-    // The connection may be gone before Disconnected has come through the event loop.
+    // The socket may be closed before the Disconnected signal has passed through the event loop.
     if (!isOpen())
         reportLoss();
     if (!isOpen())
@@ -118,7 +119,7 @@ void BusConnection::tryToOpen(Patience patience)
 void BusConnection::connectToBus()
 {
     leaveBus();
-    // A connection that has broken stays broken under its name.
+    // QDBusConnection never reopens a broken connection under the same name.
     if (!QDBusConnection(mName).isConnected())
         QDBusConnection::disconnectFromBus(mName);
     mConnection = QDBusConnection::connectToBus(mType, mName);
@@ -153,7 +154,7 @@ void BusConnection::stopListening()
 {
     if (!mListener)
         return;
-    // The notifier may be the sender of the signal that is being handled.
+    // deleteLater(): the notifier may be the sender of the signal that is being handled.
     mListener->setEnabled(false);
     std::exchange(mListener, nullptr)->deleteLater();
 }
@@ -177,7 +178,7 @@ void BusConnection::endSearch()
 
 void BusConnection::disconnected()
 {
-    // A late signal of a connection that has been replaced says nothing about the new one.
+    // Ignore a late signal of a connection that has been replaced.
     if (isLostUnreported())
         reportLoss();
 }

@@ -14,10 +14,10 @@ namespace platform {
 
 class BusHandshake;
 
-/// The pane's own connection to the session bus or the system bus: neither is the connection that the host
-/// shares used, nor is its loss felt. A bus that accepts and keeps silent holds the caller up for the time of
-/// one call in all. A bus that is not there is looked for at growing intervals for about a minute; after that
-/// at the next reopenIfLost(). Main thread only.
+/// The pane's own connection to the session bus or the system bus. It shares nothing with the host's
+/// connection. A bus that accepts and does not reply blocks the caller for one call's timeout in all. A bus
+/// that is absent is tried again at growing intervals for about a minute, then at each reopenIfLost(). Main
+/// thread only.
 class BusConnection : public QObject {
     Q_OBJECT
 public:
@@ -25,30 +25,30 @@ public:
 
     /// `owner` begins the connection's name, which the host's connections must not have.
     explicit BusConnection(QDBusConnection::BusType type, const QString &owner = AnyOwner);
-    /// Leaves the connection open for the next object of its type: Qt would close it in a thread of its own,
-    /// with replies still on their way.
+    /// Leaves the connection open for the next object of its type. Qt would close it in another thread while
+    /// replies may still arrive.
     ~BusConnection() override;
 
-    /// The connection, opened on first use; a dead one while there is no bus.
+    /// The connection, opened on first use. Not connected while there is no bus.
     QDBusConnection connection();
     [[nodiscard]] bool isOpen() const { return mOpen && mConnection.isConnected(); }
-    /// Whether the bus has gone and lost() has not been emitted yet.
+    /// Whether the bus is gone and lost() was not emitted yet.
     [[nodiscard]] bool isLostUnreported() const { return mOpen && !mConnection.isConnected(); }
-    /// Emits lost() for a loss not yet reported, then tries to reach a bus that was lost or never there.
+    /// Emits lost() for an unreported loss, then tries once to open the bus if it is not open.
     void reopenIfLost();
-    /// Opens without ever waiting: opened() follows when the bus has answered.
+    /// Opens without blocking; opened() is emitted once the bus has replied.
     void openInBackground();
-    /// The unique name of the owner of `busName`; empty when there is none or the bus does not reply. A bus
-    /// that has let one question time out is not waited for again before it has replied.
+    /// Unique name of the owner of `busName`; empty without an owner or a reply. After one timeout the bus is
+    /// not asked again until it has replied.
     QString ownerOf(const QString &busName);
 
 Q_SIGNALS:
-    /// A connection is there, without any subscriptions yet.
+    /// The connection is open and has no subscriptions yet.
     void opened();
-    /// Follows opened() when the bus had been away: what was broadcast meanwhile has been missed.
+    /// Emitted after opened() if the bus had been lost: broadcasts sent meanwhile were missed.
     void foundAgain();
     void lost();
-    /// A broadcast is about to be delivered: report first what ended before it was sent.
+    /// Emitted before each broadcast is delivered, so that a death that precedes it is reported first.
     void aboutToDeliver();
 
 private Q_SLOTS:
@@ -76,7 +76,7 @@ private:
     QSocketNotifier *mListener = nullptr;
     QTimer mNextTry;
     std::chrono::milliseconds mInterval;
-    /// A question without a time limit, asked of a bus that hangs.
+    /// A pending call without a timeout to a bus that hangs; its reply shows that the bus works again.
     std::optional<QDBusPendingCall> mSignOfLife;
 };
 

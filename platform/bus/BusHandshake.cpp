@@ -25,7 +25,7 @@ QByteArray socketInRuntimeFolder()
     return folder.isEmpty() ? QByteArray() : "unix:path=" + folder + "/bus";
 }
 
-/// Where libdbus looks for the bus; empty when it would start one.
+/// The bus address that libdbus would use; empty when libdbus would start a bus.
 QByteArray addressOf(QDBusConnection::BusType type)
 {
     if (type == QDBusConnection::SystemBus) {
@@ -36,8 +36,8 @@ QByteArray addressOf(QDBusConnection::BusType type)
     return address.isEmpty() ? socketInRuntimeFolder() : address;
 }
 
-/// The file name of a local socket: a zero byte comes first in the abstract name space. Empty for an address
-/// of another kind, which is left to libdbus.
+/// Socket path from an address; the abstract name space begins with a zero byte. Empty for other kinds of
+/// address, which are left to libdbus.
 QByteArray socketName(const QByteArray &address)
 {
     if (!address.startsWith("unix:"))
@@ -53,7 +53,7 @@ QByteArray socketName(const QByteArray &address)
     return {};
 }
 
-/// A connected socket that never blocks; -1 when the bus is not there or its queue is full.
+/// A connected non-blocking socket; -1 when nobody listens or the queue of the listener is full.
 int connectTo(const QByteArray &name)
 {
     sockaddr_un address{};
@@ -61,7 +61,7 @@ int connectTo(const QByteArray &name)
         return -1;
     address.sun_family = AF_UNIX;
     std::memcpy(address.sun_path, name.constData(), static_cast<std::size_t>(name.size()));
-    // The kernel counts the bytes of an abstract name, and ends any other name at its zero byte.
+    // The kernel counts all bytes of an abstract name, but ends a path at its zero byte.
     const auto length = offsetof(sockaddr_un, sun_path) + static_cast<std::size_t>(name.size());
     const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
     if (socket >= 0
@@ -71,7 +71,7 @@ int connectTo(const QByteArray &name)
     return -1;
 }
 
-/// Asks which ways of authentication there are. Every bus answers that before it knows the caller.
+/// Requests the list of authentication mechanisms, which every bus sends before it knows the client.
 bool greet(int socket)
 {
     constexpr char Question[] = "\0AUTH\r\n";
@@ -87,7 +87,7 @@ BusHandshake::BusHandshake(QDBusConnection::BusType type)
     const QByteArray addresses = addressOf(type);
     if (addresses.isEmpty())
         mOutcome = Outcome::Answered;
-    // As libdbus does it: the first address where something listens.
+    // Takes the first address where something listens, as libdbus does.
     for (const QByteArray &address : addresses.split(';')) {
         if (mOutcome == Outcome::Refused && !address.isEmpty())
             begin(address);
@@ -138,7 +138,7 @@ BusHandshake::Outcome BusHandshake::lookFor(int milliseconds)
     if (mOutcome != Outcome::Silent)
         return mOutcome;
     pollfd question{mSocket, POLLIN, 0};
-    // A signal ends the wait early; the next look goes on.
+    // A signal ends poll() early with EINTR; the next call goes on.
     if (::poll(&question, 1, milliseconds) <= 0)
         return mOutcome;
     char byte = 0;
@@ -151,11 +151,11 @@ void keepToolkitOffSilentBus()
     const auto handshake = BusHandshake::shared(QDBusConnection::SessionBus);
     if (handshake->wait() != BusHandshake::Outcome::Silent)
         return;
-    // Kept, so that the pane's own connection does not wait once more.
+    // Keep the result, so that the pane's own connection does not wait a second time.
     static const auto waitedFor = handshake;
     const QByteArray address = qgetenv(SessionAddress);
     qputenv(SessionAddress, "unix:path=/nonexistent");
-    // Fails at once, and Qt does not try again.
+    // Point Qt to an address that fails at once; Qt does not try again.
     static_cast<void>(QDBusConnection::sessionBus());
     if (address.isNull())
         qunsetenv(SessionAddress);

@@ -8,27 +8,28 @@
 
 namespace platform {
 
-/// Asks a bus for a first sign of life over a socket of its own. QDBusConnection::connectToBus() waits 25 s
-/// for a bus that accepts and keeps silent, in the thread that serves every connection of the process. So it
-/// may only be called for a bus that has answered here.
+/// Tests over its own socket whether a bus replies. QDBusConnection::connectToBus() blocks the process's
+/// D-Bus thread for 25 s if a bus accepts and does not reply. So call it only for a bus that has replied
+/// here.
 class BusHandshake {
 public:
     enum class Outcome { Refused, Silent, Answered };
 
-    /// Begins at once and never blocks. Its time is that of one call.
+    /// Starts at once and never blocks. The time limit is that of one call.
     explicit BusHandshake(QDBusConnection::BusType type);
-    /// The handshake with a bus that is silent so far, else a new one: all callers of the process together
-    /// wait once.
+    /// The unfinished handshake with a silent bus, else a new one. So all callers in the process share one
+    /// wait.
     static std::shared_ptr<BusHandshake> shared(QDBusConnection::BusType type);
     ~BusHandshake();
     BusHandshake(const BusHandshake &) = delete;
     BusHandshake &operator=(const BusHandshake &) = delete;
 
-    /// Blocks for what is left of its time. Afterwards it only looks, so that a silent bus costs one wait.
+    /// Blocks until the bus replies or the rest of the time limit is over. Later calls do not block, so a
+    /// silent bus costs one wait.
     Outcome wait();
-    /// Looks without waiting.
+    /// Checks without blocking.
     Outcome look();
-    /// Readable when a silent bus has something to say, or is gone. -1 when there is nothing to wait for.
+    /// Descriptor that becomes readable when a silent bus replies or closes; -1 when there is none.
     [[nodiscard]] int socket() const { return mSocket; }
 
 private:
@@ -40,9 +41,9 @@ private:
     QDeadlineTimer mDeadline;
 };
 
-/// Keeps the toolkit off a session bus that is silent: QDBusConnection::sessionBus(), which the toolkit's
-/// bridge to screen readers calls, would block for ever. The toolkit then has no session bus until the
-/// process ends. No effect when the bus answers, or when the process has that connection already.
+/// Keeps Qt away from a silent session bus. Qt's accessibility bridge calls QDBusConnection::sessionBus(),
+/// which would block for ever. Qt then has no session bus until the process ends. No effect if the bus
+/// replies or the connection exists already.
 void keepToolkitOffSilentBus();
 
 } // namespace platform

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// Names on the buses. Each name is spelled here only.
+/// Bus names, paths and interfaces of the agent and of desktop services. Each is spelled only here.
 namespace platform::bus {
 
 /// The vendor's part of the names, such as "org.example.".
@@ -23,14 +23,14 @@ struct NamePrefix {
 inline const QString NotificationCenterName = QStringLiteral("DistributedNotificationCenter");
 inline const QString UserInfoSignature = QStringLiteral("a{sv}");
 
-// How the library tells that a connection is gone; no message of the bus.
+// libdbus emits this signal locally when a connection is lost; the bus never sends it.
 inline const QString LocalPath = QStringLiteral("/org/freedesktop/DBus/Local");
 inline const QString LocalInterface = QStringLiteral("org.freedesktop.DBus.Local");
 inline const QString LocalDisconnected = QStringLiteral("Disconnected");
 
-// Services of the desktop that more than one place asks for.
+// Desktop services that several files use.
 inline const QString Daemon = QStringLiteral("org.freedesktop.DBus");
-/// The daemon's error for a name without an owner; QDBusError has no type for it.
+/// The bus daemon's error for a name without an owner. QDBusError has no enumerator for it.
 inline const QString NameHasNoOwner = QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner");
 inline const QString DaemonPath = QStringLiteral("/org/freedesktop/DBus");
 inline const QString Properties = QStringLiteral("org.freedesktop.DBus.Properties");

@@ -7,10 +7,10 @@
 
 namespace platform {
 
-/// Posted on the local centre, once, when a connection has died; the object is the Connection.
+/// Posted once on the local center when a connection has died. The object is the Connection.
 inline const QString NSConnectionDidDieNotification = QStringLiteral("NSConnectionDidDieNotification");
 
-/// The remote end of a connection before its interface is fixed.
+/// A remote object whose interface is not known yet.
 class RootProxy {
 public:
     virtual ~RootProxy() = default;
@@ -34,11 +34,11 @@ class ConnectionRegistry {
 public:
     virtual ~ConnectionRegistry() = default;
 
-    /// A connection to `name` on the local host; null when nobody has registered the name. Connections that
-    /// are found to be dead here report it on the next turn of the run loop.
+    /// A connection to `name` on the local bus; null when nobody owns the name. Connections found dead here
+    /// report their death on the next turn of the run loop.
     virtual std::shared_ptr<Connection> connectionWithRegisteredName(const QString &name) = 0;
-    /// Calls `handler` when a bus that had been away is there again and `name` is already registered on it:
-    /// the pane has missed the owner's announcement of its start.
+    /// Sets the handler for a bus that returns after a loss while `name` is already owned. The pane has then
+    /// missed the agent's start notification.
     // NOLINTBEGIN(performance-unnecessary-value-param): implementations keep the handler.
     virtual void whenFoundAgain([[maybe_unused]] const QString &name,
                                 [[maybe_unused]] std::function<void()> handler)

@@ -8,7 +8,7 @@
 namespace platform {
 namespace {
 
-/// Any process may send anything under the name: an argument of another type counts as no user info.
+/// Any process may send such signals. Treat an argument of a wrong type as absent user info.
 QVariantMap userInfoOf(const QDBusMessage &signal)
 {
     if (signal.signature() != bus::UserInfoSignature)
@@ -29,8 +29,8 @@ DistributedNotificationCenter::DistributedNotificationCenter(std::shared_ptr<Bus
 
 DistributedNotificationCenter::~DistributedNotificationCenter()
 {
-    // The connection may close at any time in the library's own thread and must not find a half-destroyed
-    // receiver.
+    // Disconnect first: QtDBus's thread may close the connection at any time and must not call a
+    // half-destroyed receiver.
     for (const auto &name : std::as_const(mSubscribed))
         unsubscribe(name);
 }

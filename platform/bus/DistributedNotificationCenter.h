@@ -14,10 +14,10 @@ namespace platform {
 
 class BusConnection;
 
-/// The centre across processes: broadcast signals on the session bus. It subscribes to the observed names
-/// only, so that other notifications do not wake the pane. Posts do not wait for a reply; the poster's own
-/// observers receive them through the run loop. The object of a post is not sent. A post over a bus that was
-/// lost, or was never there, tries once to reach the bus; without one nobody receives the post.
+/// Notifications between processes, as broadcast signals on the session bus. It subscribes to observed names
+/// only, so other notifications do not wake the pane. Posts do not wait for a reply. The poster's own
+/// observers are called through the run loop. A post's object is not sent. A post without an open bus tries
+/// to open it once; if that fails, the post is lost.
 class DistributedNotificationCenter final : public QObject, public NotificationCenter {
     Q_OBJECT
 public:

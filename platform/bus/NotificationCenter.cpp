@@ -20,7 +20,7 @@ void LocalNotificationCenter::removeObserver(const void *observer, const QString
 void LocalNotificationCenter::postNotificationName(const QString &name, const void *object,
                                                    const QVariantMap &userInfo)
 {
-    // A handler may register and remove while it runs, so the post works on the list as it was.
+    // Iterate over a copy: a handler may add and remove observers.
     const auto registrations = mRegistrations;
     const Notification notification{name, object, userInfo};
     for (const auto &registration : registrations) {

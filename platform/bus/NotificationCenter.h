@@ -22,14 +22,15 @@ class NotificationCenter {
 public:
     virtual ~NotificationCenter() = default;
 
-    /// Calls `handler` for every later post of `name`. `observer` names the registration for removal.
+    /// Calls `handler` for every later post of `name`. `observer` identifies the registration for
+    /// removeObserver().
     virtual void addObserver(const void *observer, const QString &name, NotificationHandler handler) = 0;
     virtual void removeObserver(const void *observer, const QString &name) = 0;
     virtual void postNotificationName(const QString &name, const void *object = nullptr,
                                       const QVariantMap &userInfo = {}) = 0;
 };
 
-/// The centre inside the process: postNotificationName() returns after every handler has run.
+/// The center inside the process: postNotificationName() returns after every handler has run.
 class LocalNotificationCenter final : public NotificationCenter {
 public:
     void addObserver(const void *observer, const QString &name, NotificationHandler handler) override;

@@ -51,7 +51,7 @@ DBusConnectionRegistry::~DBusConnectionRegistry() = default;
 
 std::shared_ptr<Connection> DBusConnectionRegistry::connectionWithRegisteredName(const QString &name)
 {
-    // The caller is in the middle of connecting, perhaps before anybody observes deaths.
+    // Report later: the caller is still connecting and may not observe deaths yet.
     if (mBus->isLostUnreported())
         endAllOnNextTurn();
     mBus->reopenIfLost();
@@ -79,7 +79,7 @@ void DBusConnectionRegistry::endAllOnNextTurn()
 
 void DBusConnectionRegistry::lookForOwners()
 {
-    // The bus may have been found inside a look-up, whose caller connects by itself.
+    // Queued: the bus may have been found inside a look-up, whose caller is still connecting.
     mRunLoop->performOnMainThread([weak = weak_from_this()] {
         const auto self = weak.lock();
         if (!self)
@@ -110,7 +110,7 @@ RemoteConnection::~RemoteConnection()
 
 bool RemoteConnection::open()
 {
-    // Watch before asking, so that no change between the two is missed.
+    // Subscribe before GetNameOwner, so that no change between the two is missed.
     watchOwner();
     mOwner = mRegistry->mBus->ownerOf(mBusName);
     if (mOwner.isEmpty())
@@ -159,7 +159,7 @@ void RemoteConnection::endOnNextTurn()
 
 void RemoteConnection::nameOwnerChanged(const QString &, const QString &oldOwner, const QString &)
 {
-    // Signals about earlier owners may still arrive after the connection has been opened.
+    // Signals about earlier owners may arrive after the connection was opened.
     if (oldOwner == mOwner)
         end();
 }

@@ -19,20 +19,20 @@ class NotificationCenter;
 class RemoteConnection;
 class RunLoop;
 
-/// Where the calls to a remote root object go, and what a failed call means for the link. Does not keep its
-/// connection alive; a root whose connection is gone is not valid.
+/// The target of calls to a remote root object, and the effect of a failed call on the connection. Does not
+/// own the connection; without it the root is invalid.
 class DBusRootProxy final : public RootProxy {
 public:
     DBusRootProxy(std::weak_ptr<RemoteConnection> connection, QString owner, QString path,
                   QDBusConnection bus);
 
-    /// False when no further call may be made: each is answered with nil, 0 or false at once.
+    /// False when calls are not sent any more: each returns nil, 0 or false at once.
     [[nodiscard]] bool isValid() const;
     [[nodiscard]] QString owner() const { return mOwner; }
     [[nodiscard]] QString path() const { return mPath; }
     [[nodiscard]] QDBusConnection bus() const { return mBus; }
-    /// Handles the error reply of a call. The root is not valid any more when the error says that the peer or
-    /// the bus is gone, or when the call has timed out.
+    /// Handles the error reply of a call. The root becomes invalid if the call timed out or the error means
+    /// that the peer or the bus is gone.
     void callFailed(const QDBusMessage &error) const;
 
 private:
@@ -58,8 +58,8 @@ public:
 
 private:
     friend class RemoteConnection;
-    /// One peer serves all names, so all connections share its fate: the next call on another connection
-    /// would freeze the window again.
+    /// One peer serves all names, so end all connections together. Otherwise the next call on another one
+    /// would block the window again.
     void endAllOnNextTurn();
     void lookForOwners();
 
@@ -71,7 +71,7 @@ private:
     std::map<QString, std::function<void()>> mFoundAgain;
 };
 
-/// A link to the unique owner of a bus name.
+/// A connection to the unique owner of a bus name.
 class RemoteConnection final : public QObject,
                                public Connection,
                                public std::enable_shared_from_this<RemoteConnection> {
@@ -80,7 +80,7 @@ public:
     RemoteConnection(std::shared_ptr<DBusConnectionRegistry> registry, const QString &registeredName);
     ~RemoteConnection() override;
 
-    /// Binds the connection to the present owner of the name; false when there is none.
+    /// Binds to the present owner of the name; false when there is none.
     bool open();
     std::shared_ptr<RootProxy> rootProxy() override;
     void invalidate() override;
@@ -95,7 +95,7 @@ private Q_SLOTS:
     void nameOwnerChanged(const QString &name, const QString &oldOwner, const QString &newOwner);
 
 private:
-    /// Dying: no further calls, and the death not reported yet.
+    /// Dying: calls are refused, but the death is not reported yet.
     enum class State { Open, Dying, Dead };
 
     void watchOwner();

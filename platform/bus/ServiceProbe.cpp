@@ -16,7 +16,7 @@ QByteArray contentsOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// When the machine was started, in seconds of the epoch; 0 when the kernel does not tell.
+/// Boot time in seconds since the epoch; 0 if the kernel does not report it.
 qint64 bootTime()
 {
     const auto lines = contentsOf(QStringLiteral("/proc/stat")).split('\n');
@@ -27,11 +27,12 @@ qint64 bootTime()
     return 0;
 }
 
-/// Ticks of the clock between the machine's start and the process's; -1 when there is no such process.
+/// Clock ticks from the boot to the start of the process; -1 for an unknown process.
 qint64 startTicks(std::uint32_t process)
 {
     const QByteArray status = contentsOf(QStringLiteral("/proc/%1/stat").arg(process));
-    // The second field is the program's name in brackets and may hold anything, brackets and blanks too.
+    // Skip the second field of /proc/PID/stat: the program's name in brackets, which may contain brackets and
+    // blanks.
     const auto fields = status.mid(status.lastIndexOf(')') + 1).simplified().split(' ');
     constexpr int StartTime = 22 - 3;
     return fields.size() > StartTime ? fields[StartTime].toLongLong() : -1;

@@ -11,8 +11,8 @@
 
 namespace platform {
 
-/// Who is there on a bus. Each question is one to the bus itself, which starts nobody, and waits at most for
-/// three seconds; a bus that has once let a question time out is not asked again.
+/// Finds the owners of bus names. It asks the bus daemon only, so no service is started. Each call takes
+/// three seconds at most; after one timeout the bus is not asked again.
 class ServiceProbe {
 public:
     enum class Presence { NoBus, Absent, Startable, Running };
@@ -21,7 +21,7 @@ public:
 
     [[nodiscard]] bool isReachable() const;
     Presence presenceOf(const QString &busName);
-    /// The process behind a name; nothing when nobody owns the name.
+    /// Process ID of the name's owner; nothing when nobody owns the name.
     std::optional<std::uint32_t> processOf(const QString &busName);
 
 private:
@@ -31,7 +31,7 @@ private:
     bool mHangs = false;
 };
 
-/// When a process of this machine was started; an invalid time when it cannot be found out.
+/// Start time of a local process; invalid when it cannot be determined.
 QDateTime processStart(std::uint32_t process);
 
 } // namespace platform

@@ -13,7 +13,7 @@ constexpr QSize UsualPicture{640, 480};
 CaptureView::CaptureView(QWidget *parent)
     : QWidget(parent)
 {
-    // Every pixel is painted, so nothing has to be drawn beneath each picture.
+    // WA_OpaquePaintEvent: every pixel is painted, so Qt need not draw the background.
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
@@ -62,7 +62,7 @@ QSize CaptureView::sizeHint() const
 
 QRectF CaptureView::pictureRect() const
 {
-    // Whole pixels of the screen, so that a picture of the right size is copied and not scaled.
+    // Whole device pixels, so that a frame of the right size is copied and not scaled.
     const qreal ratio = devicePixelRatioF();
     const QSize place = pixels();
     const QSize picture = mFrame.size().scaled(place, Qt::KeepAspectRatio);
@@ -75,7 +75,7 @@ void CaptureView::drawRect(const QRect &rect)
     QPainter painter(this);
     painter.setClipRect(rect);
     const QRectF picture = mFrame.isNull() ? QRectF() : pictureRect();
-    // The border reaches under the picture's outermost pixels, which it may cover only in part.
+    // Paint the border also under the frame's outermost pixels, which the frame may cover only in part.
     const QRegion border = QRegion(rect) - QRegion(picture.toAlignedRect().adjusted(1, 1, -1, -1));
     for (const QRect &strip : border)
         painter.fillRect(strip, Qt::black);

@@ -14,11 +14,11 @@ namespace platform {
 class NotificationCenter;
 class RunLoop;
 
-/// Posted on the local centre when a session that was started fails, with its code in the user info.
+/// Posted on the local center when a running session fails. The user info contains the code.
 inline const QString QuickTimeErrorNotification = QStringLiteral("QuickTimeError");
 inline const QString QuickTimeErrorCodeKey = QStringLiteral("Value");
 
-/// Why a capture step failed, in the platform's own numbers.
+/// The code of a failed capture step, from errno or GStreamer.
 struct CaptureError {
     int code = 0;
 };
@@ -30,7 +30,7 @@ public:
 
     [[nodiscard]] virtual QString uniqueID() const = 0;
     [[nodiscard]] virtual QString localizedDisplayName() const = 0;
-    /// False when the device cannot be had; `error` then says why, or stays empty.
+    /// Returns false when the device cannot be opened; `error` then holds the code or stays empty.
     virtual bool open(std::optional<CaptureError> &error) = 0;
     virtual void close() = 0;
     [[nodiscard]] virtual bool isOpen() const = 0;
@@ -49,24 +49,24 @@ private:
     std::shared_ptr<CaptureDevice> mDevice;
 };
 
-/// Carries the pictures of its inputs to whoever shows them.
+/// Delivers the frames of its input to the frame handler.
 class CaptureSession {
 public:
     using FrameHandler = std::function<void(const QImage &)>;
     virtual ~CaptureSession() = default;
 
-    /// False when the input does not fit; `error` then says why, or stays empty.
+    /// Returns false when the input is refused; `error` then holds the code or stays empty.
     virtual bool addInput(const std::shared_ptr<CaptureDeviceInput> &input,
                           std::optional<CaptureError> &error) = 0;
-    /// Without an input the session runs and delivers nothing.
+    /// Without an input the session runs and delivers no frame.
     virtual void startRunning() = 0;
     virtual void stopRunning() = 0;
     [[nodiscard]] virtual bool isRunning() const = 0;
-    /// Called on the main thread with the newest picture; older ones that were not shown yet are dropped.
-    /// A null picture says that the one before is over: nothing of it may be shown again.
+    /// Called on the main thread with the newest frame; undelivered older frames are dropped. A null frame
+    /// means that the previous one must not be shown any more.
     virtual void setFrameHandler(FrameHandler handler) = 0;
-    /// Larger pictures are made so small on their way that they fit, in their own shape, so that whoever
-    /// shows them need not. Without this they come as the camera sends them.
+    /// Scales larger frames down to fit, with their aspect ratio kept, before they reach the handler. Without
+    /// this they keep the camera's size.
     virtual void setLargestFrame(const QSize &pixels) = 0;
 };
 
@@ -75,12 +75,12 @@ class Capture {
 public:
     virtual ~Capture() = default;
 
-    /// The video input devices in the order that the system gives them.
+    /// The video input devices in the system's order.
     virtual std::vector<std::shared_ptr<CaptureDevice>> videoInputDevices() = 0;
     virtual std::shared_ptr<CaptureSession> makeSession() = 0;
 };
 
-/// Draws the newest picture of its session, as large as fits with its aspect ratio kept, on black.
+/// Draws the newest frame of its session on black, as large as fits with its aspect ratio kept.
 class CaptureView : public QWidget {
     Q_OBJECT
 public:
@@ -94,7 +94,7 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
-    /// Draws the part of picture and black border that lies in `rect`.
+    /// Draws the part of frame and black border inside `rect`.
     virtual void drawRect(const QRect &rect);
     void paintEvent(QPaintEvent *event) override;
 

@@ -8,7 +8,7 @@
 namespace platform {
 namespace {
 
-/// A sample and the mapping of its pixels, for as long as an image shows them.
+/// Keeps a sample and its mapped pixels alive as long as a QImage uses them.
 struct MappedSample {
     GstSample *sample;
     GstVideoFrame frame;

@@ -8,18 +8,18 @@ using GstSample = struct _GstSample;
 
 namespace platform {
 
-/// Byte order of the pixels that Qt's raster engine paints without a conversion.
+/// The pixel format that Qt's raster engine paints without a conversion.
 #if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
 inline constexpr auto NativeFormat = "BGRx";
 #else
 inline constexpr auto NativeFormat = "xRGB";
 #endif
 
-/// The frame in `sample`, whose format has to be NativeFormat; null for anything else. The image keeps the
-/// sample's buffer as long as it lives.
+/// The frame in `sample`, which must have NativeFormat; null otherwise. The image keeps the sample's buffer
+/// alive.
 QImage imageOver(GstSample *sample);
 
-/// A copy in memory of our own with every pixel opaque: a camera may leave anything in the unused byte.
+/// A copy in our own memory with every pixel opaque: the camera's unused byte may have any value.
 QImage opaqueCopy(const QImage &frame);
 
 } // namespace platform

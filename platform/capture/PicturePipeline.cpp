@@ -19,8 +19,8 @@ GstElement *make(const char *factory)
     return gst_element_factory_make(factory, nullptr);
 }
 
-/// pipewiresrc tells PipeWire not to give the stream another camera when its node goes. Version 1.4 unmaps
-/// the camera's memory while the converter may still read a frame in it, so each frame is copied first.
+/// pipewiresrc asks PipeWire not to replace a lost camera by another one. PipeWire 1.4 unmaps the camera's
+/// memory while the converter may still read it, so each frame is copied first.
 GstElement *makeSource(std::uint64_t serial, int connection)
 {
     GstElement *source = make("pipewiresrc");
@@ -30,8 +30,8 @@ GstElement *makeSource(std::uint64_t serial, int connection)
     return source;
 }
 
-/// Says that pixels are square where the camera says nothing. Without this, pipewiresrc 1.4 takes the
-/// smallest ratio that the converter accepts, 1/2147483647, and no picture has that shape.
+/// Sets a pixel aspect ratio of 1/1 when the camera names none. Otherwise pipewiresrc 1.4 chooses the
+/// smallest that the converter accepts, 1/2147483647, and negotiation fails.
 GstElement *makePixelShape()
 {
     GstElement *filter = make("capsfilter");
@@ -42,8 +42,8 @@ GstElement *makePixelShape()
     return filter;
 }
 
-/// Converts and scales in one step. Smooth chroma would double the cost and nobody sees it. Without borders
-/// the frame has its own shape where the last pixel does not fit.
+/// Converts and scales in one element. Smooth chroma would double the cost without a visible gain. Without
+/// borders a frame keeps its shape where the last pixel does not fit.
 GstElement *makeConverter()
 {
     GstElement *converter = make("videoconvertscale");
@@ -54,8 +54,8 @@ GstElement *makeConverter()
     return converter;
 }
 
-/// Keeps the newest frame only, and delivers it when it arrives, not at its time stamp. Without "async" the
-/// pipeline does not wait for a first frame, which takes a thread of GLib's pool for a quarter of a minute.
+/// Keeps only the newest frame and delivers it on arrival, not at its time stamp. With "async" the pipeline
+/// would wait for a first frame in a thread of GLib's pool, which stays for 15 s.
 GstElement *makeSink()
 {
     GstElement *sink = make("appsink");

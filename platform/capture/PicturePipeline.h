@@ -16,25 +16,25 @@ struct PicturePipeline {
     GstElement *pipeline = nullptr;
     GstElement *converter = nullptr;
     GstElement *sink = nullptr;
-    /// False when a plug-in is missing; `pipeline` then still has to be unreferenced.
+    /// False when a GStreamer plug-in is missing. The caller must unref `pipeline` in both cases.
     bool isComplete = false;
 };
 
-/// Whether this is pipewiresrc 0.3, which does not fail when the camera changes its format.
+/// Whether this is pipewiresrc 0.3, which does not report a format change of the camera.
 bool keepsOldCaps();
 
 /// Source, converter and sink, linked, for the node with the given `object.serial`, over the PipeWire
 /// connection `connection`.
 PicturePipeline makePicturePipeline(std::uint64_t serial, int connection);
 
-/// Initialises GStreamer on first use; it is never shut down. Nothing of the host's is handed over or
-/// changed.
+/// Initialises GStreamer on first use and never shuts it down. The host's settings of GStreamer stay
+/// unchanged.
 bool initGStreamer();
 
-/// What the sink accepts: frames of Qt's format up to `size`, with square pixels.
+/// Caps of the sink: frames in Qt's format, up to `size`, with square pixels.
 GstCaps *capsOfFramesUpTo(const QSize &size);
 
-/// Whether the frames that enter the element have Qt's format already.
+/// Whether frames enter the element in Qt's format already.
 bool takesNativeFormat(GstElement *element);
 
 } // namespace platform

@@ -34,7 +34,7 @@ int codeOf(GstMessage *message)
     return code;
 }
 
-/// The camera's own memory that the frame lies in; nullptr for memory that is made for each frame.
+/// The camera's shared memory that holds the frame; nullptr if the memory belongs to the frame alone.
 GstMiniObject *cameraMemoryOf(GstBuffer *frame)
 {
     GstMemory *memory = gst_buffer_n_memory(frame) > 0 ? gst_buffer_peek_memory(frame, 0) : nullptr;
@@ -63,7 +63,7 @@ void PictureStream::start()
         return;
     }
     watch();
-    // Blocks until the camera sends. A refusal arrives as a message, with its code.
+    // Blocks until the camera sends a frame. A failure arrives as a bus message with its code.
     gst_element_set_state(mPipeline, GST_STATE_PLAYING);
     const std::lock_guard guard(mLock);
     mStarting = false;
@@ -130,7 +130,7 @@ void PictureStream::watchInput()
 
 void PictureStream::watch()
 {
-    // The host's event loop need not be GLib's, so handle messages in the threads that post them.
+    // Handle messages in the posting thread, because the host may have no GLib event loop.
     GstBus *bus = gst_element_get_bus(mPipeline);
     gst_bus_set_sync_handler(
         bus,
@@ -158,7 +158,7 @@ void PictureStream::stop()
 void PictureStream::limitTo(const QSize &pixels)
 {
     const std::lock_guard guard(mLock);
-    // GStreamer accepts no range of one number.
+    // GStreamer rejects an integer range that contains one number.
     mLimit = pixels.boundedTo(LargestFrame).expandedTo({2, 2});
     if (mSink)
         limitSink();
@@ -180,7 +180,7 @@ void PictureStream::close()
     const std::lock_guard guard(mLock);
     mClosed = true;
     mNewest = {};
-    // pipewiresrc waits up to half a minute for a camera that does not come, unless its connection ends.
+    // pipewiresrc waits up to half a minute for a missing camera, unless its connection is closed.
     if (mStarting)
         mSocket->shutdown();
 }
@@ -190,7 +190,7 @@ int PictureStream::onInput(GstPad *, GstPadProbeInfo *input, void *stream)
     auto *self = static_cast<PictureStream *>(stream);
     if ((GST_PAD_PROBE_INFO_TYPE(input) & GST_PAD_PROBE_TYPE_BUFFER) != 0)
         return self->accepts(GST_PAD_PROBE_INFO_BUFFER(input)) ? GST_PAD_PROBE_OK : GST_PAD_PROBE_DROP;
-    // Another size is the converter's business. pipewiresrc would connect to the camera anew.
+    // Leave a new size to the converter; pipewiresrc would reconnect to the camera.
     const bool isReconfigure = GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(input)) == GST_EVENT_RECONFIGURE;
     return isReconfigure ? GST_PAD_PROBE_DROP : GST_PAD_PROBE_OK;
 }
@@ -202,8 +202,8 @@ bool PictureStream::accepts(GstBuffer *frame)
     return !mLostMemory && gst_buffer_get_size(frame) > 0;
 }
 
-/// pipewiresrc 0.3 keeps its caps when the camera changes its format, and passes on bytes that mean something
-/// else. PipeWire replaces all memory of the camera then, so the end of any of it tells.
+/// pipewiresrc 0.3 keeps its caps when the camera changes its format, and delivers bytes of the new format.
+/// PipeWire then replaces the camera's memory, so the removal of any of it marks the change.
 void PictureStream::watchMemory(GstBuffer *frame)
 {
     static const GQuark key = g_quark_from_static_string("picture-stream");
@@ -244,7 +244,7 @@ int PictureStream::onMessage(GstBus *, GstMessage *message, void *stream)
 QImage PictureStream::imageOf(GstSample *sample) const
 {
     const QImage image = imageOver(sample);
-    // A frame that was not converted is the camera's own memory, which the camera reuses or takes away.
+    // Copy an unconverted frame: it is the camera's own memory, which the camera reuses or unmaps.
     return takesNativeFormat(mConverter) ? opaqueCopy(image) : image;
 }
 

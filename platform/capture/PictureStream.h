@@ -45,19 +45,19 @@ public:
     void start();
     void stop();
     void close();
-    /// Larger frames are scaled down from now on until they fit, in their own shape.
+    /// Scales frames down that do not fit this size, with their aspect ratio kept. Applies to later frames.
     void limitTo(const QSize &pixels);
-    /// Runs `work` on the main thread, unless the stream is closed by then. Any thread.
+    /// Runs `work` on the main thread, unless the stream is closed before. Any thread.
     void performUnlessClosed(std::function<void()> work);
     /// Whether start() was called. Any thread.
     [[nodiscard]] bool hasBegun() const { return mBegun; }
     /// Whether a frame has arrived since the last call.
     bool takeArrived() { return mArrived.exchange(false); }
-    /// Whether a frame was handed on.
+    /// Whether any frame was delivered to the handler.
     [[nodiscard]] bool hasDelivered() const { return mHasDelivered; }
-    /// Whether the camera's memory has gone, as in a change of its format: the stream hands on no more
-    /// frames. It may fail soon (pipewiresrc 1.4) or not at all (0.3). A stream that begins in the midst of
-    /// the change may hang, so begin the next one only then.
+    /// Whether the camera's memory has been removed, as in a format change. The stream delivers no more
+    /// frames then; it may fail (pipewiresrc 1.4) or hang (0.3). A stream started during the change may hang,
+    /// so start the next one only when this is true.
     [[nodiscard]] bool hasLostMemory() const { return mLostMemory; }
     [[nodiscard]] const QString &nodeName() const { return mNodeName; }
     /// The `object.serial` of the node; 0 until the node is found.

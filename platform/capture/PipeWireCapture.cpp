@@ -15,20 +15,20 @@ using namespace std::chrono_literals;
 namespace platform {
 namespace {
 
-/// Time for a look-up, which takes some milliseconds. After that PipeWire counts as hung.
+/// Timeout of a look-up, which normally takes some milliseconds. After it PipeWire counts as hung.
 constexpr auto LookUpTimeout = 3s;
-/// A camera that sends no frame for so long is looked up.
+/// A camera without a frame for this long is looked up again.
 constexpr auto StallInterval = 1s;
-/// A camera that ends its stream more often without a frame is broken.
+/// Number of streams that may end without a frame before the camera counts as broken.
 constexpr int MostRestarts = 5;
 
-/// A stream that takes longer to start or stop must not delay the next one.
+/// A stream that takes longer to start or stop keeps its thread; the next stream uses another one.
 constexpr auto StreamTimeout = 1s;
-/// Time for pending work to finish at the end; a thread that hangs is left running.
+/// Time for pending work at the process's end. A thread that still hangs is abandoned.
 constexpr auto EndTimeout = 2s;
 
-/// The worker threads for everything about streams that may block: their start and stop, and the look-ups of
-/// a running stream. Enumerating and opening devices still block the main thread, by LookUpTimeout at most.
+/// Worker threads for stream operations that may block: start, stop and the look-ups of a running stream.
+/// Enumerating and opening devices block the main thread, for LookUpTimeout at most.
 class Workers {
 public:
     Workers() = default;
@@ -36,10 +36,10 @@ public:
     Workers(const Workers &) = delete;
     Workers &operator=(const Workers &) = delete;
 
-    /// Separate from the streams, because the start of a stream may wait long for its camera.
+    /// Separate from the stream queue, where a start may wait long for its camera.
     SerialQueue &lookUps() { return mLookUps; }
-    /// The queue for the next stream: the last stream's, so that one stops before the next starts. A stream
-    /// that is stuck for over StreamTimeout keeps its thread; the next stream gets a new one.
+    /// The queue for the next stream: normally the last stream's, so that one stops before the next starts. A
+    /// stream that is stuck for over StreamTimeout keeps its thread; the next stream gets a new one.
     std::shared_ptr<SerialQueue> streams();
 
 private:
@@ -201,15 +201,15 @@ void PipeWireSession::stopRunning()
 void PipeWireSession::endStream()
 {
     mStream->close();
-    // The queue runs this after the stream's start, however long that takes.
+    // The queue runs this after the stream's start.
     mStreamWorker->post([stream = std::move(mStream)] { stream->stop(); });
     mStream.reset();
 }
 
 void PipeWireSession::restart()
 {
-    // The last frame stays on the screen. The next check begins the new stream: in the midst of the camera's
-    // change PipeWire 1.4 would let it wait for ever.
+    // Keep the last frame on screen. The next check starts the new stream: during the camera's change
+    // PipeWire 1.4 would let it hang for ever.
     endStream();
 }
 
@@ -234,8 +234,8 @@ void PipeWireSession::frameArrived(const QImage &frame)
 
 void PipeWireSession::streamFailed(int code)
 {
-    // pipewiresrc 1.4 ends a stream whose camera changes its format, and a stream that begins during the
-    // change: such a camera is still there.
+    // pipewiresrc 1.4 ends a stream when its camera changes the format, and a stream started during the
+    // change. So look the camera up before reporting a failure.
     if (mStream->hasDelivered() || mRestarts > 0)
         lookUpNode(code);
     else
@@ -244,7 +244,7 @@ void PipeWireSession::streamFailed(int code)
 
 void PipeWireSession::reportFailure(int code)
 {
-    // One report for each start.
+    // Report one failure for each start.
     mStallTimer.reset();
     mStream->close();
     mContext.localCenter->postNotificationName(QuickTimeErrorNotification, this,
@@ -257,17 +257,17 @@ void PipeWireSession::checkForStall()
         beginStream();
         return;
     }
-    // The stream's start is queued behind one that hangs.
+    // The stream's start waits in the queue behind one that hangs.
     if (!mStream->hasBegun() && mStreamWorker->isStalled(StreamTimeout)) {
         endStream();
         beginStream();
     }
-    // A node that goes may just stop sending, with no message; so may a camera that is merely slow.
+    // No frames may mean a removed node, which sends no message, or a slow camera. So look the node up.
     if ((!mStream->takeArrived() || mStream->hasLostMemory()) && !mLookingUp)
         lookUpNode(0);
 }
 
-/// `code` is what to report when the camera cannot be shown any more; 0 for a stream that only sends nothing.
+/// `code` is reported when the camera is gone; 0 for a stream that merely sends no frames.
 void PipeWireSession::lookUpNode(int code)
 {
     mLookingUp = true;
@@ -281,7 +281,7 @@ void PipeWireSession::nodesFound(const std::optional<PipeWireNodes> &nodes, int 
 {
     mLookingUp = false;
     const bool exists = nodes && nodeNamed(*nodes, mStream->nodeName());
-    // A node that went and came back under its name is another node, and sends nothing to this stream.
+    // A node that returns under its name has another serial and sends nothing to this stream.
     const auto serial = mStream->nodeSerial();
     const bool isAnother = exists && serial != 0 && !hasNode(*nodes, serial);
     const bool isOver = code != 0 || isAnother || mStream->hasLostMemory();

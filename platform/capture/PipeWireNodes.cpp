@@ -33,7 +33,7 @@ using Context = std::unique_ptr<pw_context, Deleter<pw_context_destroy>>;
 using Core = std::unique_ptr<pw_core, Deleter<pw_core_disconnect>>;
 using Registry = std::unique_ptr<pw_registry, Deleter<destroyRegistry>>;
 
-/// The nodes that one look-up has found so far, in the order of PipeWire's registry.
+/// Nodes found by one look-up, in the order of PipeWire's registry.
 struct LookUp {
     PipeWireNodes nodes;
     int seq = 0;
@@ -68,7 +68,7 @@ void onDone(void *data, std::uint32_t id, int seq)
 
 void onError(void *data, std::uint32_t id, int, int, const char *)
 {
-    // An error of the core ends the connection; errors of other objects do not concern the look-up.
+    // Only errors of the core (id 0) end the connection; errors of other objects do not affect the look-up.
     if (id == PW_ID_CORE)
         static_cast<LookUp *>(data)->failed = true;
 }
@@ -90,13 +90,13 @@ bool waitFor(const LookUp &lookUp, pw_loop *loop, milliseconds timeout)
 
 void initPipeWire()
 {
-    // Never undone: other code of the process may use PipeWire too.
+    // pw_deinit() is never called, because other code in the process may use PipeWire.
     static std::once_flag once;
     std::call_once(once, [] { pw_init(nullptr, nullptr); });
 }
 
-/// Connects over the socket that the pictures use too, so that both find the same PipeWire. The context
-/// closes the descriptor.
+/// Connects over the same socket as the streams, so that both reach the same PipeWire. The context closes the
+/// descriptor.
 Core connect(pw_context *context)
 {
     const PipeWireSocket socket;

@@ -23,7 +23,7 @@ QString firstSet(std::initializer_list<const char *> variables)
     return {};
 }
 
-/// A connected descriptor, or -1.
+/// Returns a connected descriptor or -1.
 int connectTo(const QString &file)
 {
     sockaddr_un address = {};

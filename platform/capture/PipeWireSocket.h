@@ -5,14 +5,15 @@
 
 namespace platform {
 
-/// Where PipeWire may listen, in the order in which its own clients try: the runtime folder of the user, then
-/// the one of the system. PIPEWIRE_REMOTE names another socket, or its absolute path.
+/// Paths where PipeWire may listen, in the order in which PipeWire's clients try them: the user's runtime
+/// folder, then the system's. PIPEWIRE_REMOTE replaces the socket's name or gives an absolute path.
 QStringList pipeWireSocketPaths();
 
-/// The first of these paths that exists, else the first; empty without any.
+/// The first of these paths that exists, else the first one; empty if there are none.
 QString pipeWireSocketPath();
 
-/// A connection of our own to PipeWire, closed at the end. Libraries get a duplicate of its descriptor.
+/// The pane's own connection to PipeWire, closed in the destructor. Libraries receive a duplicate of its
+/// descriptor.
 class PipeWireSocket {
 public:
     PipeWireSocket();
@@ -23,9 +24,9 @@ public:
     /// False where no PipeWire runs.
     [[nodiscard]] bool isOpen() const { return mDescriptor >= 0; }
     [[nodiscard]] int descriptor() const { return mDescriptor; }
-    /// A descriptor that the caller closes; -1 for none.
+    /// A duplicate of the descriptor, which the caller closes; -1 without a connection.
     [[nodiscard]] int duplicate() const;
-    /// Ends the connection for every duplicate too, which wakes threads that wait for a reply. Any thread.
+    /// Shuts the socket down for all duplicates, which wakes threads that wait for a reply. Any thread.
     void shutdown() const;
 
 private:

@@ -34,7 +34,7 @@ void SerialQueue::post(Work work)
         std::thread([queue = mQueue] { drain(queue); }).detach();
         mQueue->draining = true;
     } catch (const std::system_error &error) {
-        // No thread is to be had: the work stays queued for the next post.
+        // No thread could be started; the next post() tries again.
         qCWarning(PLATFORM_LOG, "no thread for the capture: %s", error.what());
     }
 }

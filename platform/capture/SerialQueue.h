@@ -6,8 +6,8 @@
 
 namespace platform {
 
-/// Runs work that may block, one piece after the other, away from the main thread. Its thread exists only
-/// while there is work, and outlives the worker then.
+/// Runs blocking work off the main thread, one piece after another. Its thread exists only while there is
+/// work, and may outlive the queue.
 class SerialQueue {
 public:
     using Clock = std::chrono::steady_clock;
@@ -17,11 +17,11 @@ public:
     SerialQueue(const SerialQueue &) = delete;
     SerialQueue &operator=(const SerialQueue &) = delete;
 
-    /// Runs `work` after what was posted before. Whatever it captures is destroyed on the worker's thread.
+    /// Runs `work` after the work posted before. Captured objects are destroyed on the worker's thread.
     void post(Work work);
     /// Whether a piece of work has been under way for longer than `patience`.
     [[nodiscard]] bool isStalled(std::chrono::milliseconds patience) const;
-    /// False when there still is work at `deadline`.
+    /// Waits until the queue is empty. False when work is left at `deadline`.
     bool waitUntilIdle(Clock::time_point deadline);
 
 private:

@@ -4,7 +4,7 @@
 
 namespace {
 
-// GObject needs plain structs and functions. The type is never unregistered, so this code must stay loaded:
+// GObject needs plain structs and functions. A GType is never unregistered, so this code must stay loaded:
 // both plug-ins are linked with -z nodelete.
 struct PictureStreamThreads {
     GstTaskPool parent;
@@ -52,7 +52,7 @@ void doNothing(GstTaskPool *)
 
 void picture_stream_threads_class_init(PictureStreamThreadsClass *type)
 {
-    // The base class would make a pool of GLib's.
+    // GstTaskPool's own prepare() would create a GLib thread pool.
     type->parent.prepare = [](GstTaskPool *pool, GError **) { doNothing(pool); };
     type->parent.cleanup = doNothing;
     type->parent.push = push;

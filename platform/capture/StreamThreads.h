@@ -6,9 +6,9 @@ using GstMessage = struct _GstMessage;
 
 namespace platform {
 
-/// Gives the streaming thread that `message` announces a thread of its own, which ends with the stream.
-/// GStreamer's default pool keeps a finished thread, under the element's name, for a quarter of a minute.
-/// Does nothing for any other message. Any thread.
+/// Gives the streaming thread that `message` announces (STREAM_STATUS) a thread of its own, which ends with
+/// the stream. GStreamer's default pool keeps a finished thread for 15 s. Other messages are ignored. Any
+/// thread.
 void endThreadWithStream(GstMessage *message);
 
 } // namespace platform

@@ -7,7 +7,7 @@
 
 namespace platform {
 
-/// The files and the information dictionary that the pane brings along, apart from the host's own.
+/// The pane's own resource files and information dictionary, separate from the host's.
 class Bundle {
 public:
     virtual ~Bundle() = default;

@@ -5,7 +5,7 @@
 namespace platform {
 namespace {
 
-/// A host that has something to offer hangs an object of the class's name on the application.
+/// Hosts publish an object as a child of QApplication, with the class's name as its object name.
 class ApplicationChildren final : public HostClasses {
 public:
     QObject *classNamed(const QString &name) override

@@ -12,8 +12,7 @@ class HostClasses {
 public:
     virtual ~HostClasses() = default;
 
-    /// The object that stands for the named class, null when the host has none. Operations are invokable
-    /// methods of it.
+    /// The object for the named class; null when the host has none. Its operations are invokable methods.
     virtual QObject *classNamed(const QString &name) = 0;
 };
 

@@ -6,16 +6,16 @@
 
 namespace platform {
 
-/// The modifier keys that are held now.
+/// The modifier keys that are pressed now.
 class KeyboardModifiers {
 public:
     static constexpr std::uint32_t OptionKey = 0x0800;
     virtual ~KeyboardModifiers() = default;
 
-    /// Bit mask of the keys held; OptionKey is the Alt key.
+    /// Bit mask of the pressed keys; OptionKey is the Alt key.
     virtual std::uint32_t currentKeyModifiers() = 0;
-    /// A Wayland client learns the modifiers only with the keyboard focus. There, without the focus, this
-    /// calls `focused` once the application gets it; otherwise never. A second call replaces the first.
+    /// A Wayland client learns the modifiers only with the keyboard focus. If the application has no focus
+    /// there, calls `focused` when it gets it; otherwise never. A second call replaces the first.
     virtual void onceFocused(std::function<void()> focused) = 0;
 };
 

@@ -14,7 +14,7 @@ namespace {
 constexpr double HertzPerKilohertz = 1e3;
 constexpr double HertzPerMegahertz = 1e6;
 constexpr double HertzPerGigahertz = 1e9;
-// Enough for a processor of a thousand cores; the kernel's files report no size beforehand.
+// Large enough for a thousand processors; files in /proc report the size 0.
 constexpr qint64 MaximumFileSize = qint64(4) << 20;
 
 QByteArray beginningOf(const QString &path)
@@ -23,15 +23,15 @@ QByteArray beginningOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.read(MaximumFileSize) : QByteArray();
 }
 
-/// 0 for a frequency that no processor has.
+/// Returns 0 for an implausible frequency.
 std::uint64_t plausible(double hertz)
 {
     constexpr double Fastest = 1000 * HertzPerGigahertz;
     return hertz >= 1 && hertz < Fastest ? static_cast<std::uint64_t>(std::llround(hertz)) : 0;
 }
 
-/// The clock in names like "… @ 2.40GHz" or "… CPU 3.00GHz". The line "cpu MHz" is the momentary clock of a
-/// core and is not used.
+/// Frequency in model names like "… @ 2.40GHz" or "… CPU 3.00GHz". "cpu MHz" in /proc/cpuinfo is a core's
+/// present frequency and is not used.
 std::uint64_t clockInModelName(const QByteArray &cpuinfo)
 {
     static const QRegularExpression pattern(
@@ -104,7 +104,7 @@ private:
         return beginningOf(mRoot.filePath(path));
     }
 
-    /// Uses the fastest core, because the first one may be an efficiency core.
+    /// Use the fastest core, because the first one may be an efficiency core.
     [[nodiscard]] std::uint64_t fastestCore(const QString &file, double unit) const
     {
         const QDir cores(mRoot.filePath(QStringLiteral("sys/devices/system/cpu")));

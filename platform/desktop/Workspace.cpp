@@ -77,7 +77,7 @@ public:
         mBus->reopenIfLost();
         if (!mBus->isOpen())
             return openFolderOf(path);
-        // Do not block: the bus may have to start the file manager first.
+        // Asynchronous, because the bus may first have to start the file manager.
         auto *watcher = new QDBusPendingCallWatcher(mBus->connection().asyncCall(showItems(path)), &mContext);
         QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &mContext, [watcher, path] {
             if (QDBusPendingReply<>(*watcher).isError())

@@ -15,7 +15,8 @@ inline const QString NSWorkspaceSessionDidBecomeActiveNotification =
 inline const QString NSWorkspaceSessionDidResignActiveNotification =
     QStringLiteral("NSWorkspaceSessionDidResignActiveNotification");
 
-/// Hands files and addresses to the user's other programs. Each answers whether somebody took it.
+/// Opens files and addresses in the user's other programs. Each operation returns whether a program took the
+/// request.
 class Workspace {
 public:
     virtual ~Workspace() = default;
@@ -28,8 +29,7 @@ public:
     virtual bool openBluetoothSettings() = 0;
 };
 
-/// The user's default programs. Starts them and does not wait for them. `bus` is the session bus, opened by
-/// the first selectFile(); a bus that hangs is waited for once.
+/// The user's default programs. Starts them without waiting for them.
 std::shared_ptr<Workspace> makeWorkspace(std::shared_ptr<BusConnection> bus);
 
 } // namespace platform

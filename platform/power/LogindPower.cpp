@@ -11,7 +11,7 @@
 namespace platform {
 namespace {
 
-/// Stands for power management being there; logind itself needs no handle.
+/// Handle that registerForSystemPower() returns; logind itself needs none.
 constexpr std::uint32_t RootPort = 1;
 
 QDBusMessage inhibitQuestion(const SleepDelay &delay)
@@ -93,7 +93,7 @@ void LogindPower::sendSleep()
 
 void LogindPower::takeInhibitor()
 {
-    // On a connection that is not open Qt would never finish the call.
+    // QtDBus never finishes a call on a connection that is not open.
     if (mInhibitor.isValid() || mQuestion || !mBus->isOpen())
         return;
     mQuestion = new QDBusPendingCallWatcher(mBus->connection().asyncCall(inhibitQuestion(mDelay)), this);

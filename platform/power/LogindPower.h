@@ -55,9 +55,9 @@ private:
     QDBusUnixFileDescriptor mInhibitor;
     /// The one pending Inhibit call; a reply to an earlier call is from a logind that has gone.
     QDBusPendingCallWatcher *mQuestion = nullptr;
-    /// Its address is the argument of the last will-sleep message.
+    /// Token whose address is the argument of the last will-sleep message.
     std::unique_ptr<char> mToken;
-    /// Its address is the argument of every can-sleep query.
+    /// Token whose address is the argument of every can-sleep query.
     char mQuery = 0;
     /// The last sleep was allowed and the machine has not woken yet.
     bool mMaySleep = false;

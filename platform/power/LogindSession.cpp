@@ -49,8 +49,8 @@ QVariant propertyOf(const QDBusMessage &answer)
     return value.canConvert<QDBusVariant>() ? value.value<QDBusVariant>().variant() : QVariant();
 }
 
-/// The path in a user's property Display, which is a session's name and path. Empty when the name is empty:
-/// the user has no graphical session then.
+/// Object path in the user object's property Display: a session's name and path. Empty when the name is
+/// empty, because the user then has no graphical session.
 QString displayPathOf(const QDBusMessage &answer)
 {
     const QVariant value = propertyOf(answer);
@@ -143,8 +143,8 @@ void LogindSession::findSessionOfProcess()
     });
 }
 
-// A process that the user's service manager has started belongs to no session. The user's graphical session
-// counts then.
+// A process started by the user's service manager belongs to no session. Use the user's graphical session
+// then.
 void LogindSession::findDisplayOfUser()
 {
     const QString user = bus::LogindPath + QStringLiteral("/user/self");
@@ -209,7 +209,7 @@ void LogindSession::setActive(bool active)
 
 void LogindSession::ask(const QDBusMessage &question, Answer answer)
 {
-    // On a connection that is not open Qt would never finish the call.
+    // QtDBus never finishes a call on a connection that is not open.
     if (!mBus->isOpen())
         return;
     auto *watcher = new QDBusPendingCallWatcher(mBus->connection().asyncCall(question), this);

@@ -28,7 +28,7 @@ public:
     void addObserver(const void *observer, const QString &name, NotificationHandler handler) override;
     void removeObserver(const void *observer, const QString &name) override;
     void postNotificationName(const QString &name, const void *object, const QVariantMap &userInfo) override;
-    /// Whether the session has the screen; empty before the first reply or change from logind.
+    /// Whether the session is active; empty before logind's first reply or signal.
     [[nodiscard]] std::optional<bool> isActive() const { return mActive; }
 
 private Q_SLOTS:

@@ -21,7 +21,7 @@ public:
     /// Registers for the life of the process. Returns the handle for allowPowerChange(). Without power
     /// management no message comes.
     virtual std::uint32_t registerForSystemPower(void *refcon, Callback callback) = 0;
-    /// Answers the message that brought `messageArgument`: the machine may sleep.
+    /// Acknowledges the message that brought `messageArgument`: the machine may sleep.
     virtual void allowPowerChange(std::uint32_t rootPort, void *messageArgument) = 0;
 };
 

@@ -19,7 +19,7 @@ constexpr int MaximumLinks = 40;
 constexpr mode_t OwnerOnly = S_IRUSR | S_IWUSR;
 constexpr mode_t PermissionBits = 07777;
 
-/// The file closes the descriptor. False, and errno, when there is none.
+/// QFile closes the descriptor. On failure returns false with errno set.
 bool openDescriptor(QFile *file, int descriptor, QIODevice::OpenMode mode)
 {
     return descriptor >= 0
@@ -33,8 +33,8 @@ int errorFor(const struct stat &status)
     return S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
 }
 
-/// The end of a chain of links, which need not exist; empty for a loop. A relative link is appended to its
-/// folder and not cleaned up: `..` behind a linked folder is the parent of that link's target.
+/// Target of a chain of symbolic links, which need not exist; empty for a loop. A relative link is appended
+/// to its folder without cleaning: `..` behind a linked folder means the parent of that link's target.
 path targetOf(path name)
 {
     for (int links = 0; links < MaximumLinks; ++links) {
@@ -47,14 +47,13 @@ path targetOf(path name)
     return {};
 }
 
-/// Run by the superuser, the pane must not take the file away from its owner. Others may fail to keep the
-/// group.
+/// Keeps the owner when root runs the pane. Other users may be unable to keep the group.
 bool keepOwner(int fd, const struct stat &replaced)
 {
     return ::fchown(fd, replaced.st_uid, replaced.st_gid) == 0 || ::geteuid() != 0;
 }
 
-/// `replaced` is null for a new file. The mode comes last: fchown() clears some of its bits.
+/// `replaced` is null for a new file. fchmod() comes after fchown(), which clears mode bits.
 int fill(QFile *file, const QByteArray &bytes, const struct stat *replaced)
 {
     if (file->write(bytes) != bytes.size())
@@ -79,7 +78,7 @@ int replaceTarget(const path &target, const QByteArray &bytes, const struct stat
     return error;
 }
 
-/// Without this, a crash of the machine can bring the replaced file back.
+/// Calls fsync() on the folder: without it a crash can bring the replaced file back.
 void syncFolder(const path &folder)
 {
     const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);

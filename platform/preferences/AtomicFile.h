@@ -3,17 +3,17 @@
 #include <QByteArray>
 #include <QString>
 
-/// Files that are read and replaced as a whole, never seen half written.
+/// Reads and replaces files as a whole, so that no reader sees a half-written one.
 namespace platform::AtomicFile {
 
 struct Contents {
-    /// 0, or the errno of the failed read. ENOENT for a file that does not exist.
+    /// 0, or the errno of the failed read; ENOENT when the file does not exist.
     int error = 0;
     QByteArray bytes;
     bool operator==(const Contents &other) const = default;
 };
 
-/// Refuses everything but regular files, and files too large to be preferences.
+/// Refuses files that are not regular or are too large to be preferences.
 Contents read(const QString &path);
 
 /// Replaces or creates the file, and the folders above it. A symbolic link stays and its target is replaced.

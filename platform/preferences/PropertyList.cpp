@@ -21,8 +21,7 @@ QRegularExpression whole(const char *pattern)
     return QRegularExpression(QRegularExpression::anchoredPattern(QLatin1String(pattern)));
 }
 
-/// Decimal even with leading zeros, or hexadecimal after 0x. A number beyond 64 bits becomes the nearest that
-/// fits.
+/// Decimal, also with leading zeros, or hexadecimal after 0x. Clamps numbers beyond 64 bits.
 QVariant integerFrom(const QString &text)
 {
     static const QRegularExpression integer = whole("[+-]?([0-9]+|0[xX][0-9a-fA-F]+)");
@@ -123,7 +122,7 @@ QString dictElement(const QVariantMap &map)
     return element("dict", content.isEmpty() ? content : content + QLatin1String("\n\t"));
 }
 
-/// Empty for a type that no property list has.
+/// The element's name; empty for a type that property lists cannot hold.
 QString elementFor(const QVariant &value)
 {
     switch (static_cast<int>(value.userType())) {
@@ -166,7 +165,8 @@ public:
         : mText(text)
         , mXml(text)
     {
-        // A value's own text does not have the declarations of prefixes.
+        // Values are parsed alone, without the namespace declarations around them, so their prefixes would be
+        // errors.
         mXml.setNamespaceProcessing(false);
     }
 
@@ -261,7 +261,7 @@ private:
         return text;
     }
 
-    /// False at the end of the element around it.
+    /// False at the end tag of the enclosing element.
     bool nextElement()
     {
         while (next() && !mXml.isEndElement()) {
@@ -278,7 +278,7 @@ private:
         return !mXml.hasError();
     }
 
-    /// False at the document's end and for an error.
+    /// False at the end of the document or after an error.
     bool next()
     {
         mXml.readNext();
@@ -287,8 +287,8 @@ private:
         return !mXml.atEnd();
     }
 
-    /// An entity's text is not where its reference is. Declarations, as they would define some, are refused
-    /// as well.
+    /// Rejects references to entities, whose text is not at the position of the reference, and the
+    /// declarations that define them.
     [[nodiscard]] bool isForeign() const
     {
         if (mXml.isStartDocument() && !mXml.documentEncoding().isEmpty())
@@ -296,7 +296,7 @@ private:
         return mXml.isEntityReference() || (mXml.isDTD() && mXml.text().contains(QLatin1Char('[')));
     }
 
-    /// Just behind the tag that was read last.
+    /// Offset behind the last tag.
     [[nodiscard]] int position() const { return static_cast<int>(mXml.characterOffset()); }
 
     const QString &mText;

@@ -9,27 +9,27 @@
 
 namespace platform {
 
-/// The root dictionary of an XML property list in UTF-8. Copies are cheap and independent. The text that was
-/// read is kept: a rewrite differs from it in the changed values alone.
+/// The root dictionary of an XML property list in UTF-8. Copies are cheap and independent. The text is kept,
+/// so a rewrite changes only the bytes of changed values.
 class PropertyListDictionary {
 public:
     PropertyListDictionary();
 
-    /// Nothing when the text is malformed, is not in UTF-8, or has a root that is no dictionary.
+    /// Nothing when the text is malformed, is not UTF-8 or has a root other than a dictionary.
     static std::optional<PropertyListDictionary> fromXml(const QByteArray &xml);
     [[nodiscard]] QByteArray toXml() const;
 
     /// The value as bool, qlonglong, qulonglong, double, QString, QDateTime, QByteArray, QVariantList or
     /// QVariantMap; an invalid variant when the key is absent. The last of several equal keys counts.
     [[nodiscard]] QVariant value(const QString &key) const;
-    /// An invalid variant removes the key. A value that no property list can hold changes nothing.
+    /// An invalid variant removes the key. A value that property lists cannot hold changes nothing.
     void setValue(const QString &key, const QVariant &value);
     [[nodiscard]] QStringList keys() const;
 
 private:
     struct Entry {
         QString key;
-        /// The text from the end of the entry before to the start of the value, `key` element included.
+        /// The text between the previous entry's end and the value's start, including the `key` element.
         QString lead;
         QString element;
     };

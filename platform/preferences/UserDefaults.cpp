@@ -15,7 +15,7 @@
 namespace platform {
 namespace {
 
-/// One domain: its file as last read, and the write that is not handed over yet.
+/// One domain: its file as last read, and the pending write.
 class Domain {
 public:
     explicit Domain(QString path)
@@ -55,8 +55,8 @@ private:
         bool isNew = false;
     };
 
-    /// Reads the file each time, because no time stamp tells two writes of one clock tick apart. Parses it,
-    /// and complains of it, only when its contents have changed.
+    /// Reads the file each time, because two writes may have the same time stamp. Parses it, and logs errors,
+    /// only when the contents have changed.
     const Read &read()
     {
         const AtomicFile::Contents file = AtomicFile::read(mPath);
@@ -85,7 +85,7 @@ private:
     std::optional<Write> mWrite;
 };
 
-/// A file for each domain. What is not handed over yet is written at the latest when the program ends.
+/// One file for each domain. Pending writes are flushed in the destructor at the latest.
 class FileUserDefaults : public UserDefaults {
 public:
     FileUserDefaults()

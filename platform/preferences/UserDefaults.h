@@ -14,19 +14,19 @@ class UserDefaults {
 public:
     virtual ~UserDefaults() = default;
 
-    /// The domain as it is at this moment, or as set by this process and not handed over yet. Nothing when
-    /// the file is absent or unusable.
+    /// The domain on disk now or, if set, this process's pending write. Nothing when the file is absent or
+    /// unusable.
     virtual std::optional<PropertyListDictionary> persistentDomainForName(const QString &name) = 0;
-    /// Replaces the domain, in memory until synchronize(). Nothing in, nothing done.
+    /// Replaces the domain in memory; synchronize() writes it. An empty `domain` is ignored.
     virtual void setPersistentDomain(const std::optional<PropertyListDictionary> &domain,
                                      const QString &name) = 0;
-    /// Hands over what was set. A write that fails is dropped and logged; false then. A domain that was
-    /// deleted since it was set stays deleted.
+    /// Writes the pending domain. A failed write is logged, dropped and returns false. A domain deleted on
+    /// disk meanwhile stays deleted.
     virtual bool synchronize() = 0;
 };
 
-/// Path of the current user's domain below $XDG_CONFIG_HOME, which may not exist; empty for what cannot be a
-/// domain's name.
+/// Path of the current user's domain file below $XDG_CONFIG_HOME; it may not exist. Empty for an invalid
+/// domain name.
 QString fileOfDomain(const QString &name);
 
 /// The domains of the current user, each in its file below $XDG_CONFIG_HOME.

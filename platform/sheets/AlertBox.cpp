@@ -11,7 +11,7 @@
 namespace platform {
 namespace {
 
-/// The longest line that is read without losing the next one, in average characters.
+/// Longest line, in average characters, that stays readable.
 constexpr int LongestLine = 68;
 
 /// QMessageBox wraps its informative text at the width of its title. This lets a sentence take a whole line.

@@ -6,7 +6,7 @@ namespace platform {
 
 struct AlertSheet;
 
-/// An alert on screen: its words as plain text, an icon for its kind, one button.
+/// An alert on screen: plain text, an icon for its kind, one button.
 class AlertBox final : public QMessageBox {
     Q_OBJECT
 public:

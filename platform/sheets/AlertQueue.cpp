@@ -13,7 +13,7 @@
 namespace platform {
 namespace {
 
-/// Bounds the number of boxes on the desktop when an agent reports errors without end.
+/// Limits the number of open boxes when an agent reports errors without end.
 constexpr std::size_t MostAlerts = 20;
 
 bool sameWords(const AlertSheet &a, const AlertSheet &b)
@@ -137,7 +137,7 @@ void AlertQueue::finish(const QDialog *box)
 void AlertQueue::forgetWindow(const QObject *window)
 {
     const auto isGone = [window](const Begun &begun) { return begun.place.windowIdentity == window; };
-    // The window's alerts close without an end handler: nobody has read them.
+    // The window's alerts close without an end handler, because nobody has read them.
     for (auto &alert : mAlerts) {
         if (!isGone(alert) || !alert.place.dialog)
             continue;

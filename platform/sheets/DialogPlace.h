@@ -5,12 +5,12 @@
 
 namespace platform {
 
-/// Where a sheet or alert stands: the dialog, the window that it blocks, and the focus to restore afterwards.
+/// Position of a sheet or alert: the dialog, the window that it blocks, and the focus to restore afterwards.
 struct DialogPlace {
     QPointer<QDialog> dialog;
     QPointer<QWidget> window;
     QPointer<QWidget> focus;
-    /// Identifies the window while it is being destroyed.
+    /// Identifies the window, also while it is being destroyed.
     const QObject *windowIdentity = nullptr;
 };
 

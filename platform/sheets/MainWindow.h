@@ -4,8 +4,7 @@ class QWidget;
 
 namespace platform {
 
-/// Whether the window belongs to the host: a window or an unowned dialog that is neither a sheet nor an
-/// alert.
+/// Whether the window is a main window of the host: a window or an unowned dialog, but no sheet or alert.
 bool isMainWindow(const QWidget *window);
 
 /// The host's active main window, else its oldest visible one. Prefers windows to dialogs; may be null.

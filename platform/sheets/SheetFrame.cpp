@@ -12,7 +12,7 @@ bool isWayland()
     return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
 
-/// The colour that Breeze gives to separators: a fifth of the text's colour on the window's.
+/// Breeze's separator colour: a fifth of the text colour mixed into the window colour.
 QColor outlineColour(const QPalette &palette)
 {
     constexpr int AlphaOfAFifth = 51;
@@ -25,8 +25,7 @@ QColor outlineColour(const QPalette &palette)
 
 Qt::WindowFlags sheetWindowFlags()
 {
-    // Wayland has no request for single title bar buttons: KWin gives every decorated window one that
-    // minimises.
+    // Wayland cannot request single title bar buttons: KWin gives every decorated window a minimise button.
     if (isWayland())
         return Qt::Dialog | Qt::FramelessWindowHint;
     return Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;

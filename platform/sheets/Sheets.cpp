@@ -55,9 +55,8 @@ void Sheet::hideEvent(QHideEvent *event)
 
 bool Sheet::eventFilter(QObject *watched, QEvent *event)
 {
-    // Qt 6 closes every window while it delivers a quit, and a window that refuses cancels the quit.
-    // deleteLater() marks the end of the delivery: event loops that a window nests in its closing do not
-    // delete the object.
+    // Qt 6 closes every window while it delivers a quit event, and a window that refuses cancels the quit.
+    // deleteLater() marks the end of the delivery: nested event loops of closing windows do not run it.
     if (watched == qApp && event->type() == QEvent::Quit && !mQuitInDelivery) {
         mQuitInDelivery = new QObject(this);
         mQuitInDelivery->deleteLater();

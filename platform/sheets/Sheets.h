@@ -9,13 +9,14 @@
 
 namespace platform {
 
-/// Called when a sheet has ended: the sheet, still on screen, its code, and the context it was begun with.
+/// Called when a sheet has ended: the sheet, which is still visible, its return code and the context given at
+/// its begin.
 using SheetDidEnd = std::function<void(QWidget *sheet, int returnCode, void *contextInfo)>;
 
 /// Selects the icon of an alert.
 enum class AlertKind { Error, Information };
 
-/// The words of an alert; plain text, never interpreted.
+/// Texts of an alert; plain text, never interpreted as markup.
 struct AlertSheet {
     QString title;
     QString defaultButton;
@@ -63,13 +64,13 @@ class SheetPresenter {
 public:
     virtual ~SheetPresenter() = default;
 
-    /// The host's main window, for messages about the whole application; may be null.
+    /// The host's main window, for messages that concern the whole application; may be null.
     virtual QWidget *applicationMainWindow() = 0;
     /// Shows the alert over `window`; a null window means the next main window that is shown. When very many
     /// alerts are open, the alert is dropped and `didEnd` never runs.
     virtual void beginAlertSheet(const AlertSheet &alert, QWidget *window, SheetDidEnd didEnd) = 0;
     virtual void beginSheet(Sheet *sheet, QWidget *modalForWindow, SheetDidEnd didEnd) = 0;
-    /// Ends the sheet with return code 0; nothing when it is not begun.
+    /// Ends the sheet with return code 0. Ignored for a sheet that is not open.
     virtual void endSheet(Sheet *sheet) = 0;
 };
 

@@ -16,13 +16,13 @@ namespace {
 
 const QString PercentageProperty = QStringLiteral("Percentage");
 
-// The numbers of the package service's interface.
+// Numbers of PackageKit's interface.
 constexpr uint ExitSuccess = 1;
 constexpr uint ExitCancelled = 3;
 constexpr uint ErrorCancelled = 17;
 constexpr uint ErrorNotAuthorized = 48;
 
-// The call may wait for a person who types a password.
+// The call may wait for a user who types a password.
 constexpr int NoTimeout = std::numeric_limits<int>::max();
 
 QStringList hints(bool interactive)
@@ -34,7 +34,7 @@ QStringList hints(bool interactive)
             QStringLiteral("interactive=") + (interactive ? yes : no)};
 }
 
-/// The message bus sends these errors in place of a service that has gone.
+/// Errors that the bus sends when the service is gone.
 bool saysServiceIsGone(const QString &errorName)
 {
     return errorName == QDBusError::errorString(QDBusError::NoReply)
@@ -78,7 +78,7 @@ void PackageKitTransaction::run(const QString &method, const QVariantList &argum
     mArguments = arguments;
     mInteractive = interactive;
     if (!mBus.isConnected()) {
-        // Qt never finishes a call on a connection that is not open.
+        // QtDBus never finishes a call on a connection that is not open.
         mErrorText = mBus.lastError().message();
         return finish(Outcome::Failed);
     }
@@ -86,8 +86,8 @@ void PackageKitTransaction::run(const QString &method, const QVariantList &argum
     findOwner();
 }
 
-// The owner is asked for before the transaction is created: Qt 6.8 leaves QDBusMessage::service() of an
-// asynchronous reply empty, and a later question could name another owner than the one that replied.
+// Ask for the owner before creating the transaction. Qt 6.8 leaves QDBusMessage::service() of an asynchronous
+// reply empty, and a later GetNameOwner could return another owner.
 void PackageKitTransaction::findOwner()
 {
     ask(daemonCall(QStringLiteral("GetNameOwner"), {bus::PackageKit}), [this](const QDBusMessage &reply) {
@@ -127,7 +127,7 @@ void PackageKitTransaction::create(const QString &owner)
 
 void PackageKitTransaction::begin(const QString &owner, const QString &path)
 {
-    // Any program may send such signals on the system bus: only the owner's count.
+    // Any program may send such signals on the system bus; accept only the owner's.
     listen(owner, path);
     auto setHints =
         QDBusMessage::createMethodCall(owner, path, bus::PackageKitTransaction, QStringLiteral("SetHints"));
@@ -170,7 +170,7 @@ void PackageKitTransaction::ask(const QDBusMessage &question, Answer answer)
     auto *watcher = new QDBusPendingCallWatcher(mBus.asyncCall(question), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, answer = std::move(answer)] {
         watcher->deleteLater();
-        // The loss of the bus or of the owner has been reported before.
+        // The loss of the bus or of the owner was already reported.
         if (!mFinished)
             answer(watcher->reply());
     });

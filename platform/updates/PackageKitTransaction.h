@@ -11,7 +11,7 @@
 
 namespace platform {
 
-/// A package as the package service names it: "name;version;architecture;origin".
+/// A package ID of PackageKit: "name;version;architecture;origin".
 struct PackageId {
     explicit PackageId(const QString &id);
 
@@ -21,15 +21,15 @@ struct PackageId {
     QString architecture;
 };
 
-/// One transaction of the package service, from its creation to its end. Every call is asynchronous, and
-/// finished() is emitted exactly once. All calls go to the unique owner that the service's name has at the
-/// start, and only that owner's signals count.
+/// One PackageKit transaction, from creation to end. All calls are asynchronous, and finished() is emitted
+/// exactly once. All calls go to the unique owner that the service's name has at the start; only that owner's
+/// signals count.
 class PackageKitTransaction final : public QObject {
     Q_OBJECT
 public:
     /// Lost: the service or the bus went away before the end, so the result is unknown.
     enum class Outcome { Done, Refused, Failed, Lost };
-    /// The package states of the service's interface that matter here.
+    /// The package states of PackageKit's interface that are used here.
     enum Info : unsigned { Installed = 1, Blocked = 9 };
     struct Package {
         unsigned info;
@@ -42,7 +42,7 @@ public:
     /// password.
     void run(const QString &method, const QVariantList &arguments, bool interactive);
     [[nodiscard]] const std::vector<Package> &packages() const { return mPackages; }
-    /// The reason of an outcome other than Done: the service's text or, if Lost, the bus's. May be empty.
+    /// Reason of an outcome other than Done: the service's text or, if Lost, the bus's. May be empty.
     [[nodiscard]] QString errorText() const { return mErrorText; }
 
 Q_SIGNALS:
@@ -78,7 +78,7 @@ private:
     QString mMethod;
     QVariantList mArguments;
     bool mInteractive = false;
-    /// The service has been started once; if it then owns no name, the transaction fails.
+    /// Set after the service was started once; if its name then has no owner, the transaction fails.
     bool mActivated = false;
     std::vector<Package> mPackages;
     uint mErrorCode = 0;

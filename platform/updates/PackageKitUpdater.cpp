@@ -16,12 +16,13 @@
 namespace platform {
 namespace {
 
-// Bit fields of the package service's interface.
+// Bit fields of PackageKit's interface.
 constexpr qulonglong FilterNone = 1ULL << 1;
 constexpr qulonglong FilterInstalled = 1ULL << 2;
 constexpr qulonglong OnlyTrusted = 1ULL << 1;
 
-/// Asks, offers and installs. All calls are asynchronous; only an installation may wait for the bus.
+/// Looks for an update, offers it and installs it. All calls are asynchronous; only an installation may wait
+/// for the bus.
 class PackageKitUpdater final : public QObject, public SoftwareUpdater {
 public:
     PackageKitUpdater(std::shared_ptr<BusConnection> bus, UpdaterOptions options,
@@ -41,7 +42,7 @@ public:
     void applicationDidFinishLaunching() override
     {
         mDue = true;
-        // The event loop shows the pane first; opening the bus never waits either.
+        // Queued, so that the pane is shown first; opening the bus does not block either.
         QTimer::singleShot(0, this, [this] {
             mBus->openInBackground();
             askIfDue();
@@ -52,7 +53,7 @@ private:
     using Transaction = PackageKitTransaction;
     using Finished = std::function<void(Transaction &, Transaction::Outcome)>;
 
-    /// Asks once for each showing; where the bus is not open yet, when it has opened.
+    /// Checks once per showing of the pane; if the bus is not open yet, when it opens.
     void askIfDue()
     {
         if (mBus->isOpen() && std::exchange(mDue, false))
@@ -121,7 +122,7 @@ private:
         case Transaction::Outcome::Failed:
             return mOffer.fail(transaction.errorText());
         case Transaction::Outcome::Lost:
-            // The bus's error text is for the log, not for the window.
+            // Show no reason: the bus's error text is for the log only.
             logFailure(transaction);
             mOffer.fail({});
         }
@@ -162,7 +163,7 @@ private:
     UpdateOffer &mOffer;
     std::optional<PackageId> mUpdate;
     bool mBusy = false;
-    /// The pane has been shown since the last question.
+    /// Whether the pane has been shown since the last check.
     bool mDue = false;
 };
 
@@ -174,7 +175,7 @@ public:
     {
     }
 
-    // There is only the bundle of this code, so the framework needs one shared updater.
+    // One shared updater is enough, because only this bundle asks for one.
     std::shared_ptr<SoftwareUpdater> updaterForBundle(const std::shared_ptr<Bundle> &bundle) override
     {
         if (!mUpdater)

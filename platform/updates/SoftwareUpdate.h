@@ -9,8 +9,8 @@ namespace platform {
 
 class Bundle;
 
-/// The newer version that an updater has found and what becomes of it. Whoever shows it follows
-/// changed(); the person's answers go back to the updater through the same object.
+/// The newer version that an updater has found, and the progress of its installation. Views observe
+/// changed(); the user's choices reach the updater through the same object.
 class UpdateOffer final : public QObject {
     Q_OBJECT
 public:
@@ -20,12 +20,12 @@ public:
     [[nodiscard]] Stage stage() const { return mStage; }
     /// The newer version; empty in Stage::None.
     [[nodiscard]] QString version() const { return mVersion; }
-    /// How much of the installation is done, 0 to 100, or UnknownPercentage.
+    /// Progress of the installation, 0 to 100, or UnknownPercentage.
     [[nodiscard]] int percentage() const { return mPercentage; }
-    /// Why the installation failed, in the words of the package service; may be empty.
+    /// Reason of a failed installation in the package service's words; may be empty.
     [[nodiscard]] QString reason() const { return mReason; }
 
-    // What the updater reports.
+    // Called by the updater.
     void offer(const QString &version);
     void progress(int percentage);
     void succeed();
@@ -34,7 +34,7 @@ public:
 
 Q_SIGNALS:
     void changed();
-    // What the person answers.
+    // Called by the view for the user's choices.
     void installChosen();
     void laterChosen();
     void skipChosen();
@@ -53,7 +53,7 @@ class SoftwareUpdater {
 public:
     virtual ~SoftwareUpdater() = default;
 
-    /// Starts the framework's own cycle: look for an update, offer it. Returns at once.
+    /// Starts the framework's cycle: look for an update and offer it. Does not block.
     virtual void applicationDidFinishLaunching() = 0;
 };
 
@@ -66,7 +66,7 @@ public:
     virtual std::shared_ptr<SoftwareUpdater> updaterForBundle(const std::shared_ptr<Bundle> &bundle) = 0;
     /// A new updater for the bundle.
     virtual std::shared_ptr<SoftwareUpdater> initForBundle(const std::shared_ptr<Bundle> &bundle) = 0;
-    /// Where the updaters of this framework report; lives as long as the framework.
+    /// The offer that this framework's updaters fill in; lives as long as the framework.
     virtual UpdateOffer &offer() = 0;
 };
 

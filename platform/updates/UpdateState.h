@@ -5,16 +5,16 @@
 
 namespace platform {
 
-/// What the updater keeps between two starts: when it last asked, and the version that the person skips. A
-/// small file below $XDG_STATE_HOME; where it cannot be written, the memory lasts as long as the process.
+/// State that the updater keeps between two starts: the time of its last check and the version to skip. A
+/// small file below $XDG_STATE_HOME. If it cannot be written, the state lasts as long as the process.
 class UpdateState {
 public:
     explicit UpdateState(QString file);
 
-    /// The current user's file for a program.
+    /// The current user's file.
     static QString fileOf(const QString &program);
 
-    /// Whether there was a question within the day before `now`. One from the future does not count: the
+    /// Whether a check took place in the day before `now`. A time in the future does not count, because the
     /// clock was wrong then or is now.
     [[nodiscard]] bool askedWithinADay(const QDateTime &now) const;
     void noteAsked(const QDateTime &now);

@@ -6,7 +6,7 @@ namespace simulator {
 
 namespace {
 
-/// A level like that of speech: a slow swell with quick syllables, from 0 to 0.6.
+/// A level that resembles speech: a slow swell with quick syllables, from 0 to 0.6.
 double heardAt(double seconds)
 {
     const double swell = 0.5 + 0.5 * std::sin(seconds * 1.3);

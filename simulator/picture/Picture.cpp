@@ -19,7 +19,7 @@ Picture::Picture(const PictureSettings &settings)
 Picture::~Picture()
 {
     mThread->requestEnd();
-    // A thread that hangs is left to the end of the process.
+    // A thread that hangs is abandoned to the end of the process.
     if (mThread->wait(EndTimeout))
         delete mThread;
 }

@@ -8,8 +8,8 @@ namespace simulator {
 
 class PictureThread;
 
-/// The agent's PipeWire node, from construction to destruction. PipeWire is met on a thread of its own, since
-/// it may be slow or silent while the agent has calls to answer.
+/// The agent's PipeWire node, from construction to destruction. It runs in its own thread, because PipeWire
+/// may be slow while the agent has calls to answer.
 class Picture final : public QObject {
     Q_OBJECT
 public:
@@ -20,7 +20,7 @@ public:
     void show(const QString &caption);
 
 Q_SIGNALS:
-    /// There is no PipeWire, or it has ended. The picture comes back with it.
+    /// Emitted when PipeWire is absent or has ended. The picture returns with PipeWire.
     void failed();
 
 private:

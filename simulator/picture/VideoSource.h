@@ -33,7 +33,7 @@ public:
     virtual void frameSent(const VideoFrame & /*frame*/) { }
     /// The node exists in PipeWire.
     virtual void published() { }
-    /// There is no PipeWire, or it has ended. The source tries again until it is destroyed.
+    /// PipeWire is absent or has ended. The source tries to connect again until it is destroyed.
     virtual void lost(const std::string &reason) = 0;
 };
 
