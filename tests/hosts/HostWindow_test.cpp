@@ -1,5 +1,6 @@
 #include "hosts/standalone/HostWindow.h"
 #include "hosts/standalone/PrefPanesManager.h"
+#include "platform/desktop/HostClasses.h"
 #include "tests/hosts/RecordingPane.h"
 #include "tests/support/Timeout.h"
 
@@ -67,6 +68,7 @@ void HostWindowTest::showAllGoesToTheOverviewAndItsIconBack()
     click("showAllButton");
     QCOMPARE(mPane->told, QStringList{QStringLiteral("didUnselect")});
     QVERIFY(!mPane->view.isVisible());
+    QCOMPARE(mWindow->windowTitle(), QStringLiteral("All Preferences"));
     QCOMPARE(button("paneIcon")->text(), QStringLiteral("KS-7"));
     QVERIFY(!button("paneIcon")->icon().isNull());
     QVERIFY(!button("showAllButton")->isEnabled());
@@ -75,11 +77,14 @@ void HostWindowTest::showAllGoesToTheOverviewAndItsIconBack()
     click("paneIcon");
     QTRY_COMPARE_WITH_TIMEOUT(mPane->told, QStringList{QStringLiteral("willSelect")}, Timeout);
     QVERIFY(mPane->view.isVisible());
+    QCOMPARE(mWindow->windowTitle(), QStringLiteral("KS-7"));
 }
 
 void HostWindowTest::thePaneFindsItsWayToTheOverview()
 {
-    QObject *found = qApp->findChild<QObject *>(QStringLiteral("NSPrefPanesManager"));
+    const auto classes = platform::makeHostClasses();
+    QVERIFY(!classes->classNamed(QStringLiteral("NSOtherManager")) && !classes->classNamed({}));
+    QObject *found = classes->classNamed(QStringLiteral("NSPrefPanesManager"));
     QVERIFY(found);
     QObject *manager = nullptr;
     QVERIFY(QMetaObject::invokeMethod(found, "prefPanesManager", Q_RETURN_ARG(QObject *, manager)));
