@@ -7,7 +7,7 @@ import re
 # From the bottom up: a file includes files of its own room and of the rooms before it. docs/ARCHITECTURE.md explains it.
 ROOMS = ("platform/base", "platform/bus", "platform/preferences", "platform/capture", "platform/desktop", "platform/power",
          "platform/sheets", "platform/updates", "platform", "logging", "widgets", "agent", "settings", "cameras", "preview",
-         "about", "maintenance", "pane", "hosts", "simulator", "tests", "fuzz", "bench")
+         "about", "maintenance", "pane", "hosts", "simulator", "agent_check", "tests", "fuzz", "bench")
 # Includes nothing, so every room may include it.
 BASE = ("platform/QtCompat.h",)
 INCLUDE = re.compile(r'^#\s*include "([^"]+)"', re.MULTILINE)

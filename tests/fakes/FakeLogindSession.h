@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/bus/BusNames.h"
-#include "platform/power/LogindPower.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>
@@ -15,7 +14,6 @@
 
 #include <utility>
 
-inline const platform::SleepDelay Delay{QStringLiteral("A program"), QStringLiteral("It needs a moment")};
 inline const QString SessionPath = platform::bus::LogindPath + QStringLiteral("/session/c1");
 inline const QString UserPath = platform::bus::LogindPath + QStringLiteral("/user/self");
 inline const QString Active = QStringLiteral("Active");
