@@ -59,8 +59,7 @@ QString Agent::name() const
 
 QString Agent::ownerNow(const QString &registeredName) const
 {
-    const auto reply =
-        askDaemon(mBus, QStringLiteral("GetNameOwner"), platform::bus::busName(registeredName));
+    const auto reply = askDaemon(mBus, QStringLiteral("GetNameOwner"), RemoteNames::busName(registeredName));
     return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toString() : QString();
 }
 
@@ -89,7 +88,7 @@ QDBusPendingCall Agent::begin(const QString &operation, const QVariantList &argu
 {
     const Operation &declared = declaredOperation(operation);
     auto call = QDBusMessage::createMethodCall(owner(declared.registeredName),
-                                               platform::bus::objectPath(declared.registeredName),
+                                               RemoteNames::objectPath(declared.registeredName),
                                                declared.interface, operation);
     call.setAutoStartService(false);
     call.setArguments(arguments);
@@ -114,7 +113,7 @@ void Agent::timedOut(const Operation &operation)
 {
     mSilent.insert(operation.name);
     const auto ping = QDBusMessage::createMethodCall(
-        owner(operation.registeredName), platform::bus::objectPath(operation.registeredName),
+        owner(operation.registeredName), RemoteNames::objectPath(operation.registeredName),
         QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
     mIsHung = mIsHung || mSilent.size() >= MostSilent
         || platform::timedOut(platform::callAndWait(mBus, ping, platform::CallTimeout * mSlowness));
@@ -142,9 +141,9 @@ QString Agent::problemOf(const Operation &operation, const QDBusMessage &reply)
 
 QByteArray Agent::introspection(const QString &registeredName) const
 {
-    auto call = QDBusMessage::createMethodCall(
-        owner(registeredName), platform::bus::objectPath(registeredName),
-        QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
+    auto call = QDBusMessage::createMethodCall(owner(registeredName), RemoteNames::objectPath(registeredName),
+                                               QStringLiteral("org.freedesktop.DBus.Introspectable"),
+                                               QStringLiteral("Introspect"));
     const auto reply = platform::callAndWait(mBus, call, platform::CallTimeout * mSlowness);
     return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toString().toUtf8()
                                                       : QByteArray();

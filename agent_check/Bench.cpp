@@ -1,7 +1,7 @@
 #include "agent_check/Bench.h"
 
+#include "agent/RemoteNames.h"
 #include "agent_check/Words.h"
-#include "platform/bus/BusNames.h"
 
 #include <QDBusMessage>
 #include <QDeadlineTimer>
@@ -68,8 +68,8 @@ void Bench::listenFor(std::chrono::milliseconds time) const
 
 void Bench::post(const QString &name, const QVariantMap &userInfo) const
 {
-    auto signal = QDBusMessage::createSignal(platform::bus::NotificationPath,
-                                             platform::bus::NotificationInterface, name);
+    auto signal =
+        QDBusMessage::createSignal(RemoteNames::NotificationPath, RemoteNames::NotificationInterface, name);
     bus.send(signal << userInfo);
 }
 

@@ -4,7 +4,6 @@
 #include "agent_check/Preferences.h"
 #include "agent_check/Report.h"
 #include "agent_check/Words.h"
-#include "platform/bus/BusNames.h"
 
 #include <QFileInfo>
 
@@ -84,11 +83,11 @@ QString Check::findAgent()
 QString Check::launch()
 {
     for (const QString &name : {RemoteNames::AgentServer, RemoteNames::AgentServerUSB}) {
-        const auto process = mBench.agent.processOf(platform::bus::busName(name));
+        const auto process = mBench.agent.processOf(RemoteNames::busName(name));
         if (process)
             return Words::tr("another agent runs: process %1 owns %2")
                 .arg(*process)
-                .arg(platform::bus::busName(name));
+                .arg(RemoteNames::busName(name));
     }
     mBench.hadPreferencesFile = QFileInfo::exists(preferencesFile());
     mBench.launched = std::make_unique<Launched>(mBench.options.launch);

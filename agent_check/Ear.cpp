@@ -15,12 +15,11 @@ Ear::Ear(const QDBusConnection &bus)
 bool Ear::listen()
 {
     // Without a member name, to hear unknown notifications too.
-    bool listens =
-        mBus.connect(QString(), platform::bus::NotificationPath, platform::bus::NotificationInterface,
-                     QString(), this, SLOT(notified(QDBusMessage)));
+    bool listens = mBus.connect(QString(), RemoteNames::NotificationPath, RemoteNames::NotificationInterface,
+                                QString(), this, SLOT(notified(QDBusMessage)));
     for (const QString &name : {RemoteNames::AgentServer, RemoteNames::AgentServerUSB})
         listens = mBus.connect(platform::bus::Daemon, platform::bus::DaemonPath, platform::bus::Daemon,
-                               QStringLiteral("NameOwnerChanged"), {platform::bus::busName(name)}, QString(),
+                               QStringLiteral("NameOwnerChanged"), {RemoteNames::busName(name)}, QString(),
                                this, SLOT(ownerChanged(QString, QString, QString)))
             && listens;
     return listens;

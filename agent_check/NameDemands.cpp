@@ -3,7 +3,6 @@
 #include "agent_check/Bench.h"
 #include "agent_check/Demand.h"
 #include "agent_check/Words.h"
-#include "platform/bus/BusNames.h"
 
 using namespace std::chrono_literals;
 
@@ -18,7 +17,7 @@ QString withoutOwner(const Agent &agent)
 {
     for (const QString &name : {RemoteNames::AgentServer, RemoteNames::AgentServerUSB}) {
         if (agent.owner(name).isEmpty())
-            return platform::bus::busName(name);
+            return RemoteNames::busName(name);
     }
     return {};
 }
