@@ -234,13 +234,13 @@ void WorkspaceTest::theDesktopsBluetoothSettingsAreOpened()
     const QTemporaryDir programs;
     const QByteArray path = qgetenv("PATH");
     qputenv("PATH", programs.path().toLocal8Bit());
-    QVERIFY2(!platform::makeWorkspace()->openBluetoothSettings(), "no such program");
+    QVERIFY2(!mWorkspace->openBluetoothSettings(), "no such program");
     QFile program(programs.filePath(QStringLiteral("systemsettings")));
     QVERIFY(program.open(QIODevice::WriteOnly));
     program.write("#!/bin/sh\necho \"$@\" > \"$0.arguments\"\n");
     program.close();
     QVERIFY(program.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
-    const bool isOpened = platform::makeWorkspace()->openBluetoothSettings();
+    const bool isOpened = mWorkspace->openBluetoothSettings();
     qputenv("PATH", path);
     QVERIFY(isOpened);
     QFile arguments(program.fileName() + QStringLiteral(".arguments"));
