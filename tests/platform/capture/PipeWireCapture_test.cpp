@@ -576,6 +576,23 @@ private Q_SLOTS:
         QVERIFY(mErrors.empty());
     }
 
+    void aFailureOnItsWayAtTheStopIsNotReported()
+    {
+        plugIn();
+        openSession();
+        mCamera->unplug();
+        QTRY_VERIFY_WITH_TIMEOUT(!find(CameraName), Timeout);
+        for (int i = 0; i < 10; ++i) {
+            mSession->startRunning();
+            // The stream's own look-up fails during these, which run no event loop.
+            for (int lookUps = 0; lookUps < 5; ++lookUps)
+                QVERIFY(!find(CameraName));
+            mSession->stopRunning();
+            QCoreApplication::processEvents();
+            QVERIFY(mErrors.empty());
+        }
+    }
+
     void aNodeWithoutPicturesIsBlackAndNoError()
     {
         mCamera = std::make_unique<VirtualCamera>(CameraName, QStringLiteral("Kitchen"), Red);
