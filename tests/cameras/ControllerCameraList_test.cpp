@@ -683,6 +683,22 @@ private Q_SLOTS:
         QVERIFY(!mFixture->window.grab().isNull());
     }
 
+    void aStatusWithoutATextIsNotReadOut()
+    {
+        agent().addCamera(Kitchen, QStringLiteral("Kitchen"), 17);
+        showPane();
+        QCOMPARE(table().textOfRow(0), QStringLiteral("Kitchen"));
+    }
+
+    void aNameIsNoMarkupInItsToolTip()
+    {
+        agent().addCamera(Kitchen, QStringLiteral("<b>Kitchen</b>"), 4);
+        showPane();
+        const auto *rows = table().model();
+        QCOMPARE(rows->data(rows->index(0, 0), Qt::ToolTipRole).toString(),
+                 QStringLiteral("<qt>&lt;b&gt;Kitchen&lt;/b&gt;, Streaming</qt>"));
+    }
+
     void fiveThousandCamerasCostTheRowsInSight()
     {
         for (int number = 0; number < 5000; ++number)

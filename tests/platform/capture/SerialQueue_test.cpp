@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <atomic>
 #include <condition_variable>
+#include <future>
 #include <memory>
 #include <mutex>
 #include <thread>
@@ -115,6 +116,22 @@ private Q_SLOTS:
         QVERIFY(worker.waitUntilIdle(inTime()));
         QVERIFY(destroyer != std::thread::id());
         QVERIFY(destroyer != std::this_thread::get_id());
+    }
+
+    void whatTheWorkHeldGoesWhileOthersMayPost()
+    {
+        SerialQueue worker;
+        std::future<void> post;
+        bool wasFree = false;
+        std::shared_ptr<int> held(new int(1), [&](const int *number) {
+            post = std::async(std::launch::async, [&worker] { worker.post([] {}); });
+            wasFree = post.wait_for(std::chrono::milliseconds(Timeout)) == std::future_status::ready;
+            delete number;
+        });
+        worker.post([held = std::move(held)] {});
+        QVERIFY(worker.waitUntilIdle(inTime() + std::chrono::milliseconds(Timeout)));
+        post.get();
+        QVERIFY(wasFree);
     }
 
     void isHeldUpByWorkThatTakesTooLong()
