@@ -27,7 +27,7 @@ std::shared_ptr<platform::RootProxy> rootOf(const std::shared_ptr<platform::Conn
     return connection ? connection->rootProxy() : nullptr;
 }
 
-/// Takes a copy: reporting the death empties the field that the connection was read from.
+/// Takes a copy, because reporting the death resets the member that holds the connection.
 void invalidate(const std::shared_ptr<platform::Connection> connection) // NOLINT(performance-*)
 {
     if (connection)
@@ -82,7 +82,7 @@ void KS7SettingsWindowController::closeConnections()
 {
     invalidate(mAgentConnection);
     invalidate(mAgentConnectionUSB);
-    // The two fields keep the dead connections until they are overwritten or the death is heard of.
+    // Both members keep the dead connections until the next connection or the death notification.
     mSharedUSBController.reset();
     mSharedDeviceController.reset();
     mServices.sheets->endSheet(outlets.pinSheet);

@@ -20,7 +20,7 @@ QByteArray contentsOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The program that starts the process stores its clock in the environment.
+/// The parent process stores the start time in the environment.
 double sinceStart()
 {
     timespec now = {};

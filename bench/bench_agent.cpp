@@ -1,8 +1,8 @@
-// An agent in a process of its own that does as it is told on its standard input, a line each:
-//   cameras N   from now on N cameras, the first one preferred; answers "ready"
-//   cable       the second camera is at the USB cable and wants new firmware; answers "ready"
-//   levels      from now on the audio levels move ten times a second; answers "ready"
-//   calls       answers with the calls since the last time, separated by tabs
+// An agent in a process of its own, controlled by lines on its standard input:
+//   cameras N   replaces the cameras by N new ones, the first one preferred; prints "ready"
+//   cable       plugs the second camera in, with old firmware; prints "ready"
+//   levels      changes the audio levels ten times a second; prints "ready"
+//   calls       prints the calls since the last time, separated by tabs
 #include "agent/RemoteNames.h"
 #include "agent/WireTypes.h"
 #include "tests/support/RecordingAgent.h"

@@ -1,5 +1,5 @@
-// The pane in a window of its own, with an agent in another process. What is measured goes to the standard
-// output, a line each: name, a tab, and the number. See main() for what can be asked.
+// Measures the pane in a window, with an agent in another process. Prints one line per result: name, tab,
+// number. main() lists the measurements.
 #include "agent/KS7DeviceControllerProxy.h"
 #include "agent/NotificationNames.h"
 #include "agent/RemoteNames.h"

@@ -11,7 +11,7 @@
 class KS7Cam;
 class QObject;
 
-/// Supplies the rows of the camera table and is told of changes of its selection.
+/// Supplies the rows of the camera table and receives changes of its selection.
 class CameraTableSource {
 public:
     virtual ~CameraTableSource() = default;

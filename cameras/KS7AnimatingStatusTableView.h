@@ -55,7 +55,7 @@ public:
     void takeFocusBack();
     /// Does nothing while the table does not allow an empty selection.
     void deselectAll();
-    /// Clicks never deselect, with whatever modifier, so only deselectAll() obeys this.
+    /// Applies to deselectAll() only, because clicks never deselect, with any modifier.
     void setAllowsEmptySelection(bool allows) { mAllowsEmptySelection = allows; }
     [[nodiscard]] bool allowsEmptySelection() const { return mAllowsEmptySelection; }
     void setDataCell(std::unique_ptr<CamCell> cell);

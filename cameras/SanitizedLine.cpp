@@ -61,7 +61,7 @@ std::u32string codePoints(QStringView text)
     return codes;
 }
 
-/// Which characters are an isolate with its end, or the end of one.
+/// Marks the characters that begin or end a paired isolate.
 std::vector<bool> pairedIsolates(const std::u32string &codes)
 {
     std::vector<bool> isPaired(codes.size());

@@ -8,9 +8,9 @@
 
 class AgentProxyFactory;
 
-/// What the pane finds on this machine, as plain text for a bug report. It is for developers and not
-/// translated, and contains no passkey and no setting's value. It starts no service and waits for a service
-/// that hangs a few seconds at most.
+/// A description of this machine, as plain text for a bug report. It is for developers and not translated,
+/// and contains no passkey and no setting's value. It starts no service and waits for a service that hangs a
+/// few seconds at most.
 class Diagnosis {
 public:
     Diagnosis(platform::Services services, std::shared_ptr<AgentProxyFactory> protocols);

@@ -95,14 +95,14 @@ void declare(QCommandLineParser &parser)
     parser.addOptions({
         {QStringLiteral("scenario"),
          QStringLiteral(
-             "demo (the default), empty (no cameras yet), or scripted (no cameras, and none appears, "
-             "connects or fails but by the script)."),
+             "demo (the default), empty (no cameras yet), or scripted (no cameras; cameras appear, "
+             "connect and fail on script commands only)."),
          QStringLiteral("name"), QStringLiteral("demo")},
-        {QStringLiteral("quick"), QStringLiteral("Everything is twenty times as fast.")},
+        {QStringLiteral("quick"), QStringLiteral("Divides all durations by twenty.")},
         {QStringLiteral("no-preferences"),
-         QStringLiteral("Does not fill in the preferences file at the start.")},
+         QStringLiteral("Does not write missing preferences at the start.")},
         {QStringLiteral("no-picture"), QStringLiteral("Publishes no picture.")},
-        {QStringLiteral("picture-only"), QStringLiteral("Publishes a picture and is no agent.")},
+        {QStringLiteral("picture-only"), QStringLiteral("Publishes the picture only, without an agent.")},
         {QStringLiteral("node-name"), QStringLiteral("The picture's node.name."), QStringLiteral("name"),
          picture.nodeName},
         {QStringLiteral("node-description"), QStringLiteral("The picture's node.description."),

@@ -3,8 +3,7 @@
 CommandLine::CommandLine()
     : mHelp(addHelpOption())
     , mVersion(addVersionOption())
-    , mDiagnose(QStringLiteral("diagnose"),
-                tr("Prints what the pane finds on this machine, for a bug report."))
+    , mDiagnose(QStringLiteral("diagnose"), tr("Prints a description of this machine for a bug report."))
 {
     setApplicationDescription(tr("Shows the settings of the KS-7 wireless webcam."));
     setSingleDashWordOptionMode(ParseAsLongOptions);

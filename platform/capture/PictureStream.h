@@ -89,9 +89,9 @@ private:
     std::atomic<bool> mBegun = false;
     std::atomic<bool> mArrived = false;
     std::atomic<bool> mLostMemory = false;
-    bool mHasDelivered = false; // used by the main thread alone
+    bool mHasDelivered = false; // Main thread only.
 
-    std::mutex mLock; // of the following members
+    std::mutex mLock; // Guards the following members.
     QImage mNewest;
     QSize mLimit;
     GstElement *mSink = nullptr;

@@ -145,7 +145,7 @@ private:
     std::unique_ptr<Timer> mStallTimer;
     FrameHandler mFrameHandler;
     std::optional<QSize> mLargestFrame;
-    int mRestarts = 0; // since the last frame
+    int mRestarts = 0; // Streams started since the last frame.
     bool mLookingUp = false;
     bool mRunning = false;
 };

@@ -15,7 +15,7 @@ struct SerialQueue::Queue {
     std::mutex lock;
     std::condition_variable changed;
     std::deque<Work> works;
-    std::optional<Clock::time_point> begun; // of the work under way
+    std::optional<Clock::time_point> begun; // Start of the running work.
     bool draining = false;
 };
 
@@ -35,7 +35,7 @@ void SerialQueue::post(Work work)
         mQueue->draining = true;
     } catch (const std::system_error &error) {
         // No thread could be started; the next post() tries again.
-        qCWarning(PLATFORM_LOG, "no thread for the capture: %s", error.what());
+        qCWarning(PLATFORM_LOG, "no thread could be started for the capture: %s", error.what());
     }
 }
 

@@ -113,7 +113,7 @@ int replace(const QString &name, const QByteArray &bytes)
     const bool isNew = ::stat(target.c_str(), &status) != 0;
     if (!isNew && errorFor(status) != 0)
         return errorFor(status);
-    std::error_code failedBelow; // mkostemp() fails then, and tells why.
+    std::error_code failedBelow; // Unused: on failure mkostemp() fails too.
     create_directories(target.parent_path(), failedBelow);
     const int error = replaceTarget(target, bytes, isNew ? nullptr : &status);
     if (error == 0)

@@ -64,7 +64,7 @@ private:
             return mRead;
         mRead = {file, file.error == 0 ? PropertyListDictionary::fromXml(file.bytes) : std::nullopt};
         if (!mRead.isAbsent() && !mRead.dictionary)
-            qCWarning(PLATFORM_LOG, "%s is left as it is and not used: %s", qUtf8Printable(mPath),
+            qCWarning(PLATFORM_LOG, "%s is unusable and left unchanged: %s", qUtf8Printable(mPath),
                       file.error != 0 ? std::strerror(file.error) : "not a property list with a dictionary");
         return mRead;
     }

@@ -43,7 +43,7 @@ void AlertQueue::begin(const AlertSheet &alert, QWidget *window, SheetDidEnd did
         return;
     }
     if (mAlerts.size() >= MostAlerts) {
-        qCWarning(PLATFORM_LOG, "too many alerts are open: \"%s\" is left out", qUtf8Printable(alert.title));
+        qCWarning(PLATFORM_LOG, "too many alerts are open: \"%s\" is dropped", qUtf8Printable(alert.title));
         return;
     }
     const bool isShown = window && window->isVisible();

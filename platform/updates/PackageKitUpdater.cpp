@@ -153,7 +153,7 @@ private:
 
     static void logFailure(const Transaction &transaction)
     {
-        qCInfo(PLATFORM_LOG, "No answer about updates: %s", qUtf8Printable(transaction.errorText()));
+        qCInfo(PLATFORM_LOG, "The search for updates failed: %s", qUtf8Printable(transaction.errorText()));
     }
 
     std::shared_ptr<BusConnection> mBus;

@@ -1183,7 +1183,7 @@ Exit code: 0 nothing failed, 1 a demand failed, 2 nothing could be checked.</sou
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Prints what the pane finds on this machine, for a bug report.</source>
+        <source>Prints a description of this machine for a bug report.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>

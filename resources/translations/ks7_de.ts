@@ -1187,8 +1187,8 @@ Exitcode: 0 nichts schlug fehl, 1 eine Forderung schlug fehl, 2 nichts war zu pr
         <translation>Zeigt die Einstellungen der drahtlosen Webcam KS-7.</translation>
     </message>
     <message>
-        <source>Prints what the pane finds on this machine, for a bug report.</source>
-        <translation>Gibt für einen Fehlerbericht aus, was auf diesem Rechner gefunden wird.</translation>
+        <source>Prints a description of this machine for a bug report.</source>
+        <translation>Gibt für einen Fehlerbericht eine Beschreibung dieses Rechners aus.</translation>
     </message>
     <message>
         <source>The file is not a KS-7 pane plug-in.</source>

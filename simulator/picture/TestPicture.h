@@ -27,7 +27,7 @@ private:
     void drawBackground(const QString &caption);
 
     const QSize mSize;
-    mutable QMutex mMutex; // for mCaption
+    mutable QMutex mMutex; // Guards mCaption.
     QString mCaption;
     QString mDrawn;
     QImage mBackground;

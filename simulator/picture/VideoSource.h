@@ -27,7 +27,7 @@ class FramePainter {
 public:
     virtual ~FramePainter() = default;
 
-    /// Asked at every frame interval while somebody watches; false skips this frame.
+    /// Called at every frame interval while a consumer is connected; false skips this frame.
     virtual bool wantsFrame() { return true; }
     virtual void paint(VideoFrame &frame) = 0;
     virtual void frameSent(const VideoFrame & /*frame*/) { }

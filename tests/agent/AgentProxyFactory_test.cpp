@@ -497,7 +497,7 @@ private Q_SLOTS:
         expectCalls({});
     }
 
-    void aProxyWhoseConnectionIsGoneAnswersNil()
+    void aProxyWithoutAConnectionReturnsNil()
     {
         mConnection.reset();
         QVERIFY(!mDevice->validateName(Name));

@@ -334,7 +334,7 @@ private Q_SLOTS:
         QVERIFY(isAbout(at(image, Frame.topLeft() + QPoint(7, 21)), Qt::white));
     }
 
-    void aHighlightedRowIsWhiteWhateverElseHolds()
+    void aHighlightedRowIsWhiteInEveryState()
     {
         mGround = Qt::black;
         for (const bool enabled : {true, false}) {

@@ -235,7 +235,7 @@ private Q_SLOTS:
         QVERIFY(!outlets().removeButton->isEnabled());
     }
 
-    void useThisCameraWithoutASelectionPrefersNobody()
+    void useThisCameraWithoutASelectionSendsNil()
     {
         addThreeCameras();
         showPane();
@@ -298,7 +298,7 @@ private Q_SLOTS:
         QVERIFY(!table().allowsEmptySelection());
     }
 
-    void aStreamingPreferredCameraForbidsAddingWhateverIsSelected()
+    void aStreamingPreferredCameraForbidsAddingForAnySelection()
     {
         addThreeCameras();
         agent().prefer(Kitchen);

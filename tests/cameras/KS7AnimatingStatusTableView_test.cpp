@@ -164,7 +164,7 @@ private Q_SLOTS:
         QVERIFY(mActions.isEmpty());
     }
 
-    void aClickIsItsRowsWhateverTheAgentSaysMeanwhile()
+    void aClickKeepsItsRowIfTheListChangesMeanwhile()
     {
         showCameras(3);
         recordActions();

@@ -168,7 +168,7 @@ private:
         QVERIFY2(!lines.isEmpty() && isCall(lines.last()), qPrintable(lines.join(QLatin1Char('\n'))));
         QCOMPARE(std::count_if(lines.cbegin(), lines.cend(), isCall), 1);
     }
-    void nextAgentIsTakenUp()
+    void connectsToTheNextAgent()
     {
         const int before = deaths();
         startAgent();
@@ -265,7 +265,7 @@ private Q_SLOTS:
         paneIsLeftWithoutAgent();
         heardLastAndOnce(call);
         QCOMPARE(deaths(), 1);
-        nextAgentIsTakenUp();
+        connectsToTheNextAgent();
     }
 
     void anAgentThatDiesInACallIsReportedOnce_data() { everyCall(); }
@@ -278,7 +278,7 @@ private Q_SLOTS:
         paneIsLeftWithoutAgent();
         heardLastAndOnce(call);
         QCOMPARE(deaths(), 1);
-        nextAgentIsTakenUp();
+        connectsToTheNextAgent();
     }
 
     void aDeathThatComesAfterThePaneWasHiddenStillCounts()
@@ -295,7 +295,7 @@ private Q_SLOTS:
         lateDeathIsTakenIn();
     }
 
-    void theSuccessorOfAHungAgentIsTakenUp()
+    void thePaneConnectsToTheSuccessorOfAHungAgent()
     {
         RecordingAgent successor;
         hangInARefreshWhile([&] {
@@ -305,7 +305,7 @@ private Q_SLOTS:
         endsConnectedTo(successor);
     }
 
-    void theSuccessorIsTakenUpThoughItStartsAfterTheTimeOut()
+    void thePaneConnectsToASuccessorThatStartsAfterTheTimeout()
     {
         RecordingAgent successor;
         hangInARefreshWhile([&] { takeBothNames(successor); });
@@ -313,7 +313,7 @@ private Q_SLOTS:
         endsConnectedTo(successor);
     }
 
-    void theSuccessorIsTakenUpThoughItTakesTheNamesAfterTheTimeOut()
+    void thePaneConnectsToASuccessorThatTakesTheNamesAfterTheTimeout()
     {
         RecordingAgent successor;
         loseAgentUnheard();
@@ -322,7 +322,7 @@ private Q_SLOTS:
         endsConnectedTo(successor);
     }
 
-    void theSuccessorIsTakenUpThoughThePaneHasHeardOfTheDeathBefore()
+    void thePaneConnectsToASuccessorAfterTheDeathNotification()
     {
         RecordingAgent successor;
         loseAgentUnheard();
@@ -363,7 +363,7 @@ private Q_SLOTS:
         QVERIFY(agent().journal().filter(QStringLiteral("connectedCamHasBTAddress")).size() > 0);
     }
 
-    void aHungAgentThatStartsAgainItselfIsTakenUp()
+    void thePaneConnectsToAHungAgentThatRestartsItself()
     {
         hangInARefreshWhile([this] { agent().post(NotificationNames::AgentStarted); });
         agent().replyAgain();

@@ -218,7 +218,7 @@ private:
             values.append(any().value());
         return values;
     }
-    void agentThinksOfNewAnswers()
+    void setRandomReplies()
     {
         for (const QString &operation : Operations)
             agent().answer(operation, any().below(4) > 0 ? answerInForm(operation) : anything());
@@ -297,7 +297,7 @@ private Q_SLOTS:
         mAny = std::make_unique<AnyValues>(seed);
         const LogLines log;
         for (int round = 0; round < 40; ++round) {
-            agentThinksOfNewAnswers();
+            setRandomReplies();
             agentPostsAnything();
             controller().cameraStatusChanged();
             personDoesSomething();

@@ -131,7 +131,7 @@ private Q_SLOTS:
         mDaemon.start();
     }
 
-    void aBusThatIsThereAgainIsTakenUpWhenThePaneIsShown()
+    void aBusThatReturnsIsUsedWhenThePaneIsShown()
     {
         loseTheBus();
         bringTheBusBack();
@@ -157,7 +157,7 @@ private Q_SLOTS:
         QCOMPARE(deaths(), 1);
     }
 
-    void aBusThatComesAfterThePaneIsTakenUpWhenThePaneIsShown()
+    void aBusThatStartsAfterThePaneIsUsedWhenThePaneIsShown()
     {
         mPane.reset();
         mDaemon.kill();
@@ -179,7 +179,7 @@ private Q_SLOTS:
         QVERIFY(pane().turnUntil([this] { return mAgent->journal().contains(Search); }));
     }
 
-    void anAgentThatStartsOnTheNextBusIsTakenUpWithoutAClick()
+    void thePaneConnectsToAnAgentOnTheNextBusWithoutAClick()
     {
         loseTheBus();
         const QSignalSpy opened(mBus.get(), &platform::BusConnection::opened);
@@ -192,7 +192,7 @@ private Q_SLOTS:
         agentIsHeardAgain();
     }
 
-    void anAgentThatStartedBeforeThePaneFoundTheBusIsTakenUpWithoutAClick()
+    void thePaneConnectsToAnAgentThatStartedBeforeItFoundTheBus()
     {
         loseTheBus();
         bringTheBusBack();
@@ -202,7 +202,7 @@ private Q_SLOTS:
         QCOMPARE(deaths(), 1);
     }
 
-    void severalBusesInARowAreTakenUp()
+    void severalBusesInARowAreUsed()
     {
         for (int bus = 1; bus <= 3; ++bus) {
             mDaemon.kill();
@@ -241,7 +241,7 @@ private Q_SLOTS:
         QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 1; }));
     }
 
-    void aBusThatKeepsSilentWhenThePaneIsLoadedIsTakenUpWhenItAnswers()
+    void aBusThatHangsWhileThePaneIsLoadedIsUsedWhenItReplies()
     {
         mPane.reset();
         mBus.reset();
@@ -258,7 +258,7 @@ private Q_SLOTS:
         agentIsHeardAgain();
     }
 
-    void aBusThatStandsStillCostsOneCall()
+    void aStoppedBusCostsOneCall()
     {
         mAgent->takeJournal();
         mDaemon.stop();

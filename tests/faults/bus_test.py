@@ -52,7 +52,7 @@ class StoppedBus(SilentBusCase):
         self.wait_for_cameras(self.pane)
         self.assertEqual(self.close(self.pane), 0)
 
-    def test_the_next_start_of_the_agent_is_taken_up(self):
+    def test_the_pane_connects_to_the_restarted_agent(self):
         self.stop_the_bus()
         self.pane.click("Desk, Not Streaming")
         self.wait_for_no_agent(self.pane)

@@ -157,7 +157,7 @@ class Desktop(FaultCase):
         self.wait_for_inhibitors(self.start(Logind), 1)
         self.expect_nothing_to_be_seen()
 
-    def test_the_machine_falls_asleep_while_the_agent_stands_still(self):
+    def test_the_machine_sleeps_while_the_agent_is_stopped(self):
         logind = self.start(Logind)
         self.show_pane()
         self.wait_for_inhibitors(logind, 1)

@@ -29,7 +29,7 @@ class CrashLoop(FaultCase):
         """Measures while an agent runs, because the pane may learn of a death later than the test."""
         return pane.descriptors(), pane.threads(), pane.match_rules()
 
-    def test_every_restart_is_taken_up_and_nothing_grows(self):
+    def test_the_pane_connects_after_every_restart_and_uses_no_more_memory(self):
         agent = self.start_agent()
         pane = Measured(self.start_pane().pid)
         agent.wait_for_call("getPreferredKS7Cam", 2)

@@ -81,7 +81,7 @@ class Picture(PictureCase):
         self.expect_a_preview()
         self.assertEqual(self.close(self.pane), 0)
 
-    def test_the_agent_stands_still_while_the_meters_are_read(self):
+    def test_the_agent_is_stopped_while_the_meters_are_read(self):
         self.expect_a_preview()
         self.agent.wait_for_call("getAudioLevel_l", 2)
         self.agent.script.clearRecord()

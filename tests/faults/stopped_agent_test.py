@@ -107,7 +107,7 @@ class SleepingMachine(FaultCase):
         asleep = time.monotonic()
         wait_until(lambda: time.monotonic() - asleep >= A_NIGHT, "the end of the night")
 
-    def expect_the_agent_to_be_taken_up(self):
+    def expect_a_connection_to_the_agent(self):
         def cameras():
             self.post("KS7AgentStarted")
             return self.rows(self.pane) == list(CAMERAS)
@@ -118,14 +118,14 @@ class SleepingMachine(FaultCase):
         self.agent.resume()
         self.agent.script.resume()
         self.pane.process.send_signal(signal.SIGCONT)
-        self.expect_the_agent_to_be_taken_up()
+        self.expect_a_connection_to_the_agent()
 
     def test_the_pane_wakes_first(self):
         self.pane.process.send_signal(signal.SIGCONT)
         self.wait_for_no_agent(self.pane)
         self.agent.resume()
         self.agent.script.resume()
-        self.expect_the_agent_to_be_taken_up()
+        self.expect_a_connection_to_the_agent()
 
 
 if __name__ == "__main__":

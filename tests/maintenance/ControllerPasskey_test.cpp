@@ -71,7 +71,7 @@ private Q_SLOTS:
     void unpluggingAndHidingAfterOkSendsNothing();
     void returnOnCancelCancels();
     void undoBringsNoPasskeyBack();
-    void anAgentThatDiesAfterOkIsToldNothing();
+    void anAgentThatDiesAfterOkReceivesNoCall();
     void anImmediateErrorIsShown_data();
     void anImmediateErrorIsShown();
     void cancelSendsNothing();
@@ -365,7 +365,7 @@ void PasskeyChangeTest::undoBringsNoPasskeyBack()
     QVERIFY(!okay()->isEnabled());
 }
 
-void PasskeyChangeTest::anAgentThatDiesAfterOkIsToldNothing()
+void PasskeyChangeTest::anAgentThatDiesAfterOkReceivesNoCall()
 {
     openSheet();
     paste(QStringLiteral("1234"));

@@ -17,7 +17,7 @@ class FirmwareWaitTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void theWaitHearsProgressAndEnd();
-    void aWaitWhoseSheetHasGoneWakesNobody();
+    void aWaitWithoutASheetCausesNoWakeUps();
     void aHostToldToEndEnds_data();
     void aHostToldToEndEnds();
 };
@@ -52,7 +52,7 @@ void FirmwareWaitTest::theWaitHearsProgressAndEnd()
     QVERIFY(!fixture.outlets().firmwareSheet->isVisible());
 }
 
-void FirmwareWaitTest::aWaitWhoseSheetHasGoneWakesNobody()
+void FirmwareWaitTest::aWaitWithoutASheetCausesNoWakeUps()
 {
     PaneFixture fixture;
     const auto runLoop = platform::makeQtRunLoop();

@@ -220,7 +220,7 @@ class FlowsTest(ScriptedPaneTest):
         self.agent.post("KS7OnOffChanged", {})
         self.pane.wait_state("Enable KS-7", "checked")
 
-    def test_a_size_is_on_disk_when_the_agent_hears_of_it(self):
+    def test_a_size_is_on_disk_when_the_agent_is_notified(self):
         written = {**self.stored(), "Nested": [1, {"data": b"\0\xff", "real": 0.1}],
                    "Date": datetime.datetime(2010, 2, 3, 4, 5, 6)}
         PREFERENCES.write_bytes(plistlib.dumps(written))

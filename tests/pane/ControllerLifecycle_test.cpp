@@ -106,7 +106,7 @@ class LifecycleTest : public QObject {
     }
 
 private Q_SLOTS:
-    void aPaneNobodyInitialisedIsNotShared()
+    void anUninitialisedPaneIsNotShared()
     {
         QCOMPARE(KSPreferencesPanePref::shared(), nullptr);
         KSPreferencesPanePref pane;
@@ -140,7 +140,7 @@ private Q_SLOTS:
         QCOMPARE(fixture.sheets->alerts.front().window, nullptr);
     }
 
-    void aFreshControllerIsDisconnectedAndPrefersNobody()
+    void aNewControllerIsDisconnectedAndPrefersNoCamera()
     {
         PaneFixture fixture;
         fixture.agent.running = false;

@@ -158,7 +158,7 @@ private Q_SLOTS:
         QVERIFY(!controller().isSwitchedOut());
     }
 
-    void aHiddenPaneHearsNothing()
+    void aHiddenPaneReceivesNoSessionChange()
     {
         showPaneWithPreview();
         mPane->hide();

@@ -215,7 +215,7 @@ private Q_SLOTS:
         QVERIFY(!chooseCamera()->actions().first()->isEnabled());
     }
 
-    void anEntryWhoseRowIsAnotherCamerasByNowChoosesNobody()
+    void anEntryWhoseRowNowHasAnotherCameraChoosesNone()
     {
         addTwoCameras();
         showPane();
@@ -466,7 +466,7 @@ private Q_SLOTS:
         QCOMPARE(outlets().pulldownMenu->geometry(), buttons);
     }
 
-    void theSpinnerOfAPaneOutOfSightWakesNobody()
+    void theSpinnerOfAHiddenPaneCausesNoWakeUps()
     {
         showPane();
         auto *spinner = outlets().searchingIndicator;

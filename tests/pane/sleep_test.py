@@ -128,7 +128,7 @@ class SleepTest(PaneWithLogind):
         wait_until(lambda: self.logind.held_up() == 1, "the next sleep waits")
         self.assertTrue(self.pane.find(*cover), self.pane.dump())
 
-    def test_it_stops_whatever_lies_over_the_pane(self):
+    def test_it_stops_under_an_open_sheet_or_menu(self):
         self.start_preview()
         self.pane.choose("Camera Actions", "Properties…")
         self.sleep_is_met_under("Camera ID:", "text")

@@ -177,7 +177,7 @@ private Q_SLOTS:
         QVERIFY(!view().isHidden());
     }
 
-    void theButtonStopsWhateverTheSessionDoes()
+    void theButtonStopsTheSessionInEveryState()
     {
         showPaneWithCamera();
         pressButton();
@@ -313,7 +313,7 @@ private Q_SLOTS:
         preview.stopSession();
         QCOMPARE(mPane->takeJournal(),
                  (QStringList{QStringLiteral("stop session"), QStringLiteral("close device")}));
-        QCOMPARE(mPane->capture->sessions.back().use_count(), 2L); // the view keeps what it was given
+        QCOMPARE(mPane->capture->sessions.back().use_count(), 2L); // One reference is the view's.
         preview.stopSession();
         QVERIFY(mPane->takeJournal().isEmpty());
         preview.doSeqGrab();

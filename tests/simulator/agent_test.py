@@ -164,7 +164,7 @@ class Cameras(AgentCase):
         self.agent.script.setPreferred("")
         self.assertEqual(self.agent.devices.indexOfPreferredKS7Cam(), NO_CAMERA)
 
-    def test_nobody_prefers_a_camera_that_is_not_known(self):
+    def test_an_unknown_camera_cannot_be_preferred(self):
         self.agent.add_camera(ONE)
         self.agent.devices.setPreferredDeviceAddress(ONE)
         for address in ("", "nobody"):

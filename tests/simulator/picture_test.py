@@ -197,7 +197,7 @@ class Consumers(PictureCase):
             for other in (1, 3):
                 watchers[other].wait_for_more()
 
-    def test_one_that_wants_another_format_harms_nobody(self):
+    def test_a_consumer_with_another_format_does_not_affect_others(self):
         watcher = self.watch()
         watcher.wait_for_more()
         refused = self.watch(caps="video/x-raw,format=GRAY8,width=16,height=16")
@@ -206,7 +206,7 @@ class Consumers(PictureCase):
         watcher.wait_for_more(30)
         self.assertEqual(pull(), 0)
 
-    def test_one_that_hangs_and_dies_harms_nobody(self):
+    def test_a_consumer_that_hangs_and_dies_does_not_affect_others(self):
         hanging = self.watch()
         hanging.wait_for_more()
         hanging.process.send_signal(signal.SIGSTOP)

@@ -109,7 +109,7 @@ private Q_SLOTS:
         }
     }
 
-    void aSilentBusIsTakenUpWhenItAnswers()
+    void aSilentBusIsUsedWhenItReplies()
     {
         stopTheBusUnopened();
         const QSignalSpy foundAgain(mBus.get(), &BusConnection::foundAgain);
@@ -119,7 +119,7 @@ private Q_SLOTS:
         QVERIFY(bus().connection().isConnected());
     }
 
-    void aSilentBusThatIsKilledAndStartedIsTakenUp()
+    void aSilentBusThatIsRestartedIsUsed()
     {
         stopTheBusUnopened();
         bus().reopenIfLost();
@@ -128,7 +128,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(bus().isOpen(), Timeout);
     }
 
-    void aBusWhoseQueueIsFullIsNotWaitedFor()
+    void aBusWithAFullQueueDoesNotBlock()
     {
         stopTheBusUnopened();
         // The kernel queues a limited number of connections for a daemon that accepts none.

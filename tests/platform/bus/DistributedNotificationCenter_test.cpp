@@ -265,7 +265,7 @@ private Q_SLOTS:
         QCOMPARE(opened.count(), 0);
     }
 
-    void postsWithoutABusSayNothingAndTheNextBusIsTakenUp()
+    void postsWithoutABusAreLostAndTheNextBusIsUsed()
     {
         loseTheBus();
         const QSignalSpy lost(mBus.get(), &platform::SessionBus::lost);

@@ -130,7 +130,7 @@ private Q_SLOTS:
         }
     }
 
-    void aNameThatNobodyHasGivesNoConnection()
+    void aNameWithoutAnOwnerGivesNoConnection()
     {
         QVERIFY(!open(RemoteNames::AgentServer));
         QCOMPARE(mDeaths.size(), 0);

@@ -134,7 +134,7 @@ private Q_SLOTS:
         QVERIFY(wasFree);
     }
 
-    void isHeldUpByWorkThatTakesTooLong()
+    void isStalledByWorkThatTakesTooLong()
     {
         SerialQueue worker;
         QVERIFY(!worker.isStalled(0ms));

@@ -26,8 +26,8 @@ private Q_SLOTS:
     void cleanup();
 
     void aKnownDeviceTellsItsAddress();
-    void anUnknownDeviceTellsNone();
-    void aPathThatIsNoneTellsNone();
+    void anUnknownDeviceHasNoAddress();
+    void anInvalidPathHasNoAddress();
     void withoutTheDaemonThereIsNoAddress();
     void aDaemonThatHangsIsGivenUp();
     void anAddressOfAnotherTypeIsNone();
@@ -88,13 +88,13 @@ void BluetoothDeviceTest::aKnownDeviceTellsItsAddress()
     QCOMPARE(device(Device)->getAddressString(), QStringLiteral("00-1B-DC-0F-2A-9C"));
 }
 
-void BluetoothDeviceTest::anUnknownDeviceTellsNone()
+void BluetoothDeviceTest::anUnknownDeviceHasNoAddress()
 {
     QVERIFY(device(QStringLiteral("/org/bluez/hci0/dev_none"))->getAddressString().isNull());
     QVERIFY(device(QStringLiteral("/org/bluez/hci0"))->getAddressString().isNull());
 }
 
-void BluetoothDeviceTest::aPathThatIsNoneTellsNone()
+void BluetoothDeviceTest::anInvalidPathHasNoAddress()
 {
     for (const QString &path :
          {QString(), QStringLiteral("no path"), QStringLiteral("/a//b"), QStringLiteral("/\u00e9")})

@@ -14,7 +14,7 @@ private Q_SLOTS:
     void initTestCase();
     void altIsTheOptionKey();
     void otherKeysAreNot();
-    void theFocusIsNotWaitedForWhereModifiersAreAlwaysKnown();
+    void thereIsNoWaitForTheFocusOnX();
 
 private:
     static void press(const char *key) { xdotool("keydown", key); }
@@ -54,7 +54,7 @@ void KeyboardModifiersTest::otherKeysAreNot()
     release("Shift_L");
 }
 
-void KeyboardModifiersTest::theFocusIsNotWaitedForWhereModifiersAreAlwaysKnown()
+void KeyboardModifiersTest::thereIsNoWaitForTheFocusOnX()
 {
     bool called = false;
     mKeyboard->onceFocused([&] { called = true; });

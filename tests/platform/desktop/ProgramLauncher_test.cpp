@@ -72,7 +72,7 @@ private Q_SLOTS:
         QVERIFY(launch(path(QStringLiteral("short"))));
     }
 
-    void aProgramThatHangsIsNotWaitedFor()
+    void launchDoesNotWaitForTheProgram()
     {
         const auto release = path(QStringLiteral("release"));
         install(path(QStringLiteral("slow")),

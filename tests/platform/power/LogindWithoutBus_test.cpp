@@ -91,13 +91,13 @@ private Q_SLOTS:
         mDaemon.start();
     }
 
-    void aLogindThatComesLaterIsTakenUp()
+    void aLogindThatStartsLaterIsUsed()
     {
         showPane();
         expectLogindIsHeard();
     }
 
-    void aBusThatComesLaterIsTakenUp()
+    void aBusThatStartsLaterIsUsed()
     {
         mDaemon.kill();
         showPane();
@@ -106,7 +106,7 @@ private Q_SLOTS:
         expectLogindIsHeard();
     }
 
-    void aSilentBusHoldsNobodyUpAndIsTakenUpWhenItAnswers()
+    void aSilentBusDoesNotBlockAndIsUsedWhenItReplies()
     {
         mDaemon.stop();
         showPane();
@@ -118,7 +118,7 @@ private Q_SLOTS:
         expectLogindIsHeard();
     }
 
-    void aBusThatStartsAgainIsTakenUp()
+    void aRestartedBusIsUsed()
     {
         showPane();
         expectLogindIsHeard();

@@ -165,7 +165,7 @@ private Q_SLOTS:
             killLogind();
     }
 
-    void withoutLogindNoMessageComesAndNothingIsHeld()
+    void withoutLogindThereAreNoMessagesAndNoInhibitor()
     {
         platform::LogindPower power(openBus(), Delay);
         power.registerForSystemPower(nullptr, receive);
@@ -334,7 +334,7 @@ private Q_SLOTS:
         QCOMPARE(logind.held(), 1);
     }
 
-    void anInhibitorThatComesBeforeTheSleepIsAllowedIsHeldUntilThen()
+    void anInhibitorGrantedBeforeTheSleepIsAllowedIsKeptUntilThen()
     {
         FakeLogindInhibitors logind;
         logind.keepAnswersBack();
@@ -349,7 +349,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(logind.held(), 0, Timeout);
     }
 
-    void anInhibitorThatComesAfterWakingIsHeld()
+    void anInhibitorGrantedAfterWakingIsKept()
     {
         FakeLogindInhibitors logind;
         logind.keepAnswersBack();
@@ -524,7 +524,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(heard, (QStringList{Resigned, BecameActive}), Timeout);
     }
 
-    void aSessionNobodyKnowsIsNeitherActiveNorNot()
+    void anUnknownSessionHasNoState()
     {
         startLogind();
         platform::LogindSession session(openBus());

@@ -876,7 +876,7 @@ void UserDefaultsTest::cutAtEveryByte()
     for (int length = 0; length < whole.size() - 1; ++length) {
         const QByteArray cut = whole.left(length);
         fileHolds(cut);
-        expectOneComplaint("left as it is");
+        expectOneComplaint("left unchanged");
         const auto defaults = platform::makeFileUserDefaults();
         QVERIFY(!defaults->persistentDomainForName(Domain));
         forceSize(*defaults, 1);
@@ -899,7 +899,7 @@ void UserDefaultsTest::unusableFilesAreLeftAsTheyAre()
 {
     QFETCH(QByteArray, bytes);
     fileHolds(bytes);
-    expectOneComplaint("left as it is.*not a property list");
+    expectOneComplaint("left unchanged.*not a property list");
     const auto defaults = platform::makeFileUserDefaults();
     for (int turn = 0; turn < 3; ++turn) {
         QVERIFY(!defaults->persistentDomainForName(Domain));
@@ -912,7 +912,7 @@ void UserDefaultsTest::unusableFilesAreLeftAsTheyAre()
 void UserDefaultsTest::aFolderInTheFilesPlace()
 {
     QVERIFY(QDir().mkpath(mFile + QStringLiteral("/inside")));
-    expectOneComplaint("left as it is.*directory");
+    expectOneComplaint("left unchanged.*directory");
     const auto defaults = platform::makeFileUserDefaults();
     forceSize(*defaults, 1);
     QVERIFY(!defaults->synchronize());
@@ -924,7 +924,7 @@ void UserDefaultsTest::aFolderInTheFilesPlace()
 void UserDefaultsTest::aPipeInTheFilesPlace()
 {
     QCOMPARE(::mkfifo(QFile::encodeName(mFile).constData(), 0600), 0);
-    expectOneComplaint("left as it is");
+    expectOneComplaint("left unchanged");
     const auto defaults = platform::makeFileUserDefaults();
     QVERIFY(!defaults->persistentDomainForName(Domain));
     forceSize(*defaults, 1);
@@ -934,7 +934,7 @@ void UserDefaultsTest::aPipeInTheFilesPlace()
 void UserDefaultsTest::aDeviceAtTheEndOfALink()
 {
     QVERIFY(QFile::link(QStringLiteral("/dev/full"), mFile));
-    expectOneComplaint("left as it is");
+    expectOneComplaint("left unchanged");
     const auto defaults = platform::makeFileUserDefaults();
     forceSize(*defaults, 1);
     QVERIFY(!defaults->synchronize());
@@ -944,7 +944,7 @@ void UserDefaultsTest::aDeviceAtTheEndOfALink()
 void UserDefaultsTest::aLoopOfLinks()
 {
     QVERIFY(QFile::link(mFile, mFile));
-    expectOneComplaint("left as it is");
+    expectOneComplaint("left unchanged");
     const auto defaults = platform::makeFileUserDefaults();
     forceSize(*defaults, 1);
     QVERIFY(!defaults->synchronize());
@@ -959,7 +959,7 @@ void UserDefaultsTest::aFileThatMayNotBeRead()
     {
         const WithoutPrivileges nobody(mFolder->path());
         QVERIFY(nobody.inForce());
-        expectOneComplaint("left as it is.*[Pp]ermission");
+        expectOneComplaint("left unchanged.*[Pp]ermission");
         QVERIFY(!defaults->persistentDomainForName(Domain));
         forceSize(*defaults, 9);
         QVERIFY(!defaults->synchronize());
@@ -1029,7 +1029,7 @@ void UserDefaultsTest::aFailedWriteNeverReplacesANewerFile()
 void UserDefaultsTest::aFileThatIsMendedIsReadAgain()
 {
     fileHolds("broken");
-    expectOneComplaint("left as it is");
+    expectOneComplaint("left unchanged");
     const auto defaults = platform::makeFileUserDefaults();
     QVERIFY(!defaults->persistentDomainForName(Domain));
     fileHolds(smallDomain(4));
@@ -1045,7 +1045,7 @@ void UserDefaultsTest::aFileThatBreaksBeforeTheWriteIsKept()
     const auto defaults = platform::makeFileUserDefaults();
     setSize(*defaults, 2);
     fileHolds("broken");
-    expectOneComplaint("left as it is");
+    expectOneComplaint("left unchanged");
     QVERIFY(!defaults->synchronize());
     QCOMPARE(fileBytes(), QByteArray("broken"));
     QVERIFY(!defaults->persistentDomainForName(Domain));

@@ -323,7 +323,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(theAlert(), Timeout);
     }
 
-    void anAlertWhoseWindowNeverComesTakesTheNext()
+    void anAlertWithoutAWindowUsesTheNextOne()
     {
         auto other = std::make_unique<HostWindow>();
         beginAlert(Failure, other.get());
@@ -333,7 +333,7 @@ private Q_SLOTS:
         QVERIFY(hangsOn(theAlert(), mWindow.get()));
     }
 
-    void aHostWhoseWindowIsADialogIsAHostToo()
+    void aHostMayHaveADialogAsItsWindow()
     {
         QDialog host;
         beginAlert(Failure, nullptr);

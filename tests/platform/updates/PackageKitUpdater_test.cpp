@@ -462,7 +462,7 @@ void PackageKitUpdaterTest::keepsQuietWhenTheQuestionFails()
     mBehaviour[QStringLiteral("query")] = QStringLiteral("failed");
     startPackageKit();
     const LogLines log;
-    const QString line = QStringLiteral("No answer about updates: no network");
+    const QString line = QStringLiteral("The search for updates failed: no network");
     showPane();
     QTRY_COMPARE_WITH_TIMEOUT(log.lines, QStringList({line}), Timeout);
     // The next day's query fails as well; each failure is one log line.
@@ -478,7 +478,7 @@ void PackageKitUpdaterTest::keepsQuietWithoutAService()
     const LogLines log;
     showPane();
     QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Timeout);
-    QVERIFY(log.lines.first().startsWith(QStringLiteral("No answer about updates: ")));
+    QVERIFY(log.lines.first().startsWith(QStringLiteral("The search for updates failed: ")));
     // The service appears on the next day and is found: the failure left no state behind.
     startPackageKit();
     showPaneTheNextDay();
