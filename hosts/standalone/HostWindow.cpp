@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QStackedWidget>
 #include <QStyle>
 #include <QToolButton>
@@ -42,7 +43,14 @@ protected:
 
 private:
     // setWidgetResizable() would scroll content that is lower than it would like to be.
-    void fitContent() { widget()->resize(maximumViewportSize().expandedTo(widget()->minimumSizeHint())); }
+    void fitContent()
+    {
+        const QSize least = widget()->minimumSizeHint();
+        QSize room = maximumViewportSize();
+        if (least.height() > room.height())
+            room.rwidth() -= verticalScrollBar()->sizeHint().width();
+        widget()->resize(room.expandedTo(least));
+    }
 };
 
 } // namespace

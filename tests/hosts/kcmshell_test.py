@@ -76,6 +76,11 @@ class KcmshellTest(unittest.TestCase):
             module.wait_active("KS-7")
             self.assertIsNone(module.find(role="alert"))
 
+    def test_the_module_says_whom_to_turn_to(self):
+        module = (BUILD / "plugins/plasma/kcms/systemsettings/kcm_ks7.so").read_bytes()
+        for entry in (b"BugReportUrl", b"Authors", b"Orvex Network", b"License", b"Website"):
+            self.assertIn(entry, module)
+
     def test_the_window_closes_and_the_program_ends_well(self):
         with self.open_module() as module:
             self.wait_row(module, ", Streaming")

@@ -149,6 +149,7 @@ QByteArray written(std::FILE *stream, const std::function<void()> &work)
 class RecordingWorkspace : public platform::Workspace {
 public:
     bool openURL(const QUrl &) override { return false; }
+    bool openBluetoothSettings() override { return false; }
     bool openFile(const QString &path) override
     {
         isInMainThread &= QThread::currentThread() == QCoreApplication::instance()->thread();
