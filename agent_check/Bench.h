@@ -47,6 +47,8 @@ public:
     int mark() const;
     bool waitForPost(const QString &name, int from, std::chrono::milliseconds limit) const;
 
+    /// The outcome of a demand that depends on a reply with this problem: the operation's own line names it.
+    [[nodiscard]] Outcome unjudged(const QString &problem) const;
     /// Whether --allow-changes was given.
     [[nodiscard]] bool mayChange() const { return !options.camera.isEmpty(); }
 

@@ -6,6 +6,8 @@
 #include "agent_check/Preferences.h"
 #include "agent_check/Words.h"
 
+#include <QRegularExpression>
+
 using namespace std::chrono_literals;
 
 namespace agent_check {
@@ -226,7 +228,10 @@ Demand changeDemand(const char *id, const QString &text, Outcome (*check)(Bench 
     return {QLatin1String(id), text, [check](Bench &bench) {
                 if (!bench.mayChange())
                     return skipForChanges();
-                if (!isListed(bench))
+                const ListReading list = ListReading::takeRows(bench.agent);
+                if (!list.problem.isEmpty())
+                    return bench.unjudged(list.problem);
+                if (!list.order.contains(bench.options.camera))
                     return fail(Words::tr("the camera %1 is not listed").arg(bench.options.camera));
                 return check(bench);
             }};

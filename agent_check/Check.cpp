@@ -5,6 +5,7 @@
 #include "agent_check/Report.h"
 #include "agent_check/Words.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <cstdio>

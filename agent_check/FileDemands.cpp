@@ -6,7 +6,10 @@
 #include "agent_check/Words.h"
 
 #include <QDateTime>
+#include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
 
 using namespace std::chrono_literals;
 

@@ -42,7 +42,7 @@ Demand listDemand(const char *id, const QString &text, Judge judge)
 {
     return {QLatin1String(id), text, [judge](Bench &bench) {
                 const ListReading &list = consistentList(bench);
-                return list.problem.isEmpty() ? judged(judge(list)) : fail(list.problem);
+                return list.problem.isEmpty() ? judged(judge(list)) : bench.unjudged(list.problem);
             }};
 }
 
@@ -50,7 +50,7 @@ Outcome checkIsPreferred(Bench &bench)
 {
     const ListReading &list = consistentList(bench);
     if (!list.problem.isEmpty())
-        return fail(list.problem);
+        return bench.unjudged(list.problem);
     for (int row = 0; row < list.order.size(); ++row) {
         const Answer answer =
             bench.agent.ask(QStringLiteral("isPreferredDeviceAddress"), {list.order.at(row)});

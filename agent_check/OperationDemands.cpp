@@ -3,6 +3,8 @@
 #include "agent_check/Demand.h"
 #include "agent_check/Words.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace agent_check {

@@ -58,6 +58,9 @@ private:
                 ReadingInterval);
             look();
         }
+        // A list that cannot be read hides no posts.
+        if (!mLast.problem.isEmpty())
+            mBench.waitFor([&] { return condition() || deadline.hasExpired(); }, time);
     }
 
     [[nodiscard]] int posts() const { return mBench.posts(NotificationNames::CameraListChanged, mFrom); }
@@ -68,7 +71,7 @@ private:
         // What is posted during the reading counts for the next one.
         int from = mBench.ear.now();
         const ListReading now = ListReading::takeRows(mBench.agent);
-        const bool hasChanged = !now.hasSameRows(mLast);
+        const bool hasChanged = now.problem.isEmpty() && !now.hasSameRows(mLast);
         mLast = now;
         if (hasChanged && heard == 0
             && mBench.waitForPost(NotificationNames::CameraListChanged, from, PostTime)) {

@@ -1,6 +1,8 @@
 #include "agent_check/Report.h"
 #include "agent_check/Words.h"
 
+#include <QStringList>
+
 #include <cstdio>
 
 #include <unistd.h>

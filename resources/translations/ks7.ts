@@ -1167,6 +1167,10 @@ Exit code: 0 nothing failed, 1 a demand failed, 2 nothing could be checked.</sou
         <source>the agent replies to nothing</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>no operation replies properly to a single call</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>ks7_preferences</name>

@@ -1171,6 +1171,10 @@ Exitcode: 0 nichts schlug fehl, 1 eine Forderung schlug fehl, 2 nichts war zu pr
         <source>the agent replies to nothing</source>
         <translation>der Agent antwortet auf nichts</translation>
     </message>
+    <message>
+        <source>no operation replies properly to a single call</source>
+        <translation>keine Operation antwortet richtig auf einen einzelnen Aufruf</translation>
+    </message>
 </context>
 <context>
     <name>ks7_preferences</name>
