@@ -6,8 +6,6 @@
 #include "agent_check/Preferences.h"
 #include "agent_check/Words.h"
 
-#include <QRegularExpression>
-
 using namespace std::chrono_literals;
 
 namespace agent_check {
@@ -103,8 +101,8 @@ Outcome checkPrefer(Bench &bench)
     const ListReading before = ListReading::take(bench.agent);
     const QString old = before.order.value(int(before.index));
     if (before.index != NoPreferredCamera && old == camera) {
-        const QStringList others = before.order.filter(
-            QRegularExpression(QStringLiteral("^(?!%1$)").arg(QRegularExpression::escape(camera))));
+        QStringList others = before.order;
+        others.removeAll(camera);
         if (others.isEmpty())
             return skip(Words::tr("the camera is preferred, and there is no other one"));
         const QString problem = prefer(bench, others.first());

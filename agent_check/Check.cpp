@@ -69,7 +69,7 @@ Outcome Check::lookAt(const Demand &demand)
 QString Check::findAgent()
 {
     if (!mBench.options.launch.isEmpty()) {
-        const QString reason = launch();
+        QString reason = launch();
         if (!reason.isEmpty())
             return reason;
     }

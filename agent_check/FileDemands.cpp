@@ -28,7 +28,7 @@ QVariantMap foreignValues()
             {ForeignPrefix + QStringLiteral("Real"), 0.5},
             {ForeignPrefix + QStringLiteral("Text"), QString::fromUtf8("<K\xc3\xbc\x63he> & \"x\"")},
             {ForeignPrefix + QStringLiteral("Data"), QByteArray("\0\1\xff", 3)},
-            {ForeignPrefix + QStringLiteral("Date"), QDateTime::fromSecsSinceEpoch(1000000000, Qt::UTC)},
+            {ForeignPrefix + QStringLiteral("Date"), QDateTime::fromSecsSinceEpoch(1000000000).toUTC()},
             {ForeignPrefix + QStringLiteral("Array"), QVariantList{1LL, QStringLiteral("a")}},
             {ForeignPrefix + QStringLiteral("Dictionary"), QVariantMap{{QStringLiteral("a"), false}}}};
 }
