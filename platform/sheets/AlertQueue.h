@@ -9,8 +9,9 @@
 
 namespace platform {
 
-/// The alerts that are on screen or wait. A window shows one alert at a time. An alert without a visible window
-/// waits for the next main window that is shown; the application's events are filtered only while one waits.
+/// The alerts that are on screen or wait. A window shows one alert at a time. An alert without a visible
+/// window waits for the next main window that is shown; the application's events are filtered only while one
+/// waits.
 class AlertQueue final : public QObject {
     Q_OBJECT
 public:

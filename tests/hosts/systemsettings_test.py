@@ -32,11 +32,11 @@ KEYWORDS = {"en": ("webcam", "camera", "bluetooth", "firmware"), "de": ("Kamera"
 LANGUAGES = {"en": {}, "de": {"LC_ALL": "de_DE.UTF-8", "LANGUAGE": "de"}}
 
 
-def system_settings(*arguments, language="en", **options):
+def system_settings(*arguments, language="en", agent=BUILD / "bin" / "ks7-agent-simulator", **options):
     # Leaks of the host and its libraries do not count.
     return accessible.launch(["systemsettings", *arguments], env={
         "QT_PLUGIN_PATH": str(BUILD / "plugins"),
-        "KS7_AGENT": str(BUILD / "bin" / "ks7-agent-simulator"),
+        "KS7_AGENT": str(agent),
         **LANGUAGES[language], **accessible.foreign_program_environment()}, **options)
 
 
@@ -109,6 +109,13 @@ class SystemSettingsTest(unittest.TestCase):
             self.assertIn("KS-7", settings.title())
             for name in ("Apply", "Reset", "Defaults", "Help"):
                 self.assertIsNone(settings.find(name, role="push button"), name)
+
+    def test_without_an_agent_a_key_ends_the_alert(self):
+        with system_settings("kcm_ks7", agent="/nonexistent") as settings:
+            settings.wait_active("Installation Error")
+            accessible.key("Return")
+            settings.wait_gone("Installation Error", role="alert")
+            self.assertIsNone(settings.find(role="alert"))
 
     def test_its_icon_is_in_colour_in_the_sidebar(self):
         with system_settings() as settings:
