@@ -65,7 +65,7 @@ ListReading ListReading::take(Agent &agent)
 QString problemOfRecords(const ListReading &list)
 {
     for (auto camera = list.cameras.begin(); camera != list.cameras.end(); ++camera) {
-        const QString problem = problemOfRecord(camera.key(), camera.value());
+        QString problem = problemOfRecord(camera.key(), camera.value());
         if (!problem.isEmpty())
             return problem;
     }

@@ -54,7 +54,7 @@ private:
         int width = 0;
         for (const QString &word : words)
             width = qMax(width, int(word.size()));
-        const QString word = words.at(int(result)).leftJustified(width + 1);
+        QString word = words.at(int(result)).leftJustified(width + 1);
         if (!mIsTerminal || qEnvironmentVariableIsSet("NO_COLOR"))
             return word;
         const char *const colour = result == Result::Pass ? "32" : result == Result::Fail ? "1;31" : "33";
