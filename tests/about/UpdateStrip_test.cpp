@@ -175,6 +175,7 @@ void UpdateStripTest::theReasonOfAFailureIsPlainText()
     QCOMPARE(strip<QLabel>("updateMessage")->textFormat(), Qt::PlainText);
     offer().fail({});
     QCOMPARE(message(), QStringLiteral("Version 2.0 could not be installed."));
+    QVERIFY(strip("updateDismiss")->isVisible());
 }
 
 void UpdateStripTest::theKeyboardComesToTheOfferFirst()

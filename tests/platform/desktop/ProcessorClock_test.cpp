@@ -87,6 +87,7 @@ void ProcessorClockTest::theFastestCoreCounts()
 {
     fileHolds(MaximumFile, "1400000\n");
     fileHolds(Cores + QStringLiteral("cpu10/cpufreq/cpuinfo_max_freq"), "2200000\n");
+    fileHolds(Cores + QStringLiteral("cpu11/cpufreq/cpuinfo_max_freq"), "1400000\n");
     fileHolds(Cores + QStringLiteral("cpufreq/cpuinfo_max_freq"), "9000000\n");
     QCOMPARE(frequency(), 2200 * Megahertz);
 }
