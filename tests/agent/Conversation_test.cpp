@@ -126,7 +126,7 @@ private Q_SLOTS:
         pane().show();
         heard();
         int changes = 0;
-        platform::DistributedNotificationCenter counter(mBus);
+        platform::DistributedNotificationCenter counter(mBus, RemoteNames::Prefix);
         counter.addObserver(this, NotificationNames::CameraListChanged,
                             [&](const platform::Notification &) { ++changes; });
         for (int i = 0; i < 5; ++i)
