@@ -1,6 +1,7 @@
 """Tests `ks7-preferences --diagnose` on machines where everything works, something is broken, or nothing is present."""
 
 import contextlib
+import datetime
 import os
 import pathlib
 import plistlib
@@ -90,11 +91,14 @@ class DiagnosisTest(unittest.TestCase):
         self.assertEqual(report["Cameras"], "unknown, no agent")
 
     def test_tells_the_agent_and_since_when_it_runs(self):
+        # The kernel's clock ticks are rounded down.
+        earliest = datetime.datetime.now() - datetime.timedelta(seconds=5)
         with agent("--scenario", "scripted") as (process, _):
             report = diagnose()
         started = re.fullmatch(r"running since (\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d), process (\d+)",
                                report["com.orvex.KS7AgentServer"])
         self.assertIsNotNone(started, report["com.orvex.KS7AgentServer"])
+        self.assertGreater(datetime.datetime.fromisoformat(started[1]), earliest)
         self.assertEqual(int(started[2]), process.pid)
         self.assertEqual(report["Cameras"], "0")
 
