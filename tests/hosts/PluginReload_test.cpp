@@ -1,6 +1,7 @@
 #include "pane/PreferencePane.h"
 #include "tests/support/Timeout.h"
 
+#include <QFile>
 #include <QPluginLoader>
 #include <QTest>
 #include <QVBoxLayout>
@@ -47,6 +48,10 @@ void PluginReloadTest::thePaneSurvivesThatItsPluginIsUnloaded()
     pane->willSelect();
     button->setFocus();
     loader.unload();
+    // Types that the code has registered with GLib stay for the life of the process.
+    QFile mapped(QStringLiteral("/proc/self/maps"));
+    QVERIFY(mapped.open(QIODevice::ReadOnly));
+    QVERIFY(mapped.readAll().contains("ks7pane.so"));
     // The pane's timer gives the table the focus, without crashing.
     QTRY_COMPARE_WITH_TIMEOUT(window.focusWidget(), table, Timeout);
     QPluginLoader again(plugin());
