@@ -9,13 +9,13 @@ namespace agent_check {
 
 /// The parsed command line.
 struct Options {
-    /// The program to start and to end; empty for the agent that runs already.
+    /// The program to start and to end. If it is empty, the running agent is checked.
     QString launch;
-    /// The address of the camera that may be changed; empty when nothing may be.
+    /// The address of the camera that the checks may change. If it is empty, they change no camera.
     QString camera;
-    /// The passkey that the camera at the cable may get; empty for none.
+    /// The passkey to set on the camera at the cable. If it is empty, none is set.
     QString passKey;
-    /// The groups to check; empty for all.
+    /// The groups to check. If it is empty, all are checked.
     QStringList groups;
     bool json = false;
     /// Every limit is so many times as long.

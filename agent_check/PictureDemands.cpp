@@ -51,7 +51,8 @@ Outcome checkNode(Bench &bench)
     return countOf(nodes) == 1 ? pass() : fail(Words::tr("there are %1").arg(countOf(nodes)));
 }
 
-/// Frames per second between the first and the last of some frames; 0 when they do not come.
+/// The frame rate over FramesOfMeasurement frames, in frames per second. 0 if the frames do not arrive in
+/// time.
 double measuredRate(const Bench &bench, PictureWatcher &watcher)
 {
     const auto time = watcher.waitForFrames(FramesOfMeasurement, bench.options.limit(FramesTime));

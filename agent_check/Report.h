@@ -8,14 +8,14 @@
 
 namespace agent_check {
 
-/// Where the outcomes go.
+/// Receives the outcome of each demand.
 class Report {
 public:
     virtual ~Report() = default;
-    /// A demand is looked at now.
+    /// Called before a demand is checked.
     virtual void began(const Demand & /*demand*/) { }
     virtual void found(const Demand &demand, const Outcome &outcome) = 0;
-    /// All demands have been looked at. `isComplete` is false after an interruption.
+    /// Called after the last demand. `isComplete` is false after an interruption.
     virtual void end(bool isComplete) = 0;
 
     [[nodiscard]] bool hasFailures() const { return mCounts[int(Result::Fail)] > 0; }

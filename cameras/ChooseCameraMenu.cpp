@@ -57,7 +57,7 @@ void ChooseCameraMenu::rebuild()
         // Escape ampersands, which would mark mnemonics.
         auto *entry = addAction(name.replace(QLatin1Char('&'), QStringLiteral("&&")));
         entry->setCheckable(true);
-        // One of many: an exclusive group gets radio marks.
+        // The exclusive group makes Qt draw a radio mark instead of a check mark.
         mGroup->addAction(entry);
         entry->setChecked(row == mTable->selectedRow());
         entry->setEnabled(mTable->isEnabled());

@@ -44,7 +44,6 @@ std::optional<CameraRecord> recordOf(const std::shared_ptr<KS7Cam> &camera)
 
 } // namespace
 
-// Qt never enables menu items by itself, so there is no automatic enabling to turn off.
 void KS7SettingsWindowController::setupCameraStatus()
 {
     auto cell = std::make_unique<CamCell>();

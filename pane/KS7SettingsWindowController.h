@@ -191,6 +191,7 @@ private:
     void firmwareUpdateIsOver();
 
     KS7OrvexLogger *mLogger = nullptr;
+    // Nil without an agent. Calls on nil do nothing, see agent/Proxy.h.
     Proxy<KS7DeviceControllerProxy> mSharedDeviceController;
     Proxy<TernUSBCommandControllerProxy> mSharedUSBController;
     QStringList mLocalSortedNames;

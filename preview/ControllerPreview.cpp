@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto LevelsInterval = 100ms;
-/// Speech at its usual loudness fills the meters to this many times the agent's value.
+/// The meters show the agent's level times this factor, so that normal speech is clearly visible.
 constexpr float LevelGain = 1.5F;
 
 } // namespace

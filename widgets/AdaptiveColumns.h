@@ -24,7 +24,8 @@ private:
     [[nodiscard]] int widthSideBySide() const;
     void arrange();
     [[nodiscard]] int heightUnderPicture(const PictureFrame &picture) const;
-    /// Width of the first part beside the picture: what the picture cannot fill, within 35 to 40 % and a cap.
+    /// Width of the first part beside the picture. It gets the space that the picture leaves free: 35 to 40 %
+    /// of the whole, at most WidestFirst characters.
     [[nodiscard]] int firstWidth(const PictureFrame &picture) const;
     [[nodiscard]] bool isLargerBelow(const PictureFrame &picture) const;
     void share(const PictureFrame &picture);

@@ -19,8 +19,6 @@ namespace {
 
 /// Larger than any screen.
 constexpr QSize LargestFrame(8192, 8192);
-/// Time for a look-up, which takes some milliseconds. After that PipeWire counts as hung.
-constexpr std::chrono::seconds LookUpTimeout(3);
 
 int codeOf(GstMessage *message)
 {

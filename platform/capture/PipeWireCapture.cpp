@@ -15,8 +15,6 @@ using namespace std::chrono_literals;
 namespace platform {
 namespace {
 
-/// Timeout of a look-up, which normally takes some milliseconds. After it PipeWire counts as hung.
-constexpr auto LookUpTimeout = 3s;
 /// A camera without a frame for this long is looked up again.
 constexpr auto StallInterval = 1s;
 /// Number of streams that may end without a frame before the camera counts as broken.
@@ -133,7 +131,6 @@ private:
     void reportFailure(int code);
     void beginStream();
     void endStream();
-    void restart();
     void checkForStall();
     void lookUpNode(int code);
     void nodesFound(const std::optional<PipeWireNodes> &nodes, int code);
@@ -206,13 +203,6 @@ void PipeWireSession::endStream()
     mStream.reset();
 }
 
-void PipeWireSession::restart()
-{
-    // Keep the last frame on screen. The next check starts the new stream: during the camera's change
-    // PipeWire 1.4 would let it hang for ever.
-    endStream();
-}
-
 void PipeWireSession::setLargestFrame(const QSize &pixels)
 {
     mLargestFrame = pixels;
@@ -267,7 +257,8 @@ void PipeWireSession::checkForStall()
         lookUpNode(0);
 }
 
-/// `code` is reported when the camera is gone; 0 for a stream that merely sends no frames.
+/// `code` is the stream's error, or 0 if it merely sends no frames. nodesFound() ends the stream for a
+/// restart or reports the failure.
 void PipeWireSession::lookUpNode(int code)
 {
     mLookingUp = true;
@@ -286,7 +277,9 @@ void PipeWireSession::nodesFound(const std::optional<PipeWireNodes> &nodes, int 
     const bool isAnother = exists && serial != 0 && !hasNode(*nodes, serial);
     const bool isOver = code != 0 || isAnother || mStream->hasLostMemory();
     if (exists && isOver && mRestarts++ < MostRestarts)
-        restart();
+        // Keep the last frame on screen. The next check starts the new stream: during the camera's change
+        // PipeWire 1.4 would let it hang for ever.
+        endStream();
     else if (code != 0)
         reportFailure(code);
     else if (nodes && !exists)

@@ -19,6 +19,9 @@ struct PipeWireNode {
 
 using PipeWireNodes = std::vector<PipeWireNode>;
 
+/// Timeout of a look-up, which normally takes some milliseconds. After it PipeWire counts as hung.
+inline constexpr std::chrono::seconds LookUpTimeout(3);
+
 /// The nodes of class `Video/Source` in PipeWire's order: none where no PipeWire runs, nullopt when it does
 /// not reply within `timeout`. Any thread; leaves neither a thread nor a descriptor behind.
 std::optional<PipeWireNodes> lookUpPipeWireNodes(std::chrono::milliseconds timeout);

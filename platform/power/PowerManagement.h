@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// The power messages, with the numbers that the callback compares.
+/// The message types that a power callback receives. Their numbers are fixed.
 enum PowerMessage : std::uint32_t {
     kIOMessageCanSystemSleep = 0xE0000270,
     kIOMessageSystemWillSleep = 0xE0000280,

@@ -16,8 +16,9 @@ struct Contents {
 /// Refuses files that are not regular or are too large to be preferences.
 Contents read(const QString &path);
 
-/// Replaces or creates the file, and the folders above it. A symbolic link stays and its target is replaced.
-/// Mode and owner stay; a new file has mode 0600. 0, or an errno with the file unchanged.
+/// Writes the file atomically and creates missing parent folders. A symbolic link stays and its target is
+/// replaced. Mode and owner stay; a new file has mode 0600. Returns 0, or an errno; the file is then
+/// unchanged.
 int replace(const QString &path, const QByteArray &bytes);
 
 } // namespace platform::AtomicFile

@@ -75,7 +75,7 @@ bool AlertQueue::eventFilter(QObject *watched, QEvent *event)
 AlertQueue::Begun *AlertQueue::find(const AlertSheet &alert, const QWidget *window)
 {
     const auto found = std::find_if(mAlerts.begin(), mAlerts.end(), [&](const Begun &begun) {
-        // An alert from before the first window will hang on the window that comes.
+        // An alert that began before any window existed is shown over the first window.
         return sameWords(begun.words, alert) && (!begun.place.window || begun.place.window == window);
     });
     return found == mAlerts.end() ? nullptr : &*found;

@@ -24,7 +24,7 @@ public:
     [[nodiscard]] QVariant value(const QString &key) const;
     void set(const QString &key, const QVariant &value);
     [[nodiscard]] bool isServiceOn() const;
-    /// Drops the keys of other programs at each write, which no agent may do.
+    /// Makes each write drop the keys of other programs. It is a fault for tests: the contract forbids it.
     void setForgetful(bool forgetful) { mForgetful = forgetful; }
 
     /// One camera's value in a key's dictionary; invalid when absent.

@@ -37,7 +37,7 @@ constexpr int NoSuccess = -1;
 } // namespace
 
 /// Tests every remote operation over a real bus, with an agent that records the calls.
-class RemoteProtocolsTest : public QObject {
+class AgentProxyFactoryTest : public QObject {
     Q_OBJECT
 
 private:
@@ -523,6 +523,6 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(RemoteProtocolsTest)
+QTEST_GUILESS_MAIN(AgentProxyFactoryTest)
 
 #include "AgentProxyFactory_test.moc"

@@ -38,7 +38,7 @@ class SilentHost : public QObject {
 
 } // namespace
 
-class AgentLinkTest : public QObject {
+class ControllerLinkTest : public QObject {
     Q_OBJECT
 
 private:
@@ -452,6 +452,6 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(AgentLinkTest)
+QTEST_MAIN(ControllerLinkTest)
 
 #include "ControllerLink_test.moc"

@@ -27,7 +27,7 @@ const QString ServiceOn = QStringLiteral("KS7On");
 } // namespace
 
 /// Tests the agent's list in the pane: remote calls, rows, enabled controls.
-class CameraListTest : public QObject {
+class ControllerCameraListTest : public QObject {
     Q_OBJECT
 
     std::unique_ptr<PaneFixture> mFixture;
@@ -752,5 +752,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(CameraListTest)
+QTEST_MAIN(ControllerCameraListTest)
 #include "ControllerCameraList_test.moc"

@@ -56,7 +56,7 @@ bool isAbout(const QColor &color, const QColor &expected)
 } // namespace
 
 /// Tests clicks, keys, rows, colours and the animation of the camera table.
-class TableTest : public QObject {
+class KS7AnimatingStatusTableViewTest : public QObject {
     Q_OBJECT
 
     std::unique_ptr<PaneFixture> mFixture;
@@ -602,5 +602,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(TableTest)
+QTEST_MAIN(KS7AnimatingStatusTableViewTest)
 #include "KS7AnimatingStatusTableView_test.moc"

@@ -72,7 +72,7 @@ Look failed(int code)
 } // namespace
 
 /// The update in three steps, with the wait in the second one.
-class FirmwareUpdateTest : public QObject {
+class ControllerFirmwareTest : public QObject {
     Q_OBJECT
 private:
     void openSheet();
@@ -131,7 +131,7 @@ private Q_SLOTS:
     void aWaitWithoutASheetIsNotSliced();
 };
 
-void FirmwareUpdateTest::init()
+void ControllerFirmwareTest::init()
 {
     slice = 0;
     fixture = std::make_unique<PaneFixture>();
@@ -144,25 +144,25 @@ void FirmwareUpdateTest::init()
     fixture->takeJournal();
 }
 
-void FirmwareUpdateTest::openSheet()
+void ControllerFirmwareTest::openSheet()
 {
     fixture->controller().installFirmware(nullptr);
     QVERIFY(sheetIsUp());
 }
 
-void FirmwareUpdateTest::pressContinue()
+void ControllerFirmwareTest::pressContinue()
 {
     QVERIFY(fixture->outlets().firmwareContinueButton->isEnabled());
     fixture->outlets().firmwareContinueButton->click();
 }
 
-void FirmwareUpdateTest::pressCancel()
+void ControllerFirmwareTest::pressCancel()
 {
     QVERIFY(!fixture->outlets().firmwareCancelButton->isHidden());
     fixture->outlets().firmwareCancelButton->click();
 }
 
-void FirmwareUpdateTest::startUpdate()
+void ControllerFirmwareTest::startUpdate()
 {
     openSheet();
     pressContinue();
@@ -170,7 +170,7 @@ void FirmwareUpdateTest::startUpdate()
 }
 
 /// Runs `happening` in the wait's slice of that number. Later, a wait that does not end is ended like a quit.
-void FirmwareUpdateTest::inSlice(int number, std::function<void()> happening)
+void ControllerFirmwareTest::inSlice(int number, std::function<void()> happening)
 {
     fixture->runLoop->onSlice = [this, number, happening = std::move(happening)] {
         constexpr int Enough = 1000;
@@ -180,7 +180,7 @@ void FirmwareUpdateTest::inSlice(int number, std::function<void()> happening)
     };
 }
 
-Look FirmwareUpdateTest::look() const
+Look ControllerFirmwareTest::look() const
 {
     const auto &outlets = fixture->outlets();
     return {outlets.firmwareMainText->text(),
@@ -191,7 +191,7 @@ Look FirmwareUpdateTest::look() const
             fixture->controller().firmwareStep()};
 }
 
-void FirmwareUpdateTest::everyMomentLooksAsItShould()
+void ControllerFirmwareTest::everyMomentLooksAsItShould()
 {
     openSheet();
     QCOMPARE(fixture->sheets->windowOf(fixture->outlets().firmwareSheet), &fixture->window);
@@ -216,14 +216,14 @@ void FirmwareUpdateTest::everyMomentLooksAsItShould()
     QCOMPARE(fixture->takeRemoteCalls().count(QStringLiteral("startUpdate")), 1);
 }
 
-void FirmwareUpdateTest::theAgentRefusesAtOnce_data()
+void ControllerFirmwareTest::theAgentRefusesAtOnce_data()
 {
     QTest::addColumn<int>("code");
     QTest::newRow("with a code") << -7;
     QTest::newRow("with an error or another type") << -1;
 }
 
-void FirmwareUpdateTest::theAgentRefusesAtOnce()
+void ControllerFirmwareTest::theAgentRefusesAtOnce()
 {
     QFETCH(int, code);
     fixture->agent.startUpdateResult = code;
@@ -240,7 +240,7 @@ void FirmwareUpdateTest::theAgentRefusesAtOnce()
     QCOMPARE(fixture->controller().firmwareStep(), 0);
 }
 
-void FirmwareUpdateTest::anErrorAtTheEndIsOverwritten()
+void ControllerFirmwareTest::anErrorAtTheEndIsOverwritten()
 {
     Look rightAfterTheEnd;
     inSlice(2, [&] {
@@ -253,7 +253,7 @@ void FirmwareUpdateTest::anErrorAtTheEndIsOverwritten()
     QVERIFY(fixture->takeLog().contains(QStringLiteral("firmwareUpdateEnded: 4711")));
 }
 
-void FirmwareUpdateTest::anErrorIsShownUntilTheWaitNoticesTheEnd()
+void ControllerFirmwareTest::anErrorIsShownUntilTheWaitNoticesTheEnd()
 {
     inSlice(1, [&] { fixture->controller().firmwareError(12); });
     bool stillWaiting = false;
@@ -269,7 +269,7 @@ void FirmwareUpdateTest::anErrorIsShownUntilTheWaitNoticesTheEnd()
     QCOMPARE(look(), Complete);
 }
 
-void FirmwareUpdateTest::theWaitRunsInSlicesOfTenMilliseconds()
+void ControllerFirmwareTest::theWaitRunsInSlicesOfTenMilliseconds()
 {
     inSlice(5, [&] { agentReportsEnd(0); });
     startUpdate();
@@ -277,7 +277,7 @@ void FirmwareUpdateTest::theWaitRunsInSlicesOfTenMilliseconds()
     QCOMPARE(fixture->journal->filter(QStringLiteral("slice")).size(), 5);
 }
 
-void FirmwareUpdateTest::theEndMayComeInsideTheCallThatStarts()
+void ControllerFirmwareTest::theEndMayComeInsideTheCallThatStarts()
 {
     fixture->agent.during[QStringLiteral("startUpdate")] = [&] { agentReportsEnd(0); };
     startUpdate();
@@ -285,7 +285,7 @@ void FirmwareUpdateTest::theEndMayComeInsideTheCallThatStarts()
     QCOMPARE(fixture->journal->filter(QStringLiteral("slice")), QStringList());
 }
 
-void FirmwareUpdateTest::cancelClosesAndGoesBackToStepZero()
+void ControllerFirmwareTest::cancelClosesAndGoesBackToStepZero()
 {
     openSheet();
     pressContinue();
@@ -295,7 +295,7 @@ void FirmwareUpdateTest::cancelClosesAndGoesBackToStepZero()
     QCOMPARE(fixture->takeRemoteCalls().count(QStringLiteral("startUpdate")), 0);
 }
 
-void FirmwareUpdateTest::escapeCancelsOnlyWhileCancelIsThere()
+void ControllerFirmwareTest::escapeCancelsOnlyWhileCancelIsThere()
 {
     auto *sheet = fixture->outlets().firmwareSheet;
     openSheet();
@@ -314,7 +314,7 @@ void FirmwareUpdateTest::escapeCancelsOnlyWhileCancelIsThere()
     QCOMPARE(look(), Complete);
 }
 
-void FirmwareUpdateTest::progressMovesTheIndicator_data()
+void ControllerFirmwareTest::progressMovesTheIndicator_data()
 {
     QTest::addColumn<QVariantMap>("userInfo");
     QTest::addColumn<int>("percent");
@@ -336,7 +336,7 @@ void FirmwareUpdateTest::progressMovesTheIndicator_data()
     QTest::newRow("lowest integers") << progress(-2147483647 - 1, -1) << 100;
 }
 
-void FirmwareUpdateTest::progressMovesTheIndicator()
+void ControllerFirmwareTest::progressMovesTheIndicator()
 {
     QFETCH(QVariantMap, userInfo);
     QFETCH(int, percent);
@@ -350,7 +350,7 @@ void FirmwareUpdateTest::progressMovesTheIndicator()
     QCOMPARE(look(), Opened);
 }
 
-void FirmwareUpdateTest::everyUpdateBeginsAtNought()
+void ControllerFirmwareTest::everyUpdateBeginsAtNought()
 {
     agentReportsProgress({{UserInfoKeys::Value, 3}, {UserInfoKeys::Total, 4}});
     QCOMPARE(indicator()->doubleValue(), 0.75);
@@ -363,7 +363,7 @@ void FirmwareUpdateTest::everyUpdateBeginsAtNought()
     QCOMPARE(atTheStart, 0.0);
 }
 
-void FirmwareUpdateTest::anEndAfterARefusalLeavesTheSheetInert()
+void ControllerFirmwareTest::anEndAfterARefusalLeavesTheSheetInert()
 {
     fixture->agent.startUpdateResult = 1;
     startUpdate();
@@ -377,7 +377,7 @@ void FirmwareUpdateTest::anEndAfterARefusalLeavesTheSheetInert()
     QCOMPARE(fixture->controller().firmwareStep(), 3);
 }
 
-void FirmwareUpdateTest::reopeningStartsAtStepZero()
+void ControllerFirmwareTest::reopeningStartsAtStepZero()
 {
     fixture->agent.startUpdateResult = 1;
     startUpdate();
@@ -387,7 +387,7 @@ void FirmwareUpdateTest::reopeningStartsAtStepZero()
     QCOMPARE(look(), Opened);
 }
 
-void FirmwareUpdateTest::unpluggingInStepOneLeavesSheetAndWait()
+void ControllerFirmwareTest::unpluggingInStepOneLeavesSheetAndWait()
 {
     bool upAndWaiting = false;
     inSlice(1, [&] { fixture->agentPosts(NotificationNames::USBDeviceDisconnected); });
@@ -404,7 +404,7 @@ void FirmwareUpdateTest::unpluggingInStepOneLeavesSheetAndWait()
     QCOMPARE(look(), Complete);
 }
 
-void FirmwareUpdateTest::theAgentsEndClosesTheSheetAndTheWaitGoesOn()
+void ControllerFirmwareTest::theAgentsEndClosesTheSheetAndTheWaitGoesOn()
 {
     bool closedAndWaiting = false;
     inSlice(1, [&] { fixture->connections->killAgent(); });
@@ -421,7 +421,7 @@ void FirmwareUpdateTest::theAgentsEndClosesTheSheetAndTheWaitGoesOn()
     QCOMPARE(look(), Complete);
 }
 
-void FirmwareUpdateTest::anotherInstallFirmwareEndsTheWait()
+void ControllerFirmwareTest::anotherInstallFirmwareEndsTheWait()
 {
     Look reopened;
     inSlice(2, [&] {
@@ -438,7 +438,7 @@ void FirmwareUpdateTest::anotherInstallFirmwareEndsTheWait()
     QCOMPARE(look(), Confirmed);
 }
 
-void FirmwareUpdateTest::hidingThePaneClosesTheSheetAndTheWaitGoesOn()
+void ControllerFirmwareTest::hidingThePaneClosesTheSheetAndTheWaitGoesOn()
 {
     inSlice(1, [&] { fixture->hide(); });
     bool closed = false;
@@ -455,7 +455,7 @@ void FirmwareUpdateTest::hidingThePaneClosesTheSheetAndTheWaitGoesOn()
     QCOMPARE(look(), Complete);
 }
 
-void FirmwareUpdateTest::quittingEndsTheWaitAndTouchesNothing()
+void ControllerFirmwareTest::quittingEndsTheWaitAndTouchesNothing()
 {
     inSlice(3, [&] { fixture->runLoop->quitting = true; });
     fixture->runLoop->onSlice = [this] { fixture->runLoop->quitting = ++slice == 3; };
@@ -465,7 +465,7 @@ void FirmwareUpdateTest::quittingEndsTheWaitAndTouchesNothing()
     QVERIFY(indicator()->isAnimating());
 }
 
-void FirmwareUpdateTest::anAlertMayStandOverTheSheet()
+void ControllerFirmwareTest::anAlertMayStandOverTheSheet()
 {
     inSlice(1, [&] {
         fixture->controller().pinError(3);
@@ -479,7 +479,7 @@ void FirmwareUpdateTest::anAlertMayStandOverTheSheet()
     QVERIFY(!sheetIsUp());
 }
 
-void FirmwareUpdateTest::endsOutsideAnUpdateOnlyCount()
+void ControllerFirmwareTest::endsOutsideAnUpdateOnlyCount()
 {
     agentReportsEnd(0);
     agentReportsEnd(0);
@@ -491,7 +491,7 @@ void FirmwareUpdateTest::endsOutsideAnUpdateOnlyCount()
     QCOMPARE(look(), Opened);
 }
 
-void FirmwareUpdateTest::everyEndIsLogged()
+void ControllerFirmwareTest::everyEndIsLogged()
 {
     fixture->turn();
     fixture->takeLog();
@@ -506,7 +506,7 @@ void FirmwareUpdateTest::everyEndIsLogged()
                      QStringLiteral("firmwareUpdateEnded: 0")}));
 }
 
-void FirmwareUpdateTest::noTextResizesOrLeavesTheSheet()
+void ControllerFirmwareTest::noTextResizesOrLeavesTheSheet()
 {
     auto *sheet = fixture->outlets().firmwareSheet;
     QList<QSize> sizes;
@@ -535,7 +535,7 @@ void FirmwareUpdateTest::noTextResizesOrLeavesTheSheet()
     QCOMPARE(sizes, QList<QSize>({sizes[0], sizes[0], sizes[0], sizes[0], sizes[0]}));
 }
 
-void FirmwareUpdateTest::returnContinues()
+void ControllerFirmwareTest::returnContinues()
 {
     auto *sheet = fixture->outlets().firmwareSheet;
     openSheet();
@@ -550,7 +550,7 @@ void FirmwareUpdateTest::returnContinues()
     QVERIFY(!sheetIsUp());
 }
 
-void FirmwareUpdateTest::returnOnCancelCancels()
+void ControllerFirmwareTest::returnOnCancelCancels()
 {
     auto *cancel = fixture->outlets().firmwareCancelButton;
     openSheet();
@@ -561,7 +561,7 @@ void FirmwareUpdateTest::returnOnCancelCancels()
     QCOMPARE(fixture->takeRemoteCalls().count(QStringLiteral("startUpdate")), 0);
 }
 
-void FirmwareUpdateTest::anOutdatedWaitLeavesANewUpdateAlone()
+void ControllerFirmwareTest::anOutdatedWaitLeavesANewUpdateAlone()
 {
     // The first update's agent dies; a second update starts and ends inside the first one's wait.
     Look secondUpdate;
@@ -587,7 +587,7 @@ void FirmwareUpdateTest::anOutdatedWaitLeavesANewUpdateAlone()
     QVERIFY(sheetIsUp());
 }
 
-void FirmwareUpdateTest::aWaitWithoutASheetIsNotSliced()
+void ControllerFirmwareTest::aWaitWithoutASheetIsNotSliced()
 {
     inSlice(1, [&] { fixture->connections->killAgent(); });
     fixture->runLoop->onSlice = [this, first = fixture->runLoop->onSlice] {
@@ -601,5 +601,5 @@ void FirmwareUpdateTest::aWaitWithoutASheetIsNotSliced()
     QCOMPARE(slice, 2);
 }
 
-QTEST_MAIN(FirmwareUpdateTest)
+QTEST_MAIN(ControllerFirmwareTest)
 #include "ControllerFirmware_test.moc"

@@ -25,7 +25,7 @@ const auto Kitchen = QStringLiteral("00-11-22-33-44-55");
 } // namespace
 
 /// Tests the passkey sheet and the two menu items that need a camera on the cable.
-class PasskeyChangeTest : public QObject {
+class ControllerPasskeyTest : public QObject {
     Q_OBJECT
 private:
     void showPaneWithCamera(int status = 1);
@@ -91,7 +91,7 @@ private Q_SLOTS:
     void thePasskeyIsInNoLog();
 };
 
-void PasskeyChangeTest::showPaneWithCamera(int status)
+void ControllerPasskeyTest::showPaneWithCamera(int status)
 {
     fixture->agent.addCamera(Kitchen, QStringLiteral("Kitchen"), status, QStringLiteral("4455"));
     fixture->agent.prefer(Kitchen);
@@ -100,7 +100,7 @@ void PasskeyChangeTest::showPaneWithCamera(int status)
     fixture->takeJournal();
 }
 
-void PasskeyChangeTest::openSheet()
+void ControllerPasskeyTest::openSheet()
 {
     plugIn();
     showPaneWithCamera();
@@ -108,7 +108,7 @@ void PasskeyChangeTest::openSheet()
     QVERIFY(sheetIsUp());
 }
 
-void PasskeyChangeTest::paste(const QString &text)
+void ControllerPasskeyTest::paste(const QString &text)
 {
     QGuiApplication::clipboard()->setText(text);
     auto *field = fixture->outlets().newPINText;
@@ -117,13 +117,14 @@ void PasskeyChangeTest::paste(const QString &text)
     QTest::keySequence(field, QKeySequence::Paste);
 }
 
-void PasskeyChangeTest::pressOkay()
+void ControllerPasskeyTest::pressOkay()
 {
     QVERIFY(okay()->isEnabled());
     okay()->click();
 }
 
-void PasskeyChangeTest::expectAlert(const QString &title, const QString &message, platform::AlertKind kind)
+void ControllerPasskeyTest::expectAlert(const QString &title, const QString &message,
+                                        platform::AlertKind kind)
 {
     QCOMPARE(fixture->sheets->alerts.size(), std::size_t(1));
     const auto &shown = fixture->sheets->alerts.front();
@@ -136,7 +137,7 @@ void PasskeyChangeTest::expectAlert(const QString &title, const QString &message
     expectNoAlert();
 }
 
-QAction *PasskeyChangeTest::itemWithTag(int tag) const
+QAction *ControllerPasskeyTest::itemWithTag(int tag) const
 {
     const auto actions = fixture->outlets().pulldownMenu->menu()->actions();
     for (auto *action : actions) {
@@ -146,7 +147,7 @@ QAction *PasskeyChangeTest::itemWithTag(int tag) const
     return nullptr;
 }
 
-void PasskeyChangeTest::withoutACableThePersonIsToldToConnect_data()
+void ControllerPasskeyTest::withoutACableThePersonIsToldToConnect_data()
 {
     QTest::addColumn<int>("status");
     QTest::newRow("idle") << 1;
@@ -154,7 +155,7 @@ void PasskeyChangeTest::withoutACableThePersonIsToldToConnect_data()
     QTest::newRow("not found") << 0;
 }
 
-void PasskeyChangeTest::withoutACableThePersonIsToldToConnect()
+void ControllerPasskeyTest::withoutACableThePersonIsToldToConnect()
 {
     QFETCH(int, status);
     showPaneWithCamera(status);
@@ -167,14 +168,14 @@ void PasskeyChangeTest::withoutACableThePersonIsToldToConnect()
     QVERIFY(!sheetIsUp());
 }
 
-void PasskeyChangeTest::aCameraInUseIsNotTouched_data()
+void ControllerPasskeyTest::aCameraInUseIsNotTouched_data()
 {
     QTest::addColumn<int>("status");
     for (const int status : {0, 2, 3, 4, 5, 77, -1})
         QTest::addRow("status %d", status) << status;
 }
 
-void PasskeyChangeTest::aCameraInUseIsNotTouched()
+void ControllerPasskeyTest::aCameraInUseIsNotTouched()
 {
     QFETCH(int, status);
     plugIn();
@@ -190,7 +191,7 @@ void PasskeyChangeTest::aCameraInUseIsNotTouched()
     QVERIFY(!sheetIsUp());
 }
 
-void PasskeyChangeTest::withNoCameraTheAgentsAnswerCounts()
+void ControllerPasskeyTest::withNoCameraTheAgentsAnswerCounts()
 {
     fixture->show();
     fixture->takeJournal();
@@ -204,7 +205,7 @@ void PasskeyChangeTest::withNoCameraTheAgentsAnswerCounts()
     QCOMPARE(fixture->sheets->alertTitles.constLast(), QStringLiteral("Camera In Use"));
 }
 
-void PasskeyChangeTest::anIdleCameraAtTheCableOpensTheSheet()
+void ControllerPasskeyTest::anIdleCameraAtTheCableOpensTheSheet()
 {
     openSheet();
     expectNoAlert();
@@ -216,7 +217,7 @@ void PasskeyChangeTest::anIdleCameraAtTheCableOpensTheSheet()
     QCOMPARE(fixture->outlets().newPINText->echoMode(), QLineEdit::Normal);
 }
 
-void PasskeyChangeTest::theSheetOpensEmptyAgain()
+void ControllerPasskeyTest::theSheetOpensEmptyAgain()
 {
     openSheet();
     paste(QStringLiteral("1234"));
@@ -226,7 +227,7 @@ void PasskeyChangeTest::theSheetOpensEmptyAgain()
     QVERIFY(!okay()->isEnabled());
 }
 
-void PasskeyChangeTest::okNeedsOneToSixteenDigits_data()
+void ControllerPasskeyTest::okNeedsOneToSixteenDigits_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("enabled");
@@ -255,7 +256,7 @@ void PasskeyChangeTest::okNeedsOneToSixteenDigits_data()
     QTest::newRow("combining mark") << QStringLiteral("1\u0301") << false;
 }
 
-void PasskeyChangeTest::okNeedsOneToSixteenDigits()
+void ControllerPasskeyTest::okNeedsOneToSixteenDigits()
 {
     QFETCH(QString, text);
     QFETCH(bool, enabled);
@@ -269,7 +270,7 @@ void PasskeyChangeTest::okNeedsOneToSixteenDigits()
     }
 }
 
-void PasskeyChangeTest::returnIsOkOnlyForAPasskey()
+void ControllerPasskeyTest::returnIsOkOnlyForAPasskey()
 {
     openSheet();
     paste(QStringLiteral("12x"));
@@ -282,7 +283,7 @@ void PasskeyChangeTest::returnIsOkOnlyForAPasskey()
     QVERIFY(fixture->takeRemoteCalls().contains(QStringLiteral("setPassKey 12")));
 }
 
-void PasskeyChangeTest::escapeCancels()
+void ControllerPasskeyTest::escapeCancels()
 {
     openSheet();
     paste(QStringLiteral("12"));
@@ -292,7 +293,7 @@ void PasskeyChangeTest::escapeCancels()
     QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")), QStringList());
 }
 
-void PasskeyChangeTest::okEndsTheSheetAndSendsHalfASecondLater()
+void ControllerPasskeyTest::okEndsTheSheetAndSendsHalfASecondLater()
 {
     openSheet();
     paste(QStringLiteral("0٤2"));
@@ -309,7 +310,7 @@ void PasskeyChangeTest::okEndsTheSheetAndSendsHalfASecondLater()
     QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")), QStringList());
 }
 
-void PasskeyChangeTest::theTextIsReadWhenItIsSent()
+void ControllerPasskeyTest::theTextIsReadWhenItIsSent()
 {
     openSheet();
     paste(QStringLiteral("1234"));
@@ -321,7 +322,7 @@ void PasskeyChangeTest::theTextIsReadWhenItIsSent()
              QStringList{QStringLiteral("setPassKey 77")});
 }
 
-void PasskeyChangeTest::unpluggingAndHidingAfterOkSendsNothing()
+void ControllerPasskeyTest::unpluggingAndHidingAfterOkSendsNothing()
 {
     openSheet();
     fixture->agent.setPassKeyResult = -1;
@@ -338,7 +339,7 @@ void PasskeyChangeTest::unpluggingAndHidingAfterOkSendsNothing()
     expectNoAlert();
 }
 
-void PasskeyChangeTest::returnOnCancelCancels()
+void ControllerPasskeyTest::returnOnCancelCancels()
 {
     openSheet();
     paste(QStringLiteral("1234"));
@@ -350,7 +351,7 @@ void PasskeyChangeTest::returnOnCancelCancels()
     QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")), QStringList());
 }
 
-void PasskeyChangeTest::undoBringsNoPasskeyBack()
+void ControllerPasskeyTest::undoBringsNoPasskeyBack()
 {
     openSheet();
     paste(QStringLiteral("1234"));
@@ -365,7 +366,7 @@ void PasskeyChangeTest::undoBringsNoPasskeyBack()
     QVERIFY(!okay()->isEnabled());
 }
 
-void PasskeyChangeTest::anAgentThatDiesAfterOkReceivesNoCall()
+void ControllerPasskeyTest::anAgentThatDiesAfterOkReceivesNoCall()
 {
     openSheet();
     paste(QStringLiteral("1234"));
@@ -379,7 +380,7 @@ void PasskeyChangeTest::anAgentThatDiesAfterOkReceivesNoCall()
     expectNoAlert();
 }
 
-void PasskeyChangeTest::anImmediateErrorIsShown_data()
+void ControllerPasskeyTest::anImmediateErrorIsShown_data()
 {
     QTest::addColumn<int>("code");
     QTest::addColumn<QString>("number");
@@ -388,7 +389,7 @@ void PasskeyChangeTest::anImmediateErrorIsShown_data()
     QTest::newRow("the agent answered with an error or another type") << -1 << QStringLiteral("-1");
 }
 
-void PasskeyChangeTest::anImmediateErrorIsShown()
+void ControllerPasskeyTest::anImmediateErrorIsShown()
 {
     QFETCH(int, code);
     QFETCH(QString, number);
@@ -403,7 +404,7 @@ void PasskeyChangeTest::anImmediateErrorIsShown()
                     + number);
 }
 
-void PasskeyChangeTest::cancelSendsNothing()
+void ControllerPasskeyTest::cancelSendsNothing()
 {
     openSheet();
     paste(QStringLiteral("1234"));
@@ -412,7 +413,7 @@ void PasskeyChangeTest::cancelSendsNothing()
     QCOMPARE(fixture->runLoop->pendingCount(), std::size_t(0));
 }
 
-void PasskeyChangeTest::aReportedErrorIsShownAndThePasskeyNotRead()
+void ControllerPasskeyTest::aReportedErrorIsShownAndThePasskeyNotRead()
 {
     showPaneWithCamera();
     agentReports({{UserInfoKeys::Result, 9}, {UserInfoKeys::PassKey, QStringLiteral("1234")}});
@@ -423,7 +424,7 @@ void PasskeyChangeTest::aReportedErrorIsShownAndThePasskeyNotRead()
     QCOMPARE(fixture->distributedCenter->postCount(NotificationNames::StartDiscovering), 0);
 }
 
-void PasskeyChangeTest::aReportWithoutPasskeyDoesNothing()
+void ControllerPasskeyTest::aReportWithoutPasskeyDoesNothing()
 {
     showPaneWithCamera();
     agentReports({{UserInfoKeys::Result, 0}});
@@ -432,7 +433,7 @@ void PasskeyChangeTest::aReportWithoutPasskeyDoesNothing()
     QCOMPARE(fixture->takeJournal(), QStringList());
 }
 
-void PasskeyChangeTest::successForgetsThePairingAndSearches()
+void ControllerPasskeyTest::successForgetsThePairingAndSearches()
 {
     showPaneWithCamera();
     agentReports({{UserInfoKeys::Result, 0}, {UserInfoKeys::PassKey, QStringLiteral("0042")}});
@@ -448,7 +449,7 @@ void PasskeyChangeTest::successForgetsThePairingAndSearches()
         platform::AlertKind::Information);
 }
 
-void PasskeyChangeTest::successWithNoRowSendsMinusOne()
+void ControllerPasskeyTest::successWithNoRowSendsMinusOne()
 {
     fixture->show();
     fixture->takeJournal();
@@ -456,7 +457,7 @@ void PasskeyChangeTest::successWithNoRowSendsMinusOne()
     QVERIFY(fixture->takeRemoteCalls().contains(QStringLiteral("removeCameraAtIndex -1 no")));
 }
 
-void PasskeyChangeTest::thePasskeyIsPlainTextInTheMessage()
+void ControllerPasskeyTest::thePasskeyIsPlainTextInTheMessage()
 {
     showPaneWithCamera();
     const auto odd = QStringLiteral("%1 %@ %n <b>1</b>");
@@ -468,7 +469,7 @@ void PasskeyChangeTest::thePasskeyIsPlainTextInTheMessage()
         platform::AlertKind::Information);
 }
 
-void PasskeyChangeTest::unpluggingClosesTheSheet()
+void ControllerPasskeyTest::unpluggingClosesTheSheet()
 {
     openSheet();
     fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
@@ -477,7 +478,7 @@ void PasskeyChangeTest::unpluggingClosesTheSheet()
     fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
 }
 
-void PasskeyChangeTest::unpluggingClosesTheFirmwareSheetAtStepZeroOnly()
+void ControllerPasskeyTest::unpluggingClosesTheFirmwareSheetAtStepZeroOnly()
 {
     showPaneWithCamera();
     fixture->controller().installFirmware(nullptr);
@@ -495,7 +496,7 @@ void PasskeyChangeTest::unpluggingClosesTheFirmwareSheetAtStepZeroOnly()
     }
 }
 
-void PasskeyChangeTest::theAgentsEndClosesTheSheet()
+void ControllerPasskeyTest::theAgentsEndClosesTheSheet()
 {
     openSheet();
     paste(QStringLiteral("1234"));
@@ -504,7 +505,7 @@ void PasskeyChangeTest::theAgentsEndClosesTheSheet()
     QVERIFY(!sheetIsUp());
 }
 
-void PasskeyChangeTest::theUpdateItemNeedsACameraThatNeedsIt_data()
+void ControllerPasskeyTest::theUpdateItemNeedsACameraThatNeedsIt_data()
 {
     QTest::addColumn<bool>("atTheCable");
     QTest::addColumn<bool>("needsFirmware");
@@ -514,7 +515,7 @@ void PasskeyChangeTest::theUpdateItemNeedsACameraThatNeedsIt_data()
     QTest::newRow("there, old") << true << true;
 }
 
-void PasskeyChangeTest::theUpdateItemNeedsACameraThatNeedsIt()
+void ControllerPasskeyTest::theUpdateItemNeedsACameraThatNeedsIt()
 {
     QFETCH(bool, atTheCable);
     QFETCH(bool, needsFirmware);
@@ -532,7 +533,7 @@ void PasskeyChangeTest::theUpdateItemNeedsACameraThatNeedsIt()
     QCOMPARE(itemWithTag(35)->text(), QStringLiteral("Update Firmware…"));
 }
 
-void PasskeyChangeTest::pluggingInSettlesTheItems()
+void ControllerPasskeyTest::pluggingInSettlesTheItems()
 {
     showPaneWithCamera();
     QVERIFY(!itemWithTag(35)->isEnabled());
@@ -546,7 +547,7 @@ void PasskeyChangeTest::pluggingInSettlesTheItems()
     QVERIFY(itemWithTag(34)->isEnabled());
 }
 
-void PasskeyChangeTest::theCableIsLoggedThenTheSheetsEndThenTheAgentIsAsked()
+void ControllerPasskeyTest::theCableIsLoggedThenTheSheetsEndThenTheAgentIsAsked()
 {
     fixture->keepLog();
     openSheet();
@@ -567,7 +568,7 @@ void PasskeyChangeTest::theCableIsLoggedThenTheSheetsEndThenTheAgentIsAsked()
     QCOMPARE(fixture->takeLog(), QStringList());
 }
 
-void PasskeyChangeTest::withoutAgentTheUpdateItemIsOff()
+void ControllerPasskeyTest::withoutAgentTheUpdateItemIsOff()
 {
     plugIn();
     fixture->agent.needsFirmware = true;
@@ -578,7 +579,7 @@ void PasskeyChangeTest::withoutAgentTheUpdateItemIsOff()
     QCOMPARE(fixture->sheets->alertTitles.constLast(), QStringLiteral("Connect To USB"));
 }
 
-void PasskeyChangeTest::thePasskeyIsInNoLog()
+void ControllerPasskeyTest::thePasskeyIsInNoLog()
 {
     const QByteArray passkey("8675309112358");
     fixture->defaults->agentWrites(PreferenceKeys::LogToFile, true);
@@ -600,5 +601,5 @@ void PasskeyChangeTest::thePasskeyIsInNoLog()
     QVERIFY(!logged.contains(passkey));
 }
 
-QTEST_MAIN(PasskeyChangeTest)
+QTEST_MAIN(ControllerPasskeyTest)
 #include "ControllerPasskey_test.moc"

@@ -22,7 +22,7 @@ const auto Desk = QStringLiteral("00-11-22-33-44-66");
 } // namespace
 
 /// Tests the sheet with a camera's name.
-class CameraPropertiesTest : public QObject {
+class ControllerPropertiesTest : public QObject {
     Q_OBJECT
 private:
     void showPaneWithTwoCameras();
@@ -62,7 +62,7 @@ private Q_SLOTS:
     void anEndedSheetTakesTheFocusAndGoes();
 };
 
-void CameraPropertiesTest::showPaneWithTwoCameras()
+void ControllerPropertiesTest::showPaneWithTwoCameras()
 {
     fixture->agent.addCamera(Kitchen, QStringLiteral("Kitchen"), 1, QStringLiteral("4455"));
     fixture->agent.addCamera(Desk, QStringLiteral("Desk"), 0, QStringLiteral("4466"));
@@ -71,14 +71,14 @@ void CameraPropertiesTest::showPaneWithTwoCameras()
     fixture->takeJournal();
 }
 
-void CameraPropertiesTest::typeName(const QString &name)
+void ControllerPropertiesTest::typeName(const QString &name)
 {
     auto *field = fixture->outlets().cameraNameText;
     field->selectAll();
     field->insert(name);
 }
 
-void CameraPropertiesTest::theSheetShowsTheSelectedCamera()
+void ControllerPropertiesTest::theSheetShowsTheSelectedCamera()
 {
     showPaneWithTwoCameras();
     openSheet();
@@ -89,7 +89,7 @@ void CameraPropertiesTest::theSheetShowsTheSelectedCamera()
     QCOMPARE(fixture->sheets->windowOf(sheet()), &fixture->window);
 }
 
-void CameraPropertiesTest::theMenuOpensTheSheet()
+void ControllerPropertiesTest::theMenuOpensTheSheet()
 {
     showPaneWithTwoCameras();
     const auto actions = fixture->outlets().pulldownMenu->menu()->actions();
@@ -101,14 +101,14 @@ void CameraPropertiesTest::theMenuOpensTheSheet()
     QVERIFY(sheetIsUp());
 }
 
-void CameraPropertiesTest::aDoubleClickOpensTheSheet()
+void ControllerPropertiesTest::aDoubleClickOpensTheSheet()
 {
     showPaneWithTwoCameras();
     fixture->controller().doubleClickCamera(fixture->outlets().cameraListTable);
     QVERIFY(sheetIsUp());
 }
 
-void CameraPropertiesTest::withNoCameraTheSheetShowsWhatItShowedBefore()
+void ControllerPropertiesTest::withNoCameraTheSheetShowsWhatItShowedBefore()
 {
     showPaneWithTwoCameras();
     openSheet();
@@ -125,7 +125,7 @@ void CameraPropertiesTest::withNoCameraTheSheetShowsWhatItShowedBefore()
     QVERIFY(fixture->outlets().ignoreCheckbox->isChecked());
 }
 
-void CameraPropertiesTest::okWithNoCameraLeavesTheSheetOpen()
+void ControllerPropertiesTest::okWithNoCameraLeavesTheSheetOpen()
 {
     fixture->show();
     openSheet();
@@ -138,7 +138,7 @@ void CameraPropertiesTest::okWithNoCameraLeavesTheSheetOpen()
     QVERIFY(!sheetIsUp());
 }
 
-void CameraPropertiesTest::okAsksTheAgentThenRenames()
+void ControllerPropertiesTest::okAsksTheAgentThenRenames()
 {
     showPaneWithTwoCameras();
     openSheet();
@@ -152,7 +152,7 @@ void CameraPropertiesTest::okAsksTheAgentThenRenames()
     QVERIFY(!sheetIsUp());
 }
 
-void CameraPropertiesTest::aRejectedNameIsDropped()
+void ControllerPropertiesTest::aRejectedNameIsDropped()
 {
     showPaneWithTwoCameras();
     fixture->agent.acceptsNames = false;
@@ -165,7 +165,7 @@ void CameraPropertiesTest::aRejectedNameIsDropped()
     QVERIFY(fixture->sheets->alertTitles.isEmpty());
 }
 
-void CameraPropertiesTest::anyTextIsHandedOnAsItIs_data()
+void ControllerPropertiesTest::anyTextIsHandedOnAsItIs_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("format") << QStringLiteral("%@ %n %1 %d");
@@ -174,7 +174,7 @@ void CameraPropertiesTest::anyTextIsHandedOnAsItIs_data()
     QTest::newRow("long") << QString(5000, QLatin1Char('x'));
 }
 
-void CameraPropertiesTest::anyTextIsHandedOnAsItIs()
+void ControllerPropertiesTest::anyTextIsHandedOnAsItIs()
 {
     QFETCH(QString, name);
     showPaneWithTwoCameras();
@@ -185,7 +185,7 @@ void CameraPropertiesTest::anyTextIsHandedOnAsItIs()
     QVERIFY(fixture->takeRemoteCalls().contains(QStringLiteral("setName %1 %2").arg(name, Kitchen)));
 }
 
-void CameraPropertiesTest::cancelStoresNothing()
+void ControllerPropertiesTest::cancelStoresNothing()
 {
     showPaneWithTwoCameras();
     openSheet();
@@ -196,7 +196,7 @@ void CameraPropertiesTest::cancelStoresNothing()
     QCOMPARE(fixture->takeRemoteCalls(), QStringList());
 }
 
-void CameraPropertiesTest::aClickOnTheIgnoreBoxIsForgottenWithTheSheet()
+void ControllerPropertiesTest::aClickOnTheIgnoreBoxIsForgottenWithTheSheet()
 {
     // A listed camera never counts as ignored, even when "IgnoredCams" holds its address.
     fixture->defaults->agentWrites(PreferenceKeys::IgnoredCams, QVariantMap{{Kitchen, true}});
@@ -213,7 +213,7 @@ void CameraPropertiesTest::aClickOnTheIgnoreBoxIsForgottenWithTheSheet()
     QVERIFY(!box->isChecked());
 }
 
-void CameraPropertiesTest::theIgnoreBoxStoresNothing()
+void ControllerPropertiesTest::theIgnoreBoxStoresNothing()
 {
     fixture->defaults->agentWrites(PreferenceKeys::IgnoredCams, QVariantMap{{Desk, true}});
     const QVariant before = fixture->defaults->stored(PreferenceKeys::IgnoredCams);
@@ -227,7 +227,7 @@ void CameraPropertiesTest::theIgnoreBoxStoresNothing()
     QCOMPARE(journal.filter(QStringLiteral("setIgnore")), QStringList());
 }
 
-void CameraPropertiesTest::aDeadAgentLetsTheSheetClose()
+void ControllerPropertiesTest::aDeadAgentLetsTheSheetClose()
 {
     showPaneWithTwoCameras();
     openSheet();
@@ -240,7 +240,7 @@ void CameraPropertiesTest::aDeadAgentLetsTheSheetClose()
     QVERIFY(!sheetIsUp());
 }
 
-void CameraPropertiesTest::returnIsOkAndEscapeIsCancel()
+void ControllerPropertiesTest::returnIsOkAndEscapeIsCancel()
 {
     showPaneWithTwoCameras();
     openSheet();
@@ -254,7 +254,7 @@ void CameraPropertiesTest::returnIsOkAndEscapeIsCancel()
     QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setName")), QStringList());
 }
 
-void CameraPropertiesTest::returnOnCancelCancels()
+void ControllerPropertiesTest::returnOnCancelCancels()
 {
     showPaneWithTwoCameras();
     openSheet();
@@ -267,7 +267,7 @@ void CameraPropertiesTest::returnOnCancelCancels()
     QCOMPARE(fixture->takeRemoteCalls(), QStringList());
 }
 
-void CameraPropertiesTest::anotherPreferredCameraUnderTheSheetIsTheOneRenamed()
+void ControllerPropertiesTest::anotherPreferredCameraUnderTheSheetIsTheOneRenamed()
 {
     // OK asks for the selected camera at that moment; the sheet's texts stay as they were.
     showPaneWithTwoCameras();
@@ -286,7 +286,7 @@ void CameraPropertiesTest::anotherPreferredCameraUnderTheSheetIsTheOneRenamed()
         (QStringList{QStringLiteral("validateName Kitchen"), QStringLiteral("setName Kitchen ") + Desk}));
 }
 
-void CameraPropertiesTest::theNameHasTheFocusAndIsSelected()
+void ControllerPropertiesTest::theNameHasTheFocusAndIsSelected()
 {
     showPaneWithTwoCameras();
     for (int time = 0; time < 2; ++time) {
@@ -297,7 +297,7 @@ void CameraPropertiesTest::theNameHasTheFocusAndIsSelected()
     }
 }
 
-void CameraPropertiesTest::theIDCanBeCopiedAndNotChanged()
+void ControllerPropertiesTest::theIDCanBeCopiedAndNotChanged()
 {
     showPaneWithTwoCameras();
     openSheet();
@@ -310,7 +310,7 @@ void CameraPropertiesTest::theIDCanBeCopiedAndNotChanged()
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("4455"));
 }
 
-void CameraPropertiesTest::theIDIsShownWithoutAFrame()
+void ControllerPropertiesTest::theIDIsShownWithoutAFrame()
 {
     showPaneWithTwoCameras();
     const auto *field = fixture->outlets().cameraIDText;
@@ -319,7 +319,7 @@ void CameraPropertiesTest::theIDIsShownWithoutAFrame()
     QCOMPARE(field->palette().color(QPalette::Text), sheet()->palette().color(QPalette::Text));
 }
 
-void CameraPropertiesTest::anEndedSheetTakesTheFocusAndGoes()
+void ControllerPropertiesTest::anEndedSheetTakesTheFocusAndGoes()
 {
     showPaneWithTwoCameras();
     openSheet();
@@ -328,5 +328,5 @@ void CameraPropertiesTest::anEndedSheetTakesTheFocusAndGoes()
     QCOMPARE(sheet()->focusWidget(), static_cast<QWidget *>(sheet()));
 }
 
-QTEST_MAIN(CameraPropertiesTest)
+QTEST_MAIN(ControllerPropertiesTest)
 #include "ControllerProperties_test.moc"

@@ -93,7 +93,7 @@ private:
 } // namespace
 
 /// Tests start-up, showing and hiding by the calls that the services receive.
-class LifecycleTest : public QObject {
+class ControllerLifecycleTest : public QObject {
     Q_OBJECT
 
     /// The pane's distributed notifications, in order.
@@ -495,5 +495,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(LifecycleTest)
+QTEST_MAIN(ControllerLifecycleTest)
 #include "ControllerLifecycle_test.moc"

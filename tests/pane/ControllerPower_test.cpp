@@ -32,7 +32,7 @@ private:
 } // namespace
 
 /// Tests the pane when the machine sleeps and wakes.
-class PowerTest : public QObject {
+class ControllerPowerTest : public QObject {
     Q_OBJECT
 
 private:
@@ -209,5 +209,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(PowerTest)
+QTEST_MAIN(ControllerPowerTest)
 #include "ControllerPower_test.moc"

@@ -30,7 +30,7 @@ QImage plainPicture(const QColor &color)
 } // namespace
 
 /// Tests the preview from the user's view, with fakes for all services.
-class PreviewTest : public QObject {
+class ControllerPreviewTest : public QObject {
     Q_OBJECT
 
 private:
@@ -558,5 +558,5 @@ private:
     }
 };
 
-QTEST_MAIN(PreviewTest)
+QTEST_MAIN(ControllerPreviewTest)
 #include "ControllerPreview_test.moc"

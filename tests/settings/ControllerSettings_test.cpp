@@ -35,7 +35,7 @@ const QByteArray DomainOfEveryType = QByteArrayLiteral(R"(<?xml version="1.0" en
 } // namespace
 
 /// Tests the pane's four setting controls and their posts to the agent.
-class SettingsControlsTest : public QObject {
+class ControllerSettingsTest : public QObject {
     Q_OBJECT
 private:
     void agentWrites(const QString &key, const QVariant &value)
@@ -94,20 +94,20 @@ private Q_SLOTS:
     void onAndOffRebuildsTheList();
 };
 
-void SettingsControlsTest::init()
+void ControllerSettingsTest::init()
 {
     logFolder().removeRecursively();
     fixture = std::make_unique<PaneFixture>();
 }
 
-void SettingsControlsTest::choose(int index)
+void ControllerSettingsTest::choose(int index)
 {
     auto *popUp = fixture->outlets().optimizeForPopUp;
     popUp->setFocus();
     QTest::keyClick(popUp, index == 0 ? Qt::Key_Home : Qt::Key_End);
 }
 
-void SettingsControlsTest::clickAndExpectPost(QCheckBox *box, const QString &name, int value)
+void ControllerSettingsTest::clickAndExpectPost(QCheckBox *box, const QString &name, int value)
 {
     const int before = fixture->distributedCenter->postCount(name);
     box->click();
@@ -119,7 +119,7 @@ void SettingsControlsTest::clickAndExpectPost(QCheckBox *box, const QString &nam
     QVERIFY(!fixture->distributedCenter->posts.back().object);
 }
 
-bool SettingsControlsTest::popUpIsHidden() const
+bool ControllerSettingsTest::popUpIsHidden() const
 {
     const auto &outlets = fixture->outlets();
     // The pop-up and its caption are hidden together.
@@ -128,12 +128,12 @@ bool SettingsControlsTest::popUpIsHidden() const
     return outlets.optimizeForPopUp->isHidden();
 }
 
-QStringList SettingsControlsTest::logFiles()
+QStringList ControllerSettingsTest::logFiles()
 {
     return logFolder().entryList({QStringLiteral("KS-7 System Preferences *.log")}, QDir::Files);
 }
 
-void SettingsControlsTest::withNoDomainEverythingShowsItsDefault()
+void ControllerSettingsTest::withNoDomainEverythingShowsItsDefault()
 {
     fixture->show();
     QVERIFY(fixture->outlets().enableKS7Checkbox->isChecked());
@@ -144,7 +144,7 @@ void SettingsControlsTest::withNoDomainEverythingShowsItsDefault()
     QVERIFY(!popUpIsHidden());
 }
 
-void SettingsControlsTest::anyNumberButZeroIsOn_data()
+void ControllerSettingsTest::anyNumberButZeroIsOn_data()
 {
     QTest::addColumn<QVariant>("stored");
     QTest::addColumn<bool>("on");
@@ -156,7 +156,7 @@ void SettingsControlsTest::anyNumberButZeroIsOn_data()
     QTest::newRow("0.25") << QVariant(0.25) << true;
 }
 
-void SettingsControlsTest::anyNumberButZeroIsOn()
+void ControllerSettingsTest::anyNumberButZeroIsOn()
 {
     QFETCH(QVariant, stored);
     QFETCH(bool, on);
@@ -166,14 +166,14 @@ void SettingsControlsTest::anyNumberButZeroIsOn()
     QCOMPARE(fixture->controller().isKS7On(), on);
 }
 
-void SettingsControlsTest::theStoredStatusMenuIsShown()
+void ControllerSettingsTest::theStoredStatusMenuIsShown()
 {
     agentWrites(PreferenceKeys::ShowStatusMenu, false);
     fixture->load();
     QVERIFY(!fixture->outlets().statusMenuCheckbox->isChecked());
 }
 
-void SettingsControlsTest::onlyTheSwitchSynchronizes()
+void ControllerSettingsTest::onlyTheSwitchSynchronizes()
 {
     fixture->show();
     fixture->takeJournal();
@@ -187,7 +187,7 @@ void SettingsControlsTest::onlyTheSwitchSynchronizes()
 }
 
 // Only the switch synchronizes. What the agent writes at that moment shows the order of the reads.
-void SettingsControlsTest::theSwitchIsReadBetweenTheOtherSettings()
+void ControllerSettingsTest::theSwitchIsReadBetweenTheOtherSettings()
 {
     fixture->defaults->duringSynchronize = [this] {
         agentWrites(PreferenceKeys::ShowStatusMenu, false);
@@ -200,20 +200,20 @@ void SettingsControlsTest::theSwitchIsReadBetweenTheOtherSettings()
     QCOMPARE(shownSize(), 0);
 }
 
-void SettingsControlsTest::theStoredSizeIsSelected()
+void ControllerSettingsTest::theStoredSizeIsSelected()
 {
     agentWrites(PreferenceKeys::VideoSize2, 0);
     fixture->load();
     QCOMPARE(shownSize(), 0);
 }
 
-void SettingsControlsTest::aFractionOfASizeIsDropped()
+void ControllerSettingsTest::aFractionOfASizeIsDropped()
 {
     agentWrites(PreferenceKeys::VideoSize2, 0.9);
     QCOMPARE(KS7SettingsWindowController::sizeIndexFromKS7Prefs(*fixture->defaults), 0);
 }
 
-void SettingsControlsTest::aSizeWithoutAnItemSelectsAndWritesNothing_data()
+void ControllerSettingsTest::aSizeWithoutAnItemSelectsAndWritesNothing_data()
 {
     QTest::addColumn<QVariant>("stored");
     QTest::newRow("one too many") << QVariant(2LL);
@@ -222,7 +222,7 @@ void SettingsControlsTest::aSizeWithoutAnItemSelectsAndWritesNothing_data()
     QTest::newRow("beyond any integer") << QVariant(1e300);
 }
 
-void SettingsControlsTest::aSizeWithoutAnItemSelectsAndWritesNothing()
+void ControllerSettingsTest::aSizeWithoutAnItemSelectsAndWritesNothing()
 {
     QFETCH(QVariant, stored);
     agentWrites(PreferenceKeys::VideoSize2, stored);
@@ -233,7 +233,7 @@ void SettingsControlsTest::aSizeWithoutAnItemSelectsAndWritesNothing()
     QCOMPARE(fixture->journal->count(QStringLiteral("write domain")), 0);
 }
 
-void SettingsControlsTest::slowProcessorsHideThePopUp_data()
+void ControllerSettingsTest::slowProcessorsHideThePopUp_data()
 {
     QTest::addColumn<quint64>("hertz");
     QTest::addColumn<int>("megahertz");
@@ -245,7 +245,7 @@ void SettingsControlsTest::slowProcessorsHideThePopUp_data()
     QTest::newRow("5 GHz") << quint64(5000 * Megahertz) << 5000 << false;
 }
 
-void SettingsControlsTest::slowProcessorsHideThePopUp()
+void ControllerSettingsTest::slowProcessorsHideThePopUp()
 {
     QFETCH(quint64, hertz);
     QFETCH(int, megahertz);
@@ -260,7 +260,7 @@ void SettingsControlsTest::slowProcessorsHideThePopUp()
     QCOMPARE(shownSize(), hidden ? 0 : 1);
 }
 
-void SettingsControlsTest::thePopUpIsNotShownAgain()
+void ControllerSettingsTest::thePopUpIsNotShownAgain()
 {
     processorRunsAt(0);
     fixture->show();
@@ -269,7 +269,7 @@ void SettingsControlsTest::thePopUpIsNotShownAgain()
     QVERIFY(popUpIsHidden());
 }
 
-void SettingsControlsTest::theSwitchesPostTheirState()
+void ControllerSettingsTest::theSwitchesPostTheirState()
 {
     fixture->keyboard->held = platform::KeyboardModifiers::OptionKey;
     fixture->show();
@@ -282,7 +282,7 @@ void SettingsControlsTest::theSwitchesPostTheirState()
     QCOMPARE(fixture->journal->count(QStringLiteral("write domain")), 0);
 }
 
-void SettingsControlsTest::anAssistiveToolTurnsTheSwitches()
+void ControllerSettingsTest::anAssistiveToolTurnsTheSwitches()
 {
     fixture->keyboard->held = platform::KeyboardModifiers::OptionKey;
     fixture->show();
@@ -302,7 +302,7 @@ void SettingsControlsTest::anAssistiveToolTurnsTheSwitches()
     QCOMPARE(logFiles().size(), 1);
 }
 
-void SettingsControlsTest::theSwitchKeepsItsStateUntilTheAgentAnswers()
+void ControllerSettingsTest::theSwitchKeepsItsStateUntilTheAgentAnswers()
 {
     fixture->show();
     fixture->outlets().enableKS7Checkbox->click();
@@ -313,7 +313,7 @@ void SettingsControlsTest::theSwitchKeepsItsStateUntilTheAgentAnswers()
     QVERIFY(fixture->outlets().enableKS7Checkbox->isChecked());
 }
 
-void SettingsControlsTest::whatTheAgentHasSetIsNotPostedBack()
+void ControllerSettingsTest::whatTheAgentHasSetIsNotPostedBack()
 {
     agentWrites(PreferenceKeys::ShowStatusMenu, true);
     fixture->show();
@@ -330,7 +330,7 @@ void SettingsControlsTest::whatTheAgentHasSetIsNotPostedBack()
         QCOMPARE(fixture->distributedCenter->postCount(name), 0);
 }
 
-void SettingsControlsTest::choosingASizeWritesThenSynchronizesThenPosts()
+void ControllerSettingsTest::choosingASizeWritesThenSynchronizesThenPosts()
 {
     agentWrites(PreferenceKeys::VideoSize2, 1);
     fixture->show();
@@ -349,7 +349,7 @@ void SettingsControlsTest::choosingASizeWritesThenSynchronizesThenPosts()
     QCOMPARE(shownSize(), 0);
 }
 
-void SettingsControlsTest::choosingASizeKeepsEveryOtherValue()
+void ControllerSettingsTest::choosingASizeKeepsEveryOtherValue()
 {
     auto expected = platform::PropertyListDictionary::fromXml(DomainOfEveryType);
     QVERIFY(expected);
@@ -360,7 +360,7 @@ void SettingsControlsTest::choosingASizeKeepsEveryOtherValue()
     QCOMPARE(fixture->defaults->onDisk->toXml(), expected->toXml());
 }
 
-void SettingsControlsTest::choosingASizeCreatesNoDomain()
+void ControllerSettingsTest::choosingASizeCreatesNoDomain()
 {
     fixture->show();
     choose(0);
@@ -370,7 +370,7 @@ void SettingsControlsTest::choosingASizeCreatesNoDomain()
     QCOMPARE(fixture->distributedCenter->postCount(NotificationNames::ChangedOptimizedPreference), 1);
 }
 
-void SettingsControlsTest::aSizeThatCannotBeWrittenIsNotShown()
+void ControllerSettingsTest::aSizeThatCannotBeWrittenIsNotShown()
 {
     agentWrites(PreferenceKeys::VideoSize2, 1);
     fixture->show();
@@ -384,7 +384,7 @@ void SettingsControlsTest::aSizeThatCannotBeWrittenIsNotShown()
     QCOMPARE(fixture->defaults->stored(PreferenceKeys::VideoSize2), QVariant(1LL));
 }
 
-void SettingsControlsTest::aSizeChosenElsewhereIsFollowed()
+void ControllerSettingsTest::aSizeChosenElsewhereIsFollowed()
 {
     agentWrites(PreferenceKeys::VideoSize2, 1);
     fixture->show();
@@ -394,7 +394,7 @@ void SettingsControlsTest::aSizeChosenElsewhereIsFollowed()
     QCOMPARE(fixture->journal->count(QStringLiteral("write domain")), 0);
 }
 
-void SettingsControlsTest::theDebugBoxNeedsOptionOrRunningLog_data()
+void ControllerSettingsTest::theDebugBoxNeedsOptionOrRunningLog_data()
 {
     QTest::addColumn<quint32>("keys");
     QTest::addColumn<bool>("logging");
@@ -406,7 +406,7 @@ void SettingsControlsTest::theDebugBoxNeedsOptionOrRunningLog_data()
     QTest::newRow("Option and Shift held, on") << quint32(0x0A00) << true << true;
 }
 
-void SettingsControlsTest::theDebugBoxNeedsOptionOrRunningLog()
+void ControllerSettingsTest::theDebugBoxNeedsOptionOrRunningLog()
 {
     QFETCH(quint32, keys);
     QFETCH(bool, logging);
@@ -418,7 +418,7 @@ void SettingsControlsTest::theDebugBoxNeedsOptionOrRunningLog()
     QCOMPARE(fixture->outlets().debugLog->isChecked(), logging);
 }
 
-void SettingsControlsTest::optionThatIsKnownOnlyWithTheFocusShowsTheDebugBox()
+void ControllerSettingsTest::optionThatIsKnownOnlyWithTheFocusShowsTheDebugBox()
 {
     fixture->show();
     const auto &box = *fixture->outlets().debugLog;
@@ -433,7 +433,7 @@ void SettingsControlsTest::optionThatIsKnownOnlyWithTheFocusShowsTheDebugBox()
     QVERIFY2(!box.isHidden(), "it stays until the next showing");
 }
 
-void SettingsControlsTest::theDebugBoxStaysUntilTheNextShowing()
+void ControllerSettingsTest::theDebugBoxStaysUntilTheNextShowing()
 {
     agentWrites(PreferenceKeys::LogToFile, true);
     fixture->show();
@@ -446,7 +446,7 @@ void SettingsControlsTest::theDebugBoxStaysUntilTheNextShowing()
     QVERIFY(fixture->outlets().debugLog->isHidden());
 }
 
-void SettingsControlsTest::theDebugBoxStartsAndEndsThePanesLogFile()
+void ControllerSettingsTest::theDebugBoxStartsAndEndsThePanesLogFile()
 {
     fixture->keyboard->held = platform::KeyboardModifiers::OptionKey;
     fixture->show();
@@ -463,7 +463,7 @@ void SettingsControlsTest::theDebugBoxStartsAndEndsThePanesLogFile()
     QVERIFY(!log.readAll().contains("USB device disconnected"));
 }
 
-void SettingsControlsTest::theAgentHearsOfDebugLoggingFirst()
+void ControllerSettingsTest::theAgentHearsOfDebugLoggingFirst()
 {
     fixture->keyboard->held = platform::KeyboardModifiers::OptionKey;
     fixture->show();
@@ -476,7 +476,7 @@ void SettingsControlsTest::theAgentHearsOfDebugLoggingFirst()
     QCOMPARE(logFiles().size(), 1);
 }
 
-void SettingsControlsTest::startPreview()
+void ControllerSettingsTest::startPreview()
 {
     fixture->agent.addCamera(QStringLiteral("A"), QStringLiteral("Kitchen"), 4);
     fixture->agent.prefer(QStringLiteral("A"));
@@ -488,7 +488,7 @@ void SettingsControlsTest::startPreview()
 }
 
 // The handler reads the domain twice: for the checkbox, then for the preview.
-void SettingsControlsTest::offBetweenTheReadsStopsThePreview()
+void ControllerSettingsTest::offBetweenTheReadsStopsThePreview()
 {
     startPreview();
     int reads = 0;
@@ -501,7 +501,7 @@ void SettingsControlsTest::offBetweenTheReadsStopsThePreview()
     QVERIFY(!fixture->controller().isStreaming());
 }
 
-void SettingsControlsTest::offStopsThePreviewAndOnLeavesIt()
+void ControllerSettingsTest::offStopsThePreviewAndOnLeavesIt()
 {
     startPreview();
     fixture->agentPosts(NotificationNames::OnOffChanged);
@@ -512,7 +512,7 @@ void SettingsControlsTest::offStopsThePreviewAndOnLeavesIt()
     QVERIFY(!fixture->outlets().enableKS7Checkbox->isChecked());
 }
 
-void SettingsControlsTest::onAndOffRebuildsTheList()
+void ControllerSettingsTest::onAndOffRebuildsTheList()
 {
     fixture->show();
     fixture->runLoop->turn();
@@ -521,5 +521,5 @@ void SettingsControlsTest::onAndOffRebuildsTheList()
     QVERIFY(fixture->takeRemoteCalls().contains(QStringLiteral("cameraDict")));
 }
 
-QTEST_MAIN(SettingsControlsTest)
+QTEST_MAIN(ControllerSettingsTest)
 #include "ControllerSettings_test.moc"

@@ -6,7 +6,7 @@
 #include <limits>
 
 /// Tests the conversion of numbers from other programs.
-class IntValueTest : public QObject {
+class ToInt32Test : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -90,5 +90,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(IntValueTest)
+QTEST_GUILESS_MAIN(ToInt32Test)
 #include "ToInt32_test.moc"

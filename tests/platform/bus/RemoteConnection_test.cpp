@@ -24,7 +24,7 @@ using platform::Connection;
 
 /// Tests how connections open, break and end over a real bus, with agents that die, hang or replace each
 /// other.
-class DBusConnectionTest : public QObject {
+class RemoteConnectionTest : public QObject {
     Q_OBJECT
 
 private:
@@ -421,6 +421,6 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(DBusConnectionTest)
+QTEST_GUILESS_MAIN(RemoteConnectionTest)
 
 #include "RemoteConnection_test.moc"

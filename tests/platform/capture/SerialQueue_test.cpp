@@ -61,7 +61,7 @@ int threads()
 } // namespace
 
 /// Tests blocking work off the main thread.
-class SerialWorkerTest : public QObject {
+class SerialQueueTest : public QObject {
     Q_OBJECT
 
 private:
@@ -168,5 +168,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(SerialWorkerTest)
+QTEST_GUILESS_MAIN(SerialQueueTest)
 #include "SerialQueue_test.moc"
