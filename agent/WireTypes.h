@@ -30,5 +30,6 @@ void registerWireTypes();
 
 /// A record as it is sent; the null record is the empty dictionary.
 QVariantMap dictionaryFromRecord(const std::optional<CameraRecord> &record);
-/// The record in a dictionary: null for an empty one. A missing value, or one of another type, is 0 or empty.
+/// Reads the record of a reply's dictionary; null for an empty one. A missing or wrongly typed value is 0 or
+/// empty.
 std::optional<CameraRecord> recordFromDictionary(const QVariantMap &dictionary);

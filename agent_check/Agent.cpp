@@ -14,9 +14,9 @@ namespace agent_check {
 
 namespace {
 
-/// What the pane grants to operations that write to the camera.
+/// The pane's time-out for operations that write to the camera.
 constexpr auto SlowCallTime = 30000ms;
-/// So many operations without a reply are enough.
+/// After this many operations without a reply the agent counts as silent.
 constexpr int MostSilent = 3;
 
 QDBusMessage askDaemon(const QDBusConnection &bus, const QString &method, const QString &name)
@@ -26,7 +26,7 @@ QDBusMessage askDaemon(const QDBusConnection &bus, const QString &method, const 
     return platform::callAndWait(bus, call << name);
 }
 
-/// A void reply has an empty signature, which a message line should name.
+/// Returns "nothing" for the empty signature of a void reply, for messages.
 QString inWords(const QString &signature)
 {
     return signature.isEmpty() ? Words::tr("nothing") : QLatin1Char('"') + signature + QLatin1Char('"');

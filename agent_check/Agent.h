@@ -12,16 +12,16 @@
 
 namespace agent_check {
 
-/// What a call of one operation brought.
+/// The reply to a call of one operation.
 struct Answer {
-    /// Empty for a reply of the declared types.
+    /// The reason why the reply is improper; empty for a reply of the declared types.
     QString problem;
     QVariantList values;
 
     [[nodiscard]] bool isProper() const { return problem.isEmpty(); }
 };
 
-/// The agent under test: the owners of the two names at one moment.
+/// The agent under test, identified by the owners of its two names.
 class Agent {
 public:
     Agent(const QDBusConnection &bus, int slowness);
@@ -32,22 +32,22 @@ public:
     [[nodiscard]] QString owner(const QString &registeredName) const;
     /// The owner of the camera side.
     [[nodiscard]] QString name() const;
-    /// The process behind a unique name, or behind a bus name; nothing when the bus knows of none.
+    /// The process ID behind a bus name; nothing if the bus knows none.
     [[nodiscard]] std::optional<uint> processOf(const QString &busName) const;
-    /// Whether the owners that find() has found still are the owners.
+    /// Whether the owners have stayed the same since find().
     [[nodiscard]] bool isThere() const;
 
-    /// Calls and waits like the pane. An operation that has let one call time out is not called again.
+    /// Calls and waits like the pane. An operation whose call has timed out is not called again.
     Answer ask(const QString &operation, const QVariantList &arguments = {});
     QDBusPendingCall begin(const QString &operation, const QVariantList &arguments = {}) const;
     /// Waits for the reply.
     Answer end(const QString &operation, QDBusPendingCall call);
     /// The introspection text of the object; empty when the agent gives none.
     [[nodiscard]] QByteArray introspection(const QString &registeredName) const;
-    /// Whether it replies to nothing: neither to a ping after a time-out, nor to several operations.
+    /// Whether the agent has stopped replying: several operations, or a ping after a time-out, had no reply.
     [[nodiscard]] bool isHung() const { return mIsHung; }
     [[nodiscard]] bool hasTimedOut() const { return !mSilent.isEmpty(); }
-    /// The time that the pane gives the operation.
+    /// The pane's time-out for the operation.
     [[nodiscard]] std::chrono::milliseconds timeOf(const QString &operation) const;
 
 private:

@@ -14,7 +14,7 @@
 
 namespace agent_check {
 
-/// What the list's watch has seen while a search ran; see PostDemands.cpp.
+/// The list's changes and posts during a search; see PostDemands.cpp.
 struct ListWatch {
     int posts = 0;
     int changes = 0;
@@ -22,20 +22,20 @@ struct ListWatch {
     int changesWithoutPost = 0;
 };
 
-/// What happened to a settings file that another program has changed; see FileDemands.cpp.
+/// The result of a change of the preferences file by another program; see FileDemands.cpp.
 struct SettingsFinding {
     Outcome toggled;
     Outcome seen;
     Outcome foreign;
 };
 
-/// All that the demands work with.
+/// The objects that the demands share.
 class Bench {
 public:
     Bench(Options options, const QDBusConnection &bus);
 
-    /// Runs the event loop until the condition holds; false when that takes longer than `limit`, which the
-    /// options may stretch.
+    /// Runs the event loop until the condition holds. Returns false after `limit`, which the option --slow
+    /// stretches.
     bool waitFor(const std::function<bool()> &condition, std::chrono::milliseconds limit) const;
     /// Runs the event loop for that time.
     void listenFor(std::chrono::milliseconds time) const;
@@ -47,7 +47,8 @@ public:
     int mark() const;
     bool waitForPost(const QString &name, int from, std::chrono::milliseconds limit) const;
 
-    /// The outcome of a demand that depends on a reply with this problem: the operation's own line names it.
+    /// Skips a demand that depends on an improper reply, which the operation's own line reports. Fails if
+    /// that line is left out.
     [[nodiscard]] Outcome unjudged(const QString &problem) const;
     /// Whether --allow-changes was given.
     [[nodiscard]] bool mayChange() const { return !options.camera.isEmpty(); }
@@ -56,10 +57,10 @@ public:
     QDBusConnection bus;
     Ear ear;
     Agent agent;
-    /// Null for an agent that ran already.
+    /// Null if the agent was already running.
     std::unique_ptr<Launched> launched;
 
-    // What one demand found out for the next ones.
+    // Results of demands that later demands use.
     std::optional<ListReading> list;
     std::optional<ListWatch> watch;
     std::optional<SettingsFinding> settings;
@@ -70,10 +71,10 @@ public:
 /// Whether the program was told to end.
 bool isInterrupted();
 
-/// Lets SIGINT, SIGTERM and SIGHUP end the check in its order, with everything restored.
+/// Makes SIGINT, SIGTERM and SIGHUP end the check properly, with everything restored.
 void endOnSignals();
 
-/// The reason of all demands that change something.
+/// The reason for skipping demands that change something.
 Outcome skipForChanges();
 
 } // namespace agent_check

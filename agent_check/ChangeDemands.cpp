@@ -12,16 +12,16 @@ namespace agent_check {
 
 namespace {
 
-/// Within this time a change is listed and posted.
+/// The agent must list and post a change within this time.
 constexpr auto ChangeTime = 3000ms;
-/// The rest of a burst of posts.
+/// Further posts of the same change arrive within this time.
 constexpr auto Burst = 300ms;
 constexpr auto SwitchTime = 5000ms;
 constexpr auto PassKeyTime = 30000ms;
 /// The longest time between two reports of an update.
 constexpr auto ReportTime = 60000ms;
 
-/// The rest of a demand that begins with a call which has failed.
+/// Checks the rest of a demand, or fails with the problem of its first call.
 Outcome after(const Answer &answer, const std::function<Outcome()> &rest)
 {
     return answer.isProper() ? rest() : fail(answer.problem);
@@ -37,7 +37,7 @@ bool isListed(Bench &bench)
     return ListReading::takeRows(bench.agent).order.contains(bench.options.camera);
 }
 
-/// Renames and says what came instead of one post and the new name; counts the posts.
+/// Renames the camera. Returns what differs from the new name and one post; counts the posts.
 QString rename(Bench &bench, const QString &name, int &posts)
 {
     const int from = bench.mark();
@@ -65,7 +65,7 @@ Outcome checkRename(Bench &bench)
     const QString problemBack = rename(bench, old, back);
     if (!problem.isEmpty() || !problemBack.isEmpty())
         return fail(problem.isEmpty() ? problemBack : problem);
-    // A change of status may post once more, but hardly twice.
+    // A change of status may add one post, but not two.
     return there > 1 && back > 1 ? fail(Words::tr("one change is posted %1 times").arg(qMin(there, back)))
                                  : pass();
 }
@@ -164,7 +164,7 @@ Outcome checkPassKey(Bench &bench)
     });
 }
 
-/// Waits for as long as reports come. True at the end of the update.
+/// Waits as long as progress arrives. Returns true at the end of the update.
 bool waitForEndOfUpdate(const Bench &bench, int from)
 {
     int reports = -1;

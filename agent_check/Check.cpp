@@ -16,7 +16,7 @@ namespace agent_check {
 
 namespace {
 
-/// The pane gives up earlier; an agent under development may be told what else is wrong with it.
+/// Longer than the pane's limit, so that a slow agent gets the other findings as well.
 constexpr auto LaunchTime = 10000ms;
 constexpr auto CameraTime = 10000ms;
 
@@ -111,7 +111,7 @@ QString Check::lookForCamera()
     if (camera.isEmpty())
         return {};
     ListReading list;
-    // A launched agent may still be about to list it.
+    // A launched agent may list the camera a little later.
     const bool isListed = mBench.waitFor(
         [&] {
             list = ListReading::takeRows(mBench.agent);

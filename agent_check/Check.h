@@ -18,7 +18,7 @@ public:
     int run();
 
 private:
-    /// Empty, or why there is nothing to check.
+    /// Returns the reason why nothing can be checked, or an empty text.
     QString findAgent();
     QString launch();
     QString lookForCamera();
@@ -28,7 +28,7 @@ private:
     Bench mBench;
 };
 
-/// Says on the standard error output why nothing can be checked. Returns the exit code.
+/// Prints the reason on the standard error output. Returns the exit code.
 int refuse(const QString &reason);
 
 } // namespace agent_check

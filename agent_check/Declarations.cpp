@@ -46,7 +46,7 @@ QVector<Operation> operationsIn(const QByteArray &introspection)
     QString interface;
     while (!xml.atEnd()) {
         const auto token = xml.readNext();
-        // Arguments of signals and properties are none of a method.
+        // Skip the arguments of signals and properties.
         if (token == QXmlStreamReader::StartElement && xml.name() == QLatin1String("signal"))
             xml.skipCurrentElement();
         else if (token == QXmlStreamReader::StartElement)

@@ -12,19 +12,19 @@ struct Operation {
     QString interface;
     QString in;
     QString out;
-    /// The registered name of the object that serves it; empty for what was read from an agent.
+    /// The registered name of the object that serves it. Empty for an operation from introspection.
     QString registeredName;
 
-    /// As in "setName(ss)".
+    /// Name and argument types, such as "setName(ss)".
     [[nodiscard]] QString call() const { return name + QLatin1Char('(') + in + QLatin1Char(')'); }
 };
 
-/// The operations that an introspection text declares, in their order; none when it is malformed.
+/// Parses the operations of an introspection text, in their order. A malformed text has none.
 QVector<Operation> operationsIn(const QByteArray &introspection);
 
-/// The operations of the contract, from the interfaces' declarations.
+/// The operations of the contract, parsed from the interfaces' XML.
 const QVector<Operation> &declaredOperations();
-/// The declared operation of this name, which must exist.
+/// Returns the contract's operation of this name. The name must exist.
 const Operation &declaredOperation(const QString &name);
 
 } // namespace agent_check

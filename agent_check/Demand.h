@@ -15,10 +15,10 @@ enum ExitCode { NothingFailed = 0, SomethingFailed = 1, CannotCheck = 2 };
 
 enum class Result { Pass, Fail, Skip };
 
-/// What one demand found.
+/// The result of checking one demand.
 struct Outcome {
     Result result = Result::Pass;
-    /// What came instead, or why nothing was checked; empty for a pass.
+    /// The wrong result, or the reason for a skip. Empty for a pass.
     QString detail = {};
 };
 
@@ -34,19 +34,19 @@ inline Outcome skip(const QString &reason)
 {
     return {Result::Skip, reason};
 }
-/// A pass without a problem.
+/// Passes if the problem is empty, otherwise fails with it.
 inline Outcome judged(const QString &problem)
 {
     return problem.isEmpty() ? pass() : fail(problem);
 }
 
-/// One demand of the contract, one line of the report.
+/// One demand of the contract; the report has one line for it.
 struct Demand {
-    /// "group.name"; stays the same in every language.
+    /// "group.name", not translated.
     QString id;
     QString text;
     std::function<Outcome(Bench &)> check;
-    /// Whether it may be looked at when the agent has gone.
+    /// Whether it is checked even after the agent has ended.
     bool needsAgent = true;
     [[nodiscard]] QString group() const { return id.section(QLatin1Char('.'), 0, 0); }
 };
@@ -55,10 +55,10 @@ using Demands = QVector<Demand>;
 
 /// All demands in the order in which they are checked.
 Demands allDemands();
-/// The groups in that order.
+/// The names of the groups, in the same order.
 QStringList groupNames();
 
-// The groups, each in its file.
+// Each group is defined in its own file.
 Demands nameDemands();
 Demands operationDemands();
 Demands loadDemands();

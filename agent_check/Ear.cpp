@@ -14,7 +14,7 @@ Ear::Ear(const QDBusConnection &bus)
 
 bool Ear::listen()
 {
-    // Without a member name, to hear unknown notifications too.
+    // No member name, so that unknown notifications are recorded too.
     bool listens = mBus.connect(QString(), RemoteNames::NotificationPath, RemoteNames::NotificationInterface,
                                 QString(), this, SLOT(notified(QDBusMessage)));
     for (const QString &name : {RemoteNames::AgentServer, RemoteNames::AgentServerUSB})

@@ -10,23 +10,23 @@ namespace agent_check {
 
 /// A notification, or a change of the owner of one of the agent's names.
 struct Heard {
-    /// The notification's name; the bus name for a change of owner.
+    /// The notification's name, or the bus name whose owner changed.
     QString name;
     QString sender;
     QString signature;
     QVariantMap userInfo;
     bool isOwnerChange = false;
-    /// Only for a change of owner; empty when the name was released.
+    /// The new owner in a change of owner; empty if the name was released.
     QString newOwner;
 };
 
-/// Records what is posted and who owns the agent's names, in the order of the bus.
+/// Records posts and changes of the names' owners, in the order of the bus.
 class Ear final : public QObject {
     Q_OBJECT
 public:
     explicit Ear(const QDBusConnection &bus);
 
-    /// False when the bus refuses.
+    /// Returns false if the bus refuses the subscription.
     bool listen();
     [[nodiscard]] const QVector<Heard> &heard() const { return mHeard; }
     /// The number of notifications of this name from this sender, from the event with this index on.

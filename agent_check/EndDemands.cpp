@@ -13,7 +13,7 @@ namespace agent_check {
 namespace {
 
 constexpr auto EndTime = 5000ms;
-/// The second name goes right after the first.
+/// The agent releases its second name within this time after the first.
 constexpr auto TogetherTime = 1000ms;
 constexpr auto LookUpTime = 3000ms;
 

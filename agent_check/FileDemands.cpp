@@ -35,7 +35,7 @@ QVariantMap foreignValues()
 
 bool isBoolean(const QVariant &value)
 {
-    // Any number is a boolean for the pane.
+    // The pane reads any number as a boolean.
     return value.userType() == QMetaType::Bool || value.userType() == QMetaType::LongLong;
 }
 
@@ -87,7 +87,7 @@ Outcome checkMode(Bench &bench)
     return file.permissions() & open ? fail(Words::tr("others may read or write it")) : pass();
 }
 
-/// Has the agent store ShowStatusMenu; false when it does not.
+/// Makes the agent store ShowStatusMenu. Returns false if it does not.
 bool toggle(const Bench &bench, bool on)
 {
     bench.post(NotificationNames::ToggleStatusMenu, {{UserInfoKeys::Value, on ? 1 : 0}});
@@ -100,7 +100,7 @@ bool toggle(const Bench &bench, bool on)
         StoreTime);
 }
 
-/// What is in the file after the agent has written it, against what another program had put there.
+/// Compares the file that the agent has written with the keys that another program had put there.
 void compare(const Preferences &mine, SettingsFinding &finding)
 {
     const Preferences file = Preferences::read();
@@ -130,7 +130,7 @@ void restore(const Bench &bench, const Preferences &before)
     bench.post(NotificationNames::ChangedOptimizedPreference);
 }
 
-/// Changes the file as another program would, then has the agent write it.
+/// Changes the file as another program would, then makes the agent write it.
 SettingsFinding tryOut(const Bench &bench)
 {
     const Preferences before = Preferences::read();

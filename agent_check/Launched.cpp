@@ -13,7 +13,7 @@ constexpr int EndTime = 3000; // ms
 
 Launched::Launched(const QString &program)
 {
-    // As the pane starts it, but for its complaints, which help.
+    // Start the agent as the pane does, but keep its standard error output, which helps its writer.
     mProcess.setProgram(QFileInfo(program).absoluteFilePath());
     mProcess.setWorkingDirectory(QDir::rootPath());
     mProcess.setStandardInputFile(QProcess::nullDevice());

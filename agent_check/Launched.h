@@ -6,7 +6,7 @@
 
 namespace agent_check {
 
-/// A program that this one has started and ends, at the latest when this object goes.
+/// A program that this one has started. The destructor ends it.
 class Launched {
 public:
     explicit Launched(const QString &program);
@@ -14,7 +14,7 @@ public:
     Launched(const Launched &) = delete;
     Launched &operator=(const Launched &) = delete;
 
-    /// False when there is no such program.
+    /// Returns false if there is no such program.
     bool start();
     [[nodiscard]] bool isRunning() const { return mProcess.state() != QProcess::NotRunning; }
     /// Asks the program to end.

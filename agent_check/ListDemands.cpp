@@ -14,7 +14,7 @@ namespace {
 using Judge = QString (*)(const ListReading &);
 
 constexpr int MostReadings = 5;
-/// A change between two calls is followed by a post within this time.
+/// The agent must post a change of its list within this time.
 constexpr auto Settling = 300ms;
 
 bool isConsistent(const ListReading &list)

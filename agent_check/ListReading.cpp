@@ -14,7 +14,7 @@ namespace agent_check {
 
 namespace {
 
-/// Asks and notes the first problem. Values are converted only after a proper reply: qdbus_cast() aborts the
+/// Calls the operation and keeps the first problem. Convert only proper replies: qdbus_cast() aborts the
 /// process otherwise.
 template <class Value>
 void read(Agent &agent, const char *operation, Value &value, QString &problem)

@@ -11,7 +11,7 @@ class Agent;
 
 /// The agent's list at one moment.
 struct ListReading {
-    /// Why it cannot be judged; empty when all replies were proper.
+    /// The first problem of a reply; empty if all replies were proper.
     QString problem;
     CameraDictionary cameras;
     QStringList order;
@@ -19,18 +19,18 @@ struct ListReading {
     QVariantMap preferred;
     QList<QVariantMap> records;
 
-    /// What the rows of the pane depend on.
+    /// Whether both readings give the pane the same rows.
     [[nodiscard]] bool hasSameRows(const ListReading &other) const
     {
         return cameras == other.cameras && order == other.order;
     }
 
     static ListReading take(Agent &agent);
-    /// Only cameraDict and sortedDeviceList.
+    /// Reads cameraDict and sortedDeviceList alone; the other members stay empty.
     static ListReading takeRows(Agent &agent);
 };
 
-// What contradicts the contract in a reading; empty for nothing.
+// Each returns the first contradiction to the contract in a reading, or an empty text.
 QString problemOfRecords(const ListReading &list);
 QString problemOfOrder(const ListReading &list);
 QString problemOfIndex(const ListReading &list);

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int Calls = 100;
 
-/// What a refresh of the pane asks for, without what fails in a single call.
+/// The calls of a refresh of the pane, without those that already failed alone.
 QStringList properOperations(Agent &agent)
 {
     QStringList names{QStringLiteral("cameraDict"), QStringLiteral("sortedDeviceList"),

@@ -10,7 +10,7 @@ namespace agent_check {
 
 namespace {
 
-/// The agent has taken its names; its post may still be on the way.
+/// Time for "KS7AgentStarted" to arrive after the agent has taken its names.
 constexpr auto StartedTime = 1000ms;
 
 QString withoutOwner(const Agent &agent)

@@ -51,7 +51,7 @@ struct Call {
     QVariantList arguments;
 };
 
-/// Calls that name nothing and so may change nothing.
+/// Calls with unknown addresses or empty arguments. They must change nothing.
 QVector<Call> callsForNothing()
 {
     return {{"setName", {QStringLiteral("Kitchen"), Nobody}},

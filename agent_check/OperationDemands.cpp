@@ -13,7 +13,7 @@ namespace {
 
 const QString Nobody = QStringLiteral("ff-ff-ff-ff-ff-ff");
 
-/// The arguments of the operations that only read, which may always be called.
+/// Arguments for the operations that only read. They may be called without --allow-changes.
 const QHash<QString, QVariantList> &readingCalls()
 {
     static const QHash<QString, QVariantList> calls{
@@ -38,7 +38,7 @@ Outcome checkByCalling(Bench &bench, const Operation &operation)
     return judged(bench.agent.ask(operation.name, readingCalls().value(operation.name)).problem);
 }
 
-/// An operation that changes something is compared with what the agent says about itself.
+/// Compares an operation that changes something with the agent's introspection, instead of calling it.
 Outcome checkByDeclaration(Bench &bench, const Operation &operation)
 {
     const auto served = operationsIn(bench.agent.introspection(operation.registeredName));

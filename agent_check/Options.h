@@ -18,7 +18,7 @@ struct Options {
     /// The groups to check. If it is empty, all are checked.
     QStringList groups;
     bool json = false;
-    /// Every limit is so many times as long.
+    /// Factor of all time limits.
     int slowness = 1;
 
     [[nodiscard]] std::chrono::milliseconds limit(std::chrono::milliseconds usual) const
@@ -28,7 +28,7 @@ struct Options {
 
     /// Exits the process after --help, --version or a wrong option.
     static Options parse(const QStringList &arguments);
-    /// Whether the output is for machines, and so in English. Looks at nothing else and never exits.
+    /// Whether --json is given. Ignores all other options and never exits.
     static bool wantsJson(const QStringList &arguments);
 };
 

@@ -15,15 +15,15 @@ namespace agent_check {
 namespace {
 
 constexpr auto LookUpTime = 3000ms;
-/// The agent may publish its node after its names.
+/// The agent may publish its node this long after its names.
 constexpr auto NodeTime = 5000ms;
 constexpr auto FirstFrameTime = 5000ms;
 constexpr auto FramesTime = 4000ms;
-/// A machine that is busy for a moment is measured again.
+/// Number of measurements: a busy machine may spoil one.
 constexpr int Measurements = 4;
 constexpr int FramesOfMeasurement = 16;
 constexpr int FramesOfSecondWatcher = 5;
-/// The measured rate is right between these parts of the announced one.
+/// Limits of the measured frame rate, as parts of the announced one.
 constexpr double LeastRate = 0.7;
 constexpr double MostRate = 1.3;
 

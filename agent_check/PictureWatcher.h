@@ -7,20 +7,20 @@
 
 namespace agent_check {
 
-/// A consumer of one PipeWire node, on the caller's thread. It counts frames and looks at none.
+/// A consumer of one PipeWire node, on the caller's thread. It counts frames and ignores their contents.
 class PictureWatcher {
 public:
     /// Connects to the node with this `object.serial`.
     explicit PictureWatcher(std::uint64_t serial);
-    /// Leaves.
+    /// Disconnects from the node.
     ~PictureWatcher();
     PictureWatcher(const PictureWatcher &) = delete;
     PictureWatcher &operator=(const PictureWatcher &) = delete;
 
-    /// Runs PipeWire until so many more frames have come. The time from the first of them to the last;
-    /// nothing when they have not come within `limit`.
+    /// Runs PipeWire until `count` more frames have arrived. Returns the time from the first to the last of
+    /// them, or nothing if they do not arrive within `limit`.
     std::optional<std::chrono::nanoseconds> waitForFrames(int frames, std::chrono::milliseconds limit);
-    /// Frames per second as announced; 0 before the first frame, and for a variable rate.
+    /// The announced frames per second. 0 before the first frame, and for a variable rate.
     [[nodiscard]] double announcedRate() const;
 
 private:

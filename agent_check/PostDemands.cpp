@@ -16,10 +16,10 @@ namespace {
 
 constexpr auto StartTime = 3000ms;
 constexpr auto SearchTime = 60000ms;
-/// The list is watched so much longer than the search, or so long when there is none.
+/// Time for which the list is watched after the search, or in all if there is no search.
 constexpr auto Afterwards = 1000ms;
 constexpr auto ReadingInterval = 250ms;
-/// A change that is seen first is posted within this time.
+/// The agent must post a change within this time after the list has shown it.
 constexpr auto PostTime = 1000ms;
 
 /// Compares the agent's posts with the changes of its list.
@@ -32,7 +32,7 @@ public:
     {
     }
 
-    /// Watches until the condition holds; false when that takes longer than `limit`, which may be stretched.
+    /// Watches until the condition holds. Returns false after `limit`, which --slow stretches.
     bool watchUntil(const std::function<bool()> &condition, std::chrono::milliseconds limit)
     {
         watch(condition, mBench.options.limit(limit));
@@ -58,7 +58,7 @@ private:
                 ReadingInterval);
             look();
         }
-        // A list that cannot be read hides no posts.
+        // Count posts even while the list cannot be read.
         if (!mLast.problem.isEmpty())
             mBench.waitFor([&] { return condition() || deadline.hasExpired(); }, time);
     }
@@ -68,7 +68,7 @@ private:
     void look()
     {
         int heard = posts();
-        // What is posted during the reading counts for the next one.
+        // Posts during this reading belong to the next one.
         int from = mBench.ear.now();
         const ListReading now = ListReading::takeRows(mBench.agent);
         const bool hasChanged = now.problem.isEmpty() && !now.hasSameRows(mLast);
@@ -132,12 +132,12 @@ Outcome checkChangesArePosted(Bench &bench)
 Outcome checkPostsAreChanges(Bench &bench)
 {
     const ListWatch &watch = watchOf(bench);
-    // The list may have been read between two quick changes, before the second one was posted.
+    // The list may have been read between two quick changes, before the second post.
     const bool isTooOften = watch.postsWithoutChange > 1 && watch.postsWithoutChange > watch.changes;
     return isTooOften ? fail(Words::tr("%1 posts, %2 changes").arg(watch.posts).arg(watch.changes)) : pass();
 }
 
-/// The values that a notification must have; integers unless they are a passkey.
+/// The keys that a notification's user info must have. A passkey is a text, all other values are integers.
 QStringList requiredKeys(const Heard &post)
 {
     if (post.name == NotificationNames::FirmwareUpdateProgress)

@@ -9,16 +9,16 @@ namespace agent_check {
 /// The agent's preferences file.
 QString preferencesFile();
 
-/// The file as it is now.
+/// The contents of the file when it was read.
 struct Preferences {
-    /// Why it cannot be read; empty when it can.
+    /// The reason why the file cannot be read; empty after a successful read.
     QString problem;
     platform::PropertyListDictionary values;
 
     static Preferences read();
-    /// Replaces the file; empty, or why not.
+    /// Replaces the file. Returns the reason of a failure, or an empty text.
     [[nodiscard]] QString write() const;
-    /// True when the key is absent, as for the pane.
+    /// An absent key counts as true, as in the pane.
     [[nodiscard]] bool isOn(const QString &key) const;
 };
 

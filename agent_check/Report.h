@@ -28,9 +28,9 @@ private:
     int mCounts[3] = {};
 };
 
-/// A line for each demand. On a terminal also the demand that is looked at now, and colours.
+/// Prints a line for each demand. On a terminal it adds colours and the demand that is being checked.
 std::unique_ptr<Report> makeTextReport();
-/// One JSON object at the end.
+/// Prints one JSON object at the end.
 std::unique_ptr<Report> makeJsonReport();
 
 } // namespace agent_check

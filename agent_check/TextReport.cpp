@@ -26,7 +26,7 @@ public:
     void found(const Demand &demand, const Outcome &outcome) override
     {
         count(outcome);
-        // Texts from the agent stay on their line.
+        // Escape line breaks in the agent's texts: a report has one line per demand.
         const QString detail = outcome.detail.simplified();
         const QString text =
             detail.isEmpty() ? demand.text : QString(demand.text + QStringLiteral(": ") + detail);

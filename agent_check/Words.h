@@ -4,7 +4,7 @@
 
 namespace agent_check {
 
-/// The context of this program's texts.
+/// The translation context of this program.
 struct Words {
     Q_DECLARE_TR_FUNCTIONS(ks7_agent_check)
 };

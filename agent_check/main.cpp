@@ -13,14 +13,14 @@ namespace {
 
 const QString ConnectionName = QStringLiteral("ks7-agent-check");
 
-/// Texts in the language of the session; machines read English.
+/// Loads the translation of the session's language. JSON stays English.
 void install(QTranslator &translator, const QString &name, const QString &folder)
 {
     if (translator.load(QLocale(), name, QStringLiteral("_"), folder))
         QCoreApplication::installTranslator(&translator);
 }
 
-/// A bus that is silent would block Qt for ever.
+/// Tests the bus first: Qt would wait for a silent bus without a limit.
 bool answersOnSessionBus()
 {
     return platform::BusHandshake(QDBusConnection::SessionBus).wait()

@@ -27,7 +27,7 @@ QFont fontOfPixelSize(const QWidget *view, int size)
     return font;
 }
 
-/// What the dot stands on in a highlighted row, whose colour may be the dot's.
+/// Draws a white rim behind the dot: the highlight may have the dot's colour.
 void drawRim(QPainter *painter, const QRect &dot)
 {
     painter->setRenderHint(QPainter::Antialiasing);

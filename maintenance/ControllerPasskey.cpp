@@ -163,7 +163,7 @@ void KS7SettingsWindowController::USBDeviceDisconnected(const Notification &)
 
 void KS7SettingsWindowController::enableUSBOptions()
 {
-    // changePIN() checks the cable itself and says what is missing; installFirmware() checks nothing.
+    // changePIN() checks the cable itself, so its item is always enabled. installFirmware() checks nothing.
     enableItemWithTag(outlets.pulldownMenu, ChangePasskeyTag, true);
     enableItemWithTag(outlets.pulldownMenu, UpdateFirmwareTag,
                       mSharedUSBController->connectedCamHasBTAddress(selectedCamAddress())

@@ -40,7 +40,7 @@ QString PaneSentences::reason(const PaneFacts &facts)
 
 QString PaneSentences::emptyList(const PaneFacts &facts)
 {
-    if (const QString why = reason(facts); !why.isEmpty())
+    if (QString why = reason(facts); !why.isEmpty())
         return why;
     return facts.isSearching ? tr("Searching for cameras…") : tr("No cameras found. Choose + to search.");
 }
@@ -85,7 +85,7 @@ QString PaneSentences::addButton(const PaneFacts &facts)
 
 QString PaneSentences::removeButton(const PaneFacts &facts)
 {
-    if (const QString why = reason(facts); !why.isEmpty())
+    if (QString why = reason(facts); !why.isEmpty())
         return why;
     if (facts.selectedName.isNull())
         return tr("Remove the selected camera: none is selected");
@@ -104,7 +104,7 @@ QString PaneSentences::startButton(const PaneFacts &facts)
 {
     if (facts.isPreviewing)
         return tr("End the live picture and its sound levels");
-    if (const QString why = reason(facts); !why.isEmpty())
+    if (QString why = reason(facts); !why.isEmpty())
         return why;
     return facts.selectedName.isNull() ? tr("Choose a camera in the list first")
                                        : tr("Show the live picture and its sound levels here");

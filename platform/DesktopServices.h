@@ -6,7 +6,7 @@
 
 namespace platform {
 
-/// What the desktop sees of the product.
+/// The product's names and texts for the desktop services. platform/ itself does not name the product.
 struct Product {
     /// Begins the names of its bus connections and names its folder below $XDG_STATE_HOME.
     QString program;

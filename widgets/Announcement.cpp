@@ -4,6 +4,7 @@
 #include "widgets/Accessible.h"
 
 #include <QString>
+#include <QWidget>
 
 namespace {
 

@@ -62,7 +62,7 @@ QSize CaptureView::sizeHint() const
 
 QRectF CaptureView::pictureRect() const
 {
-    // Whole device pixels, so that a frame of the right size is copied and not scaled.
+    // The rectangle has whole device pixels, so that a frame of the same size is copied without scaling.
     const qreal ratio = devicePixelRatioF();
     const QSize place = pixels();
     const QSize picture = mFrame.size().scaled(place, Qt::KeepAspectRatio);

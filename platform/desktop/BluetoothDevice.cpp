@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 namespace platform {
 namespace {
 
-// BlueZ replies from memory, so only a stopped daemon takes longer.
+// BlueZ replies from memory: only a hung or stopped daemon needs more than a second.
 constexpr auto BlueZTimeout = 1s;
 const QString BlueZDeviceInterface = bus::BlueZ + QStringLiteral(".Device1");
 const QString BlueZAddress = QStringLiteral("Address");

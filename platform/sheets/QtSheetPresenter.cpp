@@ -2,6 +2,8 @@
 
 #include "platform/sheets/MainWindow.h"
 
+#include <QEvent>
+
 #include <algorithm>
 #include <utility>
 

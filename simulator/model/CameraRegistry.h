@@ -23,7 +23,7 @@ public:
     void add(const Camera &camera);
     /// Adds several cameras as one change.
     void add(const QVector<Camera> &cameras);
-    /// This and the next two ignore unknown addresses.
+    /// remove(), setStatus() and setName() ignore unknown addresses.
     void remove(const QString &address);
     void setStatus(const QString &address, int status);
     void setName(const QString &address, const QString &name);

@@ -31,9 +31,9 @@ public:
     virtual bool wantsFrame() { return true; }
     virtual void paint(VideoFrame &frame) = 0;
     virtual void frameSent(const VideoFrame & /*frame*/) { }
-    /// The node exists in PipeWire.
+    /// Called when the node has been published in PipeWire.
     virtual void published() { }
-    /// PipeWire is absent or has ended. The source tries to connect again until it is destroyed.
+    /// Called when PipeWire is absent or has ended. The source tries to connect again until it is destroyed.
     virtual void lost(const std::string &reason) = 0;
 };
 
