@@ -3,6 +3,7 @@
 #include "tests/support/Timeout.h"
 
 #include <QLabel>
+#include <QLocale>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -32,8 +33,13 @@ private Q_SLOTS:
     void theReasonOfAFailureIsPlainText();
     void theKeyboardComesToTheOfferFirst();
     void theOfferNeverTakesTheFocus();
+    void aNarrowStripShowsAllItsText_data();
+    void aNarrowStripShowsAllItsText();
 
 private:
+    void openIn(const QString &language);
+    void say(const QString &stage);
+    [[nodiscard]] QString whatIsClipped();
     template <class Widget = QPushButton>
     Widget *strip(const char *name);
     [[nodiscard]] QString message() { return strip<QLabel>("updateMessage")->text(); }
@@ -44,6 +50,13 @@ private:
 
 void UpdateStripTest::init()
 {
+    openIn(QStringLiteral("C"));
+}
+
+void UpdateStripTest::openIn(const QString &language)
+{
+    mPane.reset();
+    QLocale::setDefault(QLocale(language));
     mPane = std::make_unique<PaneFixture>();
     mPane->show();
     QVERIFY(QTest::qWaitForWindowExposed(&mPane->window, Timeout));
@@ -52,6 +65,7 @@ void UpdateStripTest::init()
 void UpdateStripTest::cleanup()
 {
     mPane.reset();
+    QLocale::setDefault(QLocale::c());
 }
 
 template <class Widget>
@@ -193,6 +207,53 @@ void UpdateStripTest::theOfferNeverTakesTheFocus()
     QWidget *before = mPane->window.focusWidget();
     offer().offer(QStringLiteral("2.0"));
     QCOMPARE(mPane->window.focusWidget(), before);
+}
+
+void UpdateStripTest::say(const QString &stage)
+{
+    offer().offer(QStringLiteral("12.34.56-7"));
+    if (stage == QLatin1String("installing"))
+        offer().progress(40);
+    else if (stage == QLatin1String("installed"))
+        offer().succeed();
+    else if (stage == QLatin1String("failed"))
+        offer().fail(QStringLiteral("Die Paketquelle ist nicht erreichbar."));
+}
+
+/// Names the first part of the strip that has less room than its text needs or reaches out of the strip.
+QString UpdateStripTest::whatIsClipped()
+{
+    const auto *frame = strip<QFrame>("updateStrip");
+    for (auto *part : frame->findChildren<QWidget *>()) {
+        if (!part->isVisible() || part->objectName().isEmpty())
+            continue;
+        const QRect place(part->mapTo(frame, QPoint()), part->size());
+        const int height = part->hasHeightForWidth() ? part->heightForWidth(part->width())
+                                                     : part->minimumSizeHint().height();
+        if (!frame->rect().contains(place) || part->width() < part->minimumSizeHint().width()
+            || part->height() < height)
+            return part->objectName();
+    }
+    return {};
+}
+
+void UpdateStripTest::aNarrowStripShowsAllItsText_data()
+{
+    QTest::addColumn<QString>("stage");
+    for (const char *stage : {"offered", "installing", "installed", "failed"})
+        QTest::newRow(stage) << QString::fromLatin1(stage);
+}
+
+void UpdateStripTest::aNarrowStripShowsAllItsText()
+{
+    constexpr int NarrowWindow = 400;
+    QFETCH(QString, stage);
+    openIn(QStringLiteral("de_DE"));
+    say(stage);
+    QCOMPARE(strip("updateInstall")->text(), QStringLiteral("&Installieren"));
+    mPane->window.resize(NarrowWindow, mPane->window.height());
+    QTRY_COMPARE_WITH_TIMEOUT(mPane->window.width(), NarrowWindow, Timeout);
+    QTRY_COMPARE_WITH_TIMEOUT(whatIsClipped(), QString(), Timeout);
 }
 
 QTEST_MAIN(UpdateStripTest)
