@@ -227,6 +227,15 @@ void CameraTableAnnouncer::selectionMayHaveChanged()
         this, [this] { announce(); }, Qt::QueuedConnection);
 }
 
+void CameraTableAnnouncer::keyboardHasCome()
+{
+    const auto tell = [this] {
+        if (mTable->hasFocus())
+            tellOfRow(mTable->selectedRow(), QAccessible::Focus);
+    };
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+}
+
 void CameraTableAnnouncer::announce()
 {
     mIsPending = false;

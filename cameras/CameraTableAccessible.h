@@ -9,7 +9,7 @@ class KS7AnimatingStatusTableView;
 /// called repeatedly.
 void installCameraTableAccessibility();
 
-/// Tells assistive programs of the table's selected row.
+/// Tells assistive programs of the table's rows and which one is selected.
 class CameraTableAnnouncer : public QObject {
 public:
     explicit CameraTableAnnouncer(KS7AnimatingStatusTableView *table);
@@ -17,10 +17,13 @@ public:
     /// Announces on the next turn of the event loop how the selected row or its text has changed. A refresh
     /// that deselects the row and selects it again announces nothing.
     void selectionMayHaveChanged();
+    /// Tells of the selected row on the next turn: Qt tells of the table itself after its focus event.
+    void keyboardHasCome();
+    /// Sends a QAccessible::Event of a row that exists.
+    void tellOfRow(int row, int accessibleEvent);
 
 private:
     void announce();
-    void tellOfRow(int row, int accessibleEvent);
 
     KS7AnimatingStatusTableView *mTable;
     bool mIsPending = false;

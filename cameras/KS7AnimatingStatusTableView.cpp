@@ -6,6 +6,7 @@
 #include "cameras/CameraTableSource.h"
 #include "platform/base/RunLoop.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
@@ -291,6 +292,26 @@ QItemSelectionModel::SelectionFlags KS7AnimatingStatusTableView::selectionComman
 void KS7AnimatingStatusTableView::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QAbstractItemView::currentChanged(current, previous); // NOLINT(bugprone-parent-virtual-call)
+}
+
+void KS7AnimatingStatusTableView::rowsInserted(const QModelIndex &parent, int first, int last)
+{
+    QTableView::rowsInserted(parent, first, last);
+    for (int row = first; row <= last; ++row)
+        mAnnouncer->tellOfRow(row, QAccessible::ObjectCreated);
+}
+
+void KS7AnimatingStatusTableView::rowsAboutToBeRemoved(const QModelIndex &parent, int first, int last)
+{
+    for (int row = first; row <= last; ++row)
+        mAnnouncer->tellOfRow(row, QAccessible::ObjectDestroyed);
+    QTableView::rowsAboutToBeRemoved(parent, first, last);
+}
+
+void KS7AnimatingStatusTableView::focusInEvent(QFocusEvent *event)
+{
+    QTableView::focusInEvent(event);
+    mAnnouncer->keyboardHasCome();
 }
 
 void KS7AnimatingStatusTableView::selectionChanged(const QItemSelection &selected,

@@ -1,5 +1,6 @@
 #include "agent/NotificationNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
+#include "tests/support/ActiveWindow.h"
 #include "tests/support/PaneFixture.h"
 
 #include <QAccessible>
@@ -39,6 +40,12 @@ void hear(QAccessibleEvent *event)
         told.append(QStringLiteral("selection %1").arg(event->child()));
     if (event->type() == QAccessible::SelectionRemove)
         told.append(QStringLiteral("deselection %1").arg(event->child()));
+    if (event->type() == QAccessible::Focus)
+        told.append(QStringLiteral("focus %1").arg(event->child()));
+    if (event->type() == QAccessible::ObjectCreated)
+        told.append(QStringLiteral("creation %1").arg(event->child()));
+    if (event->type() == QAccessible::ObjectDestroyed)
+        told.append(QStringLiteral("destruction %1").arg(event->child()));
 }
 
 } // namespace
@@ -222,6 +229,31 @@ private Q_SLOTS:
         agent().prefer(QStringLiteral("b"));
         agentPosts(Names::PreferredCameraChanged);
         QCOMPARE(told, QStringList({QStringLiteral("deselection 0"), QStringLiteral("selection 1")}));
+    }
+
+    void theChosenCameraIsToldWhenTheListGetsTheKeyboard()
+    {
+        showThreeCameras();
+        makeActive(&mFixture->window);
+        table().clearFocus();
+        settle();
+        told.clear();
+        table().setFocus();
+        settle();
+        QCOMPARE(told, QStringList{QStringLiteral("focus 0")});
+    }
+
+    void rowsThatComeAndGoAreTold()
+    {
+        showThreeCameras();
+        agent().addCamera(QStringLiteral("d"), QStringLiteral("Hall"), 1);
+        agentPosts(Names::CameraListChanged);
+        QCOMPARE(told.filter(QStringLiteral("tion ")), QStringList{QStringLiteral("creation 3")});
+        told.clear();
+        agent().cameraDict.remove(QStringLiteral("d"));
+        agent().sorted.removeLast();
+        agentPosts(Names::CameraListChanged);
+        QCOMPARE(told, QStringList{QStringLiteral("destruction 3")});
     }
 
     void refreshesWithoutBluetoothRepeatNothing()
