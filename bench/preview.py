@@ -255,7 +255,7 @@ def figures(form, told):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", default=str(ROOT / "build-bench"))
-    parser.add_argument("--seconds", type=float, default=30)
+    parser.add_argument("--seconds", type=float, default=12)
     parser.add_argument("--rounds", type=int, default=2)
     options = parser.parse_args()
     if "KS7_SESSION_FOLDER" not in os.environ:

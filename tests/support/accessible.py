@@ -409,9 +409,19 @@ class Program:
         _asked(lambda: interface.do_action(index), False)
         self.atspi.set_timeout(SLOW_ANSWER, SLOW_ANSWER)
 
+    def rectangle_at_rest(self, node):
+        """Returns the object's rectangle when three readings in a row are equal."""
+        readings = []
+
+        def equal_readings():
+            readings.append(self.rectangle(node))
+            return readings[-3:].count(readings[-1]) == 3
+        wait_until(equal_readings, "a rectangle at rest", details=self.dump)
+        return readings[-1]
+
     def click(self, node, button=1, times=1):
-        """Clicks the middle of the object with the mouse."""
-        x, y, width, height = self.rectangle(node)
+        """Clicks the middle of the object with the mouse, once the layout no longer moves it."""
+        x, y, width, height = self.rectangle_at_rest(node)
         point_at(x + width // 2, y + height // 2)
         xdotool("click", "--repeat", times, "--delay", 40, button)
 
