@@ -1,7 +1,9 @@
 #include "about/KSUpdater.h"
+#include "tests/support/ActiveWindow.h"
 #include "tests/support/PaneFixture.h"
 #include "tests/support/Timeout.h"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QLocale>
 #include <QProgressBar>
@@ -33,6 +35,8 @@ private Q_SLOTS:
     void theReasonOfAFailureIsPlainText();
     void theKeyboardComesToTheOfferFirst();
     void theOfferNeverTakesTheFocus();
+    void theOfferIsAnsweredWithTheKeyboard();
+    void theOfferIsAnsweredThroughTheAccessibilityTree();
     void aNarrowStripShowsAllItsText_data();
     void aNarrowStripShowsAllItsText();
 
@@ -207,6 +211,38 @@ void UpdateStripTest::theOfferNeverTakesTheFocus()
     QWidget *before = mPane->window.focusWidget();
     offer().offer(QStringLiteral("2.0"));
     QCOMPARE(mPane->window.focusWidget(), before);
+}
+
+void UpdateStripTest::theOfferIsAnsweredWithTheKeyboard()
+{
+    QSignalSpy install(&offer(), &UpdateOffer::installChosen);
+    QSignalSpy later(&offer(), &UpdateOffer::laterChosen);
+    offer().offer(QStringLiteral("2.0"));
+    makeActive(&mPane->window);
+    auto *first = mPane->window.findChild<QWidget *>(QStringLiteral("enableKS7Checkbox"));
+    first->setFocus();
+    for (const char *button : {"updateSkip", "updateLater", "updateInstall"}) {
+        QTest::keyClick(mPane->window.focusWidget(), Qt::Key_Tab, Qt::ShiftModifier);
+        QVERIFY2(strip(button)->hasFocus(), button);
+    }
+    QTest::keyClick(strip("updateInstall"), Qt::Key_Space);
+    QCOMPARE(install.size(), 1);
+    offer().succeed();
+    strip("updateDismiss")->setFocus();
+    QTest::keyClick(strip("updateDismiss"), Qt::Key_Space);
+    QCOMPARE(later.size(), 1);
+}
+
+void UpdateStripTest::theOfferIsAnsweredThroughTheAccessibilityTree()
+{
+    QSignalSpy install(&offer(), &UpdateOffer::installChosen);
+    offer().offer(QStringLiteral("2.0"));
+    auto *frame = QAccessible::queryAccessibleInterface(strip<QFrame>("updateStrip"));
+    QCOMPARE(frame->text(QAccessible::Name), message());
+    auto *button = QAccessible::queryAccessibleInterface(strip("updateInstall"));
+    QCOMPARE(button->text(QAccessible::Name), QStringLiteral("Install"));
+    button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QTRY_COMPARE_WITH_TIMEOUT(install.size(), 1, Timeout);
 }
 
 void UpdateStripTest::say(const QString &stage)

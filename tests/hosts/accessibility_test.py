@@ -162,6 +162,25 @@ class AccessibilityTest(ScriptedPaneTest):
         self.agent.post("KS7PreferredCameraChanged", {})
         self.pane.wait_state(desk, "selected")
 
+    def test_one_of_many_cameras_is_chosen(self):
+        for number in range(49):
+            self.agent.addCamera(f"00-1b-dc-0f-88-{number:02x}", f"Room {number:02}", f"88{number:02X}", 1)
+        self.open_pane()
+        wait_until(lambda: len(self.pane.all(role="table cell", showing=False)) == 51, "all cameras",
+                   details=self.pane.dump)
+        # Scrolled out of sight.
+        wanted = self.pane.wait_for("Room 48, Not Streaming", role="table cell", showing=False)
+        self.pane.press(wanted)
+        wait_until(lambda: self.calls("setPreferredDeviceAddress"), "the choice", details=self.pane.dump)
+        self.assertIn("00-1b-dc-0f-88-30", self.calls("setPreferredDeviceAddress")[0])
+
+    def test_a_camera_is_removed(self):
+        self.open_pane()
+        self.pane.press("Remove Camera")
+        wait_until(lambda: self.calls("removeCameraAtIndex"), "the removal", details=self.pane.dump)
+        self.pane.wait_gone("Kitchen, Not Streaming")
+        self.pane.wait_for("Desk, Not Found")
+
     def test_an_empty_list_says_what_to_do(self):
         self.open_pane()
         for camera in (KITCHEN, DESK):
@@ -274,6 +293,12 @@ class AccessibilityTest(ScriptedPaneTest):
         self.agent.post("KS7FirmwareUpdateProgress", {"Value": 1, "Total": 4})
         wait_until(lambda: self.pane.value(bar) > 0, "progress", details=self.pane.dump)
         self.assert_all_can_be_read()
+        self.agent.post("KS7FirmwareUpdateEnded", {"Result": 0})
+        self.pane.wait_focused("Continue")
+        self.wait_described(self.pane.wait_for("Continue", role="push button"),
+                            "Firmware update complete. Please disconnect the camera now.")
+        self.press("Continue", "Update Firmware")
+        self.pane.wait_gone("Firmware update complete.")
 
     def test_the_about_box(self):
         self.open_pane()

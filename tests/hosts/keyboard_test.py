@@ -16,7 +16,8 @@ DESK = "00-1b-dc-0f-77-01"
 READING_ORDER = ["Show All", "Enable KS-7", "Optimize for", "Cameras", "Add Camera", "Remove Camera", "Camera Actions",
                  "Start Preview", "Show status menu"]
 # The items above and below in the camera actions.
-CHOOSE_CAMERA, PROPERTIES, CHANGE_PASSKEY, ABOUT = ("Down",), ("Down",) * 3, ("Down",) * 4, ("Up",)
+CHOOSE_CAMERA, PROPERTIES, CHANGE_PASSKEY = ("Down",), ("Down",) * 3, ("Down",) * 4
+UPDATE_FIRMWARE, ABOUT = ("Up", "Up"), ("Up",)
 
 
 class KeyboardTest(ScriptedPaneTest):
@@ -92,6 +93,15 @@ class KeyboardTest(ScriptedPaneTest):
         self.pane.wait_state("Desk, Not Streaming", "selected")
         self.pane.wait_focused("Camera Actions")
 
+    def test_one_of_many_cameras_is_chosen_in_the_menu(self):
+        for number in range(49):
+            self.agent.addCamera(f"00-1b-dc-0f-88-{number:02x}", f"Room {number:02}", f"88{number:02X}", 1)
+        wait_until(lambda: len(self.pane.all(role="table cell", showing=False)) == 51, "all cameras",
+                   details=self.pane.dump)
+        # The last one is the nearest to the first, upwards.
+        self.choose_action(*CHOOSE_CAMERA, "Right", "Up")
+        self.assertIn("00-1b-dc-0f-88-30", self.wait_call("setPreferredDeviceAddress")[0])
+
     def test_a_menu_that_is_left_gives_the_keyboard_back(self):
         self.open_actions()
         key("Escape")
@@ -151,6 +161,21 @@ class KeyboardTest(ScriptedPaneTest):
         self.pane.wait_focused("OK")
         key("Return")
         self.pane.wait_gone("Passkey Changed")
+        self.pane.wait_focused("Camera Actions")
+
+    def test_the_firmware_is_updated_to_the_end(self):
+        self.agent.plugUSB(KITCHEN, True)
+        self.agent.setBehaviour("firmware", False)
+        self.choose_action(*UPDATE_FIRMWARE)
+        self.pane.wait_focused("Continue")
+        key("Return")
+        self.pane.wait_for("Click Continue to start the update.")
+        key("Return")
+        self.pane.wait_focused("Firmware update progress")
+        self.agent.post("KS7FirmwareUpdateEnded", {"Result": 0})
+        self.pane.wait_focused("Continue")
+        key("Return")
+        self.pane.wait_gone("Continue", role="push button")
         self.pane.wait_focused("Camera Actions")
 
     def test_the_about_box_opens_and_closes(self):
