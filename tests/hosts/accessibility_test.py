@@ -213,6 +213,8 @@ class AccessibilityTest(ScriptedPaneTest):
         self.open_pane()
         self.agent.post("KS7NoBluetooth", {})
         self.press("OK", "Bluetooth Error")
+        # An object that goes while the tree is walked has no role.
+        self.pane.wait_gone("Bluetooth Error")
         self.pane.wait_for("Bluetooth is off. Turn it on to use your cameras.")
         button = self.pane.wait_for("Bluetooth Settings…", role="push button")
         self.assertEqual(button.get_description(), "Bluetooth is off. Turn it on to use your cameras.")
