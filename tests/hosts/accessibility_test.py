@@ -261,6 +261,13 @@ class AccessibilityTest(ScriptedPaneTest):
         self.press("Cancel", "Camera Properties")
         self.pane.wait_gone("Camera ID:")
 
+    def test_a_camera_is_renamed(self):
+        self.open_pane()
+        self.choose_action("Properties…")
+        self.pane.set_text(self.pane.wait_for("Name:", role="text"), "Hall")
+        self.press("OK", "Camera Properties")
+        self.pane.wait_for("Hall, Not Streaming")
+
     def test_the_passkey_sheet_and_its_alert(self):
         self.agent.plugUSB(KITCHEN, False)
         self.open_pane()
