@@ -53,6 +53,7 @@ class Session:
             self.move_runtime_folder()
         else:
             self.be_private()
+        self.write_wireplumber_settings()
 
     def move_runtime_folder(self):
         """Gives the buses their own runtime folder. A Wayland display is still found by its full path."""
@@ -93,6 +94,13 @@ class Session:
         (core / "cpuinfo_max_freq").write_text("3000000\n")
         return root
 
+    def write_wireplumber_settings(self):
+        """Disables the Bluetooth monitor. It loads logind support, and then WirePlumber 0.4 ends without systemd,
+        as in a container. Tests start WirePlumber themselves too."""
+        scripts = self.folder / "home/.config/wireplumber/bluetooth.lua.d"
+        scripts.mkdir(parents=True, exist_ok=True)
+        (scripts / "80-disabled.lua").write_text("bluez_monitor.enabled = false\n")
+
     def spawn(self, command, **options):
         options.setdefault("env", self.env)
         process = subprocess.Popen(command, stdin=subprocess.DEVNULL, start_new_session=True, **options)
@@ -102,21 +110,26 @@ class Session:
     def log(self, name):
         return open(self.folder / f"{name}.log", "wb")
 
-    def wait_for(self, condition, what):
+    def wait_for(self, condition, server, what):
         deadline = time.monotonic() + START_TIMEOUT
         while not condition():
+            if server.poll() is not None:
+                self.give_up(f"{what} did not start: {server.args[0]} ended with {server.returncode}")
             if time.monotonic() > deadline:
-                self.print_logs()
-                sys.exit(f"private_session: {what} did not start")
+                self.give_up(f"{what} did not start")
             time.sleep(0.02)
+
+    def give_up(self, reason):
+        self.print_logs()
+        sys.exit(f"private_session: {reason}")
 
     def start_bus(self, kind):
         socket = self.folder / "runtime" / ("bus" if kind == "session" else "system-bus")
         config = self.folder / f"{kind}.conf"
         config.write_text(BUS_CONFIG.format(kind=kind, socket=socket))
         with self.log(f"{kind}-bus") as log:
-            self.spawn(["dbus-daemon", f"--config-file={config}", "--nofork"], stdout=log, stderr=log)
-        self.wait_for(socket.exists, f"the {kind} bus")
+            bus = self.spawn(["dbus-daemon", f"--config-file={config}", "--nofork"], stdout=log, stderr=log)
+        self.wait_for(socket.exists, bus, f"the {kind} bus")
         variable = "DBUS_SESSION_BUS_ADDRESS" if kind == "session" else "DBUS_SYSTEM_BUS_ADDRESS"
         self.env[variable] = f"unix:path={socket}"
 
@@ -129,8 +142,7 @@ class Session:
         number = self.display_number(reader)
         os.close(reader)
         if not number:
-            self.print_logs()
-            sys.exit("private_session: the display did not start")
+            self.give_up("the display did not start")
         self.env["DISPLAY"] = f":{number}"
         self.env["QT_QPA_PLATFORM"] = "xcb"
 
@@ -148,8 +160,8 @@ class Session:
 
     def start_window_manager(self):
         with self.log("window-manager") as log:
-            self.spawn(["openbox", "--sm-disable"], stdout=log, stderr=log)
-        self.wait_for(self.has_window_manager, "the window manager")
+            manager = self.spawn(["openbox", "--sm-disable"], stdout=log, stderr=log)
+        self.wait_for(self.has_window_manager, manager, "the window manager")
 
     def has_window_manager(self):
         asked = subprocess.run(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], env=self.env, capture_output=True,
@@ -164,12 +176,12 @@ class Session:
         self.env.update(XDG_SESSION_TYPE="wayland", XDG_CURRENT_DESKTOP="KDE", KDE_FULL_SESSION="true",
                         KDE_SESSION_VERSION="6", QT_QPA_PLATFORM="wayland")
         with self.log("wayland") as log:
-            self.spawn(["kwin_wayland", "--x11-display", self.env["DISPLAY"], "--socket", name, "--no-lockscreen",
-                        "--width", width, "--height", height],
-                       stdout=log, stderr=log, env={**self.env, "KWIN_COMPOSE": "Q", "QT_QPA_PLATFORM": "",
-                                                  "XCURSOR_THEME": "breeze_cursors"})
-        self.wait_for((pathlib.Path(self.env["XDG_RUNTIME_DIR"]) / name).exists, "the Wayland compositor")
-        self.wait_for(self.has_compositor_window, "the Wayland compositor's output")
+            kwin = self.spawn(["kwin_wayland", "--x11-display", self.env["DISPLAY"], "--socket", name,
+                               "--no-lockscreen", "--width", width, "--height", height],
+                              stdout=log, stderr=log, env={**self.env, "KWIN_COMPOSE": "Q", "QT_QPA_PLATFORM": "",
+                                                         "XCURSOR_THEME": "breeze_cursors"})
+        self.wait_for((pathlib.Path(self.env["XDG_RUNTIME_DIR"]) / name).exists, kwin, "the Wayland compositor")
+        self.wait_for(self.has_compositor_window, kwin, "the Wayland compositor's output")
         self.env["WAYLAND_DISPLAY"] = name
         self.env["KS7_WAYLAND_SCALE"] = str(scale)
 
@@ -194,11 +206,12 @@ class Session:
         self.env["PIPEWIRE_RUNTIME_DIR"] = self.env["XDG_RUNTIME_DIR"]
         socket = pathlib.Path(self.env["XDG_RUNTIME_DIR"]) / "pipewire-0"
         with self.log("pipewire") as log:
-            self.spawn(["pipewire"], stdout=log, stderr=log)
-        self.wait_for(socket.exists, "PipeWire")
+            pipewire = self.spawn(["pipewire"], stdout=log, stderr=log)
+        self.wait_for(socket.exists, pipewire, "PipeWire")
         with self.log("wireplumber") as log:
-            self.spawn(["wireplumber"], stdout=log, stderr=log)
-        self.wait_for(self.has_session_manager, "PipeWire's session manager")
+            manager = self.spawn(["wireplumber"], stdout=log, stderr=log,
+                                 env={**self.env, "XDG_CONFIG_HOME": str(self.folder / "home/.config")})
+        self.wait_for(self.has_session_manager, manager, "PipeWire's session manager")
 
     def has_session_manager(self):
         asked = subprocess.run(["pw-metadata", "-n", "default"], env=self.env, capture_output=True,
