@@ -15,6 +15,7 @@ import re
 import shutil
 import subprocess
 import sys
+import xml.etree.ElementTree
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests" / "support"))
@@ -25,6 +26,7 @@ import stand_in  # noqa: E402
 from screens import IS_WAYLAND, SCREEN  # noqa: E402
 
 GERMAN = {"LC_ALL": "de_DE.UTF-8", "LANGUAGE": "de"}
+TRANSLATIONS = ROOT / "resources" / "translations" / "ks7_de.ts"
 # The pictures of the README, and their names there.
 DOCUMENTED = {"30-wayland-properties": "properties", "31-wayland-preview": "preview", "33-wayland-dark": "dark",
               "32-wayland-systemsettings": "system-settings"}
@@ -313,18 +315,26 @@ def resize(pane, width, height):
     SCREEN.resize(pane.windows()[0], width, height)
 
 
+def in_german(text):
+    """Looks the translation up, so that the tour follows a change of it."""
+    for message in xml.etree.ElementTree.parse(TRANSLATIONS).iter("message"):
+        if message.findtext("source") == text:
+            return message.findtext("translation")
+    raise accessible.NotThere(f"'{text}' has no German translation")
+
+
 def german(tour):
     """the pane in German"""
     with tour.preferences(env=GERMAN) as pane:
-        wait_row(pane, r"Kitchen, (?!Pairing)")
+        wait_row(pane, f"Kitchen, (?!{in_german('Pairing')})")
         tour.picture(pane, "23-german", "in German")
-        pane.choose("Kamera-Aktionen", "Eigenschaften …")
-        pane.wait_for("Abbrechen", role="push button")
+        pane.choose(in_german("Camera Actions"), in_german("Properties…"))
+        pane.wait_for(in_german("Cancel"), role="push button")
         tour.picture(pane, "23-german-properties", "the properties in German")
-        pane.press("Abbrechen")
-        pane.wait_gone("Abbrechen", role="push button")
+        pane.press(in_german("Cancel"))
+        pane.wait_gone(in_german("Cancel"), role="push button")
         tour.agent.post("KS7StartedDiscovering", {})
-        pane.wait_for("Kameras werden gesucht …")
+        pane.wait_for(in_german("Searching for cameras…"))
         tour.picture(pane, "23-german-searching", "a search in German")
         resize(pane, 320, 640)
         tour.picture(pane, "23-german-narrow", "in German, narrow")
