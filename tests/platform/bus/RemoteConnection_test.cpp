@@ -19,6 +19,7 @@
 
 #include <csignal>
 #include <sys/types.h>
+#include <sys/wait.h>
 
 using platform::Connection;
 
@@ -51,6 +52,14 @@ private:
         QVERIFY(mAgentProcess.waitForReadyRead());
     }
     void signalAgent(int signal) { ::kill(static_cast<pid_t>(mAgentProcess.processId()), signal); }
+    /// kill() returns before the agent's threads have stopped: until then they may still reply.
+    void stopAgent()
+    {
+        signalAgent(SIGSTOP);
+        siginfo_t state = {};
+        const auto agent = static_cast<id_t>(mAgentProcess.processId());
+        QCOMPARE(::waitid(P_PID, agent, &state, WSTOPPED | WNOWAIT | __WALL), 0);
+    }
     void makeRegistry()
     {
         mLocalCenter = std::make_shared<platform::LocalNotificationCenter>();
@@ -318,7 +327,7 @@ private Q_SLOTS:
         connectToBoth();
         const auto deviceProxy = device();
         const auto usbProxy = usb();
-        signalAgent(SIGSTOP);
+        stopAgent();
         deviceProxy->flush();
         QVERIFY(!mDevice->isValid());
         QVERIFY(!mUSB->isValid());
