@@ -15,7 +15,6 @@ namespace {
 constexpr auto EndTime = 5000ms;
 /// The agent releases its second name within this time after the first.
 constexpr auto TogetherTime = 1000ms;
-constexpr auto LookUpTime = 3000ms;
 
 Outcome checkAlive(Bench &bench)
 {
@@ -58,7 +57,7 @@ Outcome checkNodeGone(Bench &bench)
     if (!bench.launched || bench.nodeSerial == 0)
         return skip(Words::tr("there is no picture of a launched agent"));
     const auto isGone = [&] {
-        const auto nodes = platform::lookUpPipeWireNodes(LookUpTime);
+        const auto nodes = platform::lookUpPipeWireNodes(platform::LookUpTimeout);
         return nodes && !platform::hasNode(*nodes, bench.nodeSerial);
     };
     return bench.waitFor(isGone, EndTime) ? pass() : fail(Words::tr("it is still there"));

@@ -14,7 +14,6 @@ namespace agent_check {
 
 namespace {
 
-constexpr auto LookUpTime = 3000ms;
 /// The agent may publish its node this long after its names.
 constexpr auto NodeTime = 5000ms;
 constexpr auto FirstFrameTime = 5000ms;
@@ -41,7 +40,8 @@ Outcome checkNode(Bench &bench)
     platform::PipeWireNodes nodes;
     bench.waitFor(
         [&nodes] {
-            nodes = platform::lookUpPipeWireNodes(LookUpTime).value_or(platform::PipeWireNodes());
+            nodes =
+                platform::lookUpPipeWireNodes(platform::LookUpTimeout).value_or(platform::PipeWireNodes());
             return countOf(nodes) > 0;
         },
         NodeTime);
@@ -91,7 +91,7 @@ Outcome checkSecondWatcher(Bench &bench)
         if (!watcher.waitForFrames(FramesOfSecondWatcher, bench.options.limit(FirstFrameTime)))
             return fail(turn == 0 ? Words::tr("no frame comes") : Words::tr("the second one gets no frame"));
     }
-    const auto nodes = platform::lookUpPipeWireNodes(LookUpTime);
+    const auto nodes = platform::lookUpPipeWireNodes(platform::LookUpTimeout);
     return nodes && platform::hasNode(*nodes, bench.nodeSerial)
         ? pass()
         : fail(Words::tr("the node has gone, or was made anew"));
