@@ -3,6 +3,7 @@
 class KS7AnimatingStatusTableView;
 class KS7PreviewController;
 class LinkLabel;
+class NoticeStrip;
 class PaneWords;
 class QCheckBox;
 class QComboBox;
@@ -62,6 +63,9 @@ struct Outlets {
     QLabel *pinCamera = nullptr;
     QLabel *pinRule = nullptr;
     QLabel *firmwareCamera = nullptr;
+    NoticeStrip *noticeStrip = nullptr;
+    QLabel *listHint = nullptr;
+    QLabel *pictureCaption = nullptr;
     PaneWords *words = nullptr;
 };
 

@@ -125,7 +125,6 @@ PaneNib::PaneNib(const platform::Services &services, std::shared_ptr<AgentProxyF
     : mServices(services)
     , mProtocols(std::move(protocols))
     , mTranslator(makePaneTranslator(*services.bundle))
-    , mWords(std::make_unique<PaneWords>())
     , mPreviewController(std::make_unique<KS7PreviewController>(services.capture, services.runLoop))
     , mController(std::make_unique<Controller>(services, mProtocols))
 {
@@ -171,28 +170,23 @@ void PaneNib::loadMainView()
     outlets.copyright = ui.copyright;
     outlets.optimizeForPopUp = ui.optimizeForPopUp;
     outlets.optimizeForPopUpLabel = ui.optimizeForPopUpLabel;
-    outlets.words = mWords.get();
     dressListButtons();
     outlets.previewView = mPreviewController.get();
     mPreviewController->qtView = ui.qtView;
     ui.cameraListTable->settingsController = mController.get();
-    mWords->notice = ui.noticeStrip;
-    mWords->hint = ui.listHint;
-    mWords->caption = ui.pictureCaption;
-    placeWords();
+    outlets.noticeStrip = ui.noticeStrip;
+    outlets.listHint = ui.listHint;
+    outlets.pictureCaption = ui.pictureCaption;
+    mWords = std::make_unique<PaneWords>(outlets);
+    outlets.words = mWords.get();
+    connectNoticeStrip();
 }
 
-void PaneNib::placeWords()
+void PaneNib::connectNoticeStrip()
 {
-    const auto &outlets = mController->outlets;
-    mWords->list = outlets.cameraListTable;
-    mWords->addButton = outlets.addButton;
-    mWords->removeButton = outlets.removeButton;
-    mWords->actionsButton = outlets.pulldownMenu;
-    mWords->startButton = outlets.startButton;
-    mWords->picture = mPreviewController->qtView;
-    mWords->notice->button()->setText(KS7SettingsWindowController::tr("&Bluetooth Settings…"));
-    QObject::connect(mWords->notice->button(), &QPushButton::clicked, mController.get(),
+    QPushButton *button = mController->outlets.noticeStrip->button();
+    button->setText(KS7SettingsWindowController::tr("&Bluetooth Settings…"));
+    QObject::connect(button, &QPushButton::clicked, mController.get(),
                      [workspace = mServices.workspace] { workspace->openBluetoothSettings(); });
 }
 

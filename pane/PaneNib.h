@@ -28,7 +28,7 @@ public:
 
 private:
     void loadMainView();
-    void placeWords();
+    void connectNoticeStrip();
     void dressListButtons();
     void loadSheets();
     void loadPropertiesSheet();

@@ -2,26 +2,15 @@
 
 #include "pane/PaneSentences.h"
 
-class KS7AnimatingStatusTableView;
-class KS7QTCaptureView;
-class NoticeStrip;
-class QAbstractButton;
-class QLabel;
+struct Outlets;
 
-/// The places in the main view where the pane's state is put into words.
+/// Shows the sentences of the pane's state in the main view's controls.
 class PaneWords {
 public:
-    NoticeStrip *notice = nullptr;
-    KS7AnimatingStatusTableView *list = nullptr;
-    QLabel *hint = nullptr;
-    QAbstractButton *addButton = nullptr;
-    QAbstractButton *removeButton = nullptr;
-    QAbstractButton *actionsButton = nullptr;
-    QAbstractButton *startButton = nullptr;
-    KS7QTCaptureView *picture = nullptr;
-    QLabel *caption = nullptr;
+    /// `outlets` must outlive this object. Its controls may be set later, but before the first show().
+    explicit PaneWords(const Outlets &outlets);
 
-    /// Shows the sentences of that state and has screen readers say what is new in it.
+    /// Shows the sentences of that state. Screen readers say the differences from the last shown state.
     void show(const PaneFacts &facts);
 
 private:
@@ -29,5 +18,6 @@ private:
     void showButtons() const;
     void showPicture() const;
 
+    const Outlets &mOutlets;
     PaneFacts mFacts;
 };
