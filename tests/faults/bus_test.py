@@ -10,6 +10,7 @@ import unittest
 
 from desktop_test import SystemBus
 from fault_pane import BUILD, HOST, NOWHERE, FaultCase, accessible, wait_until
+from processes import stop_process
 
 LONG = 10
 # Seconds: one call's timeout, twice the 21 attempts to reach the agent, and a slow machine. Qt itself would
@@ -25,7 +26,7 @@ class SilentBusCase(FaultCase):
 
     def stop_the_bus(self):
         self.daemon = self.process_of_the_bus()
-        os.kill(self.daemon, signal.SIGSTOP)
+        stop_process(self.daemon)
         self.addCleanup(os.kill, self.daemon, signal.SIGCONT)
         self.stopped = time.monotonic()
 

@@ -11,6 +11,7 @@ import unittest
 
 import dbus
 from fault_pane import BUILD, FaultCase, Measured, wait_until
+from processes import stop_process
 
 LOGIND = "org.freedesktop.login1"
 LOGIND_PATH = "/org/freedesktop/login1"
@@ -74,7 +75,7 @@ class SystemBus:
         self.process.stdout.readline()
 
     def stop(self):
-        self.process.send_signal(signal.SIGSTOP)
+        stop_process(self.process.pid)
 
     def resume(self):
         self.process.send_signal(signal.SIGCONT)

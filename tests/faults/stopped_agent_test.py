@@ -6,6 +6,7 @@ import time
 import unittest
 
 from fault_pane import CAMERAS, KITCHEN, FaultCase, wait_until
+from processes import stop_process
 
 # Longer than any call's timeout but two.
 A_NIGHT = 5
@@ -103,7 +104,7 @@ class SleepingMachine(FaultCase):
         self.post("KS7CameraListChanged")
         self.agent.wait_for_call("cameraDict")
         self.agent.stop()
-        self.pane.process.send_signal(signal.SIGSTOP)
+        stop_process(self.pane.process.pid)
         asleep = time.monotonic()
         wait_until(lambda: time.monotonic() - asleep >= A_NIGHT, "the end of the night")
 

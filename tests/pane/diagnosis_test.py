@@ -6,7 +6,6 @@ import os
 import pathlib
 import plistlib
 import re
-import signal
 import subprocess
 import sys
 import tempfile
@@ -15,6 +14,7 @@ import unittest
 TESTS = pathlib.Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(TESTS / "support"))
 import stand_in  # noqa: E402
+from processes import stop_process  # noqa: E402
 
 BIN = pathlib.Path(os.environ["KS7_BUILD"]) / "bin"
 PACKAGEKIT = TESTS / "platform/updates/packagekit_stand_in.py"
@@ -114,7 +114,7 @@ class DiagnosisTest(unittest.TestCase):
 
     def test_gives_up_on_an_agent_that_hangs(self):
         with agent("--scenario", "scripted") as (process, _):
-            process.send_signal(signal.SIGSTOP)
+            stop_process(process.pid)
             report = diagnose()
         self.assertEqual(report["Cameras"], "unknown, the agent does not answer")
 

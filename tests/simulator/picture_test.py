@@ -11,6 +11,7 @@ import unittest
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 
 from pipewire_nodes import AGENT_CAMERA, cameras  # noqa: E402
+from processes import stop_process  # noqa: E402
 from stand_in import PREFERENCES, PROGRAM, TIMEOUT, StandInAgent, wait_until  # noqa: E402
 
 ONE = "00-1b-dc-0f-00-01"
@@ -209,7 +210,7 @@ class Consumers(PictureCase):
     def test_a_consumer_that_hangs_and_dies_does_not_affect_others(self):
         hanging = self.watch()
         hanging.wait_for_more()
-        hanging.process.send_signal(signal.SIGSTOP)
+        stop_process(hanging.process.pid)
         self.assertEqual(pull(frames=30), 0)
         hanging.leave()
         self.assertEqual(pull(frames=30), 0)
@@ -242,7 +243,7 @@ class OwnPipeWire:
                                                        stdin=subprocess.DEVNULL).stdout
 
     def hang(self):
-        self.processes[0].send_signal(signal.SIGSTOP)
+        stop_process(self.processes[0].pid)
 
     def go_on(self):
         self.processes[0].send_signal(signal.SIGCONT)

@@ -1,9 +1,11 @@
 #include "tests/support/PrivateBus.h"
 
+#include "tests/support/StoppedProcess.h"
+
 #include <QFile>
+#include <QTest>
 
 #include <csignal>
-#include <sys/types.h>
 
 PrivateBus::PrivateBus(const char *addressVariable)
     : mSocket(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/test-bus"))
@@ -36,15 +38,15 @@ void PrivateBus::kill()
 
 void PrivateBus::stop()
 {
-    signalDaemon(SIGSTOP);
+    QVERIFY(stopProcess(daemonPid()));
 }
 
 void PrivateBus::resume()
 {
-    signalDaemon(SIGCONT);
+    resumeProcess(daemonPid());
 }
 
-void PrivateBus::signalDaemon(int signal) const
+pid_t PrivateBus::daemonPid() const
 {
-    ::kill(static_cast<pid_t>(mDaemon.processId()), signal);
+    return static_cast<pid_t>(mDaemon.processId());
 }

@@ -2,6 +2,8 @@
 
 #include <QProcess>
 
+#include <sys/types.h>
+
 /// A bus daemon that tests kill, stop and restart, always at the same address. Construct it before the
 /// process first reads the bus address from the environment variable.
 class PrivateBus {
@@ -18,7 +20,7 @@ public:
     void resume();
 
 private:
-    void signalDaemon(int signal) const;
+    [[nodiscard]] pid_t daemonPid() const;
     QProcess mDaemon;
     QString mSocket;
 };

@@ -26,6 +26,7 @@ import dbus.mainloop.glib
 from gi.repository import GLib
 
 import accessible
+from processes import stop_process
 from timeout import TIMEOUT
 
 NOTIFICATIONS = "com.orvex.DistributedNotificationCenter"
@@ -173,7 +174,7 @@ class AgentProcess:
         accessible.wait_until(lambda: len(self.calls(operation)) >= times, f"{times} of {operation}")
 
     def stop(self):
-        self.process.send_signal(signal.SIGSTOP)
+        stop_process(self.process.pid)
 
     def resume(self):
         self.process.send_signal(signal.SIGCONT)

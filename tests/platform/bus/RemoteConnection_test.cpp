@@ -7,6 +7,7 @@
 #include "platform/bus/NotificationCenter.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/RecordingAgent.h"
+#include "tests/support/StoppedProcess.h"
 #include "tests/support/Timeout.h"
 
 #include <QDBusArgument>
@@ -17,9 +18,7 @@
 #include <QProcess>
 #include <QTest>
 
-#include <csignal>
 #include <sys/types.h>
-#include <sys/wait.h>
 
 using platform::Connection;
 
@@ -51,15 +50,8 @@ private:
                             QStringList());
         QVERIFY(mAgentProcess.waitForReadyRead());
     }
-    void signalAgent(int signal) { ::kill(static_cast<pid_t>(mAgentProcess.processId()), signal); }
-    /// kill() returns before the agent's threads have stopped: until then they may still reply.
-    void stopAgent()
-    {
-        signalAgent(SIGSTOP);
-        siginfo_t state = {};
-        const auto agent = static_cast<id_t>(mAgentProcess.processId());
-        QCOMPARE(::waitid(P_PID, agent, &state, WSTOPPED | WNOWAIT | __WALL), 0);
-    }
+    [[nodiscard]] pid_t agentPid() const { return static_cast<pid_t>(mAgentProcess.processId()); }
+    void stopAgent() { QVERIFY(stopProcess(agentPid())); }
     void makeRegistry()
     {
         mLocalCenter = std::make_shared<platform::LocalNotificationCenter>();
@@ -134,7 +126,7 @@ private Q_SLOTS:
         mRegistry.reset();
         mAgent.reset();
         if (mAgentProcess.state() != QProcess::NotRunning) {
-            signalAgent(SIGKILL);
+            mAgentProcess.kill();
             mAgentProcess.waitForFinished();
         }
     }
@@ -304,7 +296,7 @@ private Q_SLOTS:
     {
         startAgentProcess();
         connectToBoth();
-        signalAgent(SIGKILL);
+        mAgentProcess.kill();
         QTRY_COMPARE_WITH_TIMEOUT(mDeaths.size(), 2, Timeout);
         QVERIFY(!mDevice->isValid());
         QVERIFY(!mUSB->isValid());
@@ -338,7 +330,7 @@ private Q_SLOTS:
         }
         QVERIFY2(mDeaths.isEmpty(), "the death comes through the run loop");
         QTRY_COMPARE_WITH_TIMEOUT(mDeaths, (QList<const void *>{mDevice.get(), mUSB.get()}), Timeout);
-        signalAgent(SIGCONT);
+        resumeProcess(agentPid());
         settle();
         QCOMPARE(mDeaths.size(), 2);
         QVERIFY2(open(RemoteNames::AgentServer), "the agent that goes on is found again");

@@ -2,6 +2,7 @@
 #include "platform/base/ToInt32.h"
 #include "platform/bus/NotificationCenter.h"
 #include "platform/capture/PipeWireCapture.h"
+#include "tests/support/StoppedProcess.h"
 #include "tests/support/Timeout.h"
 #include "tests/support/VirtualCamera.h"
 
@@ -698,11 +699,10 @@ private Q_SLOTS:
     {
         watchTheCamera();
         const int daemon = pidOf(QStringLiteral("pipewire"));
-        QVERIFY(daemon > 0);
-        kill(daemon, SIGSTOP);
+        QVERIFY(stopProcess(daemon));
         mSession->stopRunning();
         const auto devices = mCapture->videoInputDevices();
-        kill(daemon, SIGCONT);
+        resumeProcess(daemon);
         QVERIFY(devices.empty());
         QVERIFY(waitFor(CameraName));
         startAndStop();
@@ -724,8 +724,7 @@ private Q_SLOTS:
         listen();
         startAndStop();
         const int policy = pidOf(QStringLiteral("wireplumber"));
-        QVERIFY(policy > 0);
-        kill(policy, SIGSTOP);
+        QVERIFY(stopProcess(policy));
         mFrames = 0;
         mSession->startRunning();
         // pipewiresrc now waits up to half a minute for a session manager that links its camera.
@@ -735,7 +734,7 @@ private Q_SLOTS:
         mSession->stopRunning();
         if (waits)
             mSession->startRunning();
-        kill(policy, SIGCONT);
+        resumeProcess(policy);
         mSession->startRunning();
         QTRY_VERIFY_WITH_TIMEOUT(mFrames > 0, Timeout);
         mSession->stopRunning();

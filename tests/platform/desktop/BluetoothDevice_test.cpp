@@ -1,6 +1,7 @@
 #include "platform/desktop/BluetoothDevice.h"
 
 #include "platform/bus/BusConnection.h"
+#include "tests/support/StoppedProcess.h"
 #include "tests/support/Timeout.h"
 
 #include <QDBusConnection>
@@ -10,7 +11,6 @@
 #include <QTest>
 
 #include <chrono>
-#include <csignal>
 #include <future>
 #include <sys/types.h>
 #include <thread>
@@ -114,18 +114,18 @@ void BluetoothDeviceTest::withoutTheDaemonThereIsNoAddress()
 void BluetoothDeviceTest::aDaemonThatHangsIsGivenUp()
 {
     const auto pid = static_cast<pid_t>(mDaemon.processId());
-    QCOMPARE(::kill(pid, SIGSTOP), 0);
+    QVERIFY(stopProcess(pid));
     // Resume the daemon after 10 s; a caller that waited that long would get the address.
     std::promise<void> given;
     std::thread wakes([pid, up = given.get_future()] {
         if (up.wait_for(10s) == std::future_status::timeout)
-            ::kill(pid, SIGCONT);
+            resumeProcess(pid);
     });
     const auto address = device(Device)->getAddressString();
     given.set_value();
     wakes.join();
     QVERIFY(address.isNull());
-    QCOMPARE(::kill(pid, SIGCONT), 0);
+    resumeProcess(pid);
     QVERIFY(!device(Device)->getAddressString().isNull());
 }
 

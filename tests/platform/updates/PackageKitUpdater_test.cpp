@@ -4,6 +4,7 @@
 #include "platform/updates/UpdateState.h"
 #include "tests/support/LogLines.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/StoppedProcess.h"
 #include "tests/support/Timeout.h"
 
 #include <QDir>
@@ -17,8 +18,6 @@
 #include <QTest>
 #include <QTimeZone>
 #include <QTimer>
-
-#include <csignal>
 
 using platform::UpdateOffer;
 using Stage = UpdateOffer::Stage;
@@ -489,13 +488,13 @@ void PackageKitUpdaterTest::keepsTheRunLoopTurningWhileTheServiceIsSilent()
 {
     startPackageKit();
     const auto process = static_cast<pid_t>(mPackageKit->processId());
-    QCOMPARE(::kill(process, SIGSTOP), 0);
+    QVERIFY(stopProcess(process));
     showPane();
     bool turned = false;
     QTimer::singleShot(0, this, [&] { turned = true; });
     QTRY_VERIFY_WITH_TIMEOUT(turned, Timeout);
     QCOMPARE(offer().stage(), Stage::None);
-    QCOMPARE(::kill(process, SIGCONT), 0);
+    resumeProcess(process);
     // A blocking call would have timed out on the stopped service and lost this reply.
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
