@@ -72,12 +72,12 @@ bool KSHandTextField::event(QEvent *event)
 
 bool KSHandTextField::activatedWindow(const QMouseEvent *press) const
 {
-    // Since Qt 6.8 isActiveWindow() is also true for a dialog whose parent window is active.
+    // Do not use isActiveWindow(): since Qt 6.8 it is also true for a dialog whose parent window is active.
     if (QApplication::activeWindow() != window())
         return true;
-    // Many window managers activate the window first and then deliver the same press, which is older than the
-    // activation. Timestamps are in milliseconds and may wrap around. A large difference means that the
-    // display uses another clock; then the timestamp says nothing.
+    // Many window managers activate the window first and deliver the press afterwards, so the press is older
+    // than the activation. Timestamps are in milliseconds and may wrap around. A difference of over two
+    // seconds means that the display uses another clock and proves nothing.
     using std::chrono::milliseconds;
     const auto activated =
         std::chrono::duration_cast<milliseconds>(mWindowActivated.time_since_epoch()).count();

@@ -12,9 +12,9 @@ class KSHandTextField : public LinkLabel {
 public:
     explicit KSHandTextField(QWidget *parent = nullptr);
 
-    /// Called once for each press and release inside the field.
+    /// Sets the function that opens the page. It is called once for each click, key press or performClick().
     void setAction(std::function<void()> action) { mAction = std::move(action); }
-    /// Opens the page, as a click does. For the keyboard and assistive technology.
+    /// Does the same as a click. The keyboard handler and assistive programs call it.
     void performClick();
     [[nodiscard]] bool acceptsFirstMouse() const { return false; }
     void resetCursorRects();

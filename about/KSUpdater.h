@@ -4,10 +4,10 @@
 
 #include <memory>
 
-/// The update framework's updater under its name in the product.
+/// The product's name for the update framework's updater class.
 using KS7SUUpdater = platform::SoftwareUpdater;
 
-/// The updater of the pane's own bundle, not of the host application.
+/// The updater of the pane's own bundle, not of the host application's bundle.
 class KSUpdater final : public KS7SUUpdater {
 public:
     /// Wraps the framework's shared updater for the pane's bundle.

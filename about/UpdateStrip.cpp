@@ -20,7 +20,7 @@ UpdateStrip::UpdateStrip(UpdateOffer &offer, QWidget *parent)
     setObjectName(QStringLiteral("updateStrip"));
     setFrameShape(QFrame::StyledPanel);
     mMessage->setObjectName(QStringLiteral("updateMessage"));
-    // The text of a failure comes from the package service, so show it as plain text.
+    // A failure's reason comes from the package service and might look like markup, so show plain text.
     mMessage->setTextFormat(Qt::PlainText);
     mMessage->setWordWrap(true);
     mProgress->setObjectName(QStringLiteral("updateProgress"));
@@ -65,7 +65,7 @@ void UpdateStrip::follow()
 void UpdateStrip::say(Stage stage)
 {
     setAccessibleName(message());
-    // Announce a new stage only: a screen reader would read every change of the percentage.
+    // Announce only a new stage. Otherwise screen readers would speak at every change of the percentage.
     if (stage != mShown)
         announce(this, message());
     mShown = stage;
@@ -73,7 +73,7 @@ void UpdateStrip::say(Stage stage)
 
 void UpdateStrip::showProgress(int percentage)
 {
-    // QProgressBar with an empty range shows that the end is unknown.
+    // A QProgressBar with the range 0 to 0 shows a busy indicator, which means that the progress is unknown.
     const bool known = percentage != UpdateOffer::UnknownPercentage;
     mProgress->setRange(0, known ? 100 : 0);
     mProgress->setValue(known ? percentage : -1);

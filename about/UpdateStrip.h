@@ -9,12 +9,12 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 
-/// The strip at the top of the pane that offers an update and shows the progress of its installation. Hidden
-/// without an offer.
+/// The strip at the top of the pane that offers an update and shows the progress of its installation. It is
+/// hidden while there is no offer.
 class UpdateStrip final : public QFrame {
     Q_OBJECT
 public:
-    /// `offer` may be destroyed before the strip, which then no longer changes.
+    /// If `offer` is destroyed before the strip, the strip keeps its last state.
     explicit UpdateStrip(platform::UpdateOffer &offer, QWidget *parent = nullptr);
 
 private:
@@ -27,7 +27,7 @@ private:
     [[nodiscard]] QString message() const;
 
     platform::UpdateOffer &mOffer;
-    /// Message and buttons beside each other, or under each other in a narrow window.
+    /// Contains message and buttons: side by side, or one above the other in a narrow window.
     AdaptiveColumns *mRow;
     QLabel *mMessage;
     QProgressBar *mProgress;
