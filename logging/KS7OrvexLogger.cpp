@@ -19,7 +19,8 @@ QString *gAppName = nullptr;
 
 namespace {
 
-// The line buffer is reused, but freed after an unusually long message.
+// The line buffer has UsualLine bytes reserved and is reused. It is freed after a line longer than
+// LongestKept.
 constexpr int UsualLine = 1024;
 constexpr int LongestKept = 64 * 1024;
 
@@ -36,8 +37,8 @@ QString nameOfExecutable()
     return QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/self/exe"))).fileName();
 }
 
-/// Narrows the text to bytes and returns the OR of all its characters: below 0x80, the text is ASCII. The
-/// compiler vectorises blocks of a fixed size.
+/// Copies the low byte of each character to `out` and returns the OR of all characters: below 0x80, the text
+/// is ASCII. The blocks have a fixed size, so that the compiler vectorises the inner loops.
 unsigned copyNarrow(const char16_t *text, int size, char *out)
 {
     constexpr int Block = 16;
@@ -58,7 +59,8 @@ unsigned copyNarrow(const char16_t *text, int size, char *out)
     return seen;
 }
 
-/// Most messages are ASCII and need no intermediate copy.
+/// Appends `text` as UTF-8. Most messages are ASCII; these are copied without the temporary array of
+/// toUtf8().
 void appendUtf8(QByteArray *line, QStringView text)
 {
     const auto before = line->size();
@@ -90,7 +92,7 @@ void KS7OrvexLogger::setAppName(const QString &name)
 
 KS7OrvexLogger *KS7OrvexLogger::createDefaultLoggerToFile(bool toFile, bool toStdOut)
 {
-    // Never deleted, so that threads can still log while the process exits.
+    // The logger is never deleted, so that threads can still log while the process exits.
     gMainLogger = (new KS7OrvexLogger)->initLoggingToFile(toFile, toStdOut);
     return gMainLogger;
 }
@@ -123,7 +125,8 @@ bool KS7OrvexLogger::isLogging() const
 
 void KS7OrvexLogger::log(QStringView message)
 {
-    const int error = errno; // For a %m in the message.
+    // A `%m` in the message stands for the caller's errno, so read it before any other call.
+    const int error = errno;
     const std::lock_guard lock(mLogLock);
     if (mLogToConsole)
         ::syslog(LOG_ERR, "%s", LogFormat::withoutArguments(message.toUtf8(), error).constData());
@@ -171,12 +174,13 @@ void KS7OrvexLogger::createLogFile()
         const std::lock_guard lock(mLogLock);
         report = startFile();
     }
-    // This may be the default logger, so report only after mLogLock is released.
+    // Report only after mLogLock is released: if this is the default logger, OrvexLog() locks it again.
     if (!report.isNull())
         OrvexLog(u"%@", &report);
 }
 
-/// Returns the failure report, or a null string.
+/// Closes the current file and starts a new one. Returns a report of the failure, or a null string on
+/// success.
 QString KS7OrvexLogger::startFile()
 {
     forgetFile();
@@ -203,7 +207,9 @@ QString KS7OrvexLogger::startFile()
 
 void KS7OrvexLogger::forgetFile()
 {
-    std::shared_ptr<LogFile> closed; // Destroyed after the lock, since closing may block.
+    // This pointer is declared before the lock, so that it closes the file after the release: close() may
+    // block.
+    std::shared_ptr<LogFile> closed;
     const std::lock_guard state(mFileLock);
     closed.swap(mFileHandle);
     mLogFilePath.clear();
@@ -281,7 +287,7 @@ void KS7OrvexLogger::setWorkspace(std::shared_ptr<platform::Workspace> workspace
 
 namespace {
 
-/// Restores errno, so that logging does not change it for the caller.
+/// Saves errno, and restores it in the destructor, so that logging does not change it for the caller.
 class KeptErrno {
 public:
     KeptErrno() = default;
@@ -318,7 +324,7 @@ void writeToSystemConsole(const QString &message)
 
 extern "C" void OrvexLog(const char16_t *format, ...)
 {
-    // Skip the formatting while every sink is off.
+    // Formatting costs time, so skip it while every sink is off.
     if (!gMainLogger || !gMainLogger->isLogging())
         return;
     va_list arguments;

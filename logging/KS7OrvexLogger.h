@@ -21,17 +21,17 @@ class KS7OrvexLogger;
 
 /// The process's default logger; null until createDefaultLoggerToFile().
 extern KS7OrvexLogger *gMainLogger;
-/// The application's name in file names and prefixes; null until setAppName().
+/// The application's name for the log files and for lines on standard output; null until setAppName().
 extern QString *gAppName;
 
-/// Writes each message to the system log, to standard output and to a timestamped file: three sinks, each
-/// with a flag. Any thread may log; lines never interleave.
+/// Writes each message to three sinks: the system log, standard output and a timestamped file. Each sink has
+/// a flag. Any thread may log; lines never interleave.
 class KS7OrvexLogger {
 public:
     /// The name given to setAppName(), else the name of the running program.
     static QString getAppName();
     static void setAppName(const QString &name);
-    /// The folder that contains one log folder for each application. It may not exist.
+    /// The folder that contains one log folder for each application. The folder may be missing.
     static QString logFolder();
     /// Makes a logger and sets it as the default one. The previous default logger stays alive.
     static KS7OrvexLogger *createDefaultLoggerToFile(bool toFile, bool toStdOut);
@@ -42,32 +42,33 @@ public:
     KS7OrvexLogger &operator=(const KS7OrvexLogger &) = delete;
     KS7OrvexLogger *initLoggingToFile(bool toFile, bool toStdOut);
 
-    /// Writes one line to every sink that is on. Thread-safe, as are the operations below.
+    /// Writes one line to every sink that is on. Any thread may call this function.
     void log(const QString &message) { log(QStringView(message)); }
     void log(QStringView message);
-    /// Writes a separator with the date and time to the file, then flushes.
+    /// Writes a separator line with the date and time to the log file, then calls flush().
     void markLog();
-    /// Closes the current file and starts a new one. Failures are logged through the default logger.
+    /// Closes the current log file and starts a new one. Failures are logged through the default logger.
     void createLogFile();
-    /// Forces the file's contents to the disk.
+    /// Writes the log file's contents to the disk with fsync().
     void flush();
-    /// Every switch from off to on starts a new file; switching off leaves the file open.
+    /// Turns file logging on or off. Each change from off to on starts a new file; turning it off leaves the
+    /// file open.
     void setLogToFile(bool logToFile);
     void setLogToStdOut(bool logToStdOut) { mLogToStdOut = logToStdOut; }
     void setLogToConsole(bool logToConsole) { mLogToConsole = logToConsole; }
     /// Selects the folder of the log files. A different folder starts a new file at once, even while file
     /// logging is off.
     void setLogFileLocation(const QString &path);
-    /// Opens the current file, if it still exists, in the user's default program.
+    /// Opens the current log file, if it still exists, in the user's default program.
     void openLogFile();
-    /// Shows the current file, if it still exists, selected in the file manager.
+    /// Shows the file manager with the current log file selected, if the file still exists.
     void revealLogFile();
-    /// Required by openLogFile() and revealLogFile(); set before other threads log. Workspace and desktop
-    /// services belong to the main thread, so the run loop carries the calls there.
+    /// Sets the services that openLogFile() and revealLogFile() need. Call it before other threads log. The
+    /// run loop carries the requests to the main thread, the only one that may use the workspace.
     void setWorkspace(std::shared_ptr<platform::Workspace> workspace,
                       std::shared_ptr<platform::RunLoop> runLoop);
 
-    /// Whether any sink is on.
+    /// Whether at least one sink is on.
     [[nodiscard]] bool isLogging() const;
 
 private:
@@ -87,22 +88,24 @@ private:
     std::shared_ptr<LogFile> mFileHandle;
     std::mutex mLogLock;
 
-    /// Guards mLogFilePath and mFileHandle while they are copied or replaced. markLog(), flush() and
-    /// revealLogFile() do not take mLogLock, yet another thread may be replacing the file.
+    /// Guards mLogFilePath and mFileHandle while they are copied or replaced. mLogLock cannot do that:
+    /// markLog(), flush() and revealLogFile() read them without it.
     mutable std::mutex mFileLock;
     std::shared_ptr<platform::Workspace> mWorkspace;
     std::shared_ptr<platform::RunLoop> mRunLoop;
     LogTime::Stamper mStamper;
-    /// Buffer of the line being written, reused for the next one.
+    /// The line that log() is writing. It is a member, so that the next line reuses its memory.
     QByteArray mLine;
 };
 
 extern "C" {
-/// Formats and logs through the default logger; does nothing without one. `%@` takes a `const QString *`.
+/// Formats like printf() and logs through the default logger; does nothing without a default logger. `%@`
+/// takes a `const QString *`.
 void OrvexLog(const char16_t *format, ...);
-/// Like OrvexLog(), with a UTF-8 format.
+/// Does the same as OrvexLog(), with a format in UTF-8.
 void orvexlog(const char *format, ...);
-/// Writes to the system console, and to the default logger if there is one.
+/// Formats like printf() and writes to standard error and the system log, and to the default logger if there
+/// is one.
 void OrvexErrorLog(const char16_t *format, ...);
 void flushOrvexLog();
 }

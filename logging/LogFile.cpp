@@ -10,7 +10,7 @@
 namespace {
 
 constexpr mode_t DefaultMode = 0666;
-// O_NONBLOCK: opening a pipe of that name must not block until a reader appears.
+// O_NONBLOCK: if the path names a pipe, open() must not block until a reader appears.
 constexpr int OpenFlags = O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
 
 } // namespace
@@ -54,8 +54,8 @@ void LogFile::synchronize()
     ::fsync(mDescriptor);
 }
 
-/// Removes the first `written` bytes of a line that did not fit on the disk, unless another line follows
-/// them.
+/// Called when only the first `written` bytes of a line fitted on the disk. Removes them, unless another
+/// process has appended to the file meanwhile.
 void LogFile::takeBack(qint64 written)
 {
     const off_t end = ::lseek(mDescriptor, 0, SEEK_CUR);

@@ -5,11 +5,12 @@
 
 #include <memory>
 
-/// An open log file for any number of threads. Each line is one appending write: it is stored whole or not at
-/// all.
+/// An open log file, which any thread may write to. Each line is one write() with O_APPEND, so that lines
+/// never mix.
 class LogFile {
 public:
-    /// Creates an empty file or truncates the existing one. A failure shows in open().
+    /// Creates an empty file or truncates the existing one. A failure is not reported; open() then returns
+    /// null.
     static void create(const QString &path);
     /// Opens an existing file for appending; null on failure.
     static std::shared_ptr<LogFile> open(const QString &path);
@@ -18,7 +19,7 @@ public:
     LogFile(const LogFile &) = delete;
     LogFile &operator=(const LogFile &) = delete;
 
-    /// A line that cannot be written is lost.
+    /// Appends one line. The line is lost if it cannot be written.
     void writeLine(const QByteArray &line);
     void synchronize();
 

@@ -12,12 +12,13 @@
 namespace LogFormat {
 namespace {
 
-// Limits the memory that a large width or precision can allocate.
+// Larger widths and precisions are clamped to this number, because a format could otherwise demand any amount
+// of memory.
 constexpr int LongestField = 4096;
 constexpr int NotGiven = -1;
 const QString Null = QStringLiteral("(null)");
 
-/// A copy of the variable arguments. Several functions take arguments from it in turn.
+/// A copy of a va_list, from which several functions take arguments in turn.
 class Arguments {
 public:
     explicit Arguments(va_list source) { va_copy(mList, source); }
@@ -25,11 +26,11 @@ public:
     Arguments(const Arguments &) = delete;
     Arguments &operator=(const Arguments &) = delete;
 
-    /// The next argument, which must have been passed as this type.
+    /// Returns the next argument. `Type` must be the type with which the caller passed it.
     template <typename Type>
     Type take()
     {
-        // Initialised by the constructor, which the analyzer does not see.
+        // The constructor initialises mList with va_copy(), which clang's analyzer does not recognise.
         return va_arg(mList, Type); // NOLINT(clang-analyzer-valist.Uninitialized)
     }
 
@@ -37,7 +38,7 @@ private:
     va_list mList;
 };
 
-/// One conversion: flags, width and precision, length ("", "l", "ll", …) and letter.
+/// One parsed conversion of a format: flags, width, precision, length ("", "l", "ll", …) and letter.
 struct Directive {
     QByteArray flags;
     int width = NotGiven;
@@ -45,7 +46,7 @@ struct Directive {
     QByteArray length;
     char16_t conversion = 0;
 
-    /// The directive for snprintf().
+    /// The conversion as text for snprintf(), with its percent sign.
     [[nodiscard]] QByteArray text() const
     {
         QByteArray all = '%' + flags;
@@ -57,7 +58,7 @@ struct Directive {
     }
 };
 
-/// Reads the characters at `*text` that are in `set`.
+/// Returns the characters at the start of `*text` that are in `set`, and advances `*text` past them.
 QByteArray run(const char16_t **text, const char *set)
 {
     QByteArray found;
@@ -76,7 +77,8 @@ int number(const char16_t **text, int otherwise)
     return fits ? std::min(value, LongestField) : LongestField;
 }
 
-/// Reads the directive behind a percent sign; `*text` stays on the conversion.
+/// Parses the directive after a percent sign. Afterwards `*text` points to the conversion's letter, its last
+/// character.
 Directive parse(const char16_t **text)
 {
     Directive directive;
@@ -91,7 +93,7 @@ Directive parse(const char16_t **text)
     return directive;
 }
 
-/// Prints numbers with a decimal point in every locale while it exists; affects its thread only.
+/// While it exists, its thread uses the C locale, so that snprintf() writes a decimal point in every locale.
 class PlainNumbers {
 public:
     PlainNumbers()
@@ -115,14 +117,14 @@ private:
 template <typename Type>
 QString printed(const Directive &directive, Arguments &arguments)
 {
-    constexpr int LongestReal = 320; // Digits of the largest double before the decimal point.
+    constexpr int LongestReal = 320; // The largest double has 309 digits before its decimal point.
     std::array<char, LongestField + LongestReal> text = {};
     const PlainNumbers plain;
     std::snprintf(text.data(), text.size(), directive.text().constData(), arguments.take<Type>());
     return QString::fromLatin1(text.data());
 }
 
-/// Signed and unsigned types of one length share their representation.
+/// Signed and unsigned arguments of one size have the same representation, so one C++ type reads both.
 std::optional<QString> integer(const Directive &directive, Arguments &arguments)
 {
     if (directive.length.isEmpty() || directive.length == "h" || directive.length == "hh")
@@ -146,7 +148,8 @@ QString padded(const Directive &directive, const QString &text)
                                          : text.rightJustified(directive.width);
 }
 
-/// Reads no further than the precision: the text need not be terminated within it.
+/// Reads at most `precision` bytes, because a text that is as long as the precision may lack its terminating
+/// zero.
 QString string(const Directive &directive, const char *text)
 {
     if (!text)

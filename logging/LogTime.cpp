@@ -8,7 +8,7 @@ namespace {
 QByteArray written(std::time_t second, const char *format)
 {
     std::tm local = {};
-    // Unlike localtime(), localtime_r() does not look for a new time zone itself.
+    // localtime_r() may ignore a change of the time zone, so tzset() reads the time zone first.
     ::tzset();
     ::localtime_r(&second, &local);
     std::array<char, 256> text = {};

@@ -5,16 +5,16 @@
 
 #include <ctime>
 
-/// Local time for log files and their names. Follows a change of the time zone while the process runs.
+/// Local time for log files and their names. A change of the time zone takes effect while the process runs.
 namespace LogTime {
 
-/// "2009-03-14 at 09.05.07"
+/// The present time for a file name, such as "2009-03-14 at 09.05.07".
 QString forFileName();
-/// Date and time in the short format of the locale.
+/// The present date and time in the locale's short formats.
 QString forSeparator();
 
-/// The time stamp of a line: "2009-03-14 09:05:07.042 ". Caches the text of the current second; not
-/// thread-safe.
+/// Writes the time stamp at the start of a log line, such as "2009-03-14 09:05:07.042 ". It is not
+/// thread-safe, because it caches the text of the current second.
 class Stamper {
 public:
     void appendNow(QByteArray *line);
