@@ -16,7 +16,8 @@ namespace {
 
 constexpr int DefaultSizeIndex = 1;
 constexpr std::uint64_t HertzPerMegahertz = 1'000'000;
-// Slower processors cannot keep up with more than the smallest picture.
+// Lowest processor clock for the choice of a picture size. Slower processors can only handle the smallest
+// picture.
 constexpr int SlowestForLargePictureMhz = 1002;
 
 QVariantMap stateOf(const QCheckBox *checkbox)
@@ -24,7 +25,7 @@ QVariantMap stateOf(const QCheckBox *checkbox)
     return {{UserInfoKeys::Value, checkbox->isChecked() ? 1 : 0}};
 }
 
-/// Shows a state without the signal of a click.
+/// Sets a check box without emitting its signals, because a change by the pane is not a click of the user.
 void show(QCheckBox *checkbox, bool on)
 {
     const QSignalBlocker quiet(checkbox);
@@ -79,7 +80,7 @@ void KS7SettingsWindowController::setupOptimizePopup()
         outlets.optimizeForPopUpLabel->hide();
         return;
     }
-    // A size without an item selects nothing and stays in the preferences.
+    // If the stored size has no item, select no item and keep the stored size.
     const int index = sizeIndexFromKS7Prefs(*mServices.userDefaults);
     const bool hasItem = index >= 0 && index < outlets.optimizeForPopUp->count();
     outlets.optimizeForPopUp->setCurrentIndex(hasItem ? index : -1);
@@ -120,7 +121,8 @@ void KS7SettingsWindowController::optimizeForChanged(QObject *)
     // Write to disk before posting, so that the agent reads the new value.
     defaults.synchronize();
     mServices.distributedCenter->postNotificationName(NotificationNames::ChangedOptimizedPreference);
-    // Update the controls here: the write may fail, and without a bus the post does not come back.
+    // Show the stored size again now. The write may have failed, and without a bus the pane does not receive
+    // its own notification.
     setupOptimizePopup();
 }
 

@@ -12,12 +12,13 @@ class UserDefaults;
 /// Access to the agent's preferences domain, which holds every setting that the pane shows.
 namespace KS7Domain {
 
-/// The stored value, or the pending one. An invalid variant when domain or key is absent.
+/// The value that this process has set and not yet written, else the stored one. Returns an invalid variant
+/// if the domain or the key is absent.
 QVariant domainObjectForKey(platform::UserDefaults &defaults, const QString &key);
-/// Rewrites the whole domain with one value changed, in memory until the next synchronize(). Does not create
-/// a domain that does not exist: the value is dropped.
+/// Changes one value of the domain in memory; synchronize() writes the whole domain to disk. If the domain
+/// does not exist, it is not created and the value is dropped.
 void domainSetObject(platform::UserDefaults &defaults, const QVariant &value, const QString &forKey);
-/// Any number that is not zero is on; `absent` when the domain has no such key.
+/// Returns true for any number other than 0, and `absent` if the domain has no such key.
 bool boolForKey(platform::UserDefaults &defaults, const QString &key, bool absent);
 
 } // namespace KS7Domain
