@@ -12,10 +12,11 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// The camera gets this long to fill the picture before the view is shown.
+/// Delay before the view is shown, so that the camera's first frame has arrived by then.
 constexpr auto RevealDelay = 750ms;
 
-/// Unique IDs of the camera's capture device. Its display name may be anything.
+/// One of the two unique IDs of the camera's capture device. The display name is not compared, because it may
+/// be anything.
 const QString LegacyCameraID =
     QStringLiteral("com.apple.QTKit.legacydevice-KS-7 Wireless Webcam-vdig-usbv-Orvx");
 
@@ -44,7 +45,7 @@ KS7PreviewController::KS7PreviewController(std::shared_ptr<platform::Capture> ca
 
 KS7PreviewController::~KS7PreviewController()
 {
-    // A pending reveal would call swapViewIn() on this object.
+    // Cancel the delayed call of swapViewIn(), which would use the destroyed object.
     mRunLoop->cancelPreviousPerformRequests(this);
 }
 
@@ -72,7 +73,8 @@ std::int16_t KS7PreviewController::doSeqGrab()
 
 std::optional<std::int16_t> KS7PreviewController::setUpSession()
 {
-    // The session stays when a later step fails: the next start then runs it without a camera.
+    // Keep the session even if finding or opening the camera fails: the next start then runs it without a
+    // camera.
     mCaptureSession = mCapture->makeSession();
     const auto camera = findCamera(*mCapture);
     if (!camera)

@@ -15,10 +15,10 @@ class RunLoop;
 
 class KS7QTCaptureView;
 
-/// Owns the capture session of the live preview and shows it in its view.
+/// Owns the capture session of the live preview and shows its frames in `qtView`.
 class KS7PreviewController {
 public:
-    /// Results of doSeqGrab(). Any other value is the code of the failed step, truncated to 16 bits.
+    /// Results of doSeqGrab(). Any other result is the error code of the failed step, truncated to 16 bits.
     enum Result : std::int16_t { Running = 0, NoCamera = -333, CannotOpen = -343, CannotAdd = -345 };
 
     /// The widget that shows the frames; hidden while no preview runs.
@@ -32,23 +32,25 @@ public:
     static bool isCamera(const QString &uniqueID);
 
     void awakeFromNib();
-    /// Starts the capture and schedules the reveal of the view; the first start finds and opens the camera.
-    /// Returns Running, NoCamera, the capture system's code or, without one, CannotOpen or CannotAdd. After a
-    /// failure the next start runs without a camera.
+    /// Starts the capture and, after a delay, shows the view. The first start finds and opens the camera.
+    /// Returns Running or NoCamera. For another failure it returns the capture system's error code or,
+    /// without a code, CannotOpen or CannotAdd. After a failure the next start runs without a camera.
     std::int16_t doSeqGrab();
-    /// Shows the view.
+    /// Shows `qtView`.
     void swapViewIn(void *ignored = nullptr);
-    /// Cancels a pending reveal, stops the session and hides the view. Camera and session are kept.
+    /// Cancels the delayed showing of the view, stops the session and hides the view. Camera and session are
+    /// kept.
     void endGrab();
     /// Whether the session has a camera. It has none after a first start that failed.
     [[nodiscard]] bool hasCamera() const;
     /// Redraws the view at once.
     void display();
-    /// Stops the session and releases it and the camera.
+    /// Stops the session, closes the camera and releases both.
     void stopSession();
 
 private:
-    /// Result of the failed step, which truncation to 16 bits may turn into 0; nothing without a failure.
+    /// Makes the session and gives it the camera. Returns nothing on success, else doSeqGrab()'s result.
+    /// Truncation to 16 bits may turn an error code into 0.
     std::optional<std::int16_t> setUpSession();
 
     std::shared_ptr<platform::CaptureSession> mCaptureSession;

@@ -2,11 +2,11 @@
 
 #include "platform/capture/Capture.h"
 
-/// Shows the frames of a running session, otherwise black.
+/// Shows the frames of its session while the session runs, and black otherwise.
 class KS7QTCaptureView : public platform::CaptureView {
     Q_OBJECT
 public:
-    /// Created hidden; KS7PreviewController reveals it.
+    /// The view is created hidden; KS7PreviewController shows it.
     explicit KS7QTCaptureView(QWidget *parent = nullptr);
 
     void awakeFromNib() { }
