@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// Base of the accessible object of a widget that assistive programs would otherwise skip as a mere
-/// container.
+/// Accessible object with a fixed role, for a custom widget. Without such a role, assistive programs would
+/// skip the widget as a plain container.
 template <QAccessible::Role Role>
 class AccessibleOfRole final : public QAccessibleWidget {
 public:
@@ -15,8 +15,8 @@ public:
     }
 };
 
-/// Registers `Interface`, constructed from a widget's pointer, as the accessible object of every `Widget`.
-/// May be called repeatedly; the factory stays installed until the process ends.
+/// Makes `Interface` the accessible object of every widget of the class `Widget`. Repeated calls are allowed.
+/// The factory stays installed until the process ends.
 template <class Widget, class Interface>
 void installAccessible()
 {

@@ -9,10 +9,11 @@
 
 namespace {
 
-/// Heights of the two parts under each other, as parts of five.
+/// Heights of two stacked parts: the first gets two fifths, the second three fifths.
 constexpr int StackedFirst = 2;
 constexpr int StackedSecond = 3;
-/// Beside a picture the first part gets no wider, in average characters: its texts are short.
+/// Largest width of the first part beside a picture, in characters of average width. Its texts are short and
+/// need no more.
 constexpr int WidestFirst = 48;
 
 } // namespace

@@ -13,7 +13,8 @@ public:
     using QWidget::QWidget;
 
     [[nodiscard]] bool isStacked() const;
-    /// Minimum size of the stacked parts, so that a window can become that narrow.
+    /// The minimum size of the parts when they are stacked, so that the window can be made narrow enough to
+    /// stack them.
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
@@ -24,8 +25,8 @@ private:
     [[nodiscard]] int widthSideBySide() const;
     void arrange();
     [[nodiscard]] int heightUnderPicture(const PictureFrame &picture) const;
-    /// Width of the first part beside the picture. It gets the space that the picture leaves free: 35 to 40 %
-    /// of the whole, at most WidestFirst characters.
+    /// Width of the first part if it stands beside the picture. It gets the width that the picture does not
+    /// need: 35 to 40 % of the total, at most WidestFirst characters.
     [[nodiscard]] int firstWidth(const PictureFrame &picture) const;
     [[nodiscard]] bool isLargerBelow(const PictureFrame &picture) const;
     void share(const PictureFrame &picture);

@@ -8,7 +8,8 @@
 
 namespace {
 
-/// Never on screen. Screen readers say the name of a notification that is reported as shown.
+/// A widget that is always hidden and has the accessible role Notification. When an ObjectShow event reports
+/// it as shown, screen readers say its name.
 class LiveLabel final : public QWidget {
     Q_OBJECT
 public:

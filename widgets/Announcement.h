@@ -3,9 +3,9 @@
 class QString;
 class QWidget;
 
-/// Has a screen reader say the text, wherever the keyboard is. `source` is what the news is about. An empty
-/// text says nothing.
+/// Makes screen readers say the text, regardless of the keyboard focus. `source` is the widget that the text
+/// is about. An empty text is ignored.
 void announce(QWidget *source, const QString &text);
 
-/// Sets the accessible description if it differs: Qt would report an equal one as a change.
+/// Sets the accessible description only if it has changed, because Qt would report an equal one as a change.
 void describe(QWidget *widget, const QString &description);

@@ -14,12 +14,12 @@
 namespace platform {
 namespace {
 
-// Integer range of the accessible progress bar, fine enough for any width on screen.
+// Number of integer steps of a ProgressIndicator, which is fine enough for any width on screen.
 constexpr int Steps = 10000;
 constexpr int SpinnerSpokes = 12;
 constexpr int SpinnerInterval = 80;
 
-// Segments of the meter in pixels, and the parts of the range where the warning colours begin.
+// Width of the meter's segments in pixels, and the levels from 0 to 1 at which its warning colours begin.
 constexpr int SegmentWidth = 5;
 constexpr int SegmentGap = 2;
 constexpr int SegmentStep = SegmentWidth + SegmentGap;
@@ -41,7 +41,7 @@ double fractionOf(const ProgressIndicator &bar)
     return boundedFraction(bar.doubleValue());
 }
 
-/// A read-only value from 0 to 1 for assistive programs.
+/// Accessible object of an indicator: a read-only value from 0 to 1.
 template <class Indicator>
 class FractionAccessible final : public QAccessibleWidget, public QAccessibleValueInterface {
     using Relations = QVector<QPair<QAccessibleInterface *, QAccessible::Relation>>;
@@ -91,7 +91,7 @@ QColor segmentColor(double place)
     return place >= LoudFrom ? QColor(224, 157, 0) : QColor(46, 160, 67);
 }
 
-/// Visible on any background, and clearly different from a lit segment.
+/// Colour of an unlit segment. It is visible on any background and clearly differs from a lit segment.
 QColor unlitColor(const QPalette &palette)
 {
     QColor color = palette.color(QPalette::WindowText);
@@ -113,7 +113,7 @@ void LevelIndicator::setDoubleValue(double value)
     const int before = litCount();
     mValue = value;
     const int now = litCount();
-    // Called ten times a second, so return early when nothing has changed.
+    // Repaint only the segments that have changed, because the level is set ten times a second.
     if (now != before)
         update(segmentRect(std::min(before, now)) | segmentRect(std::max(before, now) - 1));
 }
@@ -140,7 +140,7 @@ int LevelIndicator::litCount() const
 
 QRect LevelIndicator::segmentRect(int segment) const
 {
-    // The meter grows in the reading direction.
+    // The lit part of the meter grows in the reading direction.
     const int place = segment * SegmentStep;
     return {layoutDirection() == Qt::RightToLeft ? width() - place - SegmentWidth : place, 0, SegmentWidth,
             height()};

@@ -12,8 +12,8 @@ namespace platform {
 class RunLoop;
 class Timer;
 
-/// A bar for a value from 0 to 1. value() may lie outside that range; the drawing and the accessible value
-/// are clamped.
+/// A level meter for values from 0 to 1. doubleValue() may be outside that range; the drawing and the
+/// accessible value are clamped to it.
 class LevelIndicator : public QWidget {
     Q_OBJECT
 public:
@@ -21,10 +21,10 @@ public:
 
     [[nodiscard]] double doubleValue() const { return mValue; }
     void setDoubleValue(double value);
-    /// The filled part of the range, 0 to 1.
+    /// The lit part of the meter, from 0 to 1.
     [[nodiscard]] double fraction() const;
-    /// Widget whose text is the accessible label. As a QLabel buddy the meter would get a keyboard shortcut
-    /// in some hosts.
+    /// Sets the widget whose text is the meter's accessible label. QLabel::setBuddy() is not used, because
+    /// some hosts give every buddy a keyboard shortcut.
     void setLabel(QWidget *label) { mLabel = label; }
     [[nodiscard]] QWidget *label() const { return mLabel; }
     [[nodiscard]] QSize sizeHint() const override;
@@ -41,7 +41,7 @@ private:
     QPointer<QWidget> mLabel;
 };
 
-/// A determinate progress bar with the range 0 to 1, and the state of its animation.
+/// A progress bar for values from 0 to 1. It stores whether its animation was started, but draws none.
 class ProgressIndicator : public QProgressBar {
     Q_OBJECT
 public:
@@ -58,14 +58,14 @@ private:
     bool mAnimating = false;
 };
 
-/// A small wheel that turns while an operation of unknown length runs. It is hidden otherwise and keeps its
-/// space.
+/// A small wheel that turns while an operation of unknown length runs. Otherwise it is hidden, but the layout
+/// keeps its space free.
 class SpinnerIndicator : public QWidget {
     Q_OBJECT
 public:
     explicit SpinnerIndicator(QWidget *parent = nullptr);
 
-    /// Visible while started. The animation runs only while the widget is visible.
+    /// Shows the wheel until stopAnimation(). The wheel turns only while it is visible on screen.
     void startAnimation();
     void stopAnimation();
     [[nodiscard]] bool isAnimating() const { return !isHidden(); }

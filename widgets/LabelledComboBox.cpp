@@ -13,7 +13,7 @@ public:
     {
     }
 
-    // Accessible combo box, whose child is its list.
+    // Overrides for the combo box itself. Its only accessible child is its list.
     [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
         return kind == QAccessible::Value ? choice() : QAccessibleWidget::text(kind);
@@ -41,7 +41,7 @@ public:
         return other->object() == comboBox()->view() ? 0 : -1;
     }
 
-    // Action that opens and closes the list.
+    // Overrides for the action that opens and closes the list.
     [[nodiscard]] QStringList actionNames() const override { return {showMenuAction(), pressAction()}; }
     void doAction(const QString &name) override
     {
@@ -50,7 +50,7 @@ public:
         isOpen() ? comboBox()->hidePopup() : comboBox()->showPopup();
     }
 
-    // Read-only text of the present choice.
+    // Overrides for the text interface. The text is the current choice, which is read-only here.
     void selection(int, int *start, int *end) const override { *start = *end = 0; }
     [[nodiscard]] int selectionCount() const override { return 0; }
     void addSelection(int, int) override { }

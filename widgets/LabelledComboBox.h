@@ -2,8 +2,8 @@
 
 #include <QComboBox>
 
-/// A combo box whose accessible name is its label and whose accessible text is its choice. Qt's own is named
-/// by the choice, so a list of the window's controls would not say what is chosen there.
+/// A combo box with its label as accessible name and its choice as accessible text. Qt's own accessible combo
+/// box has the choice as its name, so a screen reader's list of controls omits the label.
 class LabelledComboBox : public QComboBox {
     Q_OBJECT
 public:

@@ -7,7 +7,7 @@
 namespace {
 
 constexpr int DarkestLightBackground = 128;
-// Pure blue is unreadable on a dark window.
+// Link colour on dark windows, where pure blue is unreadable.
 constexpr QRgb BlueOnDark = 0xff6ea8ff;
 
 QString span(const QString &text, const QString &style)

@@ -2,7 +2,8 @@
 
 #include <QLabel>
 
-/// A line of plain text whose end looks like a link. Clicks are handled elsewhere.
+/// A line of plain text whose end looks like a link. This class only draws the link; it does not handle
+/// clicks.
 class LinkLabel : public QLabel {
     Q_OBJECT
 public:

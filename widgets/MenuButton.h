@@ -10,12 +10,13 @@ public:
     explicit MenuButton(QWidget *parent = nullptr);
 
 protected:
-    /// Breeze draws a focused button's icon in the colour of selected text: white on the button's white
-    /// background.
+    /// Draws the icon itself. Breeze would draw the icon of a focused button in the colour of selected text,
+    /// which is white on a white background.
     void paintEvent(QPaintEvent *event) override;
     void actionEvent(QActionEvent *event) override;
 
 private:
-    /// On Wayland the button receives no leave event when the pointer moves into its menu.
+    /// Sends the button the leave event that is missing on Wayland when the pointer moves into its menu.
+    /// Without it, the button would stay highlighted.
     void endHover();
 };

@@ -5,8 +5,8 @@
 class QLabel;
 class QPushButton;
 
-/// A strip that says something lasting and offers one thing to do about it; hidden while there is nothing to
-/// say.
+/// A strip with a lasting message and one button for the action that the message suggests. It is hidden while
+/// it has no message.
 class NoticeStrip : public QFrame {
     Q_OBJECT
 public:

@@ -21,7 +21,7 @@ int PictureFrame::widthForHeight(int height)
 
 QRect PictureFrame::pictureRect() const
 {
-    // Inside the outline.
+    // Leave one pixel free on each side for the outline.
     QRect picture({}, Ratio.scaled(size() - QSize(2, 2), Qt::KeepAspectRatio));
     picture.moveCenter(rect().center());
     return picture;
@@ -31,7 +31,7 @@ void PictureFrame::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::black);
-    // Black on a black theme would have no edge.
+    // Draw a grey outline, because a black frame has no visible edge in a black theme.
     painter.setPen(Qt::gray);
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }

@@ -2,15 +2,16 @@
 
 #include <QWidget>
 
-/// The black frame of the live picture, visible with or without the view in it. The view is 4:3 and centred.
+/// The black frame of the live picture, which is visible even if it contains no view. Its view is 4:3 and
+/// centred.
 class PictureFrame : public QWidget {
     Q_OBJECT
 public:
     explicit PictureFrame(QWidget *parent = nullptr);
 
-    /// Width of a 4:3 picture of that height, in pixels.
+    /// Width of a 4:3 picture with this height, in pixels.
     [[nodiscard]] static int widthForHeight(int height);
-    /// The largest centred 4:3 area.
+    /// The largest centred 4:3 area inside the outline.
     [[nodiscard]] QRect pictureRect() const;
     [[nodiscard]] QSize sizeHint() const override { return {480, 360}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return {160, 120}; }
