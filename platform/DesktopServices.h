@@ -6,20 +6,21 @@
 
 namespace platform {
 
-/// The product's names and texts for the desktop services. platform/ itself does not name the product.
+/// The product's names and texts, which the desktop services show or use. The pane passes them, because
+/// platform/ does not name the product.
 struct Product {
-    /// Begins the names of its bus connections and names its folder below $XDG_STATE_HOME.
+    /// Prefix of the names of the product's bus connections, and name of its folder below $XDG_STATE_HOME.
     QString program;
-    /// Begins its names on the session bus.
+    /// The vendor's prefix of the product's names on the session bus.
     bus::NamePrefix busNames;
-    /// What logind shows while the product delays a sleep.
+    /// The texts that logind shows while the product delays a sleep.
     SleepDelay sleepDelay;
-    /// The folder in whose place the kernel's files about the processor stand, `/` outside tests.
+    /// The folder that contains the kernel's folders `sys` and `proc`: `/`, or a folder that a test has made.
     QString processorRoot;
     std::shared_ptr<Bundle> bundle;
 };
 
-/// The services of this machine's desktop. Buses and devices are opened on first use.
+/// Makes the real services of the desktop. They open buses and devices on first use.
 Services makeDesktopServices(const Product &product);
 
 } // namespace platform

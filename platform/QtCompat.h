@@ -5,7 +5,7 @@
 #include <QLibraryInfo>
 #include <QMouseEvent>
 
-/// Functions whose names differ between Qt 5 and Qt 6.
+/// One function for each Qt call that differs between Qt versions.
 namespace platform {
 
 /// Position of the pointer in the coordinates of the receiving widget.
@@ -38,7 +38,8 @@ inline QString qtTranslationsPath()
 #endif
 }
 
-/// Whether the toolkit can have screen readers say a text, and does.
+/// Sends the text to screen readers in an announcement event and returns true. Returns false before Qt 6.8,
+/// which introduced that event.
 inline bool announces([[maybe_unused]] QObject *source, [[maybe_unused]] const QString &text)
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)

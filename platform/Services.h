@@ -19,7 +19,7 @@ class SoftwareUpdateFramework;
 class UserDefaults;
 class Workspace;
 
-/// Every desktop service that the pane uses. makeDesktopServices() fills it in; tests fill it with fakes.
+/// The desktop services that the pane uses: real ones from makeDesktopServices(), or fakes in tests.
 struct Services {
     std::shared_ptr<RunLoop> runLoop;
     std::shared_ptr<NotificationCenter> localCenter;

@@ -2,5 +2,5 @@
 
 #include <QLoggingCategory>
 
-/// Failures of desktop services. The build names the category.
+/// The log category for failures of desktop services. The build defines its name as PLATFORM_LOG_CATEGORY.
 Q_DECLARE_LOGGING_CATEGORY(PLATFORM_LOG)

@@ -16,7 +16,7 @@ public:
     QtTimer(std::chrono::milliseconds interval, RunLoop::Work tick)
     {
         mTimer.setTimerType(Qt::PreciseTimer);
-        // Runs a copy, because the tick may destroy this timer.
+        // Call a copy, because the tick may destroy this timer and with it the original function.
         QObject::connect(&mTimer, &QTimer::timeout, &mTimer, [tick = std::move(tick)] {
             const auto copy = tick;
             copy();
@@ -100,16 +100,17 @@ public:
     }
 
 private:
-    /// A nested run that only wake() or the application's end stops.
+    /// One runUntilWoken() in progress. It ends on wake() or when the application quits.
     struct Waiting {
         QEventLoop loop;
         bool woken = false;
     };
 
-    /// A QCoreApplication that quits ends every event loop and starts no new one.
+    /// Runs the nested loop, which returns at once or early if the application quits.
     static void run(QEventLoop &loop)
     {
-        // QEventLoop::exec() discards a queued quit, such as the one posted when the last window closes.
+        // Deliver a queued QEvent::Quit first, because QEventLoop::exec() would discard it. Qt posts one when
+        // the last window closes.
         if (auto *application = QCoreApplication::instance())
             QCoreApplication::sendPostedEvents(application, QEvent::Quit);
         loop.exec();

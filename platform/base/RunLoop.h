@@ -6,13 +6,13 @@
 
 namespace platform {
 
-/// A scheduled repeating call; destroying it invalidates it.
+/// A repeating call that RunLoop::scheduledTimer() has started. The calls end when the timer is destroyed.
 class Timer {
 public:
     virtual ~Timer() = default;
 };
 
-/// The host's main run loop, on which everything of the pane runs. Delays run on the monotonic clock.
+/// The event loop of the host's main thread, where the pane's code runs. Delays use the monotonic clock.
 class RunLoop {
 public:
     using Work = std::function<void()>;
@@ -20,21 +20,23 @@ public:
 
     /// Runs `work` once after `delay`. `target` identifies the call for cancelPreviousPerformRequests().
     virtual void performAfterDelay(const void *target, std::chrono::milliseconds delay, Work work) = 0;
-    /// Queues `work` for the main thread; it never runs inside this call. Any thread.
+    /// Queues `work` for the main thread, even if the caller is on that thread already. Any thread may call
+    /// this.
     virtual void performOnMainThread(Work work) = 0;
-    /// Removes every delayed call of `target` that has not run yet.
+    /// Cancels the calls that performAfterDelay() has scheduled for `target` and that have not run yet.
     virtual void cancelPreviousPerformRequests(const void *target) = 0;
     /// Calls `tick` every `interval` until the timer is destroyed.
     [[nodiscard]] virtual std::unique_ptr<Timer> scheduledTimer(std::chrono::milliseconds interval,
                                                                 Work tick) = 0;
-    /// Runs a nested event loop for `slice`. Returns false when the application was told to quit; the caller
-    /// must then return.
+    /// Runs a nested event loop for the time `slice`. Returns false if the application is quitting; the
+    /// caller must then return.
     virtual bool runFor(std::chrono::milliseconds slice) = 0;
-    /// Runs a nested event loop until wake(), without a timer. Result as of runFor().
+    /// Runs a nested event loop until wake(). Returns false if the application quits earlier; the caller must
+    /// then return.
     virtual bool runUntilWoken() = 0;
-    /// Ends every running runUntilWoken(). Main thread only.
+    /// Makes every runUntilWoken() in progress return. Main thread only.
     virtual void wake() = 0;
-    /// Blocks the thread without running the event loop.
+    /// Blocks the calling thread for `duration` without running an event loop.
     virtual void pause(std::chrono::microseconds duration) = 0;
 };
 

@@ -21,8 +21,8 @@ bool timedOut(const QDBusMessage &reply)
 bool saysPeerIsGone(const QDBusMessage &reply)
 {
     const auto type = QDBusError(reply).type();
-    // The bus daemon replies NameHasNoOwner to a call with setAutoStartService(false) if nobody owns the
-    // name.
+    // NameHasNoOwner also means that the peer is gone: the bus daemon sends it for a call without auto-start
+    // if nobody owns the name.
     return type == QDBusError::Disconnected || type == QDBusError::ServiceUnknown
         || reply.errorName() == bus::NameHasNoOwner;
 }

@@ -7,17 +7,18 @@
 
 namespace platform {
 
-/// Time limit of one call's reply, and of a bus that has to accept a connection.
+/// Time limit for the reply to one call, and for a bus to reply while a connection is being opened.
 inline constexpr std::chrono::milliseconds CallTimeout{3000};
 
-/// Sends a method call that starts no service. Blocks until the reply or the timeout; no event loop runs.
+/// Sends a method call that does not auto-start the service. Blocks until the reply or the timeout, without
+/// running an event loop.
 QDBusMessage callAndWait(const QDBusConnection &bus, QDBusMessage call,
                          std::chrono::milliseconds timeout = CallTimeout);
-/// Whether no reply arrived in time. The bus sends the same error (NoReply) when the peer exits without a
-/// reply.
+/// Whether the reply reports a timeout. Also true if the peer exited before it replied, because the bus then
+/// sends the same error (NoReply).
 bool timedOut(const QDBusMessage &reply);
-/// Whether the error means that the peer or the bus is gone. Qt does not name an error's sender, so a peer
-/// can send this error too.
+/// Whether the error says that the peer or the bus is gone. Qt does not tell who sent an error, so a running
+/// peer can send this one, too.
 bool saysPeerIsGone(const QDBusMessage &reply);
 
 } // namespace platform

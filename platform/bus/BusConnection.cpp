@@ -15,7 +15,8 @@ using namespace std::chrono_literals;
 namespace platform {
 namespace {
 
-/// Each interval is 1.5 times as long as the previous one; together they are about a minute.
+/// Intervals between attempts to open the bus. Each is 1.5 times as long as the previous one; the sum is
+/// about a minute.
 constexpr auto FirstInterval = 100ms;
 constexpr auto LongestInterval = 20s;
 
@@ -25,8 +26,8 @@ QStringList &namesInUse()
     return names;
 }
 
-/// Returns the first connection name that is not in use. An unused open connection keeps its name, so the
-/// next object reuses it.
+/// Returns the first connection name that no BusConnection uses. A destroyed BusConnection leaves its
+/// connection open, and the next one with this name reuses it.
 QString takeName(QDBusConnection::BusType type, const QString &owner)
 {
     const QString kind = owner
@@ -71,7 +72,7 @@ QDBusConnection BusConnection::connection()
 
 void BusConnection::reopenIfLost()
 {
-    // The socket may be closed before the Disconnected signal has passed through the event loop.
+    // Check the connection itself. Its Disconnected signal may still be waiting in the event loop.
     if (!isOpen())
         reportLoss();
     if (!isOpen())
@@ -119,7 +120,7 @@ void BusConnection::tryToOpen(Patience patience)
 void BusConnection::connectToBus()
 {
     leaveBus();
-    // QDBusConnection never reopens a broken connection under the same name.
+    // Remove a broken connection, because connectToBus() never reopens one under the same name.
     if (!QDBusConnection(mName).isConnected())
         QDBusConnection::disconnectFromBus(mName);
     mConnection = QDBusConnection::connectToBus(mType, mName);
@@ -154,7 +155,7 @@ void BusConnection::stopListening()
 {
     if (!mListener)
         return;
-    // deleteLater(): the notifier may be the sender of the signal that is being handled.
+    // Use deleteLater(), because the notifier may be the sender of the signal that is being handled.
     mListener->setEnabled(false);
     std::exchange(mListener, nullptr)->deleteLater();
 }
@@ -178,7 +179,7 @@ void BusConnection::endSearch()
 
 void BusConnection::disconnected()
 {
-    // Ignore a late signal of a connection that has been replaced.
+    // A late signal may belong to a connection that has been replaced, so check the present one.
     if (isLostUnreported())
         reportLoss();
 }

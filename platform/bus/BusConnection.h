@@ -14,41 +14,45 @@ namespace platform {
 
 class BusHandshake;
 
-/// The pane's own connection to the session bus or the system bus. It shares nothing with the host's
-/// connection. A bus that accepts and does not reply blocks the caller for one call's timeout in all. A bus
-/// that is absent is tried again at growing intervals for about a minute, then at each reopenIfLost(). Main
-/// thread only.
+/// The pane's own connection to the session bus or the system bus, separate from the host's. Main thread
+/// only. A bus that accepts the socket but does not reply blocks the caller once, for one CallTimeout. If the
+/// bus is absent, a timer tries to open it at growing intervals for about a minute. After that,
+/// reopenIfLost() and openInBackground() try again.
 class BusConnection : public QObject {
     Q_OBJECT
 public:
     static inline const QString AnyOwner = QStringLiteral("own-connection");
 
-    /// `owner` begins the connection's name, which the host's connections must not have.
+    /// `owner` is the prefix of the connection's name in Qt. No connection of the host may have the same
+    /// prefix.
     explicit BusConnection(QDBusConnection::BusType type, const QString &owner = AnyOwner);
-    /// Leaves the connection open for the next object of its type. Qt would close it in another thread while
-    /// replies may still arrive.
+    /// Leaves the connection open for the next object with the same name. Qt would close it in another
+    /// thread, while replies may still arrive.
     ~BusConnection() override;
 
-    /// The connection, opened on first use. Not connected while there is no bus.
+    /// Returns the connection and opens it on first use. It is not connected while there is no bus.
     QDBusConnection connection();
     [[nodiscard]] bool isOpen() const { return mOpen && mConnection.isConnected(); }
-    /// Whether the bus is gone and lost() was not emitted yet.
+    /// Whether the bus is gone and lost() has not been emitted yet.
     [[nodiscard]] bool isLostUnreported() const { return mOpen && !mConnection.isConnected(); }
-    /// Emits lost() for an unreported loss, then tries once to open the bus if it is not open.
+    /// Emits lost() if a loss has not been reported yet. Then tries once to open the bus if it is not open.
     void reopenIfLost();
-    /// Opens without blocking; opened() is emitted once the bus has replied.
+    /// Opens the bus without blocking. Emits opened() when the bus has replied.
     void openInBackground();
-    /// Unique name of the owner of `busName`; empty without an owner or a reply. After one timeout the bus is
-    /// not asked again until it has replied.
+    /// Returns the unique name of the owner of `busName`; empty if there is no owner or no reply. After a
+    /// timeout it returns empty at once, until the bus replies again.
     QString ownerOf(const QString &busName);
 
 Q_SIGNALS:
-    /// The connection is open and has no subscriptions yet.
+    /// Emitted when the connection has been opened. It has no subscriptions yet, so receivers must subscribe
+    /// now.
     void opened();
-    /// Emitted after opened() if the bus had been lost: broadcasts sent meanwhile were missed.
+    /// Emitted after opened() if the bus was lost or absent before. Broadcasts that were sent in that time
+    /// have been missed.
     void foundAgain();
     void lost();
-    /// Emitted before each broadcast is delivered, so that a death that precedes it is reported first.
+    /// Emitted before each broadcast reaches its observers, so that a connection's earlier death is reported
+    /// first.
     void aboutToDeliver();
 
 private Q_SLOTS:
@@ -76,7 +80,8 @@ private:
     QSocketNotifier *mListener = nullptr;
     QTimer mNextTry;
     std::chrono::milliseconds mInterval;
-    /// A pending call without a timeout to a bus that hangs; its reply shows that the bus works again.
+    /// A call without a timeout, which is sent after another call has timed out. Its reply shows that the bus
+    /// works again.
     std::optional<QDBusPendingCall> mSignOfLife;
 };
 

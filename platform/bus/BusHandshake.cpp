@@ -25,7 +25,7 @@ QByteArray socketInRuntimeFolder()
     return folder.isEmpty() ? QByteArray() : "unix:path=" + folder + "/bus";
 }
 
-/// The bus address that libdbus would use; empty when libdbus would start a bus.
+/// Returns the bus address that libdbus would use; empty if libdbus would start a bus itself.
 QByteArray addressOf(QDBusConnection::BusType type)
 {
     if (type == QDBusConnection::SystemBus) {
@@ -36,8 +36,8 @@ QByteArray addressOf(QDBusConnection::BusType type)
     return address.isEmpty() ? socketInRuntimeFolder() : address;
 }
 
-/// Socket path from an address; the abstract name space begins with a zero byte. Empty for other kinds of
-/// address, which are left to libdbus.
+/// Returns the path of a socket; the name of an abstract socket begins with a zero byte. Empty for other
+/// kinds of address, which only libdbus can open.
 QByteArray socketName(const QByteArray &address)
 {
     if (!address.startsWith("unix:"))
@@ -53,7 +53,7 @@ QByteArray socketName(const QByteArray &address)
     return {};
 }
 
-/// A connected non-blocking socket; -1 when nobody listens or the queue of the listener is full.
+/// Returns a connected non-blocking socket; -1 if no server listens or the server's queue is full.
 int connectTo(const QByteArray &name)
 {
     sockaddr_un address{};
@@ -61,7 +61,8 @@ int connectTo(const QByteArray &name)
         return -1;
     address.sun_family = AF_UNIX;
     std::memcpy(address.sun_path, name.constData(), static_cast<std::size_t>(name.size()));
-    // The kernel counts all bytes of an abstract name, but ends a path at its zero byte.
+    // Pass the exact length, because the kernel counts all bytes of an abstract name. A path may end at a
+    // zero byte.
     const auto length = offsetof(sockaddr_un, sun_path) + static_cast<std::size_t>(name.size());
     const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
     if (socket >= 0
@@ -71,7 +72,8 @@ int connectTo(const QByteArray &name)
     return -1;
 }
 
-/// Requests the list of authentication mechanisms, which every bus sends before it knows the client.
+/// Sends AUTH, the request for a list of authentication mechanisms. Every bus replies to it before the client
+/// has authenticated.
 bool greet(int socket)
 {
     constexpr char Question[] = "\0AUTH\r\n";
@@ -87,7 +89,7 @@ BusHandshake::BusHandshake(QDBusConnection::BusType type)
     const QByteArray addresses = addressOf(type);
     if (addresses.isEmpty())
         mOutcome = Outcome::Answered;
-    // Takes the first address where something listens, as libdbus does.
+    // Use the first address where a server listens, as libdbus does.
     for (const QByteArray &address : addresses.split(';')) {
         if (mOutcome == Outcome::Refused && !address.isEmpty())
             begin(address);
@@ -138,7 +140,8 @@ BusHandshake::Outcome BusHandshake::lookFor(int milliseconds)
     if (mOutcome != Outcome::Silent)
         return mOutcome;
     pollfd question{mSocket, POLLIN, 0};
-    // A signal ends poll() early with EINTR; the next call goes on.
+    // A Unix signal ends poll() early with EINTR. The result then stays Silent, and the next call waits
+    // again.
     if (::poll(&question, 1, milliseconds) <= 0)
         return mOutcome;
     char byte = 0;
@@ -151,11 +154,13 @@ void keepToolkitOffSilentBus()
     const auto handshake = BusHandshake::shared(QDBusConnection::SessionBus);
     if (handshake->wait() != BusHandshake::Outcome::Silent)
         return;
-    // Keep the result, so that the pane's own connection does not wait a second time.
+    // Keep this handshake, so that BusHandshake::shared() returns it and the pane's own connection does not
+    // wait a second time.
     static const auto waitedFor = handshake;
     const QByteArray address = qgetenv(SessionAddress);
     qputenv(SessionAddress, "unix:path=/nonexistent");
-    // Point Qt to an address that fails at once; Qt does not try again.
+    // Open Qt's session bus with an address that fails at once. Qt keeps the failed connection and does not
+    // try again.
     static_cast<void>(QDBusConnection::sessionBus());
     if (address.isNull())
         qunsetenv(SessionAddress);

@@ -8,28 +8,29 @@
 
 namespace platform {
 
-/// Tests over its own socket whether a bus replies. QDBusConnection::connectToBus() blocks the process's
-/// D-Bus thread for 25 s if a bus accepts and does not reply. So call it only for a bus that has replied
-/// here.
+/// Tests over a socket of its own whether a bus replies. Call QDBusConnection::connectToBus() only after a
+/// reply. On a bus that accepts the socket but does not reply, it would block the process's D-Bus thread for
+/// 25 s.
 class BusHandshake {
 public:
     enum class Outcome { Refused, Silent, Answered };
 
-    /// Starts at once and never blocks. The time limit is that of one call.
+    /// Connects and sends a first message without blocking. The reply must arrive within CallTimeout.
     explicit BusHandshake(QDBusConnection::BusType type);
-    /// The unfinished handshake with a silent bus, else a new one. So all callers in the process share one
-    /// wait.
+    /// Returns the unfinished handshake if the bus is silent until now, else a new handshake. All callers in
+    /// the process thus share one wait.
     static std::shared_ptr<BusHandshake> shared(QDBusConnection::BusType type);
     ~BusHandshake();
     BusHandshake(const BusHandshake &) = delete;
     BusHandshake &operator=(const BusHandshake &) = delete;
 
-    /// Blocks until the bus replies or the rest of the time limit is over. Later calls do not block, so a
-    /// silent bus costs one wait.
+    /// Blocks until the bus replies or the time limit of this handshake is over. Later calls do not block, so
+    /// a silent bus blocks the process once.
     Outcome wait();
-    /// Checks without blocking.
+    /// Checks for a reply without blocking.
     Outcome look();
-    /// Descriptor that becomes readable when a silent bus replies or closes; -1 when there is none.
+    /// Descriptor that becomes readable when a silent bus replies or closes the connection; -1 if there is
+    /// none.
     [[nodiscard]] int socket() const { return mSocket; }
 
 private:
@@ -41,9 +42,9 @@ private:
     QDeadlineTimer mDeadline;
 };
 
-/// Keeps Qt away from a silent session bus. Qt's accessibility bridge calls QDBusConnection::sessionBus(),
-/// which would block for ever. Qt then has no session bus until the process ends. No effect if the bus
-/// replies or the connection exists already.
+/// If the session bus is silent, makes QDBusConnection::sessionBus() fail at once until the process ends.
+/// Otherwise Qt's accessibility bridge would block there for ever. Has no effect if the bus replies or if
+/// sessionBus() has been called before.
 void keepToolkitOffSilentBus();
 
 } // namespace platform

@@ -5,32 +5,32 @@
 /// Bus names, paths and interfaces of the agent and of desktop services. Each is spelled only here.
 namespace platform::bus {
 
-/// The vendor's part of the names, such as "org.example.".
+/// The vendor's prefix of bus names, such as "org.example.".
 struct NamePrefix {
     QString text;
 
-    /// The bus name of a registered name.
+    /// Turns a registered name, the agent's name for a remote object, into a bus name.
     [[nodiscard]] QString busName(const QString &registeredName) const { return text + registeredName; }
-    /// The path of a registered name's root object.
+    /// Path of the root object that belongs to a registered name.
     [[nodiscard]] QString objectPath(const QString &registeredName) const
     {
         return QLatin1Char('/') + QString(text).replace(QLatin1Char('.'), QLatin1Char('/')) + registeredName;
     }
 };
 
-/// The registered name of the distributed notification centre. In its broadcasts the member is the
-/// notification's name, the one argument its user info.
+/// The registered name of the notification center between processes. It sends each notification as a signal:
+/// the member is the notification's name, the only argument its user info.
 inline const QString NotificationCenterName = QStringLiteral("DistributedNotificationCenter");
 inline const QString UserInfoSignature = QStringLiteral("a{sv}");
 
-// libdbus emits this signal locally when a connection is lost; the bus never sends it.
+// libdbus itself emits the signal Disconnected when a connection is lost; the bus never sends it.
 inline const QString LocalPath = QStringLiteral("/org/freedesktop/DBus/Local");
 inline const QString LocalInterface = QStringLiteral("org.freedesktop.DBus.Local");
 inline const QString LocalDisconnected = QStringLiteral("Disconnected");
 
-// Desktop services that several files use.
+// Names of the desktop services that several files use.
 inline const QString Daemon = QStringLiteral("org.freedesktop.DBus");
-/// The bus daemon's error for a name without an owner. QDBusError has no enumerator for it.
+/// The bus daemon's error for a name without an owner. The enumeration QDBusError::ErrorType lacks it.
 inline const QString NameHasNoOwner = QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner");
 inline const QString DaemonPath = QStringLiteral("/org/freedesktop/DBus");
 inline const QString Properties = QStringLiteral("org.freedesktop.DBus.Properties");

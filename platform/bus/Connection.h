@@ -7,7 +7,8 @@
 
 namespace platform {
 
-/// Posted once on the local center when a connection has died. The object is the Connection.
+/// Posted once on the local notification center when a Connection has died. The notification's object is that
+/// Connection.
 inline const QString NSConnectionDidDieNotification = QStringLiteral("NSConnectionDidDieNotification");
 
 /// A remote object whose interface is not known yet.
@@ -16,29 +17,29 @@ public:
     virtual ~RootProxy() = default;
 };
 
-/// A link to the one owner that held a registered name when it was opened. It dies on invalidate(), when that
-/// owner releases the name or lets a call time out, and when the bus goes away.
+/// A connection to the one process that owned a registered name when the connection was opened. It dies on
+/// invalidate(), when that process releases the name or lets a call time out, and when the bus is lost.
 class Connection {
 public:
     virtual ~Connection() = default;
 
-    /// The remote root object, null once the connection is dead.
+    /// The remote root object; null if the connection is dead.
     virtual std::shared_ptr<RootProxy> rootProxy() = 0;
-    /// Ends the connection; a live one reports its death before this returns.
+    /// Ends the connection. If it was alive, its death is reported before this function returns.
     virtual void invalidate() = 0;
     [[nodiscard]] virtual bool isValid() const = 0;
 };
 
-/// Looks remote objects up by their registered names.
+/// Opens connections to remote objects by their registered names.
 class ConnectionRegistry {
 public:
     virtual ~ConnectionRegistry() = default;
 
-    /// A connection to `name` on the local bus; null when nobody owns the name. Connections found dead here
-    /// report their death on the next turn of the run loop.
+    /// Opens a connection to the owner of `name` on the session bus; returns null if there is no owner. Older
+    /// connections that turn out to be dead report their death on the next turn of the event loop.
     virtual std::shared_ptr<Connection> connectionWithRegisteredName(const QString &name) = 0;
-    /// Sets the handler for a bus that returns after a loss while `name` is already owned. The pane has then
-    /// missed the agent's start notification.
+    /// Sets a handler for the case that the bus returns after a loss and `name` is already owned. The agent's
+    /// start notification was then missed.
     // NOLINTBEGIN(performance-unnecessary-value-param): implementations keep the handler.
     virtual void whenFoundAgain([[maybe_unused]] const QString &name,
                                 [[maybe_unused]] std::function<void()> handler)

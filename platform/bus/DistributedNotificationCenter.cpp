@@ -8,7 +8,8 @@
 namespace platform {
 namespace {
 
-/// Any process may send such signals. Treat an argument of a wrong type as absent user info.
+/// Returns the user info of a notification. Any process may send one, so an argument of a wrong type counts
+/// as empty user info.
 QVariantMap userInfoOf(const QDBusMessage &signal)
 {
     if (signal.signature() != bus::UserInfoSignature)
@@ -29,7 +30,7 @@ DistributedNotificationCenter::DistributedNotificationCenter(std::shared_ptr<Bus
 
 DistributedNotificationCenter::~DistributedNotificationCenter()
 {
-    // Disconnect first: QtDBus's thread may close the connection at any time and must not call a
+    // Unsubscribe first. QtDBus's thread may close the connection at any time and must not call a
     // half-destroyed receiver.
     for (const auto &name : std::as_const(mSubscribed))
         unsubscribe(name);

@@ -14,14 +14,14 @@ namespace platform {
 
 class BusConnection;
 
-/// Notifications between processes, as broadcast signals on the session bus. It subscribes to observed names
-/// only, so other notifications do not wake the pane. Posts do not wait for a reply. The poster's own
-/// observers are called through the run loop. A post's object is not sent. A post without an open bus tries
-/// to open it once; if that fails, the post is lost.
+/// Sends notifications between processes as broadcast signals on the session bus. Only observed names are
+/// subscribed, so that other notifications do not wake the pane. A post does not wait for a reply, and its
+/// object is not sent. The poster's own observers are called later, from the event loop. Without an open bus,
+/// a post tries once to open it and is lost if that fails.
 class DistributedNotificationCenter final : public QObject, public NotificationCenter {
     Q_OBJECT
 public:
-    /// `prefix` places the centre on the bus.
+    /// `prefix` determines the object path and the interface of the center's signals.
     DistributedNotificationCenter(std::shared_ptr<BusConnection> bus, const bus::NamePrefix &prefix);
     ~DistributedNotificationCenter() override;
 

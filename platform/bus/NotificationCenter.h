@@ -8,7 +8,7 @@
 
 namespace platform {
 
-/// The argument of a handler: the name, the object (compared by identity, may be null) and the user info.
+/// A posted notification: its name, its object (compared by identity, may be null) and its user info.
 struct Notification {
     QString name;
     const void *object = nullptr;
@@ -17,7 +17,8 @@ struct Notification {
 
 using NotificationHandler = std::function<void(const Notification &)>;
 
-/// Delivers posts to observers. Main thread only; handlers of one name run in the order of registration.
+/// Delivers posted notifications to observers. Main thread only. The handlers of one name run in the order of
+/// their registration.
 class NotificationCenter {
 public:
     virtual ~NotificationCenter() = default;
@@ -30,7 +31,7 @@ public:
                                       const QVariantMap &userInfo = {}) = 0;
 };
 
-/// The center inside the process: postNotificationName() returns after every handler has run.
+/// A notification center inside the process. postNotificationName() returns after every handler has run.
 class LocalNotificationCenter final : public NotificationCenter {
 public:
     void addObserver(const void *observer, const QString &name, NotificationHandler handler) override;

@@ -51,7 +51,7 @@ DBusConnectionRegistry::~DBusConnectionRegistry() = default;
 
 std::shared_ptr<Connection> DBusConnectionRegistry::connectionWithRegisteredName(const QString &name)
 {
-    // Report later: the caller is still connecting and may not observe deaths yet.
+    // Report the deaths later, because the caller is still connecting and may not observe them yet.
     if (mBus->isLostUnreported())
         endAllOnNextTurn();
     mBus->reopenIfLost();
@@ -79,7 +79,8 @@ void DBusConnectionRegistry::endAllOnNextTurn()
 
 void DBusConnectionRegistry::lookForOwners()
 {
-    // Queued: the bus may have been found inside a look-up, whose caller is still connecting.
+    // Queue the handlers. The bus may be found again inside connectionWithRegisteredName(), whose caller is
+    // still connecting.
     mRunLoop->performOnMainThread([weak = weak_from_this()] {
         const auto self = weak.lock();
         if (!self)
@@ -110,7 +111,8 @@ RemoteConnection::~RemoteConnection()
 
 bool RemoteConnection::open()
 {
-    // Subscribe before GetNameOwner, so that no change between the two is missed.
+    // Subscribe to NameOwnerChanged before the call of GetNameOwner, so that no change between them is
+    // missed.
     watchOwner();
     mOwner = mRegistry->mBus->ownerOf(mBusName);
     if (mOwner.isEmpty())
@@ -159,7 +161,7 @@ void RemoteConnection::endOnNextTurn()
 
 void RemoteConnection::nameOwnerChanged(const QString &, const QString &oldOwner, const QString &)
 {
-    // Signals about earlier owners may arrive after the connection was opened.
+    // Ignore signals about earlier owners, which may arrive after the connection was opened.
     if (oldOwner == mOwner)
         end();
 }
@@ -187,7 +189,7 @@ void RemoteConnection::end()
     if (std::exchange(mState, State::Dead) == State::Dead)
         return;
     unwatchOwner();
-    // An observer may drop the last reference to the connection.
+    // Keep a reference during the notification, because an observer may drop the last other reference.
     const auto self = shared_from_this();
     mRegistry->mLocalCenter->postNotificationName(NSConnectionDidDieNotification,
                                                   static_cast<Connection *>(this));

@@ -19,20 +19,20 @@ class NotificationCenter;
 class RemoteConnection;
 class RunLoop;
 
-/// The target of calls to a remote root object, and the effect of a failed call on the connection. Does not
-/// own the connection; without it the root is invalid.
+/// Addresses calls to a remote root object and reports failed calls to its connection. It does not own the
+/// connection, and is invalid without one.
 class DBusRootProxy final : public RootProxy {
 public:
     DBusRootProxy(std::weak_ptr<RemoteConnection> connection, QString owner, QString path,
                   QDBusConnection bus);
 
-    /// False when calls are not sent any more: each returns nil, 0 or false at once.
+    /// Whether calls are still sent. Otherwise each call returns nil, 0 or false at once.
     [[nodiscard]] bool isValid() const;
     [[nodiscard]] QString owner() const { return mOwner; }
     [[nodiscard]] QString path() const { return mPath; }
     [[nodiscard]] QDBusConnection bus() const { return mBus; }
-    /// Handles the error reply of a call. The root becomes invalid if the call timed out or the error means
-    /// that the peer or the bus is gone.
+    /// Handles the error reply to a call. The object becomes invalid if the call timed out, or if the peer or
+    /// the bus is gone.
     void callFailed(const QDBusMessage &error) const;
 
 private:
@@ -58,8 +58,8 @@ public:
 
 private:
     friend class RemoteConnection;
-    /// One peer serves all names, so end all connections together. Otherwise the next call on another one
-    /// would block the window again.
+    /// Ends all connections, because one process serves all names. Otherwise a call through another
+    /// connection would block the window again.
     void endAllOnNextTurn();
     void lookForOwners();
 
@@ -80,14 +80,14 @@ public:
     RemoteConnection(std::shared_ptr<DBusConnectionRegistry> registry, const QString &registeredName);
     ~RemoteConnection() override;
 
-    /// Binds to the present owner of the name; false when there is none.
+    /// Asks for the owner of the bus name and binds to it; returns false if there is none.
     bool open();
     std::shared_ptr<RootProxy> rootProxy() override;
     void invalidate() override;
     [[nodiscard]] bool isValid() const override { return mState == State::Open; }
 
-    /// Ends all connections when the error says that the call has timed out, or that the peer or the bus is
-    /// gone.
+    /// Handles the error reply to a call. Ends all connections if the call timed out, or if the peer or the
+    /// bus is gone.
     void callFailed(const QDBusMessage &error);
     void endOnNextTurn();
 
@@ -95,7 +95,7 @@ private Q_SLOTS:
     void nameOwnerChanged(const QString &name, const QString &oldOwner, const QString &newOwner);
 
 private:
-    /// Dying: calls are refused, but the death is not reported yet.
+    /// In the state Dying, calls are refused, but the death has not been reported to observers yet.
     enum class State { Open, Dying, Dead };
 
     void watchOwner();

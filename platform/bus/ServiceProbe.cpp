@@ -16,7 +16,7 @@ QByteArray contentsOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// Boot time in seconds since the epoch; 0 if the kernel does not report it.
+/// Returns the time of the boot in seconds since the epoch; 0 if the kernel does not report it.
 qint64 bootTime()
 {
     const auto lines = contentsOf(QStringLiteral("/proc/stat")).split('\n');

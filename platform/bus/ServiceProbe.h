@@ -11,8 +11,8 @@
 
 namespace platform {
 
-/// Finds the owners of bus names. It asks the bus daemon only, so no service is started. Each call takes
-/// three seconds at most; after one timeout the bus is not asked again.
+/// Finds the owners of bus names. It calls the bus daemon only, so that no service is started. Each call
+/// takes at most three seconds, and no call is sent after a timeout.
 class ServiceProbe {
 public:
     enum class Presence { NoBus, Absent, Startable, Running };
@@ -21,7 +21,7 @@ public:
 
     [[nodiscard]] bool isReachable() const;
     Presence presenceOf(const QString &busName);
-    /// Process ID of the name's owner; nothing when nobody owns the name.
+    /// Returns the process ID of the name's owner, or nothing if there is no owner or no reply.
     std::optional<std::uint32_t> processOf(const QString &busName);
 
 private:

@@ -13,7 +13,7 @@ constexpr QSize UsualPicture{640, 480};
 CaptureView::CaptureView(QWidget *parent)
     : QWidget(parent)
 {
-    // WA_OpaquePaintEvent: every pixel is painted, so Qt need not draw the background.
+    // WA_OpaquePaintEvent: drawRect() paints every pixel, so Qt need not draw the background.
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
@@ -75,7 +75,8 @@ void CaptureView::drawRect(const QRect &rect)
     QPainter painter(this);
     painter.setClipRect(rect);
     const QRectF picture = mFrame.isNull() ? QRectF() : pictureRect();
-    // Paint the border also under the frame's outermost pixels, which the frame may cover only in part.
+    // Paint black also under the frame's outermost pixels. With a fractional scale, the frame covers them
+    // only in part.
     const QRegion border = QRegion(rect) - QRegion(picture.toAlignedRect().adjusted(1, 1, -1, -1));
     for (const QRect &strip : border)
         painter.fillRect(strip, Qt::black);

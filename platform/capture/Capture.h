@@ -14,16 +14,17 @@ namespace platform {
 class NotificationCenter;
 class RunLoop;
 
-/// Posted on the local center when a running session fails. The user info contains the code.
+/// Posted on the local notification center when a running session fails. The user info contains the error
+/// code.
 inline const QString QuickTimeErrorNotification = QStringLiteral("QuickTimeError");
 inline const QString QuickTimeErrorCodeKey = QStringLiteral("Value");
 
-/// The code of a failed capture step, from errno or GStreamer.
+/// The error code of a failed capture step: a negative errno or a code of GStreamer.
 struct CaptureError {
     int code = 0;
 };
 
-/// A camera of the system, open or not.
+/// A camera of the system, which may be open or closed.
 class CaptureDevice {
 public:
     virtual ~CaptureDevice() = default;
@@ -49,7 +50,7 @@ private:
     std::shared_ptr<CaptureDevice> mDevice;
 };
 
-/// Delivers the frames of its input to the frame handler.
+/// Takes frames from its input and passes them to the frame handler.
 class CaptureSession {
 public:
     using FrameHandler = std::function<void(const QImage &)>;
@@ -58,19 +59,19 @@ public:
     /// Returns false when the input is refused; `error` then holds the code or stays empty.
     virtual bool addInput(const std::shared_ptr<CaptureDeviceInput> &input,
                           std::optional<CaptureError> &error) = 0;
-    /// Without an input the session runs and delivers no frame.
+    /// Starts the session. A session without an input runs, but delivers no frame.
     virtual void startRunning() = 0;
     virtual void stopRunning() = 0;
     [[nodiscard]] virtual bool isRunning() const = 0;
-    /// Called on the main thread with the newest frame; undelivered older frames are dropped. A null frame
-    /// means that the previous one must not be shown any more.
+    /// Sets the function that receives the newest frame on the main thread; older undelivered frames are
+    /// dropped. A null frame means that the previous frame must not be shown any more.
     virtual void setFrameHandler(FrameHandler handler) = 0;
-    /// Scales larger frames down to fit, with their aspect ratio kept, before they reach the handler. Without
-    /// this they keep the camera's size.
+    /// Scales frames that are larger than `pixels` down before they reach the frame handler, with their
+    /// aspect ratio kept. Without this call, frames keep the camera's size.
     virtual void setLargestFrame(const QSize &pixels) = 0;
 };
 
-/// The capture system: devices and sessions.
+/// The capture system: it lists the cameras and makes sessions.
 class Capture {
 public:
     virtual ~Capture() = default;
@@ -80,7 +81,8 @@ public:
     virtual std::shared_ptr<CaptureSession> makeSession() = 0;
 };
 
-/// Draws the newest frame of its session on black, as large as fits with its aspect ratio kept.
+/// A widget that shows the newest frame of its session on black. The frame is as large as fits and keeps its
+/// aspect ratio.
 class CaptureView : public QWidget {
     Q_OBJECT
 public:
@@ -94,7 +96,7 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
-    /// Draws the part of frame and black border inside `rect`.
+    /// Draws the frame and its black border, clipped to `rect`.
     virtual void drawRect(const QRect &rect);
     void paintEvent(QPaintEvent *event) override;
 

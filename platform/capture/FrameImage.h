@@ -8,18 +8,19 @@ using GstSample = struct _GstSample;
 
 namespace platform {
 
-/// The pixel format that Qt's raster engine paints without a conversion.
+/// GStreamer's name for the pixel format of QImage::Format_RGB32, which Qt paints without a conversion.
 #if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
 inline constexpr auto NativeFormat = "BGRx";
 #else
 inline constexpr auto NativeFormat = "xRGB";
 #endif
 
-/// The frame in `sample`, which must have NativeFormat; null otherwise. The image keeps the sample's buffer
-/// alive.
+/// Returns the frame in `sample` without copying it, or a null image if the sample contains no frame. The
+/// frame must have NativeFormat. The image keeps the sample's buffer alive.
 QImage imageOver(GstSample *sample);
 
-/// A copy in our own memory with every pixel opaque: the camera's unused byte may have any value.
+/// Returns a copy of the frame in new memory, with every pixel opaque. A camera may write any value into the
+/// unused byte of a pixel.
 QImage opaqueCopy(const QImage &frame);
 
 } // namespace platform

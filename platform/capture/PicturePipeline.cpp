@@ -19,8 +19,8 @@ GstElement *make(const char *factory)
     return gst_element_factory_make(factory, nullptr);
 }
 
-/// pipewiresrc asks PipeWire not to replace a lost camera by another one. PipeWire 1.4 unmaps the camera's
-/// memory while the converter may still read it, so each frame is copied first.
+/// Makes the source element. pipewiresrc asks PipeWire not to replace a lost camera by another one. PipeWire
+/// 1.4 may unmap the camera's memory while the converter reads it, so pipewiresrc copies each frame first.
 GstElement *makeSource(std::uint64_t serial, int connection)
 {
     GstElement *source = make("pipewiresrc");
@@ -30,8 +30,8 @@ GstElement *makeSource(std::uint64_t serial, int connection)
     return source;
 }
 
-/// Sets a pixel aspect ratio of 1/1 when the camera names none. Otherwise pipewiresrc 1.4 chooses the
-/// smallest that the converter accepts, 1/2147483647, and negotiation fails.
+/// Makes a filter that sets a pixel aspect ratio of 1/1 if the camera names none. Otherwise pipewiresrc 1.4
+/// would choose the smallest ratio that the converter accepts, 1/2147483647, and the negotiation would fail.
 GstElement *makePixelShape()
 {
     GstElement *filter = make("capsfilter");
@@ -42,8 +42,9 @@ GstElement *makePixelShape()
     return filter;
 }
 
-/// Converts and scales in one element. Smooth chroma would double the cost without a visible gain. Without
-/// borders a frame keeps its shape where the last pixel does not fit.
+/// Makes one element that converts and scales. Chroma interpolation is off, because it doubles the cost
+/// without a visible gain. Borders are off, because rounding to whole pixels could add a black line to the
+/// frame.
 GstElement *makeConverter()
 {
     GstElement *converter = make("videoconvertscale");
@@ -54,8 +55,8 @@ GstElement *makeConverter()
     return converter;
 }
 
-/// Keeps only the newest frame and delivers it on arrival, not at its time stamp. With "async" the pipeline
-/// would wait for a first frame in a thread of GLib's pool, which stays for 15 s.
+/// Makes a sink that keeps only the newest frame and delivers it on arrival, not at its time stamp. With
+/// "async" the pipeline would wait for the first frame in a thread of GLib's pool, which stays for 15 s.
 GstElement *makeSink()
 {
     GstElement *sink = make("appsink");

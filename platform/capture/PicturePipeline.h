@@ -11,30 +11,30 @@ using GstElement = struct _GstElement;
 
 namespace platform {
 
-/// The elements of a picture's pipeline. GStreamer owns them once they are in `pipeline`.
+/// A GStreamer pipeline for the picture of one camera. `pipeline` owns the elements that it contains.
 struct PicturePipeline {
     GstElement *pipeline = nullptr;
     GstElement *converter = nullptr;
     GstElement *sink = nullptr;
-    /// False when a GStreamer plug-in is missing. The caller must unref `pipeline` in both cases.
+    /// False if a GStreamer plug-in is missing. The caller must unref `pipeline` also in that case.
     bool isComplete = false;
 };
 
-/// Whether this is pipewiresrc 0.3, which does not report a format change of the camera.
+/// Whether PipeWire has a version 0.x. Its pipewiresrc keeps its old caps when the camera changes its format.
 bool keepsOldCaps();
 
-/// Source, converter and sink, linked, for the node with the given `object.serial`, over the PipeWire
-/// connection `connection`.
+/// Makes a pipeline of source, converter and sink for the node with this `object.serial`. `connection` is the
+/// descriptor of a connection to PipeWire.
 PicturePipeline makePicturePipeline(std::uint64_t serial, int connection);
 
-/// Initialises GStreamer on first use and never shuts it down. The host's settings of GStreamer stay
-/// unchanged.
+/// Initialises GStreamer on first use; returns false on failure. GStreamer is never shut down, because the
+/// host may use it as well.
 bool initGStreamer();
 
-/// Caps of the sink: frames in Qt's format, up to `size`, with square pixels.
+/// The caps for the sink: frames in NativeFormat, up to `size`, with square pixels.
 GstCaps *capsOfFramesUpTo(const QSize &size);
 
-/// Whether frames enter the element in Qt's format already.
+/// Whether the frames at the element's sink pad have NativeFormat, so that they are not converted.
 bool takesNativeFormat(GstElement *element);
 
 } // namespace platform

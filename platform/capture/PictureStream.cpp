@@ -17,7 +17,7 @@
 namespace platform {
 namespace {
 
-/// Larger than any screen.
+/// The largest frame size until limitTo() sets a smaller one. It is larger than any screen.
 constexpr QSize LargestFrame(8192, 8192);
 
 int codeOf(GstMessage *message)
@@ -32,7 +32,7 @@ int codeOf(GstMessage *message)
     return code;
 }
 
-/// The camera's shared memory that holds the frame; nullptr if the memory belongs to the frame alone.
+/// Returns the camera's shared memory that holds the frame; nullptr if the frame has memory of its own.
 GstMiniObject *cameraMemoryOf(GstBuffer *frame)
 {
     GstMemory *memory = gst_buffer_n_memory(frame) > 0 ? gst_buffer_peek_memory(frame, 0) : nullptr;
@@ -61,7 +61,8 @@ void PictureStream::start()
         return;
     }
     watch();
-    // Blocks until the camera sends a frame. A failure arrives as a bus message with its code.
+    // This call blocks until the camera sends a frame. A failure is reported by a message on the pipeline's
+    // bus, not by the result.
     gst_element_set_state(mPipeline, GST_STATE_PLAYING);
     const std::lock_guard guard(mLock);
     mStarting = false;
@@ -128,7 +129,8 @@ void PictureStream::watchInput()
 
 void PictureStream::watch()
 {
-    // Handle messages in the posting thread, because the host may have no GLib event loop.
+    // Handle the pipeline's messages in the thread that posts them, because the host may have no GLib event
+    // loop.
     GstBus *bus = gst_element_get_bus(mPipeline);
     gst_bus_set_sync_handler(
         bus,
@@ -143,7 +145,7 @@ void PictureStream::stop()
 {
     if (!mPipeline)
         return;
-    // Joins the streaming thread: no callback runs after this.
+    // The change to GST_STATE_NULL joins the streaming threads, so no callback runs afterwards.
     gst_element_set_state(mPipeline, GST_STATE_NULL);
     {
         const std::lock_guard guard(mLock);
@@ -156,7 +158,8 @@ void PictureStream::stop()
 void PictureStream::limitTo(const QSize &pixels)
 {
     const std::lock_guard guard(mLock);
-    // GStreamer rejects an integer range that contains one number.
+    // Each side is at least 2 pixels, because GStreamer rejects an integer range that contains only the
+    // number 1.
     mLimit = pixels.boundedTo(LargestFrame).expandedTo({2, 2});
     if (mSink)
         limitSink();
@@ -167,7 +170,7 @@ void PictureStream::limitSink()
     GstCaps *caps = capsOfFramesUpTo(mLimit);
     gst_app_sink_set_caps(GST_APP_SINK(mSink), caps);
     gst_caps_unref(caps);
-    // The converter negotiates its caps again only after a RECONFIGURE event.
+    // Send a RECONFIGURE event, because the converter negotiates its caps again only after one.
     GstPad *pad = gst_element_get_static_pad(mSink, "sink");
     gst_pad_push_event(pad, gst_event_new_reconfigure());
     gst_object_unref(pad);
@@ -178,7 +181,7 @@ void PictureStream::close()
     const std::lock_guard guard(mLock);
     mClosed = true;
     mNewest = {};
-    // pipewiresrc waits up to half a minute for a missing camera, unless its connection is closed.
+    // Shut the connection down. Otherwise pipewiresrc waits up to half a minute for a missing camera.
     if (mStarting)
         mSocket->shutdown();
 }
@@ -188,7 +191,8 @@ int PictureStream::onInput(GstPad *, GstPadProbeInfo *input, void *stream)
     auto *self = static_cast<PictureStream *>(stream);
     if ((GST_PAD_PROBE_INFO_TYPE(input) & GST_PAD_PROBE_TYPE_BUFFER) != 0)
         return self->accepts(GST_PAD_PROBE_INFO_BUFFER(input)) ? GST_PAD_PROBE_OK : GST_PAD_PROBE_DROP;
-    // Leave a new size to the converter; pipewiresrc would reconnect to the camera.
+    // Drop RECONFIGURE events at the converter, because pipewiresrc would connect to the camera again. A new
+    // frame size needs the converter only.
     const bool isReconfigure = GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(input)) == GST_EVENT_RECONFIGURE;
     return isReconfigure ? GST_PAD_PROBE_DROP : GST_PAD_PROBE_OK;
 }
@@ -200,8 +204,8 @@ bool PictureStream::accepts(GstBuffer *frame)
     return !mLostMemory && gst_buffer_get_size(frame) > 0;
 }
 
-/// pipewiresrc 0.3 keeps its caps when the camera changes its format, and delivers bytes of the new format.
-/// PipeWire then replaces the camera's memory, so the removal of any of it marks the change.
+/// Detects a format change with pipewiresrc 0.3, which keeps its old caps and delivers bytes of the new
+/// format. PipeWire then replaces the camera's memory, so the removal of any of that memory sets mLostMemory.
 void PictureStream::watchMemory(GstBuffer *frame)
 {
     static const GQuark key = g_quark_from_static_string("picture-stream");
@@ -242,7 +246,8 @@ int PictureStream::onMessage(GstBus *, GstMessage *message, void *stream)
 QImage PictureStream::imageOf(GstSample *sample) const
 {
     const QImage image = imageOver(sample);
-    // Copy an unconverted frame: it is the camera's own memory, which the camera reuses or unmaps.
+    // Copy a frame that was not converted: it lies in the camera's own memory, which is soon reused or
+    // unmapped.
     return takesNativeFormat(mConverter) ? opaqueCopy(image) : image;
 }
 

@@ -25,17 +25,17 @@ namespace platform {
 class PipeWireSocket;
 class RunLoop;
 
-/// One run of one camera, from start to stop: the pipeline, and the slot through which its newest frame gets
+/// One stream from one camera, from its start to its stop. It owns the pipeline and passes the newest frame
 /// to the main thread.
 ///
-/// start() and stop() may block and belong on a worker thread. The other functions are called on the main
-/// thread, as are the handlers. After close() no handler is called, and a start() that waits for the camera
-/// gives up.
+/// start() and stop() may block, so call them on a worker thread. Call all other functions on the main
+/// thread, which also calls the handlers. After close() no handler is called, and a start() that waits for
+/// the camera gives up.
 class PictureStream : public std::enable_shared_from_this<PictureStream> {
 public:
     struct Handlers {
         std::function<void(const QImage &)> frame;
-        /// The stream has ended; called once at most.
+        /// Called once at most, when the stream has failed or the camera has ended it.
         std::function<void(int code)> failure;
     };
 
@@ -45,22 +45,23 @@ public:
     void start();
     void stop();
     void close();
-    /// Scales frames down that do not fit this size, with their aspect ratio kept. Applies to later frames.
+    /// Scales later frames down if they are larger than `pixels`, with their aspect ratio kept.
     void limitTo(const QSize &pixels);
-    /// Runs `work` on the main thread, unless the stream is closed before. Any thread.
+    /// Queues `work` for the main thread. It is dropped if the stream has been closed by then. Any thread may
+    /// call this.
     void performUnlessClosed(std::function<void()> work);
-    /// Whether start() was called. Any thread.
+    /// Whether start() has begun. Any thread may call this.
     [[nodiscard]] bool hasBegun() const { return mBegun; }
-    /// Whether a frame has arrived since the last call.
+    /// Whether a frame has arrived since the last call of takeArrived().
     bool takeArrived() { return mArrived.exchange(false); }
     /// Whether any frame was delivered to the handler.
     [[nodiscard]] bool hasDelivered() const { return mHasDelivered; }
-    /// Whether the camera's memory has been removed, as in a format change. The stream delivers no more
-    /// frames then; it may fail (pipewiresrc 1.4) or hang (0.3). A stream started during the change may hang,
-    /// so start the next one only when this is true.
+    /// Whether PipeWire has removed the camera's memory, as it does when the camera changes its format. With
+    /// pipewiresrc 1.4 this is always false. This stream then delivers no more frames and may hang. Start the
+    /// next stream only after the removal, because a stream that is started earlier may hang, too.
     [[nodiscard]] bool hasLostMemory() const { return mLostMemory; }
     [[nodiscard]] const QString &nodeName() const { return mNodeName; }
-    /// The `object.serial` of the node; 0 until the node is found.
+    /// The `object.serial` of the camera's node in PipeWire; 0 until the node has been found.
     [[nodiscard]] std::uint64_t nodeSerial() const { return mNodeSerial; }
 
 private:
@@ -89,9 +90,9 @@ private:
     std::atomic<bool> mBegun = false;
     std::atomic<bool> mArrived = false;
     std::atomic<bool> mLostMemory = false;
-    bool mHasDelivered = false; // Main thread only.
+    bool mHasDelivered = false; // Only the main thread uses this flag, so it needs no lock.
 
-    std::mutex mLock; // Guards the following members.
+    std::mutex mLock; // mLock guards all members below.
     QImage mNewest;
     QSize mLimit;
     GstElement *mSink = nullptr;

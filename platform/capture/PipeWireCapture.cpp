@@ -15,18 +15,19 @@ using namespace std::chrono_literals;
 namespace platform {
 namespace {
 
-/// A camera without a frame for this long is looked up again.
+/// Time without a frame after which the camera is looked up in PipeWire again.
 constexpr auto StallInterval = 1s;
-/// Number of streams that may end without a frame before the camera counts as broken.
+/// Number of restarts without a frame after which the camera counts as broken.
 constexpr int MostRestarts = 5;
 
-/// A stream that takes longer to start or stop keeps its thread; the next stream uses another one.
+/// Time in which a stream should start or stop. A slower stream keeps its thread, and the next stream gets a
+/// new one.
 constexpr auto StreamTimeout = 1s;
-/// Time for pending work at the process's end. A thread that still hangs is abandoned.
+/// Time for unfinished work when the process ends. A thread that hangs for longer is left behind.
 constexpr auto EndTimeout = 2s;
 
 /// Worker threads for stream operations that may block: start, stop and the look-ups of a running stream.
-/// Enumerating and opening devices block the main thread, for LookUpTimeout at most.
+/// Listing and opening devices does not use them: it blocks the main thread, for LookUpTimeout at most.
 class Workers {
 public:
     Workers() = default;
@@ -34,10 +35,12 @@ public:
     Workers(const Workers &) = delete;
     Workers &operator=(const Workers &) = delete;
 
-    /// Separate from the stream queue, where a start may wait long for its camera.
+    /// The queue for look-ups. It is separate from the queue for streams, where a start may wait long for its
+    /// camera.
     SerialQueue &lookUps() { return mLookUps; }
-    /// The queue for the next stream: normally the last stream's, so that one stops before the next starts. A
-    /// stream that is stuck for over StreamTimeout keeps its thread; the next stream gets a new one.
+    /// Returns the queue for the next stream. Normally this is the last stream's queue, so that the last
+    /// stream stops before the next one starts. If a stream has been stuck for over StreamTimeout, it keeps
+    /// its queue and the next stream gets a new one.
     std::shared_ptr<SerialQueue> streams();
 
 private:
@@ -67,7 +70,7 @@ std::shared_ptr<SerialQueue> Workers::streams()
     return mStreams;
 }
 
-/// Shared by all objects of the capture system; main thread only.
+/// The services that all objects of the capture system share. Main thread only.
 struct Context {
     std::shared_ptr<NotificationCenter> localCenter;
     std::shared_ptr<RunLoop> runLoop;
@@ -108,7 +111,7 @@ private:
     bool mOpen = false;
 };
 
-/// Shows the picture of one device at most.
+/// A session that has one camera at most.
 class PipeWireSession final : public CaptureSession {
 public:
     explicit PipeWireSession(Context context)
@@ -142,7 +145,7 @@ private:
     std::unique_ptr<Timer> mStallTimer;
     FrameHandler mFrameHandler;
     std::optional<QSize> mLargestFrame;
-    int mRestarts = 0; // Streams started since the last frame.
+    int mRestarts = 0; // Number of restarts since the last frame.
     bool mLookingUp = false;
     bool mRunning = false;
 };
@@ -198,7 +201,7 @@ void PipeWireSession::stopRunning()
 void PipeWireSession::endStream()
 {
     mStream->close();
-    // The queue runs this after the stream's start.
+    // stop() runs after start() has returned, because the queue runs one function after another.
     mStreamWorker->post([stream = std::move(mStream)] { stream->stop(); });
     mStream.reset();
 }
@@ -224,8 +227,8 @@ void PipeWireSession::frameArrived(const QImage &frame)
 
 void PipeWireSession::streamFailed(int code)
 {
-    // pipewiresrc 1.4 ends a stream when its camera changes the format, and a stream started during the
-    // change. So look the camera up before reporting a failure.
+    // When a camera changes its format, pipewiresrc 1.4 ends the present stream and also a stream that is
+    // started during the change. So look the camera up before reporting a failure.
     if (mStream->hasDelivered() || mRestarts > 0)
         lookUpNode(code);
     else
@@ -234,7 +237,7 @@ void PipeWireSession::streamFailed(int code)
 
 void PipeWireSession::reportFailure(int code)
 {
-    // Report one failure for each start.
+    // Stop the timer and close the stream, so that each start reports one failure at most.
     mStallTimer.reset();
     mStream->close();
     mContext.localCenter->postNotificationName(QuickTimeErrorNotification, this,
@@ -247,18 +250,19 @@ void PipeWireSession::checkForStall()
         beginStream();
         return;
     }
-    // The stream's start waits in the queue behind one that hangs.
+    // If this stream's start is queued behind a stream that hangs, use a new stream in a new queue.
     if (!mStream->hasBegun() && mStreamWorker->isStalled(StreamTimeout)) {
         endStream();
         beginStream();
     }
-    // No frames may mean a removed node, which sends no message, or a slow camera. So look the node up.
+    // A stream without frames may have a slow camera, or a node that was removed, which causes no message. So
+    // look the node up.
     if ((!mStream->takeArrived() || mStream->hasLostMemory()) && !mLookingUp)
         lookUpNode(0);
 }
 
-/// `code` is the stream's error, or 0 if it merely sends no frames. nodesFound() ends the stream for a
-/// restart or reports the failure.
+/// Looks the camera's node up and passes the result to nodesFound(). `code` is the stream's error, or 0 if
+/// the stream has only stopped sending frames.
 void PipeWireSession::lookUpNode(int code)
 {
     mLookingUp = true;
@@ -272,13 +276,14 @@ void PipeWireSession::nodesFound(const std::optional<PipeWireNodes> &nodes, int 
 {
     mLookingUp = false;
     const bool exists = nodes && nodeNamed(*nodes, mStream->nodeName());
-    // A node that returns under its name has another serial and sends nothing to this stream.
+    // A node that was removed and comes back has the same name, but another serial. It sends nothing to this
+    // stream.
     const auto serial = mStream->nodeSerial();
     const bool isAnother = exists && serial != 0 && !hasNode(*nodes, serial);
     const bool isOver = code != 0 || isAnother || mStream->hasLostMemory();
     if (exists && isOver && mRestarts++ < MostRestarts)
-        // Keep the last frame on screen. The next check starts the new stream: during the camera's change
-        // PipeWire 1.4 would let it hang for ever.
+        // Keep the last frame on screen. The next checkForStall() starts a new stream. Starting it now,
+        // during the camera's format change, would make it hang for ever in PipeWire 1.4.
         endStream();
     else if (code != 0)
         reportFailure(code);

@@ -33,7 +33,7 @@ using Context = std::unique_ptr<pw_context, Deleter<pw_context_destroy>>;
 using Core = std::unique_ptr<pw_core, Deleter<pw_core_disconnect>>;
 using Registry = std::unique_ptr<pw_registry, Deleter<destroyRegistry>>;
 
-/// Nodes found by one look-up, in the order of PipeWire's registry.
+/// The state of one look-up. The nodes are in the order of PipeWire's registry.
 struct LookUp {
     PipeWireNodes nodes;
     int seq = 0;
@@ -73,7 +73,8 @@ void onError(void *data, std::uint32_t id, int, int, const char *)
         static_cast<LookUp *>(data)->failed = true;
 }
 
-/// Runs the loop until the reply is complete; false when that takes longer than `timeout`.
+/// Runs PipeWire's loop until the look-up has ended or failed; returns false if that takes longer than
+/// `timeout`.
 bool waitFor(const LookUp &lookUp, pw_loop *loop, milliseconds timeout)
 {
     const auto deadline = steady_clock::now() + timeout;
@@ -95,8 +96,8 @@ void initPipeWire()
     std::call_once(once, [] { pw_init(nullptr, nullptr); });
 }
 
-/// Connects over the same socket as the streams, so that both reach the same PipeWire. The context closes the
-/// descriptor.
+/// Connects over the same socket as the streams, so that look-ups and streams use the same PipeWire server.
+/// The context closes the descriptor.
 Core connect(pw_context *context)
 {
     const PipeWireSocket socket;

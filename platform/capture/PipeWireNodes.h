@@ -9,24 +9,26 @@
 
 namespace platform {
 
-/// A video source of PipeWire.
+/// A node of PipeWire with the class `Video/Source`.
 struct PipeWireNode {
     QString name;
     QString description;
-    /// `object.serial`: a node that goes and comes back under its name has another one. Never 0.
+    /// PipeWire's `object.serial`, never 0. A node that was removed and comes back has the same name, but
+    /// another serial.
     std::uint64_t serial = 0;
 };
 
 using PipeWireNodes = std::vector<PipeWireNode>;
 
-/// Timeout of a look-up, which normally takes some milliseconds. After it PipeWire counts as hung.
+/// Timeout of a look-up, which normally takes some milliseconds. After a timeout, PipeWire counts as hung.
 inline constexpr std::chrono::seconds LookUpTimeout(3);
 
-/// The nodes of class `Video/Source` in PipeWire's order: none where no PipeWire runs, nullopt when it does
-/// not reply within `timeout`. Any thread; leaves neither a thread nor a descriptor behind.
+/// Returns the nodes of class `Video/Source` in PipeWire's order. The result is empty if PipeWire does not
+/// run, and nullopt if it does not reply within `timeout`. Any thread may call this; no thread and no
+/// descriptor stays behind.
 std::optional<PipeWireNodes> lookUpPipeWireNodes(std::chrono::milliseconds timeout);
 
-/// The first node of this name; nullptr for none.
+/// Returns the first node with this name; nullptr if there is none.
 const PipeWireNode *nodeNamed(const PipeWireNodes &nodes, const QString &name);
 
 bool hasNode(const PipeWireNodes &nodes, std::uint64_t serial);

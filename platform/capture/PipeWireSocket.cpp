@@ -23,7 +23,7 @@ QString firstSet(std::initializer_list<const char *> variables)
     return {};
 }
 
-/// Returns a connected descriptor or -1.
+/// Connects to the socket at the path `file`; returns the descriptor or -1.
 int connectTo(const QString &file)
 {
     sockaddr_un address = {};

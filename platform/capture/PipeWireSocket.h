@@ -5,14 +5,16 @@
 
 namespace platform {
 
-/// Paths where PipeWire may listen, in the order in which PipeWire's clients try them: the user's runtime
-/// folder, then the system's. PIPEWIRE_REMOTE replaces the socket's name or gives an absolute path.
+/// Paths of sockets where PipeWire may listen, in the order in which its clients try them: the user's runtime
+/// folder, then the system's. The variable PIPEWIRE_REMOTE replaces the socket's name or gives an absolute
+/// path.
 QStringList pipeWireSocketPaths();
 
-/// The first of these paths that exists, else the first one; empty if there are none.
+/// Returns the first path of pipeWireSocketPaths() that exists, or else its first path. Empty if there are no
+/// paths.
 QString pipeWireSocketPath();
 
-/// The pane's own connection to PipeWire, closed in the destructor. Libraries receive a duplicate of its
+/// The pane's own connection to PipeWire, which the destructor closes. Libraries use duplicates of its
 /// descriptor.
 class PipeWireSocket {
 public:
@@ -21,12 +23,13 @@ public:
     PipeWireSocket(const PipeWireSocket &) = delete;
     PipeWireSocket &operator=(const PipeWireSocket &) = delete;
 
-    /// False where no PipeWire runs.
+    /// Whether a PipeWire server has accepted the connection.
     [[nodiscard]] bool isOpen() const { return mDescriptor >= 0; }
     [[nodiscard]] int descriptor() const { return mDescriptor; }
-    /// A duplicate of the descriptor, which the caller closes; -1 without a connection.
+    /// Returns a duplicate of the descriptor, which the caller must close; -1 without a connection.
     [[nodiscard]] int duplicate() const;
-    /// Shuts the socket down for all duplicates, which wakes threads that wait for a reply. Any thread.
+    /// Shuts the connection down for all duplicates of its descriptor, which wakes the threads that wait for
+    /// a reply. Any thread may call this.
     void shutdown() const;
 
 private:

@@ -15,7 +15,7 @@ struct SerialQueue::Queue {
     std::mutex lock;
     std::condition_variable changed;
     std::deque<Work> works;
-    std::optional<Clock::time_point> begun; // Start of the running work.
+    std::optional<Clock::time_point> begun; // Start time of the running work.
     bool draining = false;
 };
 
@@ -34,7 +34,7 @@ void SerialQueue::post(Work work)
         std::thread([queue = mQueue] { drain(queue); }).detach();
         mQueue->draining = true;
     } catch (const std::system_error &error) {
-        // No thread could be started; the next post() tries again.
+        // The work stays in the queue, and the next post() tries again to start a thread.
         qCWarning(PLATFORM_LOG, "no thread could be started for the capture: %s", error.what());
     }
 }

@@ -6,8 +6,8 @@
 
 namespace platform {
 
-/// Runs blocking work off the main thread, one piece after another. Its thread exists only while there is
-/// work, and may outlive the queue.
+/// Runs blocking functions one after another in a thread of its own. The thread exists only while there is
+/// work, and may outlive the queue object.
 class SerialQueue {
 public:
     using Clock = std::chrono::steady_clock;
@@ -17,11 +17,12 @@ public:
     SerialQueue(const SerialQueue &) = delete;
     SerialQueue &operator=(const SerialQueue &) = delete;
 
-    /// Runs `work` after the work posted before. Captured objects are destroyed on the worker's thread.
+    /// Runs `work` after all work that was posted earlier. Objects that `work` has captured are destroyed on
+    /// the queue's thread.
     void post(Work work);
-    /// Whether a piece of work has been under way for longer than `patience`.
+    /// Whether the present work has been running for longer than `patience`.
     [[nodiscard]] bool isStalled(std::chrono::milliseconds patience) const;
-    /// Waits until the queue is empty. False when work is left at `deadline`.
+    /// Blocks until all work is done; returns false if some is left at `deadline`.
     bool waitUntilIdle(Clock::time_point deadline);
 
 private:

@@ -4,8 +4,8 @@
 
 namespace {
 
-// GObject needs plain structs and functions. A GType is never unregistered, so this code must stay loaded:
-// both plug-ins are linked with -z nodelete.
+// GObject needs plain structs and functions. A GType is never unregistered, so this code must stay loaded;
+// both plug-ins are therefore linked with -z nodelete.
 struct PictureStreamThreads {
     GstTaskPool parent;
 };
@@ -52,7 +52,7 @@ void doNothing(GstTaskPool *)
 
 void picture_stream_threads_class_init(PictureStreamThreadsClass *type)
 {
-    // GstTaskPool's own prepare() would create a GLib thread pool.
+    // Override prepare(), because GstTaskPool's own version creates a thread pool of GLib.
     type->parent.prepare = [](GstTaskPool *pool, GError **) { doNothing(pool); };
     type->parent.cleanup = doNothing;
     type->parent.push = push;

@@ -6,9 +6,9 @@ using GstMessage = struct _GstMessage;
 
 namespace platform {
 
-/// Gives the streaming thread that `message` announces (STREAM_STATUS) a thread of its own, which ends with
-/// the stream. GStreamer's default pool keeps a finished thread for 15 s. Other messages are ignored. Any
-/// thread.
+/// If `message` announces a new streaming task (STREAM_STATUS), gives the task a thread that ends with the
+/// stream. GStreamer's default pool would keep the finished thread for 15 s. Other messages are ignored. Any
+/// thread may call this.
 void endThreadWithStream(GstMessage *message);
 
 } // namespace platform

@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 namespace platform {
 namespace {
 
-// BlueZ replies from memory: only a hung or stopped daemon needs more than a second.
+// One second is enough, because BlueZ replies from memory. Only a hung or stopped daemon needs longer.
 constexpr auto BlueZTimeout = 1s;
 const QString BlueZDeviceInterface = bus::BlueZ + QStringLiteral(".Device1");
 const QString BlueZAddress = QStringLiteral("Address");
@@ -30,7 +30,8 @@ public:
     [[nodiscard]] QString getAddressString() const override
     {
         mBus->reopenIfLost();
-        // The bus is asked for the owner first: it remembers a bus that hangs and does not wait for it again.
+        // Ask the bus for the owner first. BusConnection remembers a bus that hangs, so that a second call
+        // does not block.
         const QString owner = mBus->ownerOf(bus::BlueZ);
         if (owner.isEmpty())
             return {};

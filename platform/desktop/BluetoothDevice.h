@@ -13,12 +13,13 @@ class BluetoothDevice {
 public:
     virtual ~BluetoothDevice() = default;
 
-    /// Hyphen-separated hexadecimal pairs; null if the device has no address.
+    /// The device's address as hexadecimal pairs with hyphens; a null string if it has none or BlueZ does not
+    /// reply.
     [[nodiscard]] virtual QString getAddressString() const = 0;
 };
 
-/// The device at a BlueZ object path. `bus` is the system bus, opened by the first question. A bus that hangs
-/// is waited for once.
+/// Makes the device with this BlueZ object path. `bus` is the system bus, which getAddressString() opens. If
+/// the bus hangs, only the first call blocks.
 std::shared_ptr<BluetoothDevice> makeBlueZDevice(std::shared_ptr<BusConnection> bus,
                                                  const QString &objectPath);
 

@@ -14,11 +14,11 @@ public:
 
     /// Path of the resource `name`.`type`; empty when the bundle has none.
     [[nodiscard]] virtual QString pathForResource(const QString &name, const QString &type) const = 0;
-    /// The information dictionary; empty when there is none.
+    /// The contents of the bundle's Info.plist; empty if there is none.
     [[nodiscard]] virtual QVariantMap infoDictionary() const = 0;
 };
 
-/// The bundle in a folder of the file system or of Qt's resources.
+/// Makes the bundle whose files are in `folder`, a folder of the file system or of Qt's resources.
 std::shared_ptr<Bundle> makeFolderBundle(const QString &folder);
 
 } // namespace platform

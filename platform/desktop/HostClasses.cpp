@@ -5,7 +5,7 @@
 namespace platform {
 namespace {
 
-/// Hosts publish an object as a child of QApplication, with the class's name as its object name.
+/// Finds the children of QApplication. Hosts publish an object there, with its class's name as object name.
 class ApplicationChildren final : public HostClasses {
 public:
     QObject *classNamed(const QString &name) override

@@ -7,12 +7,13 @@
 
 namespace platform {
 
-/// Looks a class of the hosting application up by its name.
+/// Finds objects that the host publishes, by the name of their class.
 class HostClasses {
 public:
     virtual ~HostClasses() = default;
 
-    /// The object for the named class; null when the host has none. Its operations are invokable methods.
+    /// Returns the host's object with this class name; null if there is none. Callers use its invokable
+    /// methods.
     virtual QObject *classNamed(const QString &name) = 0;
 };
 

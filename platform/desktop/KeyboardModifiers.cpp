@@ -36,13 +36,14 @@ private:
 
     void finish(const std::function<void()> &focused)
     {
-        // The compositor sends the modifiers after the focus; one turn of the event loop handles both.
+        // Queue the call. The compositor sends the modifiers after the focus, and Qt handles both in one turn
+        // of the event loop.
         QObject *waiting = mFocus.get();
         QObject::disconnect(qGuiApp, nullptr, waiting, nullptr);
         QMetaObject::invokeMethod(waiting, std::function<void()>(focused), Qt::QueuedConnection);
     }
 
-    /// Holds the connection and the queued call; null while nothing waits.
+    /// Context object of the signal connection and of the queued call. Its destruction cancels both.
     std::unique_ptr<QObject> mFocus;
 };
 

@@ -12,10 +12,11 @@ public:
     static constexpr std::uint32_t OptionKey = 0x0800;
     virtual ~KeyboardModifiers() = default;
 
-    /// Bit mask of the pressed keys; OptionKey is the Alt key.
+    /// Bit mask of the pressed modifier keys. Only OptionKey, the Alt key, is reported.
     virtual std::uint32_t currentKeyModifiers() = 0;
-    /// A Wayland client learns the modifiers only with the keyboard focus. If the application has no focus
-    /// there, calls `focused` when it gets it; otherwise never. A second call replaces the first.
+    /// Under Wayland, an application learns the modifiers only when it gets the keyboard focus. If it has no
+    /// focus yet, calls `focused` once when it gets it; in all other cases, never. A second call replaces the
+    /// first.
     virtual void onceFocused(std::function<void()> focused) = 0;
 };
 

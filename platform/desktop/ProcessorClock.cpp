@@ -14,7 +14,8 @@ namespace {
 constexpr double HertzPerKilohertz = 1e3;
 constexpr double HertzPerMegahertz = 1e6;
 constexpr double HertzPerGigahertz = 1e9;
-// Large enough for a thousand processors; files in /proc report the size 0.
+// Limit for reading a file, because files in /proc report the size 0. It is large enough for a thousand
+// processors.
 constexpr qint64 MaximumFileSize = qint64(4) << 20;
 
 QByteArray beginningOf(const QString &path)
@@ -23,15 +24,15 @@ QByteArray beginningOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.read(MaximumFileSize) : QByteArray();
 }
 
-/// Returns 0 for an implausible frequency.
+/// Rounds the frequency. Returns 0 unless it is between 1 Hz and 1000 GHz.
 std::uint64_t plausible(double hertz)
 {
     constexpr double Fastest = 1000 * HertzPerGigahertz;
     return hertz >= 1 && hertz < Fastest ? static_cast<std::uint64_t>(std::llround(hertz)) : 0;
 }
 
-/// Frequency in model names like "… @ 2.40GHz" or "… CPU 3.00GHz". "cpu MHz" in /proc/cpuinfo is a core's
-/// present frequency and is not used.
+/// Reads the frequency from a model name like "… @ 2.40GHz" or "… CPU 3.00GHz" in /proc/cpuinfo. Its field
+/// "cpu MHz" is not used, because it is a core's momentary frequency.
 std::uint64_t clockInModelName(const QByteArray &cpuinfo)
 {
     static const QRegularExpression pattern(
@@ -42,7 +43,7 @@ std::uint64_t clockInModelName(const QByteArray &cpuinfo)
     return plausible(match.captured(1).toDouble() * unit);
 }
 
-/// A device tree holds numbers as one or two big-endian cells of 32 bits.
+/// Reads a frequency from a device tree, where a number has one or two big-endian cells of 32 bits.
 std::uint64_t clockInCells(const QByteArray &cells)
 {
     if (cells.size() == sizeof(quint32))
@@ -52,12 +53,14 @@ std::uint64_t clockInCells(const QByteArray &cells)
     return 0;
 }
 
-// The SMBIOS structure "Processor Information".
+// Layout of an SMBIOS table: the header's size, the type "Processor Information" and the offset of its
+// current speed.
 constexpr int SmbiosHeaderSize = 4;
 constexpr int SmbiosProcessor = 4;
 constexpr int SmbiosCurrentSpeed = 0x16;
 
-/// The fastest processor in an SMBIOS table: structures, each followed by strings that end with two zeros.
+/// Returns the speed of the fastest processor in an SMBIOS table. Each structure is followed by its strings,
+/// which end with two zero bytes.
 std::uint64_t clockInSmbios(const QByteArray &table)
 {
     const QByteArray endOfStrings(2, '\0');
@@ -104,7 +107,8 @@ private:
         return beginningOf(mRoot.filePath(path));
     }
 
-    /// Use the fastest core, because the first one may be an efficiency core.
+    /// Reads `file` of every core and returns the highest frequency. The first core may be an efficiency
+    /// core.
     [[nodiscard]] std::uint64_t fastestCore(const QString &file, double unit) const
     {
         const QDir cores(mRoot.filePath(QStringLiteral("sys/devices/system/cpu")));

@@ -16,7 +16,7 @@ public:
     virtual std::uint64_t frequency() = 0;
 };
 
-/// `sysRoot` holds "sys" and "proc"; tests pass a folder of their own.
+/// `sysRoot` is the folder that contains `sys` and `proc`. Tests pass a folder of their own.
 std::shared_ptr<ProcessorClock> makeProcessorClock(const QString &sysRoot = QStringLiteral("/"));
 
 } // namespace platform

@@ -6,12 +6,12 @@
 
 namespace platform {
 
-/// Starts other programs.
+/// Starts programs that are independent of the host.
 class ProgramLauncher {
 public:
     virtual ~ProgramLauncher() = default;
 
-    /// Starts the program at a path once, detached and without a shell. False when there is nothing to start.
+    /// Starts the program at this path, detached and without a shell. Returns false if it cannot be started.
     virtual bool launch(const QString &program) = 0;
 };
 

@@ -36,7 +36,7 @@ QDBusMessage showItems(const QString &path)
     return message;
 }
 
-/// Programs that show Bluetooth settings, that of the running desktop first.
+/// Commands that show the Bluetooth settings. The command of the running desktop comes first.
 std::vector<QStringList> bluetoothSettings()
 {
     std::vector<QStringList> commands{
@@ -77,7 +77,7 @@ public:
         mBus->reopenIfLost();
         if (!mBus->isOpen())
             return openFolderOf(path);
-        // Asynchronous, because the bus may first have to start the file manager.
+        // Call asynchronously, because the bus may first have to start the file manager.
         auto *watcher = new QDBusPendingCallWatcher(mBus->connection().asyncCall(showItems(path)), &mContext);
         QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &mContext, [watcher, path] {
             if (QDBusPendingReply<>(*watcher).isError())

@@ -9,27 +9,28 @@ namespace platform {
 
 class BusConnection;
 
-/// Posted on the workspace's centre when the user's session gets or loses the screen.
+/// Posted on the workspace's notification center when the user's session becomes active on the screen or
+/// stops being active.
 inline const QString NSWorkspaceSessionDidBecomeActiveNotification =
     QStringLiteral("NSWorkspaceSessionDidBecomeActiveNotification");
 inline const QString NSWorkspaceSessionDidResignActiveNotification =
     QStringLiteral("NSWorkspaceSessionDidResignActiveNotification");
 
-/// Opens files and addresses in the user's other programs. Each operation returns whether a program took the
-/// request.
+/// Opens files and addresses in other programs of the user. Each operation returns false if no program can be
+/// asked.
 class Workspace {
 public:
     virtual ~Workspace() = default;
 
     virtual bool openURL(const QUrl &url) = 0;
     virtual bool openFile(const QString &path) = 0;
-    /// Shows the file, selected, in the file manager.
+    /// Shows the file manager with the file selected.
     virtual bool selectFile(const QString &path) = 0;
-    /// Opens the page of the desktop's own settings where Bluetooth is turned on.
+    /// Opens the page of the desktop's settings where the user can turn Bluetooth on.
     virtual bool openBluetoothSettings() = 0;
 };
 
-/// The user's default programs. Starts them without waiting for them.
+/// Makes the workspace that uses the user's default programs. It does not wait until they have started.
 std::shared_ptr<Workspace> makeWorkspace(std::shared_ptr<BusConnection> bus);
 
 } // namespace platform

@@ -11,7 +11,7 @@
 namespace platform {
 namespace {
 
-/// Handle that registerForSystemPower() returns; logind itself needs none.
+/// The handle that registerForSystemPower() returns. Callers pass it back, but logind needs none.
 constexpr std::uint32_t RootPort = 1;
 
 QDBusMessage inhibitQuestion(const SleepDelay &delay)
@@ -64,7 +64,8 @@ void LogindPower::subscribe()
 
 void LogindPower::allowPowerChange(std::uint32_t, void *messageArgument)
 {
-    // Only the last announcement counts; the query and earlier announcements release nothing.
+    // Only the answer to the last will-sleep message releases the inhibitor. Answers to can-sleep queries and
+    // to earlier will-sleep messages do nothing.
     if (!mToken || messageArgument != mToken.get())
         return;
     mMaySleep = true;
@@ -82,10 +83,10 @@ void LogindPower::prepareForSleep(bool start)
 
 void LogindPower::sendSleep()
 {
-    // logind never asks whether the machine may sleep, so the query comes directly before the announcement.
-    // Its argument is not the announcement's: allowing the query releases nothing.
+    // logind never asks whether the machine may sleep, so send this query directly before the will-sleep
+    // message. The query has an argument of its own, so that an answer to it does not release the inhibitor.
     send(kIOMessageCanSystemSleep, &mQuery);
-    // Keep the old token until the new one exists, so that their addresses differ.
+    // Keep the old token until the new one exists, so that the two have different addresses.
     auto token = std::make_unique<char>();
     mToken.swap(token);
     send(kIOMessageSystemWillSleep, mToken.get());
@@ -93,7 +94,7 @@ void LogindPower::sendSleep()
 
 void LogindPower::takeInhibitor()
 {
-    // QtDBus never finishes a call on a connection that is not open.
+    // Without an open connection, send no call: QtDBus would never finish it.
     if (mInhibitor.isValid() || mQuestion || !mBus->isOpen())
         return;
     mQuestion = new QDBusPendingCallWatcher(mBus->connection().asyncCall(inhibitQuestion(mDelay)), this);
@@ -107,7 +108,7 @@ void LogindPower::inhibited(QDBusPendingCallWatcher *answer)
         return;
     mQuestion = nullptr;
     const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *answer;
-    // After the sleep has been allowed, a late inhibitor would only delay it.
+    // Drop an inhibitor that arrives after the sleep has been allowed, because it would only delay the sleep.
     if (!reply.isError() && !mMaySleep)
         mInhibitor = reply.value();
 }

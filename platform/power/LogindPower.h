@@ -16,16 +16,16 @@ namespace platform {
 
 class BusConnection;
 
-/// What logind shows a person about the delay of a sleep.
+/// The texts that logind shows to a person: who delays the sleep, and why.
 struct SleepDelay {
     QString who;
     QString why;
 };
 
-/// Sleep and wake as logind announces them. A delay inhibitor makes the machine wait until the will-sleep
-/// message has been answered; it is taken again after waking. Each will-sleep message follows a can-sleep
-/// query, whose answer releases nothing. Without a system bus or logind no message comes; both
-/// are taken up when they appear. `bus` is opened in the background.
+/// Reports sleep and wake as logind announces them. A delay inhibitor makes the machine wait until the
+/// will-sleep message has been answered. After waking, a new inhibitor is taken. A can-sleep query comes
+/// before each will-sleep message; the answer to the query has no effect. `bus` is opened in the background.
+/// Without it or logind no message comes, but both are used when they appear.
 class LogindPower final : public QObject, public PowerManagement {
     Q_OBJECT
 public:
@@ -33,7 +33,7 @@ public:
     ~LogindPower() override;
 
     std::uint32_t registerForSystemPower(void *refcon, Callback callback) override;
-    /// Releases the inhibitor when `messageArgument` is that of the last will-sleep message.
+    /// Releases the inhibitor if `messageArgument` is the argument of the last will-sleep message.
     void allowPowerChange(std::uint32_t rootPort, void *messageArgument) override;
     [[nodiscard]] bool holdsInhibitor() const { return mInhibitor.isValid(); }
 
@@ -53,13 +53,14 @@ private:
     SleepDelay mDelay;
     std::unique_ptr<QDBusServiceWatcher> mWatcher;
     QDBusUnixFileDescriptor mInhibitor;
-    /// The one pending Inhibit call; a reply to an earlier call is from a logind that has gone.
+    /// The pending Inhibit call. The reply to any other call is ignored, because it comes from a logind that
+    /// has ended.
     QDBusPendingCallWatcher *mQuestion = nullptr;
-    /// Token whose address is the argument of the last will-sleep message.
+    /// The address of this token is the argument of the last will-sleep message.
     std::unique_ptr<char> mToken;
-    /// Token whose address is the argument of every can-sleep query.
+    /// The address of this token is the argument of every can-sleep query.
     char mQuery = 0;
-    /// The last sleep was allowed and the machine has not woken yet.
+    /// True from the moment when a sleep is allowed until the machine wakes or logind ends.
     bool mMaySleep = false;
     void *mRefcon = nullptr;
     Callback mCallback = nullptr;

@@ -35,22 +35,22 @@ QDBusMessage propertyQuestion(const QString &path, const QString &interface, con
     return question;
 }
 
-/// The object path in a reply; empty when the reply contains none.
+/// Returns the object path in a reply; empty if the reply contains none.
 QString pathOf(const QDBusMessage &answer)
 {
     const QVariant value = answer.arguments().value(0);
     return value.canConvert<QDBusObjectPath>() ? value.value<QDBusObjectPath>().path() : QString();
 }
 
-/// The value of a property in a reply; invalid when the reply contains none.
+/// Returns the value of a property in a reply; invalid if the reply contains none.
 QVariant propertyOf(const QDBusMessage &answer)
 {
     const QVariant value = answer.arguments().value(0);
     return value.canConvert<QDBusVariant>() ? value.value<QDBusVariant>().variant() : QVariant();
 }
 
-/// Object path in the user object's property Display: a session's name and path. Empty when the name is
-/// empty, because the user then has no graphical session.
+/// Returns the object path from logind's user property Display, which is a pair of session name and object
+/// path. If the name is empty, the user has no graphical session and the result is empty.
 QString displayPathOf(const QDBusMessage &answer)
 {
     const QVariant value = propertyOf(answer);
@@ -84,7 +84,8 @@ void LogindSession::addObserver(const void *observer, const QString &name, Notif
     mObservers.addObserver(observer, name, std::move(handler));
     if (!mStarted)
         start();
-    // BusConnection gives up its search after a minute; each showing of the pane begins another.
+    // BusConnection searches for a missing bus for a minute only. Start another search, since each showing of
+    // the pane adds observers.
     mBus->openInBackground();
 }
 
@@ -108,7 +109,7 @@ void LogindSession::start()
 
 void LogindSession::subscribe()
 {
-    // Changes made while logind was down were never announced, so ask again.
+    // Ask again whenever logind starts: changes that happened while it was down were never announced.
     mWatcher = std::make_unique<QDBusServiceWatcher>(bus::Logind, mBus->connection(),
                                                      QDBusServiceWatcher::WatchForRegistration);
     connect(mWatcher.get(), &QDBusServiceWatcher::serviceRegistered, this, &LogindSession::findSession);
@@ -143,8 +144,8 @@ void LogindSession::findSessionOfProcess()
     });
 }
 
-// A process started by the user's service manager belongs to no session. Use the user's graphical session
-// then.
+// Uses the user's graphical session. A process that the user's service manager has started belongs to no
+// session.
 void LogindSession::findDisplayOfUser()
 {
     const QString user = bus::LogindPath + QStringLiteral("/user/self");
@@ -190,7 +191,7 @@ void LogindSession::propertiesChanged(const QString &interface, const QVariantMa
     const bool isTold = active.userType() == QMetaType::Bool;
     if (!isTold && !invalid.contains(Active))
         return;
-    // Observers assume the session is active, so report a loss even before the first reply.
+    // Observers assume that the session is active at first, so report a loss even before the first reply.
     mActive = mActive.value_or(true);
     if (isTold)
         setActive(active.toBool());
@@ -209,7 +210,7 @@ void LogindSession::setActive(bool active)
 
 void LogindSession::ask(const QDBusMessage &question, Answer answer)
 {
-    // QtDBus never finishes a call on a connection that is not open.
+    // Without an open connection, send no call: QtDBus would never finish it.
     if (!mBus->isOpen())
         return;
     auto *watcher = new QDBusPendingCallWatcher(mBus->connection().asyncCall(question), this);

@@ -16,9 +16,9 @@ namespace platform {
 
 class BusConnection;
 
-/// The workspace's notification centre: posts a notification when the user's session gains or loses the
-/// screen, which is logind's property Active. It does nothing before the first observer is added. A system
-/// bus or a logind that appears later is taken up then. `bus` is opened in the background.
+/// The workspace's notification center. It posts a notification when logind's property Active changes: the
+/// user's session then gains or loses the screen. It does nothing until the first observer is added. It then
+/// opens `bus` in the background, and also uses a bus or a logind that appears later.
 class LogindSession final : public QObject, public NotificationCenter {
     Q_OBJECT
 public:

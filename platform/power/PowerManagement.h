@@ -4,24 +4,24 @@
 
 namespace platform {
 
-/// The message types that a power callback receives. Their numbers are fixed.
+/// The types of messages that a power callback receives. Their numbers must not change.
 enum PowerMessage : std::uint32_t {
     kIOMessageCanSystemSleep = 0xE0000270,
     kIOMessageSystemWillSleep = 0xE0000280,
     kIOMessageSystemHasPoweredOn = 0xE0000300,
 };
 
-/// The sleep and wake messages of the machine, delivered on the main run loop.
+/// Delivers the machine's sleep and wake messages on the main thread.
 class PowerManagement {
 public:
     using Callback = void (*)(void *refcon, std::uint32_t service, std::uint32_t messageType,
                               void *messageArgument);
     virtual ~PowerManagement() = default;
 
-    /// Registers for the life of the process. Returns the handle for allowPowerChange(). Without power
-    /// management no message comes.
+    /// Registers a callback until the process ends and returns the handle for allowPowerChange(). On a system
+    /// without power management, the callback is never called.
     virtual std::uint32_t registerForSystemPower(void *refcon, Callback callback) = 0;
-    /// Acknowledges the message that brought `messageArgument`: the machine may sleep.
+    /// Answers the message that had this `messageArgument`: the machine may sleep.
     virtual void allowPowerChange(std::uint32_t rootPort, void *messageArgument) = 0;
 };
 

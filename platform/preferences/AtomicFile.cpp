@@ -19,7 +19,8 @@ constexpr int MaximumLinks = 40;
 constexpr mode_t OwnerOnly = S_IRUSR | S_IWUSR;
 constexpr mode_t PermissionBits = 07777;
 
-/// QFile closes the descriptor. On failure returns false with errno set.
+/// Opens `file` on the descriptor, and closes the descriptor with the file. Returns false on failure, with
+/// errno set.
 bool openDescriptor(QFile *file, int descriptor, QIODevice::OpenMode mode)
 {
     return descriptor >= 0
@@ -33,8 +34,9 @@ int errorFor(const struct stat &status)
     return S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
 }
 
-/// Target of a chain of symbolic links, which need not exist; empty for a loop. A relative link is appended
-/// to its folder without cleaning: `..` behind a linked folder means the parent of that link's target.
+/// Returns the target of a chain of symbolic links, which need not exist; empty for a loop. A relative link
+/// is appended to its folder and not normalised: after a linked folder, `..` means the parent folder of that
+/// link's target.
 path targetOf(path name)
 {
     for (int links = 0; links < MaximumLinks; ++links) {
@@ -47,13 +49,15 @@ path targetOf(path name)
     return {};
 }
 
-/// Keeps the owner when root runs the pane. Other users may be unable to keep the group.
+/// Gives the file the owner of the replaced file, which matters if root runs the pane. Failures of other
+/// users are ignored, because they may be unable to set the group.
 bool keepOwner(int fd, const struct stat &replaced)
 {
     return ::fchown(fd, replaced.st_uid, replaced.st_gid) == 0 || ::geteuid() != 0;
 }
 
-/// `replaced` is null for a new file. fchmod() comes after fchown(), which clears mode bits.
+/// Writes the contents, owner and mode; `replaced` is null for a new file. fchmod() must follow fchown(),
+/// because fchown() clears mode bits.
 int fill(QFile *file, const QByteArray &bytes, const struct stat *replaced)
 {
     if (file->write(bytes) != bytes.size())
@@ -78,7 +82,7 @@ int replaceTarget(const path &target, const QByteArray &bytes, const struct stat
     return error;
 }
 
-/// Calls fsync() on the folder: without it a crash can bring the replaced file back.
+/// Calls fsync() on the folder. Without it, the old file may be back after a crash.
 void syncFolder(const path &folder)
 {
     const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -94,7 +98,7 @@ Contents read(const QString &path)
 {
     QFile file;
     struct stat status = {};
-    // O_NONBLOCK: opening a pipe must not wait for a writer.
+    // O_NONBLOCK: if the path names a pipe, open() must not block until a writer appears.
     const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (!openDescriptor(&file, descriptor, QIODevice::ReadOnly) || ::fstat(descriptor, &status) != 0)
         return {errno, {}};
@@ -113,7 +117,7 @@ int replace(const QString &name, const QByteArray &bytes)
     const bool isNew = ::stat(target.c_str(), &status) != 0;
     if (!isNew && errorFor(status) != 0)
         return errorFor(status);
-    std::error_code failedBelow; // Unused: on failure mkostemp() fails too.
+    std::error_code failedBelow; // Not checked: if this fails, mkostemp() fails, too.
     create_directories(target.parent_path(), failedBelow);
     const int error = replaceTarget(target, bytes, isNew ? nullptr : &status);
     if (error == 0)

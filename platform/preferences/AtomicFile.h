@@ -7,18 +7,18 @@
 namespace platform::AtomicFile {
 
 struct Contents {
-    /// 0, or the errno of the failed read; ENOENT when the file does not exist.
+    /// 0 on success, else the errno of the failed read: ENOENT if the file does not exist.
     int error = 0;
     QByteArray bytes;
     bool operator==(const Contents &other) const = default;
 };
 
-/// Refuses files that are not regular or are too large to be preferences.
+/// Reads the file. Files that are not regular or too large for preferences are an error.
 Contents read(const QString &path);
 
-/// Writes the file atomically and creates missing parent folders. A symbolic link stays and its target is
-/// replaced. Mode and owner stay; a new file has mode 0600. Returns 0, or an errno; the file is then
-/// unchanged.
+/// Writes the file atomically and creates missing parent folders. If the path is a symbolic link, its target
+/// is replaced. Mode and owner stay; a new file has mode 0600. Returns 0 on success; otherwise an errno, and
+/// the file is unchanged.
 int replace(const QString &path, const QByteArray &bytes);
 
 } // namespace platform::AtomicFile

@@ -13,7 +13,7 @@
 namespace platform {
 namespace {
 
-// The parser is recursive and runs on the host's stack.
+// Limits the depth of nested values, because the parser is recursive and could overflow the host's stack.
 constexpr int MaximumDepth = 256;
 
 QRegularExpression whole(const char *pattern)
@@ -21,7 +21,8 @@ QRegularExpression whole(const char *pattern)
     return QRegularExpression(QRegularExpression::anchoredPattern(QLatin1String(pattern)));
 }
 
-/// Decimal, also with leading zeros, or hexadecimal after 0x. Clamps numbers beyond 64 bits.
+/// Reads a decimal number, perhaps with leading zeros, or a hexadecimal number after 0x. Clamps numbers that
+/// do not fit into 64 bits.
 QVariant integerFrom(const QString &text)
 {
     static const QRegularExpression integer = whole("[+-]?([0-9]+|0[xX][0-9a-fA-F]+)");
@@ -36,7 +37,7 @@ QVariant integerFrom(const QString &text)
     return fits ? large : std::numeric_limits<qulonglong>::max();
 }
 
-/// Not strtod(), because the host may have set a locale with a decimal comma.
+/// Uses strtod_l() with the C locale, because the host may have set a locale with a decimal comma.
 QVariant realFrom(const QByteArray &text)
 {
     static const locale_t plain = ::newlocale(LC_NUMERIC_MASK, "C", nullptr);
@@ -57,7 +58,7 @@ QVariant dataFrom(const QString &text)
     return base64.match(text).hasMatch() ? QByteArray::fromBase64(text.toLatin1()) : QVariant();
 }
 
-/// An invalid variant for an unknown tag or a malformed text.
+/// Converts an element's text to a value; returns an invalid variant for an unknown tag or a malformed text.
 QVariant scalarFrom(const QString &tag, const QString &text)
 {
     const QString trimmed = text.trimmed();
@@ -75,7 +76,7 @@ QVariant scalarFrom(const QString &tag, const QString &text)
     return trimmed.isEmpty() && (isTrue || tag == QLatin1String("false")) ? QVariant(isTrue) : QVariant();
 }
 
-/// XML has no way to write these characters, not even as a reference.
+/// Whether XML cannot represent the character, not even as a character reference.
 bool isForbidden(QChar character)
 {
     const char16_t code = character.unicode();
@@ -85,7 +86,7 @@ bool isForbidden(QChar character)
 QString escaped(QString text)
 {
     std::replace_if(text.begin(), text.end(), isForbidden, QChar(QChar::ReplacementCharacter));
-    // A parser reads a bare carriage return as a line feed.
+    // Write a carriage return as a reference, because XML parsers turn a plain one into a line feed.
     return text.toHtmlEscaped().replace(QLatin1Char('\r'), QLatin1String("&#13;"));
 }
 
@@ -122,7 +123,7 @@ QString dictElement(const QVariantMap &map)
     return element("dict", content.isEmpty() ? content : content + QLatin1String("\n\t"));
 }
 
-/// The element's name; empty for a type that property lists cannot hold.
+/// Returns the XML element for the value; empty for a type that property lists cannot hold.
 QString elementFor(const QVariant &value)
 {
     switch (static_cast<int>(value.userType())) {
@@ -157,16 +158,16 @@ QString elementFor(const QVariant &value)
 
 } // namespace
 
-/// Reads a document or one value, in one pass. Each function starts at an element's start tag and leaves at
-/// its end tag.
+/// Parses a whole document or a single value in one pass. Each reading function starts at its element's start
+/// tag and stops at the end tag.
 class PropertyListDictionary::Parser {
 public:
     explicit Parser(const QString &text)
         : mText(text)
         , mXml(text)
     {
-        // Values are parsed alone, without the namespace declarations around them, so their prefixes would be
-        // errors.
+        // Turn namespaces off. A value is parsed without the surrounding document, so a prefix that is
+        // declared there would be an error.
         mXml.setNamespaceProcessing(false);
     }
 
@@ -177,7 +178,7 @@ public:
             && readToEnd();
     }
 
-    /// An invalid variant when the text is malformed.
+    /// Reads a text with one value; returns an invalid variant if the text is malformed.
     QVariant readSingleValue() { return nextElement() ? readValue(1) : QVariant(); }
 
 private:
@@ -261,7 +262,7 @@ private:
         return text;
     }
 
-    /// False at the end tag of the enclosing element.
+    /// Moves to the next child element; returns false at the end tag of the enclosing element.
     bool nextElement()
     {
         while (next() && !mXml.isEndElement()) {
@@ -278,7 +279,7 @@ private:
         return !mXml.hasError();
     }
 
-    /// False at the end of the document or after an error.
+    /// Moves to the next token; returns false at the end of the document or after an error.
     bool next()
     {
         mXml.readNext();
@@ -287,8 +288,9 @@ private:
         return !mXml.atEnd();
     }
 
-    /// Rejects references to entities, whose text is not at the position of the reference, and the
-    /// declarations that define them.
+    /// Whether the token must be rejected: an encoding other than UTF-8, a reference to an entity, or a
+    /// declaration of entities. The text of an entity is not at the position of its reference, so the offsets
+    /// of the entries would be wrong.
     [[nodiscard]] bool isForeign() const
     {
         if (mXml.isStartDocument() && !mXml.documentEncoding().isEmpty())
@@ -296,7 +298,7 @@ private:
         return mXml.isEntityReference() || (mXml.isDTD() && mXml.text().contains(QLatin1Char('[')));
     }
 
-    /// Offset behind the last tag.
+    /// Offset in mText, directly after the last token.
     [[nodiscard]] int position() const { return static_cast<int>(mXml.characterOffset()); }
 
     const QString &mText;

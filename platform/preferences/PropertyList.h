@@ -9,20 +9,23 @@
 
 namespace platform {
 
-/// The root dictionary of an XML property list in UTF-8. Copies are cheap and independent. The text is kept,
-/// so a rewrite changes only the bytes of changed values.
+/// The root dictionary of an XML property list in UTF-8. Copies are cheap and independent. It keeps the
+/// original text, so that writing it again changes only the bytes of changed values.
 class PropertyListDictionary {
 public:
     PropertyListDictionary();
 
-    /// Nothing when the text is malformed, is not UTF-8 or has a root other than a dictionary.
+    /// Parses a property list. Returns nothing if the text is malformed, is not UTF-8 or has a root other
+    /// than a dictionary.
     static std::optional<PropertyListDictionary> fromXml(const QByteArray &xml);
     [[nodiscard]] QByteArray toXml() const;
 
-    /// The value as bool, qlonglong, qulonglong, double, QString, QDateTime, QByteArray, QVariantList or
-    /// QVariantMap; an invalid variant when the key is absent. The last of several equal keys counts.
+    /// Returns the value as bool, qlonglong, qulonglong, double, QString, QDateTime, QByteArray, QVariantList
+    /// or QVariantMap. Returns an invalid variant if the key is absent. Of several equal keys, the last one
+    /// counts.
     [[nodiscard]] QVariant value(const QString &key) const;
-    /// An invalid variant removes the key. A value that property lists cannot hold changes nothing.
+    /// Sets the value of a key. An invalid variant removes the key; a value that property lists cannot hold
+    /// changes nothing.
     void setValue(const QString &key, const QVariant &value);
     [[nodiscard]] QStringList keys() const;
 

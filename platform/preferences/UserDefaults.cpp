@@ -15,7 +15,7 @@
 namespace platform {
 namespace {
 
-/// One domain: its file as last read, and the pending write.
+/// One domain: the contents of its file when last read, and the contents that wait to be written.
 class Domain {
 public:
     explicit Domain(QString path)
@@ -55,8 +55,8 @@ private:
         bool isNew = false;
     };
 
-    /// Reads the file each time, because two writes may have the same time stamp. Parses it, and logs errors,
-    /// only when the contents have changed.
+    /// Reads the file at every call, because two writes may have the same time stamp. Parses the contents,
+    /// and logs errors, only if they have changed.
     const Read &read()
     {
         const AtomicFile::Contents file = AtomicFile::read(mPath);
@@ -85,7 +85,7 @@ private:
     std::optional<Write> mWrite;
 };
 
-/// One file for each domain. Pending writes are flushed in the destructor at the latest.
+/// Keeps each domain in a file of its own. The destructor writes the changes that are still pending.
 class FileUserDefaults : public UserDefaults {
 public:
     FileUserDefaults()

@@ -14,19 +14,18 @@ class UserDefaults {
 public:
     virtual ~UserDefaults() = default;
 
-    /// The domain on disk now or, if set, this process's pending write. Nothing when the file is absent or
-    /// unusable.
+    /// Returns the domain: if this process has a pending change, the changed contents, else those on disk.
+    /// Returns nothing if the file is absent or unusable.
     virtual std::optional<PropertyListDictionary> persistentDomainForName(const QString &name) = 0;
-    /// Replaces the domain in memory; synchronize() writes it. An empty `domain` is ignored.
+    /// Replaces the domain in memory; synchronize() writes it to disk. A call with nullopt is ignored.
     virtual void setPersistentDomain(const std::optional<PropertyListDictionary> &domain,
                                      const QString &name) = 0;
-    /// Writes the pending domain. A failed write is logged, dropped and returns false. A domain deleted on
-    /// disk meanwhile stays deleted.
+    /// Writes the pending changes of all domains. A write that fails is logged and not repeated; the result
+    /// is then false. A file that was deleted since the change is not created again.
     virtual bool synchronize() = 0;
 };
 
-/// Path of the current user's domain file below $XDG_CONFIG_HOME; it may not exist. Empty for an invalid
-/// domain name.
+/// Path of the domain's file below $XDG_CONFIG_HOME. The file may be missing. Empty for an invalid name.
 QString fileOfDomain(const QString &name);
 
 /// The domains of the current user, each in its file below $XDG_CONFIG_HOME.

@@ -11,10 +11,11 @@
 namespace platform {
 namespace {
 
-/// Longest line, in average characters, that stays readable.
+/// The length of the longest readable line, in characters of average width.
 constexpr int LongestLine = 68;
 
-/// QMessageBox wraps its informative text at the width of its title. This lets a sentence take a whole line.
+/// Widens the label to the length of its text, up to LongestLine. Otherwise QMessageBox wraps its informative
+/// text at the width of its title.
 void giveSentencesALine(QLabel *label)
 {
     if (!label)
@@ -37,7 +38,8 @@ AlertBox::AlertBox(const AlertSheet &alert)
     setInformativeText(alert.message);
     setAccessibleName(alert.title);
     setAccessibleDescription(alert.message);
-    // QMessageBox sets the text format of its first label only. Alert texts are never markup.
+    // Alert texts are never markup, but QMessageBox::setTextFormat() applies to its first label only. So set
+    // the format of every label.
     const auto labels = findChildren<QLabel *>();
     for (auto *label : labels)
         label->setTextFormat(Qt::PlainText);

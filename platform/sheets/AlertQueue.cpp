@@ -13,7 +13,7 @@
 namespace platform {
 namespace {
 
-/// Limits the number of open boxes when an agent reports errors without end.
+/// Largest number of alerts that are open or wait, in case an agent reports errors without end.
 constexpr std::size_t MostAlerts = 20;
 
 bool sameWords(const AlertSheet &a, const AlertSheet &b)
@@ -25,7 +25,8 @@ bool sameWords(const AlertSheet &a, const AlertSheet &b)
 
 AlertQueue::AlertQueue()
 {
-    // After aboutToQuit the platform plug-in may be gone, and deleting a shown box would crash.
+    // Close all boxes on aboutToQuit. Later the platform plug-in may be gone, and deleting a shown box would
+    // crash.
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
                      &AlertQueue::closeAll);
 }
@@ -65,7 +66,7 @@ QDialog *AlertQueue::newestOver(const QWidget *window) const
 bool AlertQueue::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Show && watched->isWidgetType()) {
-        // Queued: a box cannot be shown over a window that is still being shown.
+        // Queue the call, because no box can be shown over a window that is still being shown.
         if (isMainWindow(static_cast<QWidget *>(watched)))
             QMetaObject::invokeMethod(this, &AlertQueue::presentWaiting, Qt::QueuedConnection);
     }
@@ -75,7 +76,8 @@ bool AlertQueue::eventFilter(QObject *watched, QEvent *event)
 AlertQueue::Begun *AlertQueue::find(const AlertSheet &alert, const QWidget *window)
 {
     const auto found = std::find_if(mAlerts.begin(), mAlerts.end(), [&](const Begun &begun) {
-        // An alert that began before any window existed is shown over the first window.
+        // An alert without a window will be shown over the next window, so it is the same alert for every
+        // window.
         return sameWords(begun.words, alert) && (!begun.place.window || begun.place.window == window);
     });
     return found == mAlerts.end() ? nullptr : &*found;
@@ -83,7 +85,7 @@ AlertQueue::Begun *AlertQueue::find(const AlertSheet &alert, const QWidget *wind
 
 void AlertQueue::presentNext(QWidget *window)
 {
-    // Two boxes would block each other, and the one on top might be the blocked one.
+    // Show one box at a time. Of two boxes over one window, the box on top might be the blocked one.
     if (!window || newestOver(window))
         return;
     const auto next = std::find_if(mAlerts.begin(), mAlerts.end(),
@@ -137,7 +139,7 @@ void AlertQueue::finish(const QDialog *box)
 void AlertQueue::forgetWindow(const QObject *window)
 {
     const auto isGone = [window](const Begun &begun) { return begun.place.windowIdentity == window; };
-    // The window's alerts close without an end handler, because nobody has read them.
+    // Close the window's alerts without calling their end handlers, because the user has not confirmed them.
     for (auto &alert : mAlerts) {
         if (!isGone(alert) || !alert.place.dialog)
             continue;

@@ -10,8 +10,8 @@
 namespace platform {
 
 /// The alerts that are on screen or wait. A window shows one alert at a time. An alert without a visible
-/// window waits for the next main window that is shown; the application's events are filtered only while one
-/// waits.
+/// window waits for the next main window that is shown. An event filter on the application finds that window;
+/// it is installed only while an alert waits.
 class AlertQueue final : public QObject {
     Q_OBJECT
 public:
@@ -24,15 +24,15 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
-    /// An alert has come up over the window.
+    /// Emitted when an alert has been shown over the window.
     void presented(QWidget *window);
-    /// An alert has ended and its end handlers have run.
+    /// Emitted when an alert has ended and its end handlers have returned.
     void ended(const platform::DialogPlace &place);
 
 private:
     struct Begun {
         AlertSheet words;
-        /// The dialog is null while the alert waits.
+        /// `place.dialog` is null while the alert waits.
         DialogPlace place;
         std::vector<SheetDidEnd> didEnds;
     };

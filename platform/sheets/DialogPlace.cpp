@@ -12,7 +12,8 @@ void centreOver(QWidget *dialog, const QWidget *window)
     dialog->move(window->frameGeometry().center() - dialog->rect().center());
 }
 
-/// Centres a dialog again when its window is exposed: the window manager places new windows late.
+/// Centres a dialog again when its parent window is exposed, because the window manager places new windows
+/// late.
 class Recentring final : public QObject {
 public:
     Recentring(QWidget *dialog, QWidget *window)
@@ -39,9 +40,9 @@ private:
     QPointer<QWidget> mWindow;
 };
 
-/// Sets the transient parent when the dialog is shown. QShowEvent is the first moment at which Qt has made
-/// the dialog's QWindow. QWidget::winId() would make it earlier, but also gives every sibling of the dialog a
-/// native window; on Wayland those are subsurfaces, which the compositor draws at wrong places.
+/// Sets the dialog's transient parent when it is shown. Before its QShowEvent, the dialog has no QWindow.
+/// QWidget::winId() would create the QWindow earlier, but would also give every sibling of the dialog a
+/// native window. On Wayland these are subsurfaces, which the compositor draws at wrong places.
 class TransientOnShow final : public QObject {
 public:
     TransientOnShow(QWidget *dialog, QWidget *window)

@@ -5,20 +5,21 @@
 
 namespace platform {
 
-/// Position of a sheet or alert: the dialog, the window that it blocks, and the focus to restore afterwards.
+/// A sheet or alert, the window that it blocks, and the widget that had the focus before.
 struct DialogPlace {
     QPointer<QDialog> dialog;
     QPointer<QWidget> window;
     QPointer<QWidget> focus;
-    /// Identifies the window, also while it is being destroyed.
+    /// The window's address, for comparison only. While the window is being destroyed, `window` is null
+    /// already.
     const QObject *windowIdentity = nullptr;
 };
 
-/// Makes the dialog window-modal for `window` and centres it there; call it before the dialog is shown.
-/// A null window gives a dialog that blocks nothing. The dialog does not become a child of `window`.
+/// Makes the dialog window-modal for `window` and centres it there; call this before the dialog is shown.
+/// With a null `window`, the dialog blocks nothing. The dialog never becomes a child of `window`.
 DialogPlace placeDialog(QDialog *dialog, QWidget *window);
 
-/// Activates the window again and restores its focus widget.
+/// Activates the window again and gives the focus back to the widget that had it before.
 void restoreFocus(const DialogPlace &place);
 
 } // namespace platform

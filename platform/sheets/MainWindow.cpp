@@ -56,7 +56,7 @@ QWidget *applicationMainWindow()
     const auto window = std::find_if_not(windows.begin(), windows.end(), isDialog);
     if (window != windows.end())
         return *window;
-    // The only window of some hosts is a dialog.
+    // Accept a dialog as well, because it is the only window of some hosts.
     return windows.isEmpty() ? nullptr : windows.constFirst();
 }
 

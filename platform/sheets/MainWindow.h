@@ -4,10 +4,12 @@ class QWidget;
 
 namespace platform {
 
-/// Whether the window is a main window of the host: a window or an unowned dialog, but no sheet or alert.
+/// Whether the widget is a main window of the host: a window or a dialog without a parent, but no sheet or
+/// alert.
 bool isMainWindow(const QWidget *window);
 
-/// The host's active main window, else its oldest visible one. Prefers windows to dialogs; may be null.
+/// Returns the host's active main window, or else its oldest visible one. Prefers windows to dialogs; may
+/// return null.
 QWidget *applicationMainWindow();
 
 } // namespace platform

@@ -93,8 +93,8 @@ void QtSheetPresenter::watchActivation(QWidget *window)
 
 bool QtSheetPresenter::eventFilter(QObject *watched, QEvent *event)
 {
-    // Window managers activate a new window late, after its dialog has come up. A blocked window drops all
-    // keys.
+    // Some window managers activate a new window only after its dialog was shown. Activate the dialog,
+    // because a blocked window drops all keys.
     if (event->type() == QEvent::WindowActivate && watched->isWidgetType()) {
         if (auto *dialog = newestOver(static_cast<QWidget *>(watched)))
             QMetaObject::invokeMethod(dialog, &QWidget::activateWindow, Qt::QueuedConnection);
@@ -105,7 +105,7 @@ bool QtSheetPresenter::eventFilter(QObject *watched, QEvent *event)
 void QtSheetPresenter::forgetWindow(const QObject *window)
 {
     const auto isGone = [window](const BegunSheet &begun) { return begun.place.windowIdentity == window; };
-    // The window's sheets close without an end handler: the caller's window is gone.
+    // Close the window's sheets without calling their end handlers, because the caller's window is gone.
     for (auto &sheet : mSheets) {
         if (isGone(sheet) && sheet.place.dialog)
             sheet.place.dialog->hide();

@@ -10,8 +10,8 @@
 
 namespace platform {
 
-/// Shows sheets as window-modal dialogs, and alerts from a queue. When one ends, the newest other dialog over
-/// the window gets the focus, else the window.
+/// Shows sheets as window-modal dialogs, and alerts one at a time. When a dialog ends, the newest other
+/// dialog over its window gets the focus, or else the window.
 class QtSheetPresenter final : public QObject, public SheetPresenter {
     Q_OBJECT
 public:
@@ -33,7 +33,8 @@ private:
     BegunSheets::iterator find(const Sheet *sheet);
     [[nodiscard]] QDialog *newestSheetOver(const QWidget *window) const;
     [[nodiscard]] QDialog *newestOver(const QWidget *window) const;
-    /// Activates the newest dialog over the window whenever the window itself becomes active.
+    /// Makes sure that the newest dialog over the window is activated whenever the window itself is
+    /// activated.
     void watchActivation(QWidget *window);
     void passFocusOn(const DialogPlace &place);
     void forgetWindow(const QObject *window);

@@ -12,7 +12,7 @@ bool isWayland()
     return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
 
-/// Breeze's separator colour: a fifth of the text colour mixed into the window colour.
+/// Mixes a fifth of the text colour into the window colour, like the separators of the style Breeze.
 QColor outlineColour(const QPalette &palette)
 {
     constexpr int AlphaOfAFifth = 51;
@@ -25,7 +25,8 @@ QColor outlineColour(const QPalette &palette)
 
 Qt::WindowFlags sheetWindowFlags()
 {
-    // Wayland cannot request single title bar buttons: KWin gives every decorated window a minimise button.
+    // A Wayland client cannot choose single title bar buttons, and KWin gives every decorated window a
+    // minimise button. So use no title bar there.
     if (isWayland())
         return Qt::Dialog | Qt::FramelessWindowHint;
     return Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;

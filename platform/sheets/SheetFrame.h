@@ -6,10 +6,11 @@ class QWidget;
 
 namespace platform {
 
-/// Window flags of sheets and alerts: no buttons that minimise or maximise. On Wayland there is no title bar.
+/// Window flags of sheets and alerts, without buttons to minimise or maximise. On Wayland there is no title
+/// bar.
 Qt::WindowFlags sheetWindowFlags();
 
-/// Draws the outline of a sheet or alert that has no title bar; call it from paintEvent(), last.
+/// Draws the outline of a sheet or alert without a title bar. Call it at the end of paintEvent().
 void paintSheetOutline(QWidget *sheet);
 
 } // namespace platform

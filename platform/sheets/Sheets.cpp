@@ -55,8 +55,9 @@ void Sheet::hideEvent(QHideEvent *event)
 
 bool Sheet::eventFilter(QObject *watched, QEvent *event)
 {
-    // Qt 6 closes every window while it delivers a quit event, and a window that refuses cancels the quit.
-    // deleteLater() marks the end of the delivery: nested event loops of closing windows do not run it.
+    // Qt 6 closes every window during a quit event, and a window that refuses to close cancels the quit.
+    // mQuitInDelivery exists during that event: deleteLater() destroys it afterwards, and not in the nested
+    // event loops of closing windows.
     if (watched == qApp && event->type() == QEvent::Quit && !mQuitInDelivery) {
         mQuitInDelivery = new QObject(this);
         mQuitInDelivery->deleteLater();

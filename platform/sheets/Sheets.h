@@ -9,14 +9,14 @@
 
 namespace platform {
 
-/// Called when a sheet has ended: the sheet, which is still visible, its return code and the context given at
-/// its begin.
+/// Called when a sheet or an alert has ended. A sheet is still visible then. The return code is always 0 and
+/// `contextInfo` always null.
 using SheetDidEnd = std::function<void(QWidget *sheet, int returnCode, void *contextInfo)>;
 
 /// Selects the icon of an alert.
 enum class AlertKind { Error, Information };
 
-/// Texts of an alert; plain text, never interpreted as markup.
+/// The texts of an alert. They are plain text, never markup.
 struct AlertSheet {
     QString title;
     QString defaultButton;
@@ -25,23 +25,25 @@ struct AlertSheet {
 };
 
 /// A dialog from an interface file that blocks one window. Escape and the close button run the cancel action.
-/// Without a cancel action, or when it does not end the sheet, they do nothing. A host that quits or a
-/// session that ends closes the sheet in any case.
+/// If there is none, or if it does not end the sheet, the sheet stays open. When the host quits or the
+/// session ends, the sheet closes in any case.
 class Sheet : public QDialog {
     Q_OBJECT
 public:
     explicit Sheet(QWidget *parent = nullptr);
 
-    /// The sheet's width in pixels, where window and screen are as wide.
+    /// Sets the sheet's width in pixels. fitInto() makes it narrower if the window or the screen is narrower.
     void setWantedWidth(int width);
-    /// Settles the width before the sheet is shown over `window`, which may be null.
+    /// Limits the sheet's width to that of `window` and its screen. Call it before the sheet is shown;
+    /// `window` may be null.
     void fitInto(const QWidget *window);
     void setCancelAction(std::function<void()> action);
     void reject() override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
-    /// The host has closed the sheet; the presenter has to end it.
+    /// Emitted when the sheet has to close because the host quits or the session ends. The presenter must
+    /// then end the sheet.
     void closedByHost();
 
 protected:
@@ -55,22 +57,23 @@ private:
 
     int mWantedWidth = 0;
     std::function<void()> mCancelAction;
-    /// Not null while a QEvent::Quit is being delivered.
+    /// An object that exists only while a QEvent::Quit is being delivered.
     QPointer<QObject> mQuitInDelivery;
 };
 
-/// Begins and ends window-modal sheets; none of its operations waits for the user.
+/// Begins and ends sheets and alerts, which block one window. No operation waits for the user.
 class SheetPresenter {
 public:
     virtual ~SheetPresenter() = default;
 
     /// The host's main window, for messages that concern the whole application; may be null.
     virtual QWidget *applicationMainWindow() = 0;
-    /// Shows the alert over `window`; a null window means the next main window that is shown. When very many
-    /// alerts are open, the alert is dropped and `didEnd` never runs.
+    /// Shows the alert over `window`. If that is null, shows it over the host's main window or, without one,
+    /// over the next that appears. If too many alerts are open, the alert is dropped and `didEnd` is never
+    /// called.
     virtual void beginAlertSheet(const AlertSheet &alert, QWidget *window, SheetDidEnd didEnd) = 0;
     virtual void beginSheet(Sheet *sheet, QWidget *modalForWindow, SheetDidEnd didEnd) = 0;
-    /// Ends the sheet with return code 0. Ignored for a sheet that is not open.
+    /// Ends the sheet with return code 0. Does nothing if the sheet is not open.
     virtual void endSheet(Sheet *sheet) = 0;
 };
 

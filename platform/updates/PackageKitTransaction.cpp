@@ -16,13 +16,13 @@ namespace {
 
 const QString PercentageProperty = QStringLiteral("Percentage");
 
-// Numbers of PackageKit's interface.
+// Exit codes and error codes of PackageKit's interface.
 constexpr uint ExitSuccess = 1;
 constexpr uint ExitCancelled = 3;
 constexpr uint ErrorCancelled = 17;
 constexpr uint ErrorNotAuthorized = 48;
 
-// The call may wait for a user who types a password.
+// No timeout, because PackageKit's reply may have to wait until the user has typed a password.
 constexpr int NoTimeout = std::numeric_limits<int>::max();
 
 QStringList hints(bool interactive)
@@ -34,7 +34,7 @@ QStringList hints(bool interactive)
             QStringLiteral("interactive=") + (interactive ? yes : no)};
 }
 
-/// Errors that the bus sends when the service is gone.
+/// Whether this is an error that QtDBus or the bus daemon reports when the service is gone.
 bool saysServiceIsGone(const QString &errorName)
 {
     return errorName == QDBusError::errorString(QDBusError::NoReply)
@@ -78,7 +78,7 @@ void PackageKitTransaction::run(const QString &method, const QVariantList &argum
     mArguments = arguments;
     mInteractive = interactive;
     if (!mBus.isConnected()) {
-        // QtDBus never finishes a call on a connection that is not open.
+        // Fail now: on a closed connection QtDBus would never finish a call.
         mErrorText = mBus.lastError().message();
         return finish(Outcome::Failed);
     }
@@ -86,8 +86,9 @@ void PackageKitTransaction::run(const QString &method, const QVariantList &argum
     findOwner();
 }
 
-// Ask for the owner before creating the transaction. Qt 6.8 leaves QDBusMessage::service() of an asynchronous
-// reply empty, and a later GetNameOwner could return another owner.
+// Asks for the service's owner before the transaction is created, because a later call of GetNameOwner could
+// return another owner. The reply to CreateTransaction does not help: Qt 6.8 leaves QDBusMessage::service()
+// of asynchronous replies empty.
 void PackageKitTransaction::findOwner()
 {
     ask(daemonCall(QStringLiteral("GetNameOwner"), {bus::PackageKit}), [this](const QDBusMessage &reply) {
@@ -127,7 +128,7 @@ void PackageKitTransaction::create(const QString &owner)
 
 void PackageKitTransaction::begin(const QString &owner, const QString &path)
 {
-    // Any program may send such signals on the system bus; accept only the owner's.
+    // Accept signals of the owner only, because any program may send such signals on the system bus.
     listen(owner, path);
     auto setHints =
         QDBusMessage::createMethodCall(owner, path, bus::PackageKitTransaction, QStringLiteral("SetHints"));
@@ -160,7 +161,7 @@ void PackageKitTransaction::watchService(const QString &service)
 
 void PackageKitTransaction::watchBus()
 {
-    // When the connection breaks, QDBusServiceWatcher reports nothing.
+    // Subscribe to Disconnected, because QDBusServiceWatcher reports nothing when the connection breaks.
     mBus.connect({}, bus::LocalPath, bus::LocalInterface, bus::LocalDisconnected, this,
                  SLOT(onDisconnected()));
 }
@@ -170,7 +171,7 @@ void PackageKitTransaction::ask(const QDBusMessage &question, Answer answer)
     auto *watcher = new QDBusPendingCallWatcher(mBus.asyncCall(question), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, answer = std::move(answer)] {
         watcher->deleteLater();
-        // The loss of the bus or of the owner was already reported.
+        // Ignore replies after the end: the loss of the bus or of the owner has already been reported.
         if (!mFinished)
             answer(watcher->reply());
     });
@@ -209,7 +210,7 @@ void PackageKitTransaction::onDisconnected()
 
 void PackageKitTransaction::onPackage(uint info, const QString &id, const QString &)
 {
-    // The upper 16 bits may hold the urgency of an update.
+    // PackageKit may put the urgency of an update into the upper 16 bits, so remove them.
     constexpr uint InfoMask = 0xFFFF;
     mPackages.push_back({info & InfoMask, PackageId(id)});
 }

@@ -27,9 +27,9 @@ struct PackageId {
 class PackageKitTransaction final : public QObject {
     Q_OBJECT
 public:
-    /// Lost: the service or the bus went away before the end, so the result is unknown.
+    /// Lost means that the service or the bus went away before the end, so that the result is unknown.
     enum class Outcome { Done, Refused, Failed, Lost };
-    /// The package states of PackageKit's interface that are used here.
+    /// The values of PackageKit's package info that are used here.
     enum Info : unsigned { Installed = 1, Blocked = 9 };
     struct Package {
         unsigned info;
@@ -38,15 +38,15 @@ public:
 
     explicit PackageKitTransaction(const QDBusConnection &bus, QObject *parent = nullptr);
 
-    /// Starts `method` of a new transaction; to be called once. With `interactive` the service may ask for a
-    /// password.
+    /// Creates a transaction and calls its `method`. Call run() only once. If `interactive` is true, the
+    /// service may ask for a password.
     void run(const QString &method, const QVariantList &arguments, bool interactive);
     [[nodiscard]] const std::vector<Package> &packages() const { return mPackages; }
-    /// Reason of an outcome other than Done: the service's text or, if Lost, the bus's. May be empty.
+    /// The service's reason for Refused or Failed; for Lost, a technical text for the log. May be empty.
     [[nodiscard]] QString errorText() const { return mErrorText; }
 
 Q_SIGNALS:
-    /// 0 to 100; any other number means unknown.
+    /// Emitted with the progress from 0 to 100. Any other number means that the progress is unknown.
     void progressed(int percentage);
     void finished(platform::PackageKitTransaction::Outcome outcome);
 
@@ -78,7 +78,8 @@ private:
     QString mMethod;
     QVariantList mArguments;
     bool mInteractive = false;
-    /// Set after the service was started once; if its name then has no owner, the transaction fails.
+    /// Whether the service has been started once. If its name still has no owner afterwards, the transaction
+    /// fails.
     bool mActivated = false;
     std::vector<Package> mPackages;
     uint mErrorCode = 0;

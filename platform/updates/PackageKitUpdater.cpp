@@ -16,13 +16,13 @@
 namespace platform {
 namespace {
 
-// Bit fields of PackageKit's interface.
+// Bits of PackageKit's filters and of its transaction flags.
 constexpr qulonglong FilterNone = 1ULL << 1;
 constexpr qulonglong FilterInstalled = 1ULL << 2;
 constexpr qulonglong OnlyTrusted = 1ULL << 1;
 
-/// Looks for an update, offers it and installs it. All calls are asynchronous; only an installation may wait
-/// for the bus.
+/// Looks for an update, offers it and installs it. All calls are asynchronous. Only the start of an
+/// installation may block, while it opens the bus.
 class PackageKitUpdater final : public QObject, public SoftwareUpdater {
 public:
     PackageKitUpdater(std::shared_ptr<BusConnection> bus, UpdaterOptions options,
@@ -42,7 +42,8 @@ public:
     void applicationDidFinishLaunching() override
     {
         mDue = true;
-        // Queued, so that the pane is shown first; opening the bus does not block either.
+        // Queue the search, so that the pane is shown first. Opening the bus in the background does not block
+        // either.
         QTimer::singleShot(0, this, [this] {
             mBus->openInBackground();
             askIfDue();
@@ -53,7 +54,8 @@ private:
     using Transaction = PackageKitTransaction;
     using Finished = std::function<void(Transaction &, Transaction::Outcome)>;
 
-    /// Checks once per showing of the pane; if the bus is not open yet, when it opens.
+    /// Searches once after each showing of the pane. If the bus is not open yet, the search starts when it
+    /// opens.
     void askIfDue()
     {
         if (mBus->isOpen() && std::exchange(mDue, false))
@@ -122,7 +124,8 @@ private:
         case Transaction::Outcome::Failed:
             return mOffer.fail(transaction.errorText());
         case Transaction::Outcome::Lost:
-            // Show no reason: the bus's error text is for the log only.
+            // Show no reason to the user, because after a loss it is a technical text of the bus. Log it
+            // instead.
             logFailure(transaction);
             mOffer.fail({});
         }
@@ -163,7 +166,7 @@ private:
     UpdateOffer &mOffer;
     std::optional<PackageId> mUpdate;
     bool mBusy = false;
-    /// Whether the pane has been shown since the last check.
+    /// Whether the pane has been shown since the last search.
     bool mDue = false;
 };
 
@@ -175,7 +178,7 @@ public:
     {
     }
 
-    // One shared updater is enough, because only this bundle asks for one.
+    // Ignores `bundle` and keeps one updater, because only the pane's bundle asks for one.
     std::shared_ptr<SoftwareUpdater> updaterForBundle(const std::shared_ptr<Bundle> &bundle) override
     {
         if (!mUpdater)

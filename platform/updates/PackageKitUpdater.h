@@ -12,11 +12,11 @@ namespace platform {
 
 class BusConnection;
 
-/// The parameters of the updater that tests replace.
+/// Parameters of the updater. Tests pass values of their own.
 struct UpdaterOptions {
-    /// File whose package is kept up to date.
+    /// Path of an installed file. The package that contains this file is kept up to date.
     QString ownFile;
-    /// Where UpdateState is stored.
+    /// Path of the file for UpdateState.
     QString stateFile;
     std::function<QDateTime()> now;
 };
@@ -24,13 +24,14 @@ struct UpdaterOptions {
 /// Absolute path of the library or program that contains this code, with links resolved.
 QString ownCodeFile();
 
-/// Updates from the distribution's packages. At most once a day it asks PackageKit on the system bus for a
-/// newer version of the package that contains `ownFile`. It offers nothing if the file has no package, or
-/// without the service or a network. `bus` is the system bus, opened in the background.
+/// Makes the framework that updates from the distribution's packages. At most once a day, it asks PackageKit
+/// for a newer version of the package that contains `ownFile`. It offers nothing if no package contains that
+/// file, or without PackageKit or a network. `bus` is the system bus, which is opened in the background.
 std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr<BusConnection> bus,
                                                                  UpdaterOptions options);
 
-/// The same for this code's own file and the current user; `program` names the folder of the state file.
+/// Makes the framework for ownCodeFile() and the current user. `program` is the name of the folder of the
+/// state file.
 std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr<BusConnection> bus,
                                                                  const QString &program);
 

@@ -9,8 +9,8 @@ namespace platform {
 
 class Bundle;
 
-/// The newer version that an updater has found, and the progress of its installation. Views observe
-/// changed(); the user's choices reach the updater through the same object.
+/// The newer version that an updater has found, and the progress of its installation. Views observe changed()
+/// and emit the user's choices as signals of this object.
 class UpdateOffer final : public QObject {
     Q_OBJECT
 public:
@@ -25,7 +25,7 @@ public:
     /// Reason of a failed installation in the package service's words; may be empty.
     [[nodiscard]] QString reason() const { return mReason; }
 
-    // Called by the updater.
+    // The updater calls these functions to set the stage.
     void offer(const QString &version);
     void progress(int percentage);
     void succeed();
@@ -34,7 +34,7 @@ public:
 
 Q_SIGNALS:
     void changed();
-    // Called by the view for the user's choices.
+    // The view emits these signals when the user has chosen.
     void installChosen();
     void laterChosen();
     void skipChosen();
@@ -53,20 +53,20 @@ class SoftwareUpdater {
 public:
     virtual ~SoftwareUpdater() = default;
 
-    /// Starts the framework's cycle: look for an update and offer it. Does not block.
+    /// Starts a search for an update, and offers an update that is found. Does not block.
     virtual void applicationDidFinishLaunching() = 0;
 };
 
-/// The update framework: one shared updater for each bundle.
+/// The update framework. It has one shared updater for each bundle.
 class SoftwareUpdateFramework {
 public:
     virtual ~SoftwareUpdateFramework() = default;
 
-    /// The bundle's shared updater, made on the first call and kept.
+    /// Returns the bundle's shared updater, which the first call makes.
     virtual std::shared_ptr<SoftwareUpdater> updaterForBundle(const std::shared_ptr<Bundle> &bundle) = 0;
-    /// A new updater for the bundle.
+    /// Makes a new updater for the bundle.
     virtual std::shared_ptr<SoftwareUpdater> initForBundle(const std::shared_ptr<Bundle> &bundle) = 0;
-    /// The offer that this framework's updaters fill in; lives as long as the framework.
+    /// The offer that all updaters of this framework fill in. It lives as long as the framework.
     virtual UpdateOffer &offer() = 0;
 };
 

@@ -5,17 +5,17 @@
 
 namespace platform {
 
-/// State that the updater keeps between two starts: the time of its last check and the version to skip. A
-/// small file below $XDG_STATE_HOME. If it cannot be written, the state lasts as long as the process.
+/// Stores the time of the updater's last search and the version to skip in a small file below
+/// $XDG_STATE_HOME. If the file cannot be written, the state is lost when the process ends.
 class UpdateState {
 public:
     explicit UpdateState(QString file);
 
-    /// The current user's file.
+    /// Path of the current user's file. `program` is the name of its folder.
     static QString fileOf(const QString &program);
 
-    /// Whether a check took place in the day before `now`. A time in the future does not count, because the
-    /// clock was wrong then or is now.
+    /// Whether the last search was within the day before `now`. A time in the future does not count, because
+    /// the clock was wrong then or is wrong now.
     [[nodiscard]] bool askedWithinADay(const QDateTime &now) const;
     void noteAsked(const QDateTime &now);
     [[nodiscard]] bool isSkipped(const QString &version) const;
