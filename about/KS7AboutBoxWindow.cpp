@@ -44,8 +44,8 @@ void KS7AboutBoxWindow::setDiagnosis(std::function<QString()> report)
 void KS7AboutBoxWindow::showEvent(QShowEvent *event)
 {
     QDialog::showEvent(event);
-    // Give OK the focus. Otherwise the link would have it, as the first widget in the tab order, and Return
-    // would open the web browser.
+    // Give OK the focus. Otherwise the link, the first widget, would have it, and Return would open the web
+    // browser.
     mOkay->setFocus(Qt::OtherFocusReason);
 }
 

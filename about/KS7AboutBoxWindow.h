@@ -26,8 +26,7 @@ public:
     /// Fills in the version and the link to the web site. A click on the link opens it with `workspace`.
     void awakeFromNib(const platform::Bundle &bundle, std::shared_ptr<platform::Workspace> workspace);
 
-    /// Sets the source of the diagnosis. A click on "Copy Diagnosis" calls `report` and copies its text to
-    /// the clipboard.
+    /// Sets the function that returns the text for "Copy Diagnosis"; a click copies it to the clipboard.
     void setDiagnosis(std::function<QString()> report);
 
 protected:

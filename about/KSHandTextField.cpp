@@ -77,7 +77,7 @@ bool KSHandTextField::activatedWindow(const QMouseEvent *press) const
         return true;
     // Many window managers activate the window first and deliver the press afterwards, so the press is older
     // than the activation. Timestamps are in milliseconds and may wrap around. A difference of over two
-    // seconds means that the display uses another clock and proves nothing.
+    // seconds means that the display uses another clock, so ignore it.
     using std::chrono::milliseconds;
     const auto activated =
         std::chrono::duration_cast<milliseconds>(mWindowActivated.time_since_epoch()).count();

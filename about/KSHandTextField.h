@@ -12,7 +12,7 @@ class KSHandTextField : public LinkLabel {
 public:
     explicit KSHandTextField(QWidget *parent = nullptr);
 
-    /// Sets the function that opens the page. It is called once for each click, key press or performClick().
+    /// Sets the function that opens the page. It is called once for each click and each performClick().
     void setAction(std::function<void()> action) { mAction = std::move(action); }
     /// Does the same as a click. The keyboard handler and assistive programs call it.
     void performClick();

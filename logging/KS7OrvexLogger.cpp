@@ -19,8 +19,7 @@ QString *gAppName = nullptr;
 
 namespace {
 
-// The line buffer has UsualLine bytes reserved and is reused. It is freed after a line longer than
-// LongestKept.
+// The line buffer reserves UsualLine bytes and is reused. It is freed if it exceeds LongestKept.
 constexpr int UsualLine = 1024;
 constexpr int LongestKept = 64 * 1024;
 
@@ -59,8 +58,7 @@ unsigned copyNarrow(const char16_t *text, int size, char *out)
     return seen;
 }
 
-/// Appends `text` as UTF-8. Most messages are ASCII; these are copied without the temporary array of
-/// toUtf8().
+/// Appends `text` as UTF-8. Most messages are ASCII and need no temporary array of toUtf8().
 void appendUtf8(QByteArray *line, QStringView text)
 {
     const auto before = line->size();
@@ -179,8 +177,7 @@ void KS7OrvexLogger::createLogFile()
         OrvexLog(u"%@", &report);
 }
 
-/// Closes the current file and starts a new one. Returns a report of the failure, or a null string on
-/// success.
+/// Closes the current file and starts a new one. Returns a report if that fails, else a null string.
 QString KS7OrvexLogger::startFile()
 {
     forgetFile();
@@ -207,8 +204,7 @@ QString KS7OrvexLogger::startFile()
 
 void KS7OrvexLogger::forgetFile()
 {
-    // This pointer is declared before the lock, so that it closes the file after the release: close() may
-    // block.
+    // close() may block, so declare this pointer before the lock: it is destroyed after the release.
     std::shared_ptr<LogFile> closed;
     const std::lock_guard state(mFileLock);
     closed.swap(mFileHandle);

@@ -51,8 +51,7 @@ public:
     void createLogFile();
     /// Writes the log file's contents to the disk with fsync().
     void flush();
-    /// Turns file logging on or off. Each change from off to on starts a new file; turning it off leaves the
-    /// file open.
+    /// Turns file logging on or off. Each change to on starts a new file; turning it off keeps the file open.
     void setLogToFile(bool logToFile);
     void setLogToStdOut(bool logToStdOut) { mLogToStdOut = logToStdOut; }
     void setLogToConsole(bool logToConsole) { mLogToConsole = logToConsole; }

@@ -5,12 +5,10 @@
 
 #include <memory>
 
-/// An open log file, which any thread may write to. Each line is one write() with O_APPEND, so that lines
-/// never mix.
+/// An open log file for any thread. Each line is one write() with O_APPEND, so that lines never mix.
 class LogFile {
 public:
-    /// Creates an empty file or truncates the existing one. A failure is not reported; open() then returns
-    /// null.
+    /// Creates an empty file or truncates the existing one. After a failure, open() returns null.
     static void create(const QString &path);
     /// Opens an existing file for appending; null on failure.
     static std::shared_ptr<LogFile> open(const QString &path);

@@ -12,8 +12,7 @@
 namespace LogFormat {
 namespace {
 
-// Larger widths and precisions are clamped to this number, because a format could otherwise demand any amount
-// of memory.
+// Larger widths and precisions are clamped, because a format could otherwise demand any amount of memory.
 constexpr int LongestField = 4096;
 constexpr int NotGiven = -1;
 const QString Null = QStringLiteral("(null)");
@@ -77,8 +76,7 @@ int number(const char16_t **text, int otherwise)
     return fits ? std::min(value, LongestField) : LongestField;
 }
 
-/// Parses the directive after a percent sign. Afterwards `*text` points to the conversion's letter, its last
-/// character.
+/// Parses the directive after a percent sign. Afterwards `*text` points to its last letter, the conversion.
 Directive parse(const char16_t **text)
 {
     Directive directive;
@@ -93,7 +91,8 @@ Directive parse(const char16_t **text)
     return directive;
 }
 
-/// While it exists, its thread uses the C locale, so that snprintf() writes a decimal point in every locale.
+/// While an object of this class exists, its thread uses the C locale, so that snprintf() writes a decimal
+/// point.
 class PlainNumbers {
 public:
     PlainNumbers()
@@ -148,8 +147,7 @@ QString padded(const Directive &directive, const QString &text)
                                          : text.rightJustified(directive.width);
 }
 
-/// Reads at most `precision` bytes, because a text that is as long as the precision may lack its terminating
-/// zero.
+/// Reads at most `precision` bytes, because a text of that length may lack its terminating zero.
 QString string(const Directive &directive, const char *text)
 {
     if (!text)

@@ -15,8 +15,7 @@ namespace {
 /// Delay before the view is shown, so that the camera's first frame has arrived by then.
 constexpr auto RevealDelay = 750ms;
 
-/// One of the two unique IDs of the camera's capture device. The display name is not compared, because it may
-/// be anything.
+/// One of the two unique IDs of the camera's capture device. The display name may be anything.
 const QString LegacyCameraID =
     QStringLiteral("com.apple.QTKit.legacydevice-KS-7 Wireless Webcam-vdig-usbv-Orvx");
 
@@ -73,8 +72,7 @@ std::int16_t KS7PreviewController::doSeqGrab()
 
 std::optional<std::int16_t> KS7PreviewController::setUpSession()
 {
-    // Keep the session even if finding or opening the camera fails: the next start then runs it without a
-    // camera.
+    // Keep the session even if there is no usable camera: the next start then runs it without one.
     mCaptureSession = mCapture->makeSession();
     const auto camera = findCamera(*mCapture);
     if (!camera)

@@ -38,8 +38,7 @@ public:
     std::int16_t doSeqGrab();
     /// Shows `qtView`.
     void swapViewIn(void *ignored = nullptr);
-    /// Cancels the delayed showing of the view, stops the session and hides the view. Camera and session are
-    /// kept.
+    /// Stops the session, hides the view and cancels its delayed showing. Camera and session are kept.
     void endGrab();
     /// Whether the session has a camera. It has none after a first start that failed.
     [[nodiscard]] bool hasCamera() const;

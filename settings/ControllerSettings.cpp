@@ -16,8 +16,7 @@ namespace {
 
 constexpr int DefaultSizeIndex = 1;
 constexpr std::uint64_t HertzPerMegahertz = 1'000'000;
-// Lowest processor clock for the choice of a picture size. Slower processors can only handle the smallest
-// picture.
+// Lowest clock in MHz for a choice of picture sizes. Slower processors can handle the smallest size only.
 constexpr int SlowestForLargePictureMhz = 1002;
 
 QVariantMap stateOf(const QCheckBox *checkbox)

@@ -2,8 +2,7 @@
 
 #include <QLabel>
 
-/// A line of plain text whose end looks like a link. This class only draws the link; it does not handle
-/// clicks.
+/// A line of plain text whose end looks like a link. This class does not handle clicks.
 class LinkLabel : public QLabel {
     Q_OBJECT
 public:

@@ -2,8 +2,7 @@
 
 #include <QWidget>
 
-/// The black frame of the live picture, which is visible even if it contains no view. Its view is 4:3 and
-/// centred.
+/// The black frame of the live picture, visible even without a view in it. Its view is 4:3 and centred.
 class PictureFrame : public QWidget {
     Q_OBJECT
 public:

@@ -20,8 +20,7 @@ public:
 
     /// Runs `work` once after `delay`. `target` identifies the call for cancelPreviousPerformRequests().
     virtual void performAfterDelay(const void *target, std::chrono::milliseconds delay, Work work) = 0;
-    /// Queues `work` for the main thread, even if the caller is on that thread already. Any thread may call
-    /// this.
+    /// Queues `work` for the main thread, even if that thread is the caller. Any thread may call this.
     virtual void performOnMainThread(Work work) = 0;
     /// Cancels the calls that performAfterDelay() has scheduled for `target` and that have not run yet.
     virtual void cancelPreviousPerformRequests(const void *target) = 0;

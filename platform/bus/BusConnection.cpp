@@ -15,8 +15,7 @@ using namespace std::chrono_literals;
 namespace platform {
 namespace {
 
-/// Intervals between attempts to open the bus. Each is 1.5 times as long as the previous one; the sum is
-/// about a minute.
+/// Intervals between attempts to open the bus. Each is 1.5 times the previous one; the sum is a minute.
 constexpr auto FirstInterval = 100ms;
 constexpr auto LongestInterval = 20s;
 

@@ -23,8 +23,7 @@ class BusConnection : public QObject {
 public:
     static inline const QString AnyOwner = QStringLiteral("own-connection");
 
-    /// `owner` is the prefix of the connection's name in Qt. No connection of the host may have the same
-    /// prefix.
+    /// `owner` is the prefix of the connection's name in Qt. No connection of the host may have it.
     explicit BusConnection(QDBusConnection::BusType type, const QString &owner = AnyOwner);
     /// Leaves the connection open for the next object with the same name. Qt would close it in another
     /// thread, while replies may still arrive.
@@ -44,15 +43,12 @@ public:
     QString ownerOf(const QString &busName);
 
 Q_SIGNALS:
-    /// Emitted when the connection has been opened. It has no subscriptions yet, so receivers must subscribe
-    /// now.
+    /// Emitted when the connection is open. It has no subscriptions yet, so receivers must subscribe now.
     void opened();
-    /// Emitted after opened() if the bus was lost or absent before. Broadcasts that were sent in that time
-    /// have been missed.
+    /// Emitted after opened() if the bus was lost or absent. Broadcasts of that time have been missed.
     void foundAgain();
     void lost();
-    /// Emitted before each broadcast reaches its observers, so that a connection's earlier death is reported
-    /// first.
+    /// Emitted before observers receive a broadcast, so that a connection's earlier death is reported first.
     void aboutToDeliver();
 
 private Q_SLOTS:
@@ -80,8 +76,7 @@ private:
     QSocketNotifier *mListener = nullptr;
     QTimer mNextTry;
     std::chrono::milliseconds mInterval;
-    /// A call without a timeout, which is sent after another call has timed out. Its reply shows that the bus
-    /// works again.
+    /// A call without a timeout, sent after another call timed out. Its reply shows that the bus works again.
     std::optional<QDBusPendingCall> mSignOfLife;
 };
 

@@ -36,7 +36,7 @@ QByteArray addressOf(QDBusConnection::BusType type)
     return address.isEmpty() ? socketInRuntimeFolder() : address;
 }
 
-/// Returns the path of a socket; the name of an abstract socket begins with a zero byte. Empty for other
+/// Returns the socket path of an address; for an abstract socket, a zero byte and its name. Empty for other
 /// kinds of address, which only libdbus can open.
 QByteArray socketName(const QByteArray &address)
 {
@@ -61,8 +61,7 @@ int connectTo(const QByteArray &name)
         return -1;
     address.sun_family = AF_UNIX;
     std::memcpy(address.sun_path, name.constData(), static_cast<std::size_t>(name.size()));
-    // Pass the exact length, because the kernel counts all bytes of an abstract name. A path may end at a
-    // zero byte.
+    // Pass the exact length, because the kernel counts all bytes of an abstract socket's name.
     const auto length = offsetof(sockaddr_un, sun_path) + static_cast<std::size_t>(name.size());
     const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
     if (socket >= 0
@@ -72,8 +71,7 @@ int connectTo(const QByteArray &name)
     return -1;
 }
 
-/// Sends AUTH, the request for a list of authentication mechanisms. Every bus replies to it before the client
-/// has authenticated.
+/// Requests the list of authentication mechanisms, which every bus sends before authentication.
 bool greet(int socket)
 {
     constexpr char Question[] = "\0AUTH\r\n";
@@ -140,8 +138,7 @@ BusHandshake::Outcome BusHandshake::lookFor(int milliseconds)
     if (mOutcome != Outcome::Silent)
         return mOutcome;
     pollfd question{mSocket, POLLIN, 0};
-    // A Unix signal ends poll() early with EINTR. The result then stays Silent, and the next call waits
-    // again.
+    // After EINTR from a Unix signal the result stays Silent, and the next call waits again.
     if (::poll(&question, 1, milliseconds) <= 0)
         return mOutcome;
     char byte = 0;
@@ -154,13 +151,11 @@ void keepToolkitOffSilentBus()
     const auto handshake = BusHandshake::shared(QDBusConnection::SessionBus);
     if (handshake->wait() != BusHandshake::Outcome::Silent)
         return;
-    // Keep this handshake, so that BusHandshake::shared() returns it and the pane's own connection does not
-    // wait a second time.
+    // Keep this handshake: shared() then returns it, and the pane's own connection does not wait again.
     static const auto waitedFor = handshake;
     const QByteArray address = qgetenv(SessionAddress);
     qputenv(SessionAddress, "unix:path=/nonexistent");
-    // Open Qt's session bus with an address that fails at once. Qt keeps the failed connection and does not
-    // try again.
+    // Open Qt's session bus with an address that fails at once. Qt does not try another time.
     static_cast<void>(QDBusConnection::sessionBus());
     if (address.isNull())
         qunsetenv(SessionAddress);

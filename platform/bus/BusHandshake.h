@@ -9,16 +9,15 @@
 namespace platform {
 
 /// Tests over a socket of its own whether a bus replies. Call QDBusConnection::connectToBus() only after a
-/// reply. On a bus that accepts the socket but does not reply, it would block the process's D-Bus thread for
-/// 25 s.
+/// reply. On a bus that accepts and does not reply, it would block the process's D-Bus thread for 25 s.
 class BusHandshake {
 public:
     enum class Outcome { Refused, Silent, Answered };
 
     /// Connects and sends a first message without blocking. The reply must arrive within CallTimeout.
     explicit BusHandshake(QDBusConnection::BusType type);
-    /// Returns the unfinished handshake if the bus is silent until now, else a new handshake. All callers in
-    /// the process thus share one wait.
+    /// Returns the unfinished handshake with a silent bus, else a new one, so that all callers share one
+    /// wait.
     static std::shared_ptr<BusHandshake> shared(QDBusConnection::BusType type);
     ~BusHandshake();
     BusHandshake(const BusHandshake &) = delete;
@@ -29,8 +28,7 @@ public:
     Outcome wait();
     /// Checks for a reply without blocking.
     Outcome look();
-    /// Descriptor that becomes readable when a silent bus replies or closes the connection; -1 if there is
-    /// none.
+    /// Descriptor that becomes readable when a silent bus replies or closes; -1 if there is no socket.
     [[nodiscard]] int socket() const { return mSocket; }
 
 private:

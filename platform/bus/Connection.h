@@ -7,8 +7,7 @@
 
 namespace platform {
 
-/// Posted once on the local notification center when a Connection has died. The notification's object is that
-/// Connection.
+/// Posted once on the local notification center when a Connection has died; its object is the Connection.
 inline const QString NSConnectionDidDieNotification = QStringLiteral("NSConnectionDidDieNotification");
 
 /// A remote object whose interface is not known yet.

@@ -8,8 +8,7 @@
 namespace platform {
 namespace {
 
-/// Returns the user info of a notification. Any process may send one, so an argument of a wrong type counts
-/// as empty user info.
+/// Any process may send a notification, so an argument of a wrong type counts as empty user info.
 QVariantMap userInfoOf(const QDBusMessage &signal)
 {
     if (signal.signature() != bus::UserInfoSignature)

@@ -17,8 +17,7 @@ struct Notification {
 
 using NotificationHandler = std::function<void(const Notification &)>;
 
-/// Delivers posted notifications to observers. Main thread only. The handlers of one name run in the order of
-/// their registration.
+/// Delivers posts to observers. Main thread only. The handlers of one name run in order of registration.
 class NotificationCenter {
 public:
     virtual ~NotificationCenter() = default;

@@ -79,8 +79,7 @@ void DBusConnectionRegistry::endAllOnNextTurn()
 
 void DBusConnectionRegistry::lookForOwners()
 {
-    // Queue the handlers. The bus may be found again inside connectionWithRegisteredName(), whose caller is
-    // still connecting.
+    // Queue the handlers, because the bus may be found again while a caller is still connecting.
     mRunLoop->performOnMainThread([weak = weak_from_this()] {
         const auto self = weak.lock();
         if (!self)
@@ -111,8 +110,7 @@ RemoteConnection::~RemoteConnection()
 
 bool RemoteConnection::open()
 {
-    // Subscribe to NameOwnerChanged before the call of GetNameOwner, so that no change between them is
-    // missed.
+    // Subscribe to NameOwnerChanged before calling GetNameOwner, so that no change is missed in between.
     watchOwner();
     mOwner = mRegistry->mBus->ownerOf(mBusName);
     if (mOwner.isEmpty())

@@ -14,8 +14,7 @@ namespace platform {
 class NotificationCenter;
 class RunLoop;
 
-/// Posted on the local notification center when a running session fails. The user info contains the error
-/// code.
+/// Posted on the local notification center when a running session fails. The user info has the error code.
 inline const QString QuickTimeErrorNotification = QStringLiteral("QuickTimeError");
 inline const QString QuickTimeErrorCodeKey = QStringLiteral("Value");
 
@@ -81,8 +80,8 @@ public:
     virtual std::shared_ptr<CaptureSession> makeSession() = 0;
 };
 
-/// A widget that shows the newest frame of its session on black. The frame is as large as fits and keeps its
-/// aspect ratio.
+/// A widget that shows the newest frame of its session on black. The frame is scaled to fit, with its aspect
+/// ratio kept.
 class CaptureView : public QWidget {
     Q_OBJECT
 public:

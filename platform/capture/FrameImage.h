@@ -19,8 +19,7 @@ inline constexpr auto NativeFormat = "xRGB";
 /// frame must have NativeFormat. The image keeps the sample's buffer alive.
 QImage imageOver(GstSample *sample);
 
-/// Returns a copy of the frame in new memory, with every pixel opaque. A camera may write any value into the
-/// unused byte of a pixel.
+/// Returns a deep copy with opaque pixels, because a camera may write any value into the unused byte.
 QImage opaqueCopy(const QImage &frame);
 
 } // namespace platform

@@ -43,8 +43,7 @@ GstElement *makePixelShape()
 }
 
 /// Makes one element that converts and scales. Chroma interpolation is off, because it doubles the cost
-/// without a visible gain. Borders are off, because rounding to whole pixels could add a black line to the
-/// frame.
+/// without a visible gain. Borders are off, because rounding to whole pixels could add a black line.
 GstElement *makeConverter()
 {
     GstElement *converter = make("videoconvertscale");

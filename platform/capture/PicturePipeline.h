@@ -28,7 +28,7 @@ bool keepsOldCaps();
 PicturePipeline makePicturePipeline(std::uint64_t serial, int connection);
 
 /// Initialises GStreamer on first use; returns false on failure. GStreamer is never shut down, because the
-/// host may use it as well.
+/// host may use it.
 bool initGStreamer();
 
 /// The caps for the sink: frames in NativeFormat, up to `size`, with square pixels.

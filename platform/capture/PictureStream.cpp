@@ -61,8 +61,7 @@ void PictureStream::start()
         return;
     }
     watch();
-    // This call blocks until the camera sends a frame. A failure is reported by a message on the pipeline's
-    // bus, not by the result.
+    // This call blocks until the camera sends a frame. Failures arrive as messages on the pipeline's bus.
     gst_element_set_state(mPipeline, GST_STATE_PLAYING);
     const std::lock_guard guard(mLock);
     mStarting = false;
@@ -129,8 +128,7 @@ void PictureStream::watchInput()
 
 void PictureStream::watch()
 {
-    // Handle the pipeline's messages in the thread that posts them, because the host may have no GLib event
-    // loop.
+    // Handle messages in the thread that posts them, because the host may have no GLib event loop.
     GstBus *bus = gst_element_get_bus(mPipeline);
     gst_bus_set_sync_handler(
         bus,
@@ -158,8 +156,7 @@ void PictureStream::stop()
 void PictureStream::limitTo(const QSize &pixels)
 {
     const std::lock_guard guard(mLock);
-    // Each side is at least 2 pixels, because GStreamer rejects an integer range that contains only the
-    // number 1.
+    // Each side is at least 2 pixels, because GStreamer rejects the integer range from 1 to 1.
     mLimit = pixels.boundedTo(LargestFrame).expandedTo({2, 2});
     if (mSink)
         limitSink();
@@ -192,7 +189,7 @@ int PictureStream::onInput(GstPad *, GstPadProbeInfo *input, void *stream)
     if ((GST_PAD_PROBE_INFO_TYPE(input) & GST_PAD_PROBE_TYPE_BUFFER) != 0)
         return self->accepts(GST_PAD_PROBE_INFO_BUFFER(input)) ? GST_PAD_PROBE_OK : GST_PAD_PROBE_DROP;
     // Drop RECONFIGURE events at the converter, because pipewiresrc would connect to the camera again. A new
-    // frame size needs the converter only.
+    // frame size concerns the converter only.
     const bool isReconfigure = GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(input)) == GST_EVENT_RECONFIGURE;
     return isReconfigure ? GST_PAD_PROBE_DROP : GST_PAD_PROBE_OK;
 }
@@ -246,8 +243,7 @@ int PictureStream::onMessage(GstBus *, GstMessage *message, void *stream)
 QImage PictureStream::imageOf(GstSample *sample) const
 {
     const QImage image = imageOver(sample);
-    // Copy a frame that was not converted: it lies in the camera's own memory, which is soon reused or
-    // unmapped.
+    // Copy an unconverted frame: it lies in the camera's own memory, which is soon reused or unmapped.
     return takesNativeFormat(mConverter) ? opaqueCopy(image) : image;
 }
 

@@ -47,8 +47,7 @@ public:
     void close();
     /// Scales later frames down if they are larger than `pixels`, with their aspect ratio kept.
     void limitTo(const QSize &pixels);
-    /// Queues `work` for the main thread. It is dropped if the stream has been closed by then. Any thread may
-    /// call this.
+    /// Queues `work` for the main thread; a closed stream drops it. Any thread may call this.
     void performUnlessClosed(std::function<void()> work);
     /// Whether start() has begun. Any thread may call this.
     [[nodiscard]] bool hasBegun() const { return mBegun; }
@@ -56,9 +55,10 @@ public:
     bool takeArrived() { return mArrived.exchange(false); }
     /// Whether any frame was delivered to the handler.
     [[nodiscard]] bool hasDelivered() const { return mHasDelivered; }
-    /// Whether PipeWire has removed the camera's memory, as it does when the camera changes its format. With
-    /// pipewiresrc 1.4 this is always false. This stream then delivers no more frames and may hang. Start the
-    /// next stream only after the removal, because a stream that is started earlier may hang, too.
+    /// Whether PipeWire has removed the camera's memory, as it does when the camera changes its format. The
+    /// stream then delivers no more frames and may hang. Start the next stream only after the removal,
+    /// because a stream that is started earlier may hang, too. With pipewiresrc 1.4 the result is always
+    /// false.
     [[nodiscard]] bool hasLostMemory() const { return mLostMemory; }
     [[nodiscard]] const QString &nodeName() const { return mNodeName; }
     /// The `object.serial` of the camera's node in PipeWire; 0 until the node has been found.

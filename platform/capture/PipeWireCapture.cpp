@@ -20,10 +20,9 @@ constexpr auto StallInterval = 1s;
 /// Number of restarts without a frame after which the camera counts as broken.
 constexpr int MostRestarts = 5;
 
-/// Time in which a stream should start or stop. A slower stream keeps its thread, and the next stream gets a
-/// new one.
+/// Time for a stream to start or stop. A slower stream keeps its thread, and the next gets a new one.
 constexpr auto StreamTimeout = 1s;
-/// Time for unfinished work when the process ends. A thread that hangs for longer is left behind.
+/// Longest wait for unfinished work when the process ends. A thread that hangs for longer is abandoned.
 constexpr auto EndTimeout = 2s;
 
 /// Worker threads for stream operations that may block: start, stop and the look-ups of a running stream.
@@ -35,8 +34,7 @@ public:
     Workers(const Workers &) = delete;
     Workers &operator=(const Workers &) = delete;
 
-    /// The queue for look-ups. It is separate from the queue for streams, where a start may wait long for its
-    /// camera.
+    /// The queue for look-ups. Streams have another queue, because their start may wait long for a camera.
     SerialQueue &lookUps() { return mLookUps; }
     /// Returns the queue for the next stream. Normally this is the last stream's queue, so that the last
     /// stream stops before the next one starts. If a stream has been stuck for over StreamTimeout, it keeps
@@ -255,8 +253,7 @@ void PipeWireSession::checkForStall()
         endStream();
         beginStream();
     }
-    // A stream without frames may have a slow camera, or a node that was removed, which causes no message. So
-    // look the node up.
+    // Look the node up: the camera may be slow, or the node was removed, which causes no message.
     if ((!mStream->takeArrived() || mStream->hasLostMemory()) && !mLookingUp)
         lookUpNode(0);
 }
@@ -276,7 +273,7 @@ void PipeWireSession::nodesFound(const std::optional<PipeWireNodes> &nodes, int 
 {
     mLookingUp = false;
     const bool exists = nodes && nodeNamed(*nodes, mStream->nodeName());
-    // A node that was removed and comes back has the same name, but another serial. It sends nothing to this
+    // A node that was removed and returns has a new serial under its old name, and sends nothing to this
     // stream.
     const auto serial = mStream->nodeSerial();
     const bool isAnother = exists && serial != 0 && !hasNode(*nodes, serial);

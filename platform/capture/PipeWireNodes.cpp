@@ -73,8 +73,7 @@ void onError(void *data, std::uint32_t id, int, int, const char *)
         static_cast<LookUp *>(data)->failed = true;
 }
 
-/// Runs PipeWire's loop until the look-up has ended or failed; returns false if that takes longer than
-/// `timeout`.
+/// Runs PipeWire's loop until the look-up has ended or failed. Returns false after `timeout`.
 bool waitFor(const LookUp &lookUp, pw_loop *loop, milliseconds timeout)
 {
     const auto deadline = steady_clock::now() + timeout;

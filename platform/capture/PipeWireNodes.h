@@ -13,8 +13,7 @@ namespace platform {
 struct PipeWireNode {
     QString name;
     QString description;
-    /// PipeWire's `object.serial`, never 0. A node that was removed and comes back has the same name, but
-    /// another serial.
+    /// PipeWire's `object.serial`, never 0. A node that was removed and returns has a new serial.
     std::uint64_t serial = 0;
 };
 

@@ -6,15 +6,13 @@
 namespace platform {
 
 /// Paths of sockets where PipeWire may listen, in the order in which its clients try them: the user's runtime
-/// folder, then the system's. The variable PIPEWIRE_REMOTE replaces the socket's name or gives an absolute
-/// path.
+/// folder, then the system's. PIPEWIRE_REMOTE replaces the socket's name or gives a path.
 QStringList pipeWireSocketPaths();
 
-/// Returns the first path of pipeWireSocketPaths() that exists, or else its first path. Empty if there are no
-/// paths.
+/// The first path of pipeWireSocketPaths() that exists, else its first path; empty if it has none.
 QString pipeWireSocketPath();
 
-/// The pane's own connection to PipeWire, which the destructor closes. Libraries use duplicates of its
+/// The pane's own connection to PipeWire, closed in the destructor. Libraries use duplicates of its
 /// descriptor.
 class PipeWireSocket {
 public:

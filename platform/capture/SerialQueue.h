@@ -17,8 +17,7 @@ public:
     SerialQueue(const SerialQueue &) = delete;
     SerialQueue &operator=(const SerialQueue &) = delete;
 
-    /// Runs `work` after all work that was posted earlier. Objects that `work` has captured are destroyed on
-    /// the queue's thread.
+    /// Runs `work` after all earlier work, and destroys its captured objects on the queue's thread.
     void post(Work work);
     /// Whether the present work has been running for longer than `patience`.
     [[nodiscard]] bool isStalled(std::chrono::milliseconds patience) const;

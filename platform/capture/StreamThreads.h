@@ -6,9 +6,8 @@ using GstMessage = struct _GstMessage;
 
 namespace platform {
 
-/// If `message` announces a new streaming task (STREAM_STATUS), gives the task a thread that ends with the
-/// stream. GStreamer's default pool would keep the finished thread for 15 s. Other messages are ignored. Any
-/// thread may call this.
+/// Gives a new streaming task (message STREAM_STATUS) a thread that ends with the stream. GStreamer's default
+/// pool would keep the finished thread for 15 s. Other messages are ignored. Any thread may call this.
 void endThreadWithStream(GstMessage *message);
 
 } // namespace platform

@@ -30,8 +30,7 @@ public:
     [[nodiscard]] QString getAddressString() const override
     {
         mBus->reopenIfLost();
-        // Ask the bus for the owner first. BusConnection remembers a bus that hangs, so that a second call
-        // does not block.
+        // Ask for the owner first: BusConnection remembers a bus that hangs, so a second call does not block.
         const QString owner = mBus->ownerOf(bus::BlueZ);
         if (owner.isEmpty())
             return {};

@@ -13,8 +13,7 @@ class BluetoothDevice {
 public:
     virtual ~BluetoothDevice() = default;
 
-    /// The device's address as hexadecimal pairs with hyphens; a null string if it has none or BlueZ does not
-    /// reply.
+    /// The device's address as hexadecimal pairs with hyphens; a null string without an address or reply.
     [[nodiscard]] virtual QString getAddressString() const = 0;
 };
 

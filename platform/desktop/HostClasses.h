@@ -12,8 +12,7 @@ class HostClasses {
 public:
     virtual ~HostClasses() = default;
 
-    /// Returns the host's object with this class name; null if there is none. Callers use its invokable
-    /// methods.
+    /// The host's object with this class name, null if there is none. Callers use its invokable methods.
     virtual QObject *classNamed(const QString &name) = 0;
 };
 

@@ -15,8 +15,7 @@ public:
     /// Bit mask of the pressed modifier keys. Only OptionKey, the Alt key, is reported.
     virtual std::uint32_t currentKeyModifiers() = 0;
     /// Under Wayland, an application learns the modifiers only when it gets the keyboard focus. If it has no
-    /// focus yet, calls `focused` once when it gets it; in all other cases, never. A second call replaces the
-    /// first.
+    /// focus yet, calls `focused` once when it gets it; otherwise never. A second call replaces the first.
     virtual void onceFocused(std::function<void()> focused) = 0;
 };
 

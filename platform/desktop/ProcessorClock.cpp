@@ -14,8 +14,7 @@ namespace {
 constexpr double HertzPerKilohertz = 1e3;
 constexpr double HertzPerMegahertz = 1e6;
 constexpr double HertzPerGigahertz = 1e9;
-// Limit for reading a file, because files in /proc report the size 0. It is large enough for a thousand
-// processors.
+// Limit for reading a file, because files in /proc report the size 0. Enough for a thousand processors.
 constexpr qint64 MaximumFileSize = qint64(4) << 20;
 
 QByteArray beginningOf(const QString &path)
@@ -53,8 +52,7 @@ std::uint64_t clockInCells(const QByteArray &cells)
     return 0;
 }
 
-// Layout of an SMBIOS table: the header's size, the type "Processor Information" and the offset of its
-// current speed.
+// Layout of an SMBIOS structure: size of its header, type number of a processor, offset of the current speed.
 constexpr int SmbiosHeaderSize = 4;
 constexpr int SmbiosProcessor = 4;
 constexpr int SmbiosCurrentSpeed = 0x16;
@@ -107,8 +105,7 @@ private:
         return beginningOf(mRoot.filePath(path));
     }
 
-    /// Reads `file` of every core and returns the highest frequency. The first core may be an efficiency
-    /// core.
+    /// Returns the highest frequency of all cores, because the first one may be an efficiency core.
     [[nodiscard]] std::uint64_t fastestCore(const QString &file, double unit) const
     {
         const QDir cores(mRoot.filePath(QStringLiteral("sys/devices/system/cpu")));

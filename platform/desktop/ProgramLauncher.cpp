@@ -17,8 +17,7 @@ public:
         QProcess process;
         process.setProgram(file.filePath());
         process.setWorkingDirectory(QDir::rootPath());
-        // Replace the standard streams: the program may outlive the host and must not keep the host's pipes
-        // open.
+        // Replace the standard streams: the program may outlive the host and would keep its pipes open.
         process.setStandardInputFile(QProcess::nullDevice());
         process.setStandardOutputFile(QProcess::nullDevice());
         process.setStandardErrorFile(QProcess::nullDevice());

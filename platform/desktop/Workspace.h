@@ -16,8 +16,7 @@ inline const QString NSWorkspaceSessionDidBecomeActiveNotification =
 inline const QString NSWorkspaceSessionDidResignActiveNotification =
     QStringLiteral("NSWorkspaceSessionDidResignActiveNotification");
 
-/// Opens files and addresses in other programs of the user. Each operation returns false if no program can be
-/// asked.
+/// Opens files and addresses in other programs. Operations return false if no program can be asked.
 class Workspace {
 public:
     virtual ~Workspace() = default;

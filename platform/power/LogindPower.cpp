@@ -83,8 +83,9 @@ void LogindPower::prepareForSleep(bool start)
 
 void LogindPower::sendSleep()
 {
-    // logind never asks whether the machine may sleep, so send this query directly before the will-sleep
-    // message. The query has an argument of its own, so that an answer to it does not release the inhibitor.
+    // logind never asks whether the machine may sleep, so send the can-sleep query directly before the
+    // will-sleep message. The query has an argument of its own, so that an answer to it does not release the
+    // inhibitor.
     send(kIOMessageCanSystemSleep, &mQuery);
     // Keep the old token until the new one exists, so that the two have different addresses.
     auto token = std::make_unique<char>();

@@ -25,7 +25,7 @@ struct SleepDelay {
 /// Reports sleep and wake as logind announces them. A delay inhibitor makes the machine wait until the
 /// will-sleep message has been answered. After waking, a new inhibitor is taken. A can-sleep query comes
 /// before each will-sleep message; the answer to the query has no effect. `bus` is opened in the background.
-/// Without it or logind no message comes, but both are used when they appear.
+/// Without the bus or logind, no message comes until both appear.
 class LogindPower final : public QObject, public PowerManagement {
     Q_OBJECT
 public:
@@ -53,8 +53,7 @@ private:
     SleepDelay mDelay;
     std::unique_ptr<QDBusServiceWatcher> mWatcher;
     QDBusUnixFileDescriptor mInhibitor;
-    /// The pending Inhibit call. The reply to any other call is ignored, because it comes from a logind that
-    /// has ended.
+    /// The pending Inhibit call. Replies to other calls come from a logind that has ended, and are ignored.
     QDBusPendingCallWatcher *mQuestion = nullptr;
     /// The address of this token is the argument of the last will-sleep message.
     std::unique_ptr<char> mToken;

@@ -144,8 +144,7 @@ void LogindSession::findSessionOfProcess()
     });
 }
 
-// Uses the user's graphical session. A process that the user's service manager has started belongs to no
-// session.
+// Uses the user's graphical session, because a process of the user's service manager has no session.
 void LogindSession::findDisplayOfUser()
 {
     const QString user = bus::LogindPath + QStringLiteral("/user/self");

@@ -19,8 +19,7 @@ constexpr int MaximumLinks = 40;
 constexpr mode_t OwnerOnly = S_IRUSR | S_IWUSR;
 constexpr mode_t PermissionBits = 07777;
 
-/// Opens `file` on the descriptor, and closes the descriptor with the file. Returns false on failure, with
-/// errno set.
+/// Opens `file` on the descriptor, which the file will close. Returns false on failure, with errno set.
 bool openDescriptor(QFile *file, int descriptor, QIODevice::OpenMode mode)
 {
     return descriptor >= 0
@@ -117,7 +116,7 @@ int replace(const QString &name, const QByteArray &bytes)
     const bool isNew = ::stat(target.c_str(), &status) != 0;
     if (!isNew && errorFor(status) != 0)
         return errorFor(status);
-    std::error_code failedBelow; // Not checked: if this fails, mkostemp() fails, too.
+    std::error_code failedBelow; // Not checked, because mkostemp() fails without the folder.
     create_directories(target.parent_path(), failedBelow);
     const int error = replaceTarget(target, bytes, isNew ? nullptr : &status);
     if (error == 0)

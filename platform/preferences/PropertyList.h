@@ -21,7 +21,7 @@ public:
     [[nodiscard]] QByteArray toXml() const;
 
     /// Returns the value as bool, qlonglong, qulonglong, double, QString, QDateTime, QByteArray, QVariantList
-    /// or QVariantMap. Returns an invalid variant if the key is absent. Of several equal keys, the last one
+    /// or QVariantMap. Returns an invalid variant if the key is absent. The last of several equal keys
     /// counts.
     [[nodiscard]] QVariant value(const QString &key) const;
     /// Sets the value of a key. An invalid variant removes the key; a value that property lists cannot hold

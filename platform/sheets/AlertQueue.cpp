@@ -25,8 +25,7 @@ bool sameWords(const AlertSheet &a, const AlertSheet &b)
 
 AlertQueue::AlertQueue()
 {
-    // Close all boxes on aboutToQuit. Later the platform plug-in may be gone, and deleting a shown box would
-    // crash.
+    // Close all boxes on aboutToQuit: later the platform plug-in may be gone, and deleting them would crash.
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
                      &AlertQueue::closeAll);
 }
@@ -76,8 +75,7 @@ bool AlertQueue::eventFilter(QObject *watched, QEvent *event)
 AlertQueue::Begun *AlertQueue::find(const AlertSheet &alert, const QWidget *window)
 {
     const auto found = std::find_if(mAlerts.begin(), mAlerts.end(), [&](const Begun &begun) {
-        // An alert without a window will be shown over the next window, so it is the same alert for every
-        // window.
+        // An alert without a window appears over the next window, so it equals that window's alert.
         return sameWords(begun.words, alert) && (!begun.place.window || begun.place.window == window);
     });
     return found == mAlerts.end() ? nullptr : &*found;

@@ -12,8 +12,7 @@ void centreOver(QWidget *dialog, const QWidget *window)
     dialog->move(window->frameGeometry().center() - dialog->rect().center());
 }
 
-/// Centres a dialog again when its parent window is exposed, because the window manager places new windows
-/// late.
+/// Centres a dialog again when its parent window is exposed: window managers place new windows late.
 class Recentring final : public QObject {
 public:
     Recentring(QWidget *dialog, QWidget *window)

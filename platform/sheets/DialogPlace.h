@@ -10,8 +10,7 @@ struct DialogPlace {
     QPointer<QDialog> dialog;
     QPointer<QWidget> window;
     QPointer<QWidget> focus;
-    /// The window's address, for comparison only. While the window is being destroyed, `window` is null
-    /// already.
+    /// The window's address, for comparison only: `window` is null already in the window's destructor.
     const QObject *windowIdentity = nullptr;
 };
 

@@ -33,8 +33,7 @@ private:
     BegunSheets::iterator find(const Sheet *sheet);
     [[nodiscard]] QDialog *newestSheetOver(const QWidget *window) const;
     [[nodiscard]] QDialog *newestOver(const QWidget *window) const;
-    /// Makes sure that the newest dialog over the window is activated whenever the window itself is
-    /// activated.
+    /// From now on, activates the newest dialog over the window whenever the window becomes active.
     void watchActivation(QWidget *window);
     void passFocusOn(const DialogPlace &place);
     void forgetWindow(const QObject *window);

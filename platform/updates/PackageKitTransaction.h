@@ -78,8 +78,7 @@ private:
     QString mMethod;
     QVariantList mArguments;
     bool mInteractive = false;
-    /// Whether the service has been started once. If its name still has no owner afterwards, the transaction
-    /// fails.
+    /// Whether the service was started once. If its name still has no owner, the transaction fails.
     bool mActivated = false;
     std::vector<Package> mPackages;
     uint mErrorCode = 0;

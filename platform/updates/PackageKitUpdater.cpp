@@ -42,8 +42,7 @@ public:
     void applicationDidFinishLaunching() override
     {
         mDue = true;
-        // Queue the search, so that the pane is shown first. Opening the bus in the background does not block
-        // either.
+        // Queue the search, so that the pane is shown first. openInBackground() does not block either.
         QTimer::singleShot(0, this, [this] {
             mBus->openInBackground();
             askIfDue();
@@ -54,8 +53,7 @@ private:
     using Transaction = PackageKitTransaction;
     using Finished = std::function<void(Transaction &, Transaction::Outcome)>;
 
-    /// Searches once after each showing of the pane. If the bus is not open yet, the search starts when it
-    /// opens.
+    /// Searches once after each showing of the pane: now or, if the bus is closed, when it opens.
     void askIfDue()
     {
         if (mBus->isOpen() && std::exchange(mDue, false))
@@ -124,8 +122,7 @@ private:
         case Transaction::Outcome::Failed:
             return mOffer.fail(transaction.errorText());
         case Transaction::Outcome::Lost:
-            // Show no reason to the user, because after a loss it is a technical text of the bus. Log it
-            // instead.
+            // Log the reason and do not show it, because for the outcome Lost it is a technical text.
             logFailure(transaction);
             mOffer.fail({});
         }

@@ -16,7 +16,7 @@ class BusConnection;
 struct UpdaterOptions {
     /// Path of an installed file. The package that contains this file is kept up to date.
     QString ownFile;
-    /// Path of the file for UpdateState.
+    /// Path of the file in which UpdateState stores its values.
     QString stateFile;
     std::function<QDateTime()> now;
 };
@@ -30,8 +30,7 @@ QString ownCodeFile();
 std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr<BusConnection> bus,
                                                                  UpdaterOptions options);
 
-/// Makes the framework for ownCodeFile() and the current user. `program` is the name of the folder of the
-/// state file.
+/// Makes the framework for ownCodeFile() and the current user. `program` names the state file's folder.
 std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr<BusConnection> bus,
                                                                  const QString &program);
 
