@@ -4,9 +4,10 @@
 
 #include <cstdint>
 
-/// Constants that pane and agent share besides the two interfaces and the notifications.
+/// Constants of the contract between the pane and the agent. The interfaces (XML) and NotificationNames.h
+/// declare the rest of it.
 
-/// Status numbers of a camera.
+/// The status numbers of a camera. The agent sends them as integers, so they must not change.
 enum KS7CamStatus : std::int32_t {
     kKS7CamNotFound = 0,
     kKS7CamNotStreaming = 1,
@@ -16,7 +17,7 @@ enum KS7CamStatus : std::int32_t {
     kKS7CamError = 5,
 };
 
-/// The preferences domain that both programs write.
+/// The preferences domain. Both the pane and the agent write it.
 namespace KS7Domain {
 
 inline const QString Name = QStringLiteral("com.orvex.KS7Agent");
@@ -34,7 +35,7 @@ inline const QString IgnoredCams = QStringLiteral("IgnoredCams");
 
 } // namespace PreferenceKeys
 
-/// The picture in PipeWire, a node of class Video/Source.
+/// The agent's PipeWire node of class Video/Source, which delivers the camera's picture.
 namespace PictureNode {
 
 inline const QString Name = QStringLiteral("KS-7 Wireless Webcam");

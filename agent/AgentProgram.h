@@ -2,6 +2,6 @@
 
 #include <QString>
 
-/// Path of the agent's executable, which may not exist: the one that $KS7_AGENT names, else the installed
-/// one. For a directory: the `KS7Agent` inside it.
+/// Returns the path of the agent's executable, which may not exist. $KS7_AGENT may name another agent than
+/// the installed one. For a directory, returns the path of the `KS7Agent` inside it.
 QString agentProgram();

@@ -10,18 +10,18 @@ namespace platform {
 class RootProxy;
 }
 
-/// Makes typed proxies of a root proxy. Their calls ask neither the bus nor the agent for the interface
-/// first.
+/// Creates typed proxies from a root proxy. Unlike QDBusInterface, they need no introspection before the
+/// first call.
 class AgentProxyFactory {
 public:
     virtual ~AgentProxyFactory() = default;
 
-    /// nil for a nil root.
+    /// A null root gives a nil proxy.
     virtual Proxy<KS7DeviceControllerProxy>
     deviceController(const std::shared_ptr<platform::RootProxy> &root) = 0;
     virtual Proxy<TernUSBCommandControllerProxy>
     usbController(const std::shared_ptr<platform::RootProxy> &root) = 0;
 };
 
-/// Makes proxies that send their calls over D-Bus.
+/// Creates the factory whose proxies send their calls over D-Bus.
 std::shared_ptr<AgentProxyFactory> makeDBusProtocols();

@@ -5,13 +5,13 @@
 
 #include <functional>
 
-/// Replies to the calls that an adaptor receives.
+/// Replies to the calls that an adaptor receives. Implementations may record, delay or spoil the replies.
 class CallHandler {
 public:
     virtual ~CallHandler() = default;
 
-    /// Sends the reply, now or later, with the results of `work`. `arguments` have the declared types, unlike
-    /// those of `call`.
+    /// Runs `work` and sends its results as the reply, at once or later. `arguments` have the declared types.
+    /// The arguments in `call` still have the types in which the bus delivered them.
     virtual void handle(const QDBusMessage &call, const QVariantList &arguments,
                         const std::function<QVariantList()> &work) = 0;
 };

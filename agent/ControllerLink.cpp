@@ -27,7 +27,7 @@ std::shared_ptr<platform::RootProxy> rootOf(const std::shared_ptr<platform::Conn
     return connection ? connection->rootProxy() : nullptr;
 }
 
-/// Takes a copy, because reporting the death resets the member that holds the connection.
+/// Passes by value to keep the connection alive: an observer of its death resets the controller's member.
 void invalidate(const std::shared_ptr<platform::Connection> connection) // NOLINT(performance-*)
 {
     if (connection)
@@ -39,7 +39,7 @@ bool respondsTo(const QObject *object, const char *signature)
     return object && object->metaObject()->indexOfMethod(signature) >= 0;
 }
 
-/// The host's manager of panes, null when the host has none.
+/// The host's manager of panes; null when the host has none.
 QObject *prefPanesManager(platform::HostClasses &classes)
 {
     QObject *managerClass = classes.classNamed(QStringLiteral("NSPrefPanesManager"));
@@ -82,7 +82,8 @@ void KS7SettingsWindowController::closeConnections()
 {
     invalidate(mAgentConnection);
     invalidate(mAgentConnectionUSB);
-    // Both members keep the dead connections until the next connection or the death notification.
+    // Do not reset mAgentConnection and mAgentConnectionUSB here: connectionDidDie() recognises the death
+    // notification by them.
     mSharedUSBController.reset();
     mSharedDeviceController.reset();
     mServices.sheets->endSheet(outlets.pinSheet);
@@ -94,7 +95,7 @@ void KS7SettingsWindowController::connectionDidDie(const Notification &notificat
     OrvexLog(u"connectionDidDie:");
     if (!mAgentConnection)
         return;
-    // Other connections of the host's process report their deaths here too.
+    // The notification center also reports the deaths of connections that belong to the host. Ignore those.
     if (notification.object != mAgentConnection.get() && notification.object != mAgentConnectionUSB.get())
         return;
     mAgentConnection.reset();

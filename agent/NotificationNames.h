@@ -2,10 +2,10 @@
 
 #include <QString>
 
-/// The broadcast notifications between pane and agent, and the keys of their user info.
+/// Names of the broadcast notifications between the pane and the agent.
 namespace NotificationNames {
 
-// From the agent, in the order in which the pane registers for them.
+// The agent posts these notifications. The pane registers its observers in this order.
 inline const QString StreamingStarted = QStringLiteral("KS7StreamingStarted");
 inline const QString CameraListChanged = QStringLiteral("KS7CameraListChanged");
 inline const QString StoppedDiscovering = QStringLiteral("KS7StoppedDiscovering");
@@ -23,17 +23,17 @@ inline const QString FirmwareUpdateProgress = QStringLiteral("KS7FirmwareUpdateP
 inline const QString OnOffChanged = QStringLiteral("KS7OnOffChanged");
 inline const QString NoBluetooth = QStringLiteral("KS7NoBluetooth");
 inline const QString FoundBluetooth = QStringLiteral("KS7FoundBluetooth");
-/// Sent by both: the pane receives its own post.
+/// Both the pane and the agent post this notification, so the pane also receives its own posts.
 inline const QString ChangedOptimizedPreference = QStringLiteral("KS7ChangedOptimizedPreference");
 
-// To the agent.
+// The pane posts these notifications to the agent.
 inline const QString SystemPrefsShowing = QStringLiteral("KS7SystemPrefsShowing");
 inline const QString StartDiscovering = QStringLiteral("KS7StartDiscovering");
 inline const QString ToggleStatusMenu = QStringLiteral("KS7ToggleStatusMenu");
 inline const QString ToggleEnabled = QStringLiteral("KS7ToggleEnabled");
 inline const QString ToggleDebugLog = QStringLiteral("KS7ToggleDebugLog");
 
-// Inside the process.
+// This notification stays inside the pane's process.
 inline const QString GoingToSleep = QStringLiteral("GoingToSleep");
 
 } // namespace NotificationNames

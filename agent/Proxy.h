@@ -2,8 +2,8 @@
 
 #include <memory>
 
-/// A reference to a remote object that may be nil. Calls on nil go to the interface's base class, which does
-/// nothing and returns nil, 0 or false. So no caller has to test for nil.
+/// A reference to a remote object, which may be nil. Calls on nil do nothing and return nil, 0 or false, so
+/// callers need no test for nil.
 template <class Interface>
 class Proxy {
 public:
@@ -16,7 +16,8 @@ public:
     explicit operator bool() const { return mObject != nullptr; }
     void reset() { mObject.reset(); }
 
-    /// Keeps the object alive for the whole call: the call may end in the link being closed.
+    /// Returns a copy of the shared pointer: a failing call may close the link, which resets mObject during
+    /// the call.
     std::shared_ptr<Interface> operator->() const
     {
         return mObject ? mObject : std::make_shared<Interface>();

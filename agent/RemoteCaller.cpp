@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto SlowCallTimeout = 30000ms;
-/// Stands for an error where 0 means success.
+/// Reported as an error code when the reply is missing, because 0 would mean success.
 constexpr int NoResult = -1;
 
 } // namespace
@@ -58,7 +58,7 @@ bool RemoteCaller::isAnswered(QDBusPendingCall &call, int declaredResults)
         qCWarning(PLATFORM_LOG, "A call to the agent failed: %s", qUtf8Printable(call.error().message()));
         return false;
     }
-    // QDBusPendingReply checks the declared types only and accepts further arguments after them.
+    // QDBusPendingReply checks only the declared types and would accept further arguments after them.
     const bool complete = reply.arguments().size() == declaredResults;
     if (!complete)
         qCWarning(PLATFORM_LOG, "A reply of the agent is too long: \"%s\"",

@@ -14,14 +14,15 @@ namespace platform {
 class DBusRootProxy;
 }
 
-/// Makes the calls of one interface and checks their replies. A reply that does not have exactly the declared
-/// types counts as none. Replaces QDBusAbstractInterface, which looks up the owner of the name without a time
-/// limit and cannot forbid the bus to start a service.
+/// Makes the remote calls of one interface. A reply with other types than the declared ones counts as no
+/// reply. QDBusAbstractInterface is no substitute: it looks up the name's owner without a timeout and may
+/// start a service.
 class RemoteCaller {
 public:
     RemoteCaller(std::shared_ptr<platform::DBusRootProxy> root, QString interface);
 
-    /// Blocks until the reply; no event loop runs. nullopt when there is none, at once when the link is dead.
+    /// Blocks until the reply arrives or the timeout ends, without an event loop. Returns nullopt without a
+    /// proper reply. On a dead link it returns nullopt at once.
     template <class... Results>
     std::optional<QDBusPendingReply<Results...>>
     call(const QString &method, const QVariantList &arguments,
@@ -35,24 +36,24 @@ public:
         return reply;
     }
 
-    /// The result of a call; 0, false or empty when there is no reply.
+    /// Returns the result of a call; 0, false or empty when there is no proper reply.
     template <class Result>
     Result ask(const QString &method, const QVariantList &arguments)
     {
         const auto reply = call<Result>(method, arguments);
         return reply ? reply->value() : Result();
     }
-    /// The error code of an operation that writes to the camera's flash memory, for up to 30 s. -1 for an
-    /// error or a wrong reply. 0 when the link has died, which is reported by itself.
+    /// Returns the error code of an operation that writes to the camera's flash memory; waits up to 30 s.
+    /// An error or a wrong reply gives -1. A dead link gives 0, because its death is reported separately.
     int askSlowly(const QString &method, const QVariantList &arguments);
-    /// A call without a result. It waits for its reply as well.
+    /// Makes a call without a result. Blocks until the empty reply arrives, because no operation is one-way.
     void tell(const QString &method, const QVariantList &arguments);
 
 private:
     [[nodiscard]] bool isValid() const;
     QDBusPendingCall send(const QString &method, const QVariantList &arguments,
                           std::chrono::milliseconds timeout);
-    /// Waits for the reply; false when there is none of the declared types.
+    /// Blocks until the reply arrives. Returns false if it is an error or has too many arguments.
     bool isAnswered(QDBusPendingCall &call, int declaredResults);
 
     std::shared_ptr<platform::DBusRootProxy> mRoot;

@@ -4,8 +4,7 @@
 
 #include <QString>
 
-/// The registered names of the agent's two root objects, their places on the session bus, and those of the
-/// broadcasts between pane and agent.
+/// Bus names and object paths of the agent's two root objects and of the notification broadcasts.
 namespace RemoteNames {
 
 inline const platform::bus::NamePrefix Prefix{QStringLiteral("com.orvex.")};
@@ -13,13 +12,13 @@ inline const platform::bus::NamePrefix Prefix{QStringLiteral("com.orvex.")};
 inline const QString AgentServer = QStringLiteral("KS7AgentServer");
 inline const QString AgentServerUSB = QStringLiteral("KS7AgentServerUSB");
 
-/// The bus name of a registered name.
+/// Returns the D-Bus name for a registered name.
 inline QString busName(const QString &registeredName)
 {
     return Prefix.busName(registeredName);
 }
 
-/// The path of a registered name's root object.
+/// Returns the D-Bus path of the root object behind a registered name.
 inline QString objectPath(const QString &registeredName)
 {
     return Prefix.objectPath(registeredName);
@@ -30,7 +29,7 @@ inline const QString NotificationInterface = busName(platform::bus::Notification
 
 } // namespace RemoteNames
 
-/// The keys of a camera's record.
+/// The dictionary keys of a camera's record on the bus.
 namespace RecordKeys {
 
 inline const QString Status = QStringLiteral("Status");
