@@ -29,7 +29,7 @@ KS7SettingsWindowController::KS7SettingsWindowController(platform::Services serv
 
 KS7SettingsWindowController::~KS7SettingsWindowController()
 {
-    // A nested event loop that waits for a firmware update may still be on the stack.
+    // The nested event loop of a firmware update may still be on the call stack. Wake it, so that it returns.
     mServices.runLoop->wake();
 }
 
@@ -90,7 +90,8 @@ void KS7SettingsWindowController::registerDistributedObservers()
     observe(center, Names::FoundBluetooth, &Controller::ks7FoundBluetooth);
     center.addObserver(this, Names::ChangedOptimizedPreference,
                        [this](const Notification &) { setupOptimizePopup(); });
-    // While the bus was away, the agent's start notification could not arrive.
+    // While the session bus was lost, the pane could not receive the agent's start notification. Handle the
+    // agent's return like that notification.
     mServices.connections->whenFoundAgain(RemoteNames::AgentServer, [this] {
         agentStarted({Names::AgentStarted, nullptr, {}});
     });
@@ -147,7 +148,7 @@ void KS7SettingsWindowController::prefPaneDidHide()
 
 void KS7SettingsWindowController::makeItKey(void *)
 {
-    // A pane hidden meanwhile has no window and must not take the focus from the host's other pages.
+    // A pane that was hidden during the delay must not take the focus from another page of the host.
     if (outlets.cameraListTable->isVisible())
         outlets.cameraListTable->setFocus(Qt::OtherFocusReason);
 }

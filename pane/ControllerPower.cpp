@@ -46,7 +46,7 @@ void KS7SettingsWindowController::allowPowerChange(void *messageArgument)
 
 void KS7SettingsWindowController::systemWokeFromSleep()
 {
-    // Waking does not restart the preview; the user does. The link to the agent was not closed for sleep.
+    // Nothing to do: the link to the agent stays open during sleep, and only the user restarts the preview.
 }
 
 void KS7SettingsWindowController::goingToSleep(const Notification &)

@@ -21,7 +21,7 @@ void KS7SettingsWindowController::beginAlert(const platform::AlertSheet &alert)
 
 void KS7SettingsWindowController::sheetDidEnd(QWidget *sheet, int, void *)
 {
-    // Moves the focus to the sheet itself, so that an edited field hides its cursor and input method.
+    // Move the focus from the edited field to the sheet. The field then hides its cursor and input method.
     sheet->setFocus(Qt::OtherFocusReason);
     sheet->hide();
 }

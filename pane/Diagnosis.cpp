@@ -52,7 +52,7 @@ QString inWords(ServiceProbe::Presence presence)
     return {};
 }
 
-/// Returns the start time of the name's owner, as the end of a report line.
+/// Returns the start time and process ID of a bus name's owner, formatted as the end of a report line.
 QString sinceWhen(ServiceProbe &survey, const QString &busName)
 {
     const auto process = survey.processOf(busName);
@@ -67,7 +67,8 @@ QString describeCamera(const QVariantMap &record)
 {
     const auto told = recordFromDictionary(record).value_or(CameraRecord());
     const auto camera = KS7Cam::camWithName(told.friendlyName, told.cameraIDString, told.status);
-    // sanitizedLine(): a line break in a name must not imitate another line of the report.
+    // sanitizedLine() escapes line breaks. Otherwise a camera's name could imitate another line of the
+    // report.
     return QStringLiteral("%1 (%2): status %3 %4")
         .arg(sanitizedLine(camera->friendlyName()), sanitizedLine(camera->cameraIDString()))
         .arg(camera->status())
@@ -77,7 +78,8 @@ QString describeCamera(const QVariantMap &record)
 
 QString modeOf(const QFileInfo &file)
 {
-    // QFileDevice::Permissions uses hexadecimal digits where the system's mode uses octal ones.
+    // QFileDevice::Permissions stores each class of users in a hexadecimal digit. Print each as an octal
+    // digit, as ls and chmod do.
     const int bits = static_cast<int>(file.permissions());
     return QStringLiteral("0%1%2%3").arg((bits >> 8) & 7).arg((bits >> 4) & 7).arg(bits & 7);
 }
@@ -154,7 +156,7 @@ void Diagnosis::describePicture()
     const QString socket = platform::pipeWireSocketPath();
     const bool runs = QFileInfo::exists(socket);
     add(QStringLiteral("PipeWire"), socket + (runs ? QString() : NotThere));
-    // Without the socket there is no PipeWire to list cameras.
+    // Without a socket, PipeWire is not running, so do not ask it for cameras.
     const auto devices = runs && mServices.capture ? mServices.capture->videoInputDevices()
                                                    : std::vector<std::shared_ptr<platform::CaptureDevice>>();
     QString camera;
@@ -187,7 +189,7 @@ void Diagnosis::describePreferences()
     const QString state =
         dictionary ? QStringLiteral("a property list") : QStringLiteral("not a property list");
     add(subject, QStringLiteral("%1, mode %2, %3").arg(file.filePath(), modeOf(file), state));
-    // Prints the keys only: the values are private.
+    // Print only the keys, because the values are private.
     if (dictionary)
         add(QStringLiteral("Settings"), orNone(sanitizedLine(dictionary->keys().join(QStringLiteral(", ")))));
 }

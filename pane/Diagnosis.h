@@ -8,15 +8,15 @@
 
 class AgentProxyFactory;
 
-/// A description of this machine, as plain text for a bug report. It is for developers and not translated,
-/// and contains no passkey and no setting's value. It starts no service and waits for a service that hangs a
-/// few seconds at most.
+/// Describes this machine in plain text for a bug report. The text is for developers: it is not translated,
+/// and it contains no passkey and no values of settings. The diagnosis starts no service and waits only a few
+/// seconds for a hung one.
 class Diagnosis {
 public:
     Diagnosis(platform::Services services, std::shared_ptr<AgentProxyFactory> protocols);
 
-    /// The report, one finding per line; complete even on a machine without bus, agent and PipeWire. Needs no
-    /// display.
+    /// Returns the report, one finding per line. It needs no display and works without a bus, an agent and
+    /// PipeWire.
     QString report();
 
 private:

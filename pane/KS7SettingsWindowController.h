@@ -26,9 +26,10 @@ class KS7Cam;
 class KS7OrvexLogger;
 class AgentProxyFactory;
 
-/// All logic of the pane. Declared here once, in chapters; each chapter is defined in its subsystem's folder.
-/// Created by the pane's interface and alive for the rest of the process. Main thread only; reports failures
-/// as codes and sheets, never as exceptions.
+/// Contains all logic of the pane. The class is declared here, in chapters; each chapter is defined in its
+/// subsystem's folder.
+/// PaneNib creates the only object. All functions run on the main thread. They report failures as codes and
+/// sheets, never as exceptions.
 class KS7SettingsWindowController : public QObject, public CameraTableSource {
     Q_OBJECT
 public:
@@ -40,7 +41,8 @@ public:
 
     // Link: finding, keeping and losing the agent (agent/) -----------------------------------------------
 
-    /// Connects to the agent if not connected. Launches it once and tries for 2.1 seconds; blocks meanwhile.
+    /// Connects to the agent, unless it is already connected. Blocks during up to 21 attempts with pauses of
+    /// 0.1 s. Launches the agent once if the first attempt fails.
     void setupConnections();
     void closeConnections();
     void connectionDidDie(const Notification &notification);
@@ -55,7 +57,8 @@ public:
     // List: snapshot, table, selection, discovery (cameras/) ---------------------------------------------
 
     void setupCameraStatus();
-    /// Reads the agent's list again and updates every control. All refreshes go through this function.
+    /// Reads the camera list from the agent and updates every control. Every refresh of the pane uses this
+    /// function.
     void cameraStatusChanged();
     void copyCamerasLocal();
     [[nodiscard]] const QHash<QString, std::shared_ptr<KS7Cam>> &cameras() const override
@@ -66,7 +69,8 @@ public:
     int numberOfRowsInTableView(const QObject *table) override;
     QVariant tableViewObjectValue(const QObject *table, const QString &column, int row) override;
     void tableViewSelectionDidChange(const Notification &notification) override;
-    /// Address of the selected row, else of the clicked row, else a null string.
+    /// Returns the address of the selected camera. Without a selection, returns that of the clicked row, or a
+    /// null string.
     QString selectedCamAddress();
     std::shared_ptr<KS7Cam> selectedCam();
     void pickPreferredCamera();
@@ -88,9 +92,9 @@ public:
 
     // Settings (settings/) -------------------------------------------------------------------------------
 
-    /// The stored video size; 1 when none is stored.
+    /// Returns the stored index of the video size; 1 when none is stored.
     static int sizeIndexFromKS7Prefs(platform::UserDefaults &defaults);
-    /// Nominal processor clock in megahertz; 0 when it is unknown.
+    /// Returns the processor's nominal clock in megahertz; 0 when it is unknown.
     static int getCPUMhz(platform::ProcessorClock &clock);
     static bool forceQVGA(platform::ProcessorClock &clock);
     static bool shouldDebugLog(platform::UserDefaults &defaults);
@@ -112,7 +116,7 @@ public:
     void propertiesOkay(QObject *sender);
     void propertiesCancel(QObject *sender);
     void ignoreCamera(QObject *sender);
-    /// End handler of every sheet of the pane.
+    /// The end handler of every sheet of the pane. Hides the sheet.
     void sheetDidEnd(QWidget *sheet, int returnCode, void *contextInfo);
 
     void changePIN(QObject *sender);
@@ -156,13 +160,13 @@ public:
     void installSleepNotification();
     void systemWillSleep();
     void systemWokeFromSleep();
-    /// Acknowledges the power message that delivered `messageArgument`.
+    /// Acknowledges a power message, so that the system may sleep. `messageArgument` identifies the message.
     void allowPowerChange(void *messageArgument);
     void goingToSleep(const Notification &notification);
     void userSessionDidResignActive(const Notification &notification);
     void userSessionDidBecomeActive(const Notification &notification);
 
-    // State for tests and for the stand-alone host's diagnosis.
+    // The controller's state, mostly for tests.
     [[nodiscard]] bool isConnected() const { return bool(mSharedDeviceController); }
     [[nodiscard]] bool isStreaming() const { return mStreaming; }
     [[nodiscard]] bool isSwitchedOut() const { return mSwitchedOut; }
@@ -172,26 +176,27 @@ public:
     [[nodiscard]] bool hasLevelsTimer() const { return mLevelsTimer != nullptr; }
 
 private:
-    /// Puts the state into words wherever the main view has a place for them.
+    /// Updates all texts of the main view that describe the pane's state.
     void showWords();
     using Handler = void (KS7SettingsWindowController::*)(const Notification &);
     void observe(platform::NotificationCenter &center, const QString &name, Handler handler);
     void registerDistributedObservers();
     void registerLocalObservers();
-    /// The agent's root object; null after the last failed attempt.
+    /// Tries to connect and returns the agent's root object. Returns null after the last failed attempt.
     std::shared_ptr<platform::RootProxy> reachAgent();
     void beginSheet(platform::Sheet *sheet);
     void beginAlert(const platform::AlertSheet &alert);
     bool isOptionHeld();
     void startFirmwareUpdate();
-    /// Runs the event loop until the update is over. Returns false when the host quits, the controller is
-    /// destroyed or the sheet is opened again. The caller must then not touch the sheet.
+    /// Runs the event loop until the firmware update has ended. Returns false when the host quits, the
+    /// controller is destroyed or the sheet is opened again. After false, the caller must not change the
+    /// sheet.
     bool waitForFirmwareUpdate();
     void setFirmwareStep(std::int32_t step);
     void firmwareUpdateIsOver();
 
     KS7OrvexLogger *mLogger = nullptr;
-    // Nil without an agent. Calls on nil do nothing, see agent/Proxy.h.
+    // Both proxies are nil without an agent. Calls on nil do nothing, see agent/Proxy.h.
     Proxy<KS7DeviceControllerProxy> mSharedDeviceController;
     Proxy<TernUSBCommandControllerProxy> mSharedUSBController;
     QStringList mLocalSortedNames;
@@ -202,21 +207,23 @@ private:
     std::shared_ptr<platform::Connection> mAgentConnection;
     std::shared_ptr<platform::Connection> mAgentConnectionUSB;
     std::int32_t mFirmwareStep = 0;
-    /// Counts how often the firmware sheet was opened. A wait compares it to detect a newer sheet.
+    /// Counts how often the firmware sheet was opened. waitForFirmwareUpdate() compares it to detect a newer
+    /// opening.
     std::uint32_t mFirmwareOpening = 0;
     bool mSwitchedOut = false;
     bool mBluetoothOff = false;
-    /// The service was on at the last refresh.
+    /// Whether the camera service was on at the last refresh.
     bool mWasOn = true;
 
     platform::Services mServices;
     std::shared_ptr<AgentProxyFactory> mProtocols;
 };
 
-/// Handle for allowPowerChange().
+/// The handle that registerForSystemPower() returned. allowPowerChange() needs it.
 extern std::uint32_t root_port;
-/// The argument of the last will-sleep message, kept until it is acknowledged.
+/// The argument of the last will-sleep message. allowPowerChange() passes it on to acknowledge the message.
 extern void *gMessageArgument;
 
-/// Callback of registerForSystemPower(): forwards to the controller, which is the refcon.
+/// The callback that registerForSystemPower() receives. `refcon` is the controller, to which it forwards the
+/// message.
 void MySleepCallBack(void *refcon, std::uint32_t service, std::uint32_t messageType, void *messageArgument);

@@ -44,7 +44,8 @@ KSPreferencesPanePref *KSPreferencesPanePref::initWithBundle(const platform::Ser
 
 QWidget *KSPreferencesPanePref::mainWindow() const
 {
-    // An unparented view is technically a top-level widget; do not treat it as a window.
+    // An unparented view is technically a top-level widget. Return null then, because no window contains the
+    // view.
     return mainView() && mainView()->parentWidget() ? mainView()->window() : nullptr;
 }
 

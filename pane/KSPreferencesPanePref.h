@@ -12,22 +12,23 @@ struct Services;
 }
 class AgentProxyFactory;
 
-/// The principal class: the one pane of the process. Forwards showing and hiding to the controller.
+/// The principal class of the bundle. The process has one object, which tells the controller when the pane is
+/// shown or hidden.
 class KSPreferencesPanePref : public platform::PreferencePane {
 public:
-    /// The pane; null until one is initialised.
+    /// Returns the process's pane; null before init() or initWithBundle().
     static KSPreferencesPanePref *shared();
 
     KSPreferencesPanePref();
     ~KSPreferencesPanePref() override;
 
-    /// Records the pane as the shared one, without loading its interface.
+    /// Makes this object the process's pane without loading its interface files.
     KSPreferencesPanePref *init();
-    /// Records the pane as the shared one and loads its interface.
+    /// Makes this object the process's pane and loads its interface files.
     KSPreferencesPanePref *initWithBundle(const platform::Services &services,
                                           std::shared_ptr<AgentProxyFactory> protocols);
     void awakeFromNib() { }
-    /// The window that contains the pane; null while there is none.
+    /// Returns the host's window that contains the pane; null while the pane is in no window.
     [[nodiscard]] QWidget *mainWindow() const;
     void willSelect() override;
     void didUnselect() override;

@@ -22,8 +22,8 @@ class Sheet;
 class SpinnerIndicator;
 }
 
-/// The controls of the interface files. Unread ones stay: an interface file that connects them must still
-/// load.
+/// Pointers to the controls of the interface files. Do not remove the members that no code reads: interface
+/// files may connect them and would no longer load.
 struct Outlets {
     QMenu *statusMenu = nullptr; // unread
     QSlider *audioBitrateSlider = nullptr; // unread

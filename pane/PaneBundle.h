@@ -6,5 +6,5 @@ namespace platform {
 class Bundle;
 }
 
-/// The pane's bundle: its information, pictures and translations, compiled into the pane's library.
+/// Creates the pane's bundle: its information, images and translations, compiled into the pane's library.
 std::shared_ptr<platform::Bundle> makePaneBundle();

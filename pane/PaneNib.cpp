@@ -35,8 +35,8 @@ using Controller = KS7SettingsWindowController;
 
 namespace {
 
-/// Focuses a control and selects its text when its sheet is shown, and again each time the control becomes
-/// enabled.
+/// Gives a control the focus when its sheet is shown and each time the control becomes enabled. A line edit's
+/// text is selected when the sheet is shown.
 class FirstResponder final : public QObject {
 public:
     FirstResponder(QWidget *widget, QWidget *sheet)
@@ -72,7 +72,8 @@ void keepPlaceWhenHidden(QWidget *widget)
     widget->setSizePolicy(policy);
 }
 
-/// Keeps a hidden button's room in its box. Since Qt 6.6 a button box takes buttons out that it sees hiding.
+/// Keeps the space of a hidden button in its QDialogButtonBox. Since Qt 6.6 the box removes a button after
+/// its HideToParent event, so filter these events.
 class RoomKeeper final : public QObject {
 public:
     explicit RoomKeeper(QWidget *button)
@@ -89,14 +90,15 @@ public:
     }
 };
 
-/// A button of a box keeps the name that others know it by and the pane's own word.
+/// Names and labels a button of a QDialogButtonBox. Tests find it by the object name; the pane's own text
+/// replaces Qt's.
 void dress(QPushButton *button, const char *name, const QString &text)
 {
     button->setObjectName(QLatin1String(name));
     button->setText(text);
 }
 
-/// Wide enough for the longest of the sheet's texts, so that none of them changes its size.
+/// Makes a sheet wide enough for its longest text. Otherwise it would change its size with its texts.
 void setWidthInCharacters(platform::Sheet *sheet, int characters)
 {
     sheet->setWantedWidth(sheet->fontMetrics().averageCharWidth() * characters);
@@ -104,7 +106,7 @@ void setWidthInCharacters(platform::Sheet *sheet, int characters)
 
 constexpr int FirmwareSheetWidth = 80;
 
-/// Loads a sheet from its interface file. The view owns it.
+/// Creates a sheet from its interface file. `view` becomes its parent and deletes it.
 template <class InterfaceFile>
 platform::Sheet *makeSheet(InterfaceFile *file, QWidget *view)
 {
@@ -113,7 +115,7 @@ platform::Sheet *makeSheet(InterfaceFile *file, QWidget *view)
     return sheet;
 }
 
-/// Makes the button square, because styles widen buttons with a text.
+/// Sets width and height of a button to `side`. Otherwise styles make a button with text wider than high.
 void makeSquare(QAbstractButton *button, int side)
 {
     button->setFixedSize(side, side);
@@ -139,7 +141,7 @@ PaneNib::PaneNib(const platform::Services &services, std::shared_ptr<AgentProxyF
 
 PaneNib::~PaneNib()
 {
-    // A parent widget deletes the view; delete it here only when it has none.
+    // The parent widget deletes the view. Without a parent, delete it here.
     if (mMainView && !mMainView->parent())
         delete mMainView;
 }
@@ -147,7 +149,8 @@ PaneNib::~PaneNib()
 void PaneNib::loadMainView()
 {
     mMainView = new QWidget;
-    // Created first, so that it is first in the Tab order. It is at the top, in place of a menu bar.
+    // Create the update strip before all other widgets, to make it the first in the Tab order. Its place is
+    // at the top.
     auto *updateStrip = new UpdateStrip(mServices.updates->offer(), mMainView);
     Ui::PaneView ui;
     ui.setupUi(mMainView);
@@ -193,10 +196,10 @@ void PaneNib::connectNoticeStrip()
 void PaneNib::dressListButtons()
 {
     const auto &outlets = mController->outlets;
-    // A theme without this icon leaves the sign that is the text of the button.
+    // If the theme has neither icon, the button shows its text instead.
     outlets.pulldownMenu->setIcon(QIcon::fromTheme(QStringLiteral("configure"),
                                                    QIcon::fromTheme(QStringLiteral("preferences-system"))));
-    // Keeps the space of a hidden message, so that showing it neither moves controls nor resizes the window.
+    // Reserve the space of the hidden message. Showing it then neither moves controls nor resizes the window.
     keepPlaceWhenHidden(outlets.discoveringMessage);
     const int side =
         std::max(outlets.addButton->sizeHint().height(), outlets.pulldownMenu->sizeHint().height());
@@ -266,7 +269,7 @@ void PaneNib::loadFirmwareSheet()
 
 namespace {
 
-/// Connects a control to an action of the controller, which receives the control as its sender.
+/// Connects a control's signal to an action of the controller. The action receives the control as its sender.
 template <class Control, class Signal>
 void connectAction(Control *control, Signal signal, Controller *controller,
                    void (Controller::*action)(QObject *))
@@ -275,7 +278,7 @@ void connectAction(Control *control, Signal signal, Controller *controller,
                      [controller, action, control] { (controller->*action)(control); });
 }
 
-/// A button and the action of its click.
+/// A button with the controller's action for a click on it.
 struct Click {
     QAbstractButton *button;
     void (Controller::*action)(QObject *);
@@ -287,14 +290,14 @@ void connectClicks(Controller *controller, std::initializer_list<Click> clicks)
         connectAction(click.button, &QAbstractButton::clicked, controller, click.action);
 }
 
-/// Connects a check box by toggled(), because assistive technology changes it without a click. The pane
-/// blocks the box's signals when it sets the state itself.
+/// Uses toggled() and not clicked(), because assistive technology changes a check box without a click. The
+/// pane must block the box's signals when it sets the state itself.
 void connectSwitch(Controller *controller, QCheckBox *box, void (Controller::*action)(QObject *))
 {
     connectAction(box, &QCheckBox::toggled, controller, action);
 }
 
-/// Finds a button of the sheet that has no outlet.
+/// Finds a button of a sheet by its object name, for buttons without an outlet.
 QAbstractButton *buttonIn(const QWidget *sheet, const char *name)
 {
     return sheet->findChild<QAbstractButton *>(QLatin1String(name));
@@ -319,7 +322,8 @@ void PaneNib::fillPulldownMenu()
     menu->addSeparator();
     QObject::connect(menu->addAction(KS7SettingsWindowController::tr("About KS-7…")), &QAction::triggered,
                      controller, [this] { showAboutBox(); });
-    // Assistive technology triggers an item without a click, so close the menu here as a click does.
+    // Assistive technology triggers a menu item without a click, which does not close the menu. Close it
+    // here.
     QObject::connect(menu, &QMenu::triggered, menu, &QMenu::hide);
     controller->outlets.pulldownMenu->setMenu(menu);
 }

@@ -14,8 +14,8 @@ class QTranslator;
 class QWidget;
 class AgentProxyFactory;
 
-/// The loaded interface files. Creates the view, the sheets and their objects, connects outlets and actions,
-/// and calls awakeFromNib() of each object.
+/// Loads the interface files. Creates the view, the sheets and the objects behind them, and connects their
+/// signals. Calls awakeFromNib() of each object afterwards.
 class PaneNib {
 public:
     PaneNib(const platform::Services &services, std::shared_ptr<AgentProxyFactory> protocols);
@@ -23,7 +23,7 @@ public:
 
     [[nodiscard]] QWidget *mainView() const { return mMainView; }
     [[nodiscard]] KS7SettingsWindowController *settingsWindowController() const { return mController.get(); }
-    /// Calls awakeFromNib() of every object, the controller's last.
+    /// Calls awakeFromNib() of the preview and the table, then of the controller, which uses them.
     void awake();
 
 private:
@@ -44,7 +44,7 @@ private:
     std::shared_ptr<AgentProxyFactory> mProtocols;
     std::unique_ptr<QTranslator> mTranslator;
     QWidget *mMainView = nullptr;
-    /// Owned by the main view, wherever the host has put that.
+    /// The main view owns the about box and deletes it.
     QPointer<KS7AboutBoxWindow> mAboutBox;
     std::unique_ptr<PaneWords> mWords;
     std::unique_ptr<KS7PreviewController> mPreviewController;

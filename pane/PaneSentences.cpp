@@ -6,7 +6,8 @@ namespace {
 
 constexpr int LongestName = 40;
 
-/// A name that fits into a sentence. Counts characters rather than UTF-16 units, so that none is cut in two.
+/// Shortens a name for use in a sentence. Counts characters instead of UTF-16 units, so that no surrogate
+/// pair is cut.
 QString inSentence(const QString &name)
 {
     const auto characters = sanitizedLine(name).toUcs4();

@@ -3,35 +3,36 @@
 #include <QCoreApplication>
 #include <QStringList>
 
-/// What the pane knows when it says in words why something is as it is.
+/// The state of the pane from which PaneSentences makes its texts.
 struct PaneFacts {
     bool isConnected = false;
     bool isOn = true;
     bool isBluetoothOff = false;
     bool isSearching = false;
     bool isPreviewing = false;
-    /// False while a preview runs without a camera, as it does after a first start that failed.
+    /// False if the preview runs without a camera, because its first start failed.
     bool hasPicture = true;
-    /// The agent's preferred camera streams.
+    /// Whether the camera that the agent prefers is streaming.
     bool isPreferredStreaming = false;
     bool isSelectionRemovable = false;
     bool isSelectionStreaming = false;
-    /// The listed cameras' names, in any order.
+    /// The names of all listed cameras, in any order.
     QStringList cameras;
-    /// Name and status of the selected camera; null without one.
+    /// Name and status of the selected camera; null when no camera is selected.
     QString selectedName;
     QString selectedStatus;
 };
 
-/// Maps the pane's state to the sentences that a person reads or hears. Empty where there is nothing to say.
+/// Makes the sentences that describe the pane's state to the user. A function returns an empty text when
+/// there is nothing to say.
 class PaneSentences {
     Q_DECLARE_TR_FUNCTIONS(PaneSentences)
 public:
-    /// Why no camera can be used at all.
+    /// The reason why no camera can be used; empty if cameras can be used.
     static QString reason(const PaneFacts &facts);
-    /// In the place of the rows while there are none.
+    /// The text that an empty camera list shows instead of rows.
     static QString emptyList(const PaneFacts &facts);
-    /// What to do next, under the list.
+    /// The text under the list that tells the user what to do next.
     static QString hint(const PaneFacts &facts);
     static QString listDescription(const PaneFacts &facts);
     static QString caption(const PaneFacts &facts);
@@ -39,8 +40,8 @@ public:
     static QString removeButton(const PaneFacts &facts);
     static QString actionsButton(const PaneFacts &facts);
     static QString startButton(const PaneFacts &facts);
-    /// The strip at the top, which stays as long as its reason.
+    /// The text of the strip at the top of the pane. The strip is shown while this text is not empty.
     static QString notice(const PaneFacts &facts);
-    /// What a screen reader says by itself when `before` has become `now`.
+    /// The text that a screen reader announces when the state changes from `before` to `now`.
     static QString news(const PaneFacts &before, const PaneFacts &now);
 };

@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Path of the compiled translation that fits the language best ("de_AT" before "de"); empty when there is
-/// none.
+/// Returns the path of the best compiled translation, such as "de_AT" before "de"; empty without a matching
+/// one.
 QString translationFile(const platform::Bundle &bundle, const QLocale &locale)
 {
     const QString language = locale.name();

@@ -8,7 +8,7 @@ namespace platform {
 class Bundle;
 }
 
-/// Installs the pane's translation for QLocale() next to the host's translations, and removes it in the
-/// destructor. It holds only contexts of the pane's classes, so no text of the host changes. Null when the
-/// bundle has no translation, as for English.
+/// Installs the pane's translation for QLocale() beside those of the host. Returns null when the bundle has
+/// no such translation, as for English. Deleting the translator uninstalls it.
+/// The translation contains only the pane's contexts, so the host's texts stay unchanged.
 std::unique_ptr<QTranslator> makePaneTranslator(const platform::Bundle &bundle);

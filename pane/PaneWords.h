@@ -10,7 +10,7 @@ public:
     /// `outlets` must outlive this object. Its controls may be set later, but before the first show().
     explicit PaneWords(const Outlets &outlets);
 
-    /// Shows the sentences of that state. Screen readers say the differences from the last shown state.
+    /// Shows the sentences of `facts`. Screen readers say the differences from the last shown state.
     void show(const PaneFacts &facts);
 
 private:

@@ -11,8 +11,8 @@ namespace platform {
 
 class Bundle;
 
-/// The interface that a settings host loads: one view, and calls for its showing and hiding. A pane is never
-/// destroyed; its view may move from one window to another.
+/// The interface through which a host uses a pane. The host shows the main view and calls willSelect() and
+/// didUnselect(). It must not destroy the pane; it may move the view from one window to another.
 class PreferencePane {
 public:
     virtual ~PreferencePane() = default;
@@ -28,16 +28,16 @@ private:
     QWidget *mMainView = nullptr;
 };
 
-/// Interface of the plug-in's root object.
+/// The interface of the plug-in's root object.
 class PreferencePaneFactory {
 public:
     virtual ~PreferencePaneFactory() = default;
 
-    /// Call once before the QApplication is constructed, in hosts that run in a process of their own.
+    /// A host with a process of its own calls this once before it constructs the QApplication.
     virtual void prepareProcess() = 0;
-    /// The process's one pane, owned by the plug-in. The first call creates it.
+    /// Returns the process's only pane, which the plug-in owns. The first call creates the pane.
     virtual PreferencePane *pane() = 0;
-    /// A report about this machine for a bug report. Needs no window.
+    /// Returns a description of this machine for a bug report. Needs no display.
     [[nodiscard]] virtual QString diagnose() const = 0;
 };
 

@@ -16,8 +16,8 @@ platform::Services desktopServices()
     product.program = QStringLiteral("ks7-preferences");
     product.busNames = RemoteNames::Prefix;
     product.sleepDelay = {QStringLiteral("KS-7"), QStringLiteral("The camera's picture is let go of first")};
-    // End-to-end tests show the pane as on a fast machine: a virtual machine's kernel may report no clock,
-    // and the files below /sys cannot be replaced without privileges.
+    // End-to-end tests set KS7_CLOCK_ROOT to a folder with a fake processor clock. The kernel of a virtual
+    // machine may report no clock, and only root can replace files below /sys.
     product.processorRoot = qEnvironmentVariable("KS7_CLOCK_ROOT", QStringLiteral("/"));
     product.bundle = makePaneBundle();
     return platform::makeDesktopServices(product);
