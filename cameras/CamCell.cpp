@@ -17,7 +17,8 @@ constexpr int StatusFontSize = 10;
 constexpr QSize DotSize{8, 8};
 constexpr QColor DarkGray{85, 85, 85};
 
-/// Desktops deliver between 9 and 12 points; larger text is somebody's choice.
+/// Desktops set their text to 9 to 12 points by default. A larger size is the user's choice, so the rows grow
+/// from 12 points on.
 constexpr double DefaultPoints = 12.0;
 
 QFont fontOfPixelSize(const QWidget *view, int size)
@@ -27,7 +28,7 @@ QFont fontOfPixelSize(const QWidget *view, int size)
     return font;
 }
 
-/// Draws a white rim behind the dot: the highlight may have the dot's colour.
+/// Draws a white rim around the dot, because the row's highlight may have the colour of the dot.
 void drawRim(QPainter *painter, const QRect &dot)
 {
     painter->setRenderHint(QPainter::Antialiasing);
@@ -50,7 +51,7 @@ CamCell::Dots *CamCell::mDots = nullptr;
 
 double textScale(const QFont &font)
 {
-    // QFontInfo rounds to whole pixels, but it alone knows the points of a font that is set in pixels.
+    // QFontInfo rounds the size to whole pixels, so use it only for a font whose size is set in pixels.
     const double points = font.pointSizeF() > 0 ? font.pointSizeF() : QFontInfo(font).pointSizeF();
     return std::max(1.0, points / DefaultPoints);
 }
@@ -156,7 +157,7 @@ void CamCell::drawDot(QPainter *painter, const CamCellLayout &layout, KS7Animati
             return mDots->gray;
         }
     };
-    // Request the image in device pixels, so that it is sharp at every scale.
+    // Request the image in device pixels, so that it is sharp at every scale of the screen.
     const qreal scale = painter->device()->devicePixelRatioF();
     const QPixmap image = platform::pixmapOf(dot(), layout.dot.size(), scale);
     if (mHighlighted)

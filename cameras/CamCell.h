@@ -17,33 +17,34 @@ class Bundle;
 
 class KS7AnimatingStatusTableView;
 
-/// Positions of a row's parts, in the table's coordinates.
+/// The positions of the parts of a row, in the table's coordinates.
 struct CamCellLayout {
     QRect name;
-    /// Top left of the status text.
+    /// The top left corner of the status text.
     QPoint status;
     QRect dot;
 };
 
-/// `scale` multiplies every length; 1 at the desktop's default text size.
+/// Computes the positions in a row. All lengths are multiplied by `scale`, which is 1 at the default text
+/// size.
 CamCellLayout camCellLayout(const QRect &frame, const QSize &dotSize, double scale = 1.0);
 
-/// How much larger than the default the desktop's text is; 1 or more.
+/// Returns the ratio of the desktop's text size to the default text size; at least 1.
 double textScale(const QFont &font);
 
-/// Draws one row of the camera table: name, status and a coloured dot. The table draws all its rows with one
-/// cell.
+/// Draws a row of the camera table: name, status and a coloured dot. One cell draws all rows of a table.
 class CamCell {
 public:
-    /// Ignores the text. The first call loads the dots from the bundle.
+    /// The text has no effect. The first call loads the images of the dots from the bundle.
     CamCell *initTextCell(const QString &text, std::shared_ptr<const platform::Bundle> bundle);
-    /// A new cell that holds no record.
+    /// Returns a new cell without a camera record.
     [[nodiscard]] std::unique_ptr<CamCell> copy() const;
     void setObjectValue(std::shared_ptr<KS7Cam> record) { mDevice = std::move(record); }
     [[nodiscard]] const std::shared_ptr<KS7Cam> &objectValue() const { return mDevice; }
     void setEnabled(bool enabled) { mEnabled = enabled; }
     void setHighlighted(bool highlighted) { mHighlighted = highlighted; }
-    /// Draws the row. Starts the table's animation for a pairing or starting camera.
+    /// Draws the row of the current record. If its camera is pairing or starting, starts the table's
+    /// animation.
     void drawWithFrame(QPainter *painter, const QRect &frame, KS7AnimatingStatusTableView *inView) const;
 
 private:
@@ -59,6 +60,6 @@ private:
     bool mHighlighted = false;
 
     struct Dots;
-    /// Never released: a static QIcon would be destroyed after the application object.
+    /// Never deleted, because a static QIcon must not outlive the application object.
     static Dots *mDots;
 };

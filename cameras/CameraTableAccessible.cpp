@@ -13,7 +13,7 @@ namespace {
 
 using Table = KS7AnimatingStatusTableView;
 
-/// One row, as its single cell.
+/// Represents a row of the camera table as its single cell.
 class RowAccessible final : public QAccessibleInterface,
                             public QAccessibleTableCellInterface,
                             public QAccessibleActionInterface {
@@ -105,7 +105,7 @@ private:
     int mRow;
 };
 
-/// The table. Its children are its rows alone, since its headers are hidden.
+/// Represents the camera table. Only the rows are its children, because the headers are hidden.
 class TableAccessible final : public QAccessibleWidget, public QAccessibleTableInterface {
 public:
     explicit TableAccessible(Table *table)
@@ -151,7 +151,8 @@ public:
     [[nodiscard]] int columnCount() const override { return 1; }
     [[nodiscard]] int rowCount() const override { return table()->numberOfRows(); }
 
-    // QAccessibleTableInterface: selection. Selecting a row clicks it; rows cannot be deselected.
+    // QAccessibleTableInterface: selection. Selecting a row acts like a click on it. A row cannot be
+    // deselected.
     [[nodiscard]] int selectedCellCount() const override { return selectedRowCount(); }
     [[nodiscard]] QList<QAccessibleInterface *> selectedCells() const override
     {
@@ -239,7 +240,7 @@ void CameraTableAnnouncer::keyboardHasCome()
 void CameraTableAnnouncer::announce()
 {
     mIsPending = false;
-    // Without assistive programs no row counts as announced.
+    // Without an assistive program, record -1. The first one that starts then receives a selection event.
     const int row = QAccessible::isActive() ? mTable->selectedRow() : -1;
     const QString text = row < 0 ? QString() : mTable->textOfRow(row);
     const int rowBefore = std::exchange(mRow, row);

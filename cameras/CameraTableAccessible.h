@@ -5,21 +5,23 @@
 
 class KS7AnimatingStatusTableView;
 
-/// Makes screen readers see the camera table as its rows alone. Pressing a row does what a click does. May be
-/// called repeatedly.
+/// Makes assistive programs see the rows of the camera table, but not its hidden headers. Their press action
+/// on a row acts like a click. Repeated calls are harmless.
 void installCameraTableAccessibility();
 
-/// Tells assistive programs of the table's rows and which one is selected.
+/// Sends accessibility events about the table's rows and its selection.
 class CameraTableAnnouncer : public QObject {
 public:
     explicit CameraTableAnnouncer(KS7AnimatingStatusTableView *table);
 
-    /// Announces on the next turn of the event loop how the selected row or its text has changed. A refresh
-    /// that deselects the row and selects it again announces nothing.
+    /// Compares the selected row and its text with the last announcement, and announces a difference. The
+    /// comparison runs on the next turn of the event loop, so a refresh that selects the same row again
+    /// announces nothing.
     void selectionMayHaveChanged();
-    /// Tells of the selected row on the next turn: Qt tells of the table itself after its focus event.
+    /// Queues a focus event for the selected row. Call it from focusInEvent(): Qt sends the table's own focus
+    /// event afterwards, and the row's event must follow it.
     void keyboardHasCome();
-    /// Sends a QAccessible::Event of a row that exists.
+    /// Sends a QAccessible::Event about a row. Does nothing for a row that does not exist.
     void tellOfRow(int row, int accessibleEvent);
 
 private:
@@ -27,7 +29,7 @@ private:
 
     KS7AnimatingStatusTableView *mTable;
     bool mIsPending = false;
-    /// The last announced row and text.
+    /// The row and the text of the last announcement.
     int mRow = -1;
     QString mText;
 };

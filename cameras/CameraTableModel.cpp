@@ -9,7 +9,8 @@
 
 namespace {
 
-/// Qt shows a tool tip that looks like rich text as rich text, so escape it and mark it as rich.
+/// Qt guesses whether a tool tip is rich text. Escape the text and mark it as rich, so that a camera's name
+/// is never interpreted as HTML.
 QString plainToolTip(const QString &text)
 {
     return QStringLiteral("<qt>") + text.toHtmlEscaped() + QStringLiteral("</qt>");

@@ -11,13 +11,14 @@
 class KS7Cam;
 class QObject;
 
-/// Supplies the rows of the camera table and receives changes of its selection.
+/// Supplies the rows of the camera table and is told when its selection changes.
 class CameraTableSource {
 public:
     virtual ~CameraTableSource() = default;
 
     virtual int numberOfRowsInTableView(const QObject *table) = 0;
-    /// A std::shared_ptr<KS7Cam>, an empty string for a column that is not the cameras', or nothing.
+    /// Returns the row's std::shared_ptr<KS7Cam>, or an invalid variant without a record. For an unknown
+    /// column, returns an empty string.
     virtual QVariant tableViewObjectValue(const QObject *table, const QString &column, int row) = 0;
     virtual void tableViewSelectionDidChange(const platform::Notification &notification) = 0;
     [[nodiscard]] virtual const QHash<QString, std::shared_ptr<KS7Cam>> &cameras() const = 0;

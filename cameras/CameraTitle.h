@@ -3,5 +3,6 @@
 class KS7Cam;
 class QString;
 
-/// "friendly name (camera ID)": tells cameras of the same name apart. Without an ID, the name alone.
+/// Returns "friendly name (camera ID)", because several cameras may have the same name. Without an ID,
+/// returns the name alone.
 QString cameraTitle(const KS7Cam &camera);

@@ -8,7 +8,8 @@
 
 namespace {
 
-/// Every refresh makes new records, so compare their contents: the list may change while the menu is open.
+/// Compares the contents of two records, because every refresh creates new records. The list may change while
+/// the menu is open.
 bool isSameCamera(const std::shared_ptr<KS7Cam> &before, const std::shared_ptr<KS7Cam> &now)
 {
     if (!before || !now)
@@ -22,7 +23,7 @@ ChooseCameraMenu::ChooseCameraMenu(KS7AnimatingStatusTableView *table, QWidget *
     : QMenu(tr("Choose Camera"), parent)
     , mTable(table)
 {
-    // More cameras than fit on the screen are scrolled; without this the menu would grow by columns.
+    // Let a menu that is higher than the screen scroll. By default it would get several columns instead.
     setStyleSheet(QStringLiteral("QMenu { menu-scrollable: 1; }"));
     connect(this, &QMenu::aboutToShow, this, &ChooseCameraMenu::rebuild);
 }
@@ -54,10 +55,10 @@ void ChooseCameraMenu::rebuild()
     for (int row = 0; row < mTable->numberOfRows(); ++row) {
         auto name = fontMetrics().elidedText(textOfEntry(row, all), Qt::ElideMiddle,
                                              fontMetrics().averageCharWidth() * 60);
-        // Escape ampersands, which would mark mnemonics.
+        // Double the ampersands, because QMenu shows a single one as a mnemonic.
         auto *entry = addAction(name.replace(QLatin1Char('&'), QStringLiteral("&&")));
         entry->setCheckable(true);
-        // The exclusive group makes Qt draw a radio mark instead of a check mark.
+        // The entries are exclusive, so that Qt draws radio marks instead of check marks.
         mGroup->addAction(entry);
         entry->setChecked(row == mTable->selectedRow());
         entry->setEnabled(mTable->isEnabled());

@@ -5,7 +5,8 @@
 class KS7AnimatingStatusTableView;
 class QActionGroup;
 
-/// A menu of the listed cameras, for the keyboard. An entry does what a click on its row does.
+/// A menu of the listed cameras for users of the keyboard. Triggering an entry acts like a click on the
+/// camera's row.
 class ChooseCameraMenu : public QMenu {
     Q_OBJECT
 public:
@@ -14,7 +15,8 @@ public:
 private:
     void rebuild();
     [[nodiscard]] QStringList names() const;
-    /// As the row's text; one of several cameras of that name gets its ID.
+    /// Returns the text of an entry: the text of its row, with the camera ID if several cameras have that
+    /// name.
     [[nodiscard]] QString textOfEntry(int row, const QStringList &names) const;
 
     KS7AnimatingStatusTableView *mTable;

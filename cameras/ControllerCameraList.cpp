@@ -29,7 +29,7 @@ std::int32_t statusOf(const std::shared_ptr<KS7Cam> &camera)
     return camera ? camera->status() : kKS7CamNotFound;
 }
 
-/// Pairing, starting and streaming cameras cannot be removed.
+/// A camera that is pairing, starting or streaming cannot be removed.
 bool isRemovable(std::int32_t status)
 {
     return status != kKS7CamStreaming && status != kKS7CamStarting && status != kKS7CamPairing;
@@ -140,7 +140,7 @@ void KS7SettingsWindowController::pickPreferredCamera()
     const bool isOn = isKS7On();
     const std::uint64_t row = mSharedDeviceController->indexOfPreferredKS7Cam();
     mIndexOfPreferred = static_cast<std::int32_t>(row);
-    // Check all 64 bits: the lower 32 bits alone could name an existing row.
+    // Compare the whole 64-bit value: after a cast to 32 bits, an invalid index could name an existing row.
     const bool isRow = row <= std::uint64_t(std::numeric_limits<int>::max());
     if (row != NoPreferredCamera && isRow && isOn)
         outlets.cameraListTable->selectRow(static_cast<int>(row));
@@ -175,7 +175,7 @@ void KS7SettingsWindowController::addCameras(QObject *sender)
     discover(sender);
 }
 
-// Does not refresh: the agent announces the changed list.
+// Starts no refresh itself: the agent posts KS7CameraListChanged after the removal.
 void KS7SettingsWindowController::removeCamera(QObject *)
 {
     const auto camera = selectedCam();

@@ -24,14 +24,14 @@ const QString KS7AnimatingStatusTableView::CameraColumn = QStringLiteral("2");
 
 namespace {
 
-// Leaves room for the dot, whose lower edge is 30 pixels below the row's top.
+// The height of a row in pixels. The lower edge of the dot is 30 pixels below the top of the row.
 constexpr int RowHeight = 36;
 constexpr int PlaceholderMargin = 12;
 constexpr int FocusWidth = 2;
 
 constexpr double LeastContrast = 4.5;
 
-/// A channel's share of the light, as the accessibility guidelines for the web define it.
+/// Converts an sRGB channel to linear light, as the WCAG formula for relative luminance requires.
 double linear(double channel)
 {
     return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
@@ -44,7 +44,7 @@ double contrastToWhite(const QColor &color)
     return 1.05 / (luminance + 0.05);
 }
 
-/// The theme's highlight colour, darkened until white text is readable on it.
+/// Returns the theme's highlight colour, darkened until white text on it has enough contrast.
 QColor highlightUnderWhite()
 {
     constexpr int SlightlyDarker = 104;
@@ -60,7 +60,7 @@ bool isAnyStarting(const QHash<QString, std::shared_ptr<KS7Cam>> &cameras)
                        [](const auto &camera) { return camera && camera->status() == kKS7CamStarting; });
 }
 
-/// Draws every row with the table's one cell.
+/// Draws every row of the table with the same CamCell.
 class CamCellDelegate final : public QStyledItemDelegate {
 public:
     CamCellDelegate(KS7AnimatingStatusTableView *table, std::unique_ptr<CamCell> cell)
@@ -98,7 +98,7 @@ KS7AnimatingStatusTableView::KS7AnimatingStatusTableView(QWidget *parent)
     , mModel(new CameraTableModel(this))
     , mAnnouncer(new CameraTableAnnouncer(this))
 {
-    // Before setModel(), which already notifies assistive programs.
+    // Install the accessible classes before setModel(), which already sends accessibility events.
     installCameraTableAccessibility();
     setModel(mModel);
     setSelectionMode(SingleSelection);
@@ -122,7 +122,7 @@ void KS7AnimatingStatusTableView::setUpLooks()
     setWordWrap(false);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    // Names are black, so keep a light base in a dark theme as well.
+    // CamCell draws names in black, so keep a light background even in a dark theme.
     QPalette light = palette();
     light.setColor(QPalette::Base, Qt::white);
     light.setColor(QPalette::Text, Qt::black);
@@ -145,7 +145,8 @@ void KS7AnimatingStatusTableView::awakeFromNib(std::shared_ptr<platform::RunLoop
 void KS7AnimatingStatusTableView::reloadData()
 {
     mModel->reload();
-    // When the selected row is removed, Qt makes its neighbour the current row.
+    // If the selected row was removed, Qt has made a neighbour the current row. Clear it, because no row is
+    // selected.
     if (selectedRow() < 0)
         selectionModel()->clearCurrentIndex();
     mAnnouncer->selectionMayHaveChanged();
@@ -175,7 +176,8 @@ void KS7AnimatingStatusTableView::selectRow(int row)
     const bool isNew = row != selectedRow();
     const auto index = mModel->index(row, 0);
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    // Refreshes select the same row again; they must not undo the user's scrolling.
+    // Scroll only to a newly selected row. Each refresh selects the same row again and must not undo the
+    // user's scrolling.
     if (isNew)
         scrollTo(index);
 }
@@ -244,7 +246,7 @@ void KS7AnimatingStatusTableView::mousePressEvent(QMouseEvent *event)
     mPressedRow = rowOfClick(event);
 }
 
-// Dragging over the table selects nothing.
+// Overridden so that dragging the mouse selects no rows.
 void KS7AnimatingStatusTableView::mouseMoveEvent(QMouseEvent *)
 {
 }
@@ -281,14 +283,15 @@ void KS7AnimatingStatusTableView::keyPressEvent(QKeyEvent *)
 {
 }
 
-// Input never selects through Qt's view: sendAction() selects the clicked row.
+// Mouse and keyboard must not change the selection through Qt. sendAction() selects the clicked row instead.
 QItemSelectionModel::SelectionFlags KS7AnimatingStatusTableView::selectionCommand(const QModelIndex &,
                                                                                   const QEvent *) const
 {
     return QItemSelectionModel::NoUpdate;
 }
 
-// QTableView would send accessible events whose child numbers count the hidden headers.
+// Skips QTableView::currentChanged(), whose accessibility events use child numbers that count the hidden
+// headers.
 void KS7AnimatingStatusTableView::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QAbstractItemView::currentChanged(current, previous); // NOLINT(bugprone-parent-virtual-call)
@@ -381,7 +384,7 @@ void KS7AnimatingStatusTableView::stopAnimatingStatus()
     mAnimationTimer.reset();
 }
 
-// Pairing and starting rows start the animation, but only a starting camera keeps it running.
+// A pairing or starting camera starts the animation, but only a starting camera keeps it running.
 void KS7AnimatingStatusTableView::cycle(platform::Timer *)
 {
     mCycle = (mCycle + 1) % 2;

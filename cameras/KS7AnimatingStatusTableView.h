@@ -18,20 +18,20 @@ class CameraTableModel;
 class CameraTableSource;
 class KS7Cam;
 
-/// The camera table. Its rows come from the controller; the dots of pairing and starting cameras blink. Only
-/// a click selects a row; every key but Tab is swallowed.
+/// The camera table. A CameraTableSource supplies its rows. The dots of pairing and starting cameras blink.
+/// The user selects a row by a click. Keys other than Tab do nothing and do not reach the parent widget.
 class KS7AnimatingStatusTableView : public QTableView {
     Q_OBJECT
 public:
     using Action = std::function<void(QObject *sender)>;
 
-    /// The identifier of the one column.
+    /// The identifier of the table's only column.
     static const QString CameraColumn;
 
     explicit KS7AnimatingStatusTableView(QWidget *parent = nullptr);
     ~KS7AnimatingStatusTableView() override;
 
-    /// The pane's controller, set when the interface is loaded.
+    /// The source of the rows: the pane's controller. PaneNib sets it after it has loaded the interface file.
     CameraTableSource *settingsController = nullptr;
 
     void awakeFromNib(std::shared_ptr<platform::RunLoop> runLoop);
@@ -40,38 +40,39 @@ public:
 
     /// Counts the rows again. The selected row stays selected if it still exists.
     void reloadData();
-    /// Repaints the visible rows before it returns.
+    /// Repaints the visible rows synchronously.
     void display();
-    /// -1 when no row is selected.
+    /// Returns the index of the selected row; -1 when no row is selected.
     [[nodiscard]] int selectedRow() const;
-    /// The clicked row while its action runs, otherwise -1.
+    /// Returns the clicked row while the action of the click runs; otherwise -1.
     [[nodiscard]] int clickedRow() const { return mClickedRow; }
     [[nodiscard]] int numberOfRows() const;
-    /// Selects this row only. A row that does not exist leaves the selection unchanged.
+    /// Selects this row and deselects all others. Does nothing if the row does not exist.
     void selectRow(int row);
-    /// Enables or disables the table; a disabled table cannot keep the focus.
+    /// Enables or disables the table. When disabled, the table loses the focus; takeFocusBack() restores it.
     void setUsable(bool usable);
-    /// Takes back the focus that was lost when the table was disabled, unless it has moved on since.
+    /// Restores the focus that the table lost when it was disabled. Does nothing if the focus has moved again
+    /// since.
     void takeFocusBack();
-    /// Does nothing while the table does not allow an empty selection.
+    /// Clears the selection, if setAllowsEmptySelection() allows that.
     void deselectAll();
-    /// Applies to deselectAll() only, because clicks never deselect, with any modifier.
+    /// Allows deselectAll() to clear the selection. Clicks never clear it, not even with a modifier key.
     void setAllowsEmptySelection(bool allows) { mAllowsEmptySelection = allows; }
     [[nodiscard]] bool allowsEmptySelection() const { return mAllowsEmptySelection; }
     void setDataCell(std::unique_ptr<CamCell> cell);
     void setAction(Action action) { mAction = std::move(action); }
     void setDoubleAction(Action action) { mDoubleAction = std::move(action); }
-    /// Text shown while the table has no rows.
+    /// Sets the text that the table shows while it has no rows.
     void setPlaceholderText(const QString &text);
     [[nodiscard]] QString placeholderText() const { return mPlaceholderText; }
 
     // Operations for menus and assistive programs
 
-    /// Does what a click on the row does: nothing in a disabled table or for a row that does not exist.
+    /// Acts like a click on the row. Does nothing if the table is disabled or the row does not exist.
     void clickRow(int row);
-    /// "friendly name, status" of the row.
+    /// Returns "friendly name, status" of the row.
     [[nodiscard]] QString textOfRow(int row) const;
-    /// Null for a row without a record.
+    /// Returns the camera record of the row; null for a row without a record.
     [[nodiscard]] std::shared_ptr<KS7Cam> cameraInRow(int row) const;
 
     // Status animation
@@ -82,7 +83,7 @@ public:
     [[nodiscard]] bool isAnimatingStatus() const { return mAnimationTimer != nullptr; }
     void cycle(platform::Timer *timer);
 
-    /// In pixels; grows with the desktop's text size.
+    /// Returns the height of a row in pixels. It grows with the desktop's text size.
     [[nodiscard]] int scaledRowHeight() const;
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -112,7 +113,7 @@ private:
 
     std::unique_ptr<platform::Timer> mAnimationTimer;
     std::int32_t mCycle = 0;
-    /// Unused: starts and stops are not counted.
+    /// Always 0, because calls that start and stop the animation are not counted.
     std::int32_t mRefCount = 0;
 
     CameraTableModel *mModel;
@@ -120,7 +121,7 @@ private:
     bool mAllowsEmptySelection = true;
     int mClickedRow = -1;
     int mPressedRow = -1;
-    /// The widget that got the focus of the table when that was disabled.
+    /// The widget that received the focus when the table was disabled.
     QPointer<QWidget> mFocusHeir;
     QString mPlaceholderText;
     Action mAction;

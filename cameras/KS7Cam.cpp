@@ -19,7 +19,8 @@ QString addressOf(const platform::BluetoothDevice *device)
     return device ? device->getAddressString() : QString();
 }
 
-/// The device's value in the domain's dictionary `key`; invalid if there is none.
+/// Reads the device's entry in the dictionary that the preferences store under `key`. Invalid without an
+/// entry.
 QVariant storedFor(const platform::BluetoothDevice *device, platform::UserDefaults *defaults,
                    const QString &key)
 {
@@ -29,7 +30,8 @@ QVariant storedFor(const platform::BluetoothDevice *device, platform::UserDefaul
     return KS7Domain::domainObjectForKey(*defaults, key).toMap().value(address);
 }
 
-/// Needs the device's address as its key. Never replaces a value that is not a dictionary.
+/// Writes the device's entry in the dictionary that the preferences store under `key`. Does nothing without
+/// an address, or if the stored value is not a dictionary.
 void storeFor(const platform::BluetoothDevice *device, platform::UserDefaults *defaults, const QString &key,
               const QVariant &value)
 {
@@ -56,7 +58,7 @@ std::shared_ptr<KS7Cam> KS7Cam::camWithName(const QString &name, const QString &
 KS7Cam *KS7Cam::initWithName(const QString &name, const QString &cameraID, std::int32_t status)
 {
     mDevice.reset();
-    mStatus = status; // Not setStatus(), which would set mWasFound.
+    mStatus = status; // Do not call setStatus() here, because it would set mWasFound.
     mWasFound = false;
     mFriendlyName = name;
     mCameraID = cameraID;

@@ -12,36 +12,38 @@ class BluetoothDevice;
 class UserDefaults;
 }
 
-/// One camera: a Bluetooth device named in the preferences, or a record with the agent's name and ID.
+/// A camera record. It has either a Bluetooth device, whose name is in the preferences, or a name and an ID
+/// from the agent.
 class KS7Cam {
 public:
-    /// A record with exactly these strings; the caller owns it.
+    /// Returns a new record without a device, which has exactly this name and ID.
     static std::shared_ptr<KS7Cam> camWithName(const QString &name, const QString &cameraID,
                                                std::int32_t status);
 
     KS7Cam() = default;
     KS7Cam *initWithName(const QString &name, const QString &cameraID, std::int32_t status);
-    /// `defaults` stores the names and the ignored cameras, and must outlive the record.
+    /// The user's names and the ignored cameras are read from `defaults` and written to it. It must outlive
+    /// the record.
     KS7Cam *initWithDevice(std::shared_ptr<platform::BluetoothDevice> device,
                            platform::UserDefaults *defaults);
-    /// A new record of the same device and nothing else; empty without a device.
+    /// Returns a new record that shares only the device. Without a device, the new record is empty.
     [[nodiscard]] std::shared_ptr<KS7Cam> copy() const;
 
     [[nodiscard]] const std::shared_ptr<platform::BluetoothDevice> &device() const { return mDevice; }
     [[nodiscard]] std::int32_t status() const { return mStatus; }
     void setStatus(std::int32_t status);
-    /// Whether setStatus() ever set a live status.
+    /// Returns whether setStatus() was ever called with "Not Streaming", "Pairing" or "Streaming".
     [[nodiscard]] bool wasFound() const { return mWasFound; }
-    /// For example "Streaming"; empty for an unknown code.
+    /// Returns the name of the status, such as "Streaming"; empty for an unknown status.
     [[nodiscard]] QString statusString() const;
 
-    /// The last four digits of the device's address in upper case, or all if there are fewer. Null without
-    /// an address.
+    /// Returns the last four digits of the device's address in upper case, or all of a shorter address. Null
+    /// without an address.
     static QString cameraIDStringForDevice(const platform::BluetoothDevice *device);
     static QString defaultFriendlyNameForDevice(const platform::BluetoothDevice *device);
     [[nodiscard]] QString cameraIDString() const;
     [[nodiscard]] QString friendlyName() const;
-    /// Stores the user's name for the device; does nothing without a device.
+    /// Stores the user's name for the device. Does nothing without a device.
     void setFriendlyName(const QString &name);
     [[nodiscard]] bool shouldIgnore() const;
     void setShouldIgnore(bool ignore);

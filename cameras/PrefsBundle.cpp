@@ -9,7 +9,7 @@ QIcon imageNamedFromOurBundle(const platform::Bundle &bundle, const QString &nam
         if (path.isEmpty())
             continue;
         QIcon image(path);
-        // Qt itself looks for the @2x file only when the application is scaled as a whole.
+        // Add the @2x file explicitly: QIcon finds it by itself only if the whole application is scaled.
         const auto sharper = bundle.pathForResource(name + QStringLiteral("@2x"), type);
         if (!sharper.isEmpty())
             image.addFile(sharper);

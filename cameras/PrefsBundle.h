@@ -7,6 +7,6 @@ namespace platform {
 class Bundle;
 }
 
-/// The image `name` of the pane's own bundle: the first of its png, tif and tiff files. Null without such a
-/// file.
+/// Returns an image of the pane's bundle: the first existing file of `name` with the extension png, tif or
+/// tiff. Null without such a file.
 QIcon imageNamedFromOurBundle(const platform::Bundle &bundle, const QString &name);

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Wider than any screen, yet quick to measure.
+// A longer line is shortened. 1000 characters are wider than any screen and still quick to measure.
 constexpr int LongestLine = 1000;
 constexpr int DigestBytes = 8;
 
@@ -27,8 +27,8 @@ bool opensIsolate(char32_t code)
     return code >= U'\u2066' && code <= U'\u2068';
 }
 
-/// Format characters without any effect that a name needs: soft hyphen, zero-width space, word joiner and
-/// their like. Joiners and tags stay, as some scripts and emoji consist of them.
+/// Invisible format characters that no name needs, such as soft hyphen, zero-width space and word joiner.
+/// Joiners and tags are not among them, because some scripts and emoji need them.
 bool isInvisible(char32_t code)
 {
     return code == 0xAD || code == 0x180E || code == 0x200B || (code >= 0x2060 && code <= 0x2064)
@@ -42,13 +42,15 @@ bool breaksLine(char32_t code)
         || category == QChar::Separator_Line || category == QChar::Separator_Paragraph;
 }
 
-/// The bracket counts as well, so that a name cannot imitate a code.
+/// The opening bracket is also written as a code. Otherwise a name could contain a text that looks like a
+/// code.
 bool needsCode(char32_t code)
 {
     return breaksLine(code) || isInvisible(code) || code == OpeningBracket;
 }
 
-/// QString::toUcs4() would turn every lone surrogate into the same replacement character.
+/// Converts to UTF-32 and keeps lone surrogates. QString::toUcs4() would replace all of them by the same
+/// character.
 std::u32string codePoints(QStringView text)
 {
     std::u32string codes;
@@ -61,7 +63,7 @@ std::u32string codePoints(QStringView text)
     return codes;
 }
 
-/// Marks the characters that begin or end a paired isolate.
+/// Returns for each character whether it begins or ends a paired isolate (Unicode's bidirectional text).
 std::vector<bool> pairedIsolates(const std::u32string &codes)
 {
     std::vector<bool> isPaired(codes.size());

@@ -2,9 +2,9 @@
 
 #include <QString>
 
-/// The text as one line of a list or a report, in which it cannot pass for another text:
-/// - A character that breaks the line or is invisible is written as its code, "⟨U+000A⟩".
-/// - Direction marks and paired isolates are kept, since Hebrew and Arabic names need them. A text with
-///   overrides or embeddings is isolated as a whole, so that they end with it.
-/// - The middle of a text longer than any screen is wide is replaced by a digest of the whole text.
+/// Converts a text to one line of a list or a report, so that it cannot imitate another text:
+/// - A line break or an invisible character is replaced by its code, such as "⟨U+000A⟩".
+/// - Direction marks and paired isolates stay, because Hebrew and Arabic names need them.
+/// - A text with overrides or embeddings is put into an isolate, which ends their effect at its end.
+/// - If the text is wider than a screen, a digest of the whole text replaces its middle.
 QString sanitizedLine(const QString &text);
