@@ -10,14 +10,14 @@
 #include <QVariant>
 #include <QWidget>
 
-/// Puts the pane's view into a widget of the host, the place. Tells the pane once when the place is shown
-/// and once when it is hidden. The pane outlives the place, so the view is taken out before the place is
-/// destroyed. With several places, the view moves to the one made or shown last; only that one tells the
-/// pane.
+/// Puts the pane's view into `place`, an empty widget of the host. Calls willSelect() when the place is shown
+/// and didUnselect() when it is hidden.
+/// The pane outlives the place, so the view is taken out before the place is destroyed. With several places,
+/// the view moves to the place that was created or shown last.
 class PaneOnScreen : public QObject {
 public:
-    /// `place` must be empty. Place and PaneOnScreen may be destroyed in either order; a host that ends
-    /// destroys the place first.
+    /// The place and this object may be destroyed in any order. When a host ends, it destroys the place
+    /// first.
     PaneOnScreen(platform::PreferencePane *pane, QWidget *place)
         : mPane(pane)
         , mPlace(place)
@@ -26,7 +26,7 @@ public:
         layout->setContentsMargins(0, 0, 0, 0);
         takeView();
         place->installEventFilter(this);
-        // QWidget emits destroyed() before it deletes its children.
+        // Take the view out in time: QWidget emits destroyed() before it deletes its children.
         connect(place, &QObject::destroyed, this, &PaneOnScreen::releaseView);
         connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] { unselect(); });
     }
@@ -35,7 +35,8 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        // Spontaneous events come from minimising and restoring the window. A minimised pane counts as shown.
+        // Ignore spontaneous events. They come from minimising or restoring the window, and a minimised pane
+        // counts as shown.
         if (!event->spontaneous() && event->type() == QEvent::Show)
             QTimer::singleShot(0, this, [this] { selectIfVisible(); });
         else if (!event->spontaneous() && event->type() == QEvent::Hide)
@@ -44,7 +45,7 @@ public:
     }
 
 private:
-    /// Property of the view: the PaneOnScreen that holds it.
+    /// The name of a dynamic property of the view. Its value is the PaneOnScreen that contains the view now.
     static constexpr const char *Holder = "ks7PaneOnScreen";
 
     [[nodiscard]] PaneOnScreen *holder() const
@@ -72,8 +73,8 @@ private:
         mPane->mainView()->setProperty(Holder, QVariant());
     }
 
-    // Queued until after the show event: willSelect() may block on the agent and open a sheet, which needs a
-    // visible window.
+    // Called on the next turn of the event loop after a show event. willSelect() may block on the agent and
+    // open a sheet, which needs a visible window.
     void selectIfVisible()
     {
         if (mSelected || !mPlace || !mPlace->isVisible())

@@ -2,13 +2,14 @@
 
 #include <QCommandLineParser>
 
-/// The program's command line. Its texts use the translators that are installed when it is constructed.
+/// The command line of ks7-preferences. Install the translators first, because the constructor translates the
+/// help texts.
 class CommandLine : public QCommandLineParser {
     Q_DECLARE_TR_FUNCTIONS(ks7_preferences)
 public:
     CommandLine();
 
-    /// Whether the options only print text, which needs no display.
+    /// Returns whether the options only ask for a text on standard output. Printing it needs no display.
     [[nodiscard]] bool asksForText(int argc, char **argv);
     [[nodiscard]] bool asksForDiagnosis() const { return isSet(mDiagnose); }
 

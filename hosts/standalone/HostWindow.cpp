@@ -11,7 +11,8 @@
 
 namespace {
 
-/// Scrolls its content where the screen is too small for it. On other screens the window gets no smaller.
+/// Shows the pane. Adds scroll bars if the screen is too small; on larger screens the window cannot become
+/// smaller than the pane.
 class PaneArea final : public QScrollArea {
 public:
     explicit PaneArea(QWidget *content)
@@ -42,7 +43,7 @@ protected:
     }
 
 private:
-    // setWidgetResizable() would scroll content that is lower than it would like to be.
+    // Do not use setWidgetResizable(): it would scroll the pane below its size hint, although it can shrink.
     void fitContent()
     {
         const QSize least = widget()->minimumSizeHint();
@@ -64,7 +65,7 @@ HostWindow::HostWindow(platform::PreferencePane *pane)
     , mOnScreen(pane, mPanePage)
 {
     setCentralWidget(new QWidget);
-    // The pages have their own margins.
+    // The window needs no margins, because each of its pages has margins.
     auto *layout = new QVBoxLayout(centralWidget());
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(makeBar());

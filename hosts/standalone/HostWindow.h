@@ -9,8 +9,7 @@ class QPushButton;
 class QStackedWidget;
 class QToolButton;
 
-/// The host's only window. Shows the pane, or the overview of all panes, which contains only this pane's
-/// icon.
+/// The only window of the stand-alone host. It shows either the pane or an overview with the pane's icon.
 class HostWindow : public QMainWindow {
     Q_OBJECT
 public:

@@ -3,7 +3,7 @@
 
 #include <QObject>
 
-/// Root object of the plug-in; gives access to the one pane.
+/// The root object of the plug-in. Hosts get the process's only pane from it.
 class PanePlugin : public QObject, public platform::PreferencePaneFactory {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID KS7_PREFERENCE_PANE_IID)

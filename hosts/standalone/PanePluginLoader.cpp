@@ -9,8 +9,8 @@ namespace {
 
 QString pluginFile()
 {
-    // The plug-in is loaded before QApplication exists, so QCoreApplication::applicationDirPath() cannot be
-    // used.
+    // Do not use QCoreApplication::applicationDirPath(): the plug-in is loaded before the QApplication
+    // exists.
     const QDir here = QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/self/exe"))).dir();
     const QString built = here.filePath(QStringLiteral("../plugins/ks7/ks7pane.so"));
     return QFileInfo::exists(built) ? built

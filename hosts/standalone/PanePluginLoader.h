@@ -7,13 +7,15 @@ namespace platform {
 class PreferencePaneFactory;
 }
 
-/// Loads the pane's plug-in from the program's build folder or, if it is not there, from the installed place.
+/// Loads the pane's plug-in from the build folder of the program. Without a build folder, loads the installed
+/// plug-in.
 class PanePluginLoader {
     Q_DECLARE_TR_FUNCTIONS(ks7_preferences)
 public:
     PanePluginLoader();
 
-    /// Owned by the plug-in. Null if the plug-in cannot be loaded; error() gives the reason.
+    /// Returns the root object, which the plug-in owns. Null if the plug-in could not be loaded; error() then
+    /// returns the reason.
     [[nodiscard]] platform::PreferencePaneFactory *factory() const { return mFactory; }
     [[nodiscard]] QString error() const;
 

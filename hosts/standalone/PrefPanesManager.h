@@ -4,8 +4,8 @@
 
 #include <functional>
 
-/// Shows the overview at the pane's request. The pane finds this object by its name, as a child of the
-/// application.
+/// Lets the pane ask the host to show its overview. The pane finds this object by its object name among the
+/// application's children.
 class PrefPanesManager : public QObject {
     Q_OBJECT
 public:

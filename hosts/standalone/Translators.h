@@ -2,7 +2,8 @@
 
 #include <QTranslator>
 
-/// Installs Qt's and this program's translations for the session's language while the object exists.
+/// Installs the translations of Qt and of ks7-preferences for the session's language. The destructor removes
+/// them.
 class Translators {
 public:
     Translators();

@@ -13,12 +13,13 @@
 
 namespace {
 
-/// Translation context of this file's texts.
+/// The translation context of the texts in this file.
 struct Words {
     Q_DECLARE_TR_FUNCTIONS(ks7_preferences)
 };
 
-/// Reports in a message box and on standard error why the pane cannot be loaded.
+/// Tells the user why the pane cannot be loaded, in a message box and on standard error. Returns the exit
+/// code.
 int refuse(const QString &reason)
 {
     const QString text = Words::tr("The KS-7 pane cannot be loaded.");
@@ -29,7 +30,8 @@ int refuse(const QString &reason)
     return 1;
 }
 
-/// Prints the text that the options request. process() handles --help and --version and exits.
+/// Prints the text that the options ask for and returns the exit code. For --help and --version, process()
+/// prints it and exits.
 int printText(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
@@ -65,7 +67,7 @@ int main(int argc, char **argv)
         return refuse(loader.error());
     HostWindow window(loader.factory()->pane());
     const PrefPanesManager manager([&window] { window.showOverview(); });
-    // Wide enough for list and picture side by side, within the screen's width.
+    // Make the window wide enough for the list beside the picture, but not larger than the screen.
     window.resize(window.sizeHint().expandedTo({860, 560}).boundedTo(window.screen()->availableSize()));
     window.show();
     return QApplication::exec();

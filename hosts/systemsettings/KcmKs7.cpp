@@ -9,7 +9,7 @@
 
 namespace {
 
-/// KCModule is a widget in KDE Frameworks 5 and contains one in 6.
+/// Returns the widget of the module. In KDE Frameworks 5 KCModule is a widget; in 6 it contains a widget.
 template <class Module>
 QWidget *widgetOf(Module *module)
 {
@@ -24,8 +24,8 @@ using Arguments = std::conditional_t<std::is_base_of_v<QWidget, KCModule>, QVari
 
 } // namespace
 
-/// The module of System Settings, which shows the process's one pane. The host destroys the module when the
-/// user selects another one and makes a new one later; the pane survives.
+/// The module of System Settings, which shows the pane. System Settings destroys it when the user selects
+/// another module, and creates a new one later. The pane survives.
 class KcmKs7 : public KCModule {
     Q_OBJECT
 public:
