@@ -18,14 +18,15 @@ namespace {
 
 constexpr auto WaitSlice = 10ms;
 
-/// The values of mFirmwareStep. An unexpected end notification can push it past Over.
+/// The values of mFirmwareStep. An unexpected end notification can increment it to a value above Over.
 enum FirmwareStep { Offered = 0, Confirmed = 1, Over = 2 };
 
 void setTexts(const Outlets &outlets, const QString &headline, const QString &secondLine)
 {
     outlets.firmwareMainText->setText(headline);
     outlets.firmwareStatusText->setText(secondLine);
-    // The keyboard may rest on the bar or on Continue; both carry what is said.
+    // A screen reader reads the description of the focused control. The bar or the Continue button may have
+    // the focus, so set the description of both.
     const QString both = headline + QLatin1Char(' ') + secondLine;
     describe(outlets.firmwareCheckingIndicator, both);
     describe(outlets.firmwareContinueButton, both);
@@ -75,7 +76,7 @@ void KS7SettingsWindowController::startFirmwareUpdate()
     outlets.firmwareCheckingIndicator->startAnimation();
     setTexts(outlets, tr("Now updating firmware."), tr("Do not disconnect the camera."));
     outlets.firmwareCancelButton->hide();
-    // A disabled button cannot keep the keyboard; Qt would give it to nothing in particular.
+    // Move the focus before disabling the button. Qt would otherwise move it to an arbitrary widget.
     outlets.firmwareCheckingIndicator->setFocus(Qt::OtherFocusReason);
     outlets.firmwareContinueButton->setEnabled(false);
     const int error = mSharedUSBController->startUpdate();
@@ -90,18 +91,19 @@ void KS7SettingsWindowController::startFirmwareUpdate()
 
 bool KS7SettingsWindowController::waitForFirmwareUpdate()
 {
-    // Local copies: a host that quits may destroy the pane during a slice.
+    // Use local copies, because a host that quits may destroy the controller while the event loop runs.
     const auto runLoop = mServices.runLoop;
     const QPointer<KS7SettingsWindowController> alive(this);
     const auto opening = mFirmwareOpening;
     while (alive && mFirmwareStep == Confirmed && mFirmwareOpening == opening) {
-        // Without a sheet there is no progress to show, so the wait sleeps until the step changes.
+        // If the sheet is hidden, there is no progress to show, so sleep until the step changes.
         const bool goesOn =
             outlets.firmwareSheet->isVisible() ? runLoop->runFor(WaitSlice) : runLoop->runUntilWoken();
         if (!goesOn)
             return false;
     }
-    // Another opening of the sheet makes this wait outdated: the texts now belong to the new update.
+    // If the sheet was opened again meanwhile, its texts belong to the new update. The caller must not change
+    // them.
     return alive && mFirmwareOpening == opening;
 }
 
@@ -115,7 +117,7 @@ void KS7SettingsWindowController::firmwareUpdateIsOver()
 {
     outlets.firmwareCheckingIndicator->hide();
     outlets.firmwareCheckingIndicator->stopAnimation();
-    // Replaces an error text too; the error code is in the log.
+    // This text also replaces an error text. The error code remains in the log.
     setTexts(outlets, tr("Firmware update complete."), tr("Please disconnect the camera now."));
     outlets.firmwareContinueButton->setEnabled(true);
 }
@@ -135,7 +137,8 @@ void KS7SettingsWindowController::firmwareError(int code)
 
 void KS7SettingsWindowController::firmwareUpdateProgress(const Notification &notification)
 {
-    // Without a total the quotient is NaN or infinite; the indicator clamps it to its range.
+    // Without "Total" the quotient is NaN or infinite. setDoubleValue() limits it to the range of the
+    // indicator.
     const double total = platform::toInt32(notification.userInfo, UserInfoKeys::Total);
     const double value = platform::toInt32(notification.userInfo, UserInfoKeys::Value);
     outlets.firmwareCheckingIndicator->setDoubleValue(value / total);

@@ -23,11 +23,11 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto LongestPasskey = 16;
-// Long enough for the sheet to leave the screen before the remote call blocks the event loop.
+// The remote call blocks the event loop, so wait until the sheet has disappeared from the screen.
 constexpr auto DelayAfterSheet = 500ms;
 
-/// 1 to 16 decimal digits of any script. Counts characters rather than UTF-16 units, because digits outside
-/// the basic plane are surrogate pairs.
+/// Returns whether the text consists of 1 to 16 decimal digits of any script. Counts characters instead of
+/// UTF-16 units, because some digits are surrogate pairs.
 bool isPasskey(const QString &text)
 {
     const auto characters = text.toUcs4();
@@ -37,7 +37,8 @@ bool isPasskey(const QString &text)
            });
 }
 
-/// Shows in bold, and has a screen reader say once, the rule that a text breaks.
+/// Shows the label of a rule in bold while the entered passkey breaks the rule. When that begins, a screen
+/// reader announces the rule.
 void emphasise(QLabel *rule, bool isBroken)
 {
     QFont font = rule->font();
@@ -86,7 +87,7 @@ void KS7SettingsWindowController::changePIN(QObject *)
 void KS7SettingsWindowController::actuallyChangePIN()
 {
     outlets.pinOkayButton->setEnabled(false);
-    // clear() would let Ctrl+Z bring the last passkey back; setText() empties the undo history.
+    // setText() also deletes the undo history. After clear(), Ctrl+Z would show the previous passkey.
     outlets.newPINText->setText(QString());
     if (const auto camera = selectedCam())
         outlets.pinCamera->setText(cameraTitle(*camera));
@@ -135,7 +136,7 @@ void KS7SettingsWindowController::passKeySet(const Notification &notification)
     if (!notification.userInfo.contains(UserInfoKeys::PassKey))
         return;
     const QString passKey = notification.userInfo.value(UserInfoKeys::PassKey).toString();
-    // Ends the pairing only; the camera stays a favourite.
+    // Pass false for `fromFavorites`: this ends the pairing, but the camera stays a favourite.
     mSharedDeviceController->removeCameraAtIndex(outlets.cameraListTable->selectedRow(), false);
     beginAlert(
         {tr("Passkey Changed"), tr("OK"),
@@ -163,7 +164,8 @@ void KS7SettingsWindowController::USBDeviceDisconnected(const Notification &)
 
 void KS7SettingsWindowController::enableUSBOptions()
 {
-    // changePIN() checks the cable itself, so its item is always enabled. installFirmware() checks nothing.
+    // The passkey item is always enabled, because changePIN() checks the cable itself. The firmware item is
+    // checked here, because installFirmware() checks nothing.
     enableItemWithTag(outlets.pulldownMenu, ChangePasskeyTag, true);
     enableItemWithTag(outlets.pulldownMenu, UpdateFirmwareTag,
                       mSharedUSBController->connectedCamHasBTAddress(selectedCamAddress())

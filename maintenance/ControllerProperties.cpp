@@ -39,5 +39,5 @@ void KS7SettingsWindowController::propertiesCancel(QObject *)
 
 void KS7SettingsWindowController::ignoreCamera(QObject *)
 {
-    // The box only shows whether the agent ignores the camera. A click stores nothing.
+    // Stores nothing: the check box only shows whether the agent ignores the camera.
 }
