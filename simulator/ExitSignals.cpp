@@ -11,7 +11,7 @@ namespace simulator {
 
 namespace {
 
-/// Must run before the first thread starts, since threads inherit the signal mask.
+/// Call this before the first thread starts, because each thread inherits the signal mask of its creator.
 int blockedSignals()
 {
     sigset_t signals;

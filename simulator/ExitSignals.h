@@ -5,7 +5,7 @@
 
 namespace simulator {
 
-/// Quits the event loop on SIGTERM and SIGINT.
+/// Quits the application's event loop when the process receives SIGTERM or SIGINT.
 class ExitSignals final : public QObject {
     Q_OBJECT
 public:

@@ -32,7 +32,7 @@ this shows a camera that streams, and ends:
 
 )";
 
-/// The same lines as in the manual page.
+/// Returns the example commands for --help. The manual page prints the same file.
 QString shellLines()
 {
     QFile file(QStringLiteral(":/simulator/ShellLines.txt"));

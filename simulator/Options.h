@@ -8,7 +8,7 @@ namespace simulator {
 
 enum class Scenario { Demo, Empty, Scripted };
 
-/// The parsed command line.
+/// The options of the command line.
 struct Options {
     Scenario scenario = Scenario::Demo;
     bool quick = false;
@@ -17,7 +17,7 @@ struct Options {
     bool fillsPreferences = true;
     PictureSettings pictureSettings;
 
-    /// Exits the process after --help or a wrong option.
+    /// Parses the command line. Exits the process after --help and after a wrong option.
     static Options parse(const QStringList &arguments);
 };
 

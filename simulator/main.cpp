@@ -40,7 +40,8 @@ int runPicture(const simulator::Options &options)
 
 int main(int argc, char **argv)
 {
-    // Fonts need a QGuiApplication. The offscreen platform keeps it away from display and desktop theme.
+    // Drawing text needs a QGuiApplication. The offscreen platform plug-in needs neither a display nor a
+    // desktop theme.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qunsetenv("QT_QPA_PLATFORMTHEME");
     const QGuiApplication application(argc, argv);

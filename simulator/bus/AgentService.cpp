@@ -63,7 +63,7 @@ std::optional<QString> AgentService::start()
 bool AgentService::publish()
 {
     registerWireTypes();
-    // The objects own their adaptors.
+    // The object that an adaptor serves is its parent and deletes it.
     new ScriptAdaptor(&mScript);
     return publish<KS7DeviceControllerAdaptor>(RemoteNames::AgentServer, mDeviceController)
         && publish<TernUSBCommandControllerAdaptor>(RemoteNames::AgentServerUSB, mUsbController)
@@ -85,7 +85,7 @@ bool AgentService::publish(const QString &registeredName, QObject &object)
 
 std::optional<QString> AgentService::takeNames()
 {
-    // The agent's main name comes last: clients that wait for it expect the other objects.
+    // Take the agent's main name last, because a client that sees it expects the other objects to be there.
     for (const QString &name :
          {Script::registeredName(), RemoteNames::AgentServerUSB, RemoteNames::AgentServer}) {
         if (!mBus.registerService(RemoteNames::busName(name)))

@@ -16,13 +16,14 @@
 
 namespace simulator {
 
-/// Publishes the model on the bus and its picture in PipeWire.
+/// Publishes the model on the session bus and the model's picture in PipeWire.
 class AgentService final : public QObject {
     Q_OBJECT
 public:
     AgentService(const Options &options, const QDBusConnection &bus);
 
-    /// Takes the bus names, then posts that the agent has started. Returns the reason of a failure.
+    /// Takes the bus names, then posts "KS7AgentStarted". Returns the reason of a failure; nothing on
+    /// success.
     std::optional<QString> start();
 
 private Q_SLOTS:
@@ -30,7 +31,7 @@ private Q_SLOTS:
 
 private:
     bool publish();
-    /// Serves an object of one of the agent's interfaces.
+    /// Serves `agent` through an adaptor of one of the agent's two interfaces.
     template <class Adaptor, class Agent>
     bool publish(const QString &registeredName, Agent &agent);
     bool publish(const QString &registeredName, QObject &object);

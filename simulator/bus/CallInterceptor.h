@@ -9,7 +9,7 @@ namespace simulator {
 class FaultInjector;
 class Recorder;
 
-/// Records every call to the agent and applies the faults that a script asked for.
+/// Records every call to the agent. Delays or changes the reply if a script has asked for such a fault.
 class CallInterceptor final : public CallHandler {
 public:
     CallInterceptor(Recorder &recorder, FaultInjector &faults, const QDBusConnection &bus)

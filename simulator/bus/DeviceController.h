@@ -6,7 +6,7 @@ namespace simulator {
 
 class AgentModel;
 
-/// The camera and Bluetooth side of the agent.
+/// Implements the agent's interface for cameras and Bluetooth.
 class DeviceController final : public KS7DeviceControllerProxy {
 public:
     explicit DeviceController(AgentModel &model)
@@ -27,7 +27,7 @@ public:
     void streamingInitiated() override;
     void streamingStopped() override;
     void removeCameraAtIndex(int row, bool fromFavorites) override;
-    /// Nothing to do: the registry is always up to date.
+    /// Does nothing, because the list of cameras is always up to date.
     void getKnownZephraDevices() override { }
     QStringList sortedDeviceList() override;
     CameraRecords cameras() override;

@@ -10,25 +10,27 @@
 
 namespace simulator {
 
-/// The faults that a script asked for: hanging, dying and malformed replies.
+/// The faults that a script can ask for: hanging, dying and malformed replies.
 class FaultInjector final : public QObject {
     Q_OBJECT
 public:
     FaultInjector();
 
-    /// Delays all calls, or the calls of one operation, for some seconds; 0 means until resume().
+    /// Delays all calls, or the calls of one operation if `operation` is not empty. 0 seconds delay them
+    /// until resume().
     void hang(const QString &operation, double seconds);
-    /// Processes and answers the delayed calls, in order.
+    /// Processes the delayed calls in their order and replies to them.
     void resume();
     [[nodiscard]] bool isHanging(const QString &operation) const;
     void hold(std::function<void()> work) { mHeld.push_back(std::move(work)); }
 
-    /// The process exits, without a reply, at the next call of this operation.
+    /// Makes the process exit at the next call of this operation, without a reply.
     void dieDuring(const QString &operation) { mDeadly = operation; }
     void dieIfDue(const QString &operation) const;
     [[noreturn]] static void die();
 
-    /// An empty kind restores proper replies.
+    /// Makes the replies of an operation malformed. MalformedReplies::reply() lists the kinds. An empty kind
+    /// restores proper replies.
     void setGarbage(const QString &operation, const QString &kind);
     [[nodiscard]] QString garbage(const QString &operation) const { return mGarbage.value(operation); }
 

@@ -17,7 +17,7 @@ QString longText()
     return QString(LongText, QLatin1Char('x'));
 }
 
-/// A record with the right keys and wrong value types.
+/// Returns a record with the right keys, but values of wrong types.
 QVariantMap oddRecord()
 {
     return {{RecordKeys::Status, QStringLiteral("four")},
@@ -86,7 +86,7 @@ QVariant huge(const QVariant &proper)
     return type == QMetaType::ULongLong ? QVariant(std::numeric_limits<qulonglong>::max()) : proper;
 }
 
-/// A string: no operation returns one.
+/// Returns a string, because no operation of the agent returns a string.
 QVariant wrong(const QVariant & /*proper*/)
 {
     return QStringLiteral("nonsense");

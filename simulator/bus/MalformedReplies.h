@@ -5,12 +5,12 @@
 
 namespace simulator {
 
-/// Replies that break the agent's interface.
+/// Replies that violate the contract, to test how the pane handles a faulty agent.
 namespace MalformedReplies {
 
-/// Replaces the reply to `call` with the values `proper`. Kinds: "wrongType", "empty" (no value),
-/// "extra" (one value too many), "error" (a D-Bus error), "oddValues" (right types, senseless contents)
-/// and "huge" (very long contents). Any other kind gives the proper reply.
+/// Returns a malformed reply to `call`, made from the proper results. The kinds are: "wrongType", "empty" (no
+/// result), "extra" (one result too many), "error" (a D-Bus error), "oddValues" (right types, senseless
+/// values) and "huge" (very long values). Any other kind gives the proper reply.
 QDBusMessage reply(const QDBusMessage &call, const QString &kind, const QVariantList &proper);
 
 } // namespace MalformedReplies

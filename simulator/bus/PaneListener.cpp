@@ -23,7 +23,7 @@ PaneListener::PaneListener(AgentModel &model, Recorder &recorder, FaultInjector 
 
 bool PaneListener::listen()
 {
-    // Without a member name, to record unexpected notifications too.
+    // Subscribe without a member name, to record unknown notifications as well.
     return mBus.connect(QString(), RemoteNames::NotificationPath, RemoteNames::NotificationInterface,
                         QString(), this, SLOT(heard(QDBusMessage)));
 }
@@ -32,7 +32,7 @@ void PaneListener::heard(const QDBusMessage &message)
 {
     if (message.service() == mBus.baseService())
         return;
-    // qdbus_cast() on a container of another type aborts the process.
+    // Check the signature first, because qdbus_cast() aborts the process on a container of another type.
     const auto userInfo = message.signature() == platform::bus::UserInfoSignature
         ? qdbus_cast<QVariantMap>(message.arguments().value(0))
         : QVariantMap();

@@ -11,13 +11,13 @@ class AgentModel;
 class FaultInjector;
 class Recorder;
 
-/// Receives the pane's notifications and makes the model act on them.
+/// Receives the pane's notifications, records them and changes the model accordingly.
 class PaneListener final : public QObject {
     Q_OBJECT
 public:
     PaneListener(AgentModel &model, Recorder &recorder, FaultInjector &faults, const QDBusConnection &bus);
 
-    /// False when the bus refuses.
+    /// Subscribes to the notifications. Returns false if the bus refuses the subscription.
     bool listen();
 
 private Q_SLOTS:

@@ -7,18 +7,19 @@
 
 namespace simulator {
 
-/// Records calls and posts to the agent, in order. Drops the oldest beyond a limit.
+/// Records the calls and notifications that the agent receives, in their order. Beyond a limit it drops the
+/// oldest ones.
 class Recorder {
 public:
-    /// Recorded as `name("text", 1, true)`.
+    /// Records a call in the form `name("text", 1, true)`.
     void recordCall(const QString &operation, const QVariantList &arguments);
-    /// Recorded as `name` or, with user info, as `name {"Value":1}`.
+    /// Records a notification in the form `name`, or `name {"Value":1}` if it has user info.
     void recordPost(const QString &name, const QVariantMap &userInfo);
     void clear() { mEvents.clear(); }
 
     [[nodiscard]] QStringList calls() const;
     [[nodiscard]] QStringList posts() const;
-    /// Calls and posts in their common order.
+    /// Returns calls and notifications together, in the order in which they arrived.
     [[nodiscard]] QStringList events() const;
 
 private:

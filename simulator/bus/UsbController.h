@@ -6,7 +6,7 @@ namespace simulator {
 
 class UsbCable;
 
-/// The USB side of the agent.
+/// Implements the agent's interface for the camera on the USB cable.
 class UsbController final : public TernUSBCommandControllerProxy {
 public:
     explicit UsbController(UsbCable &cable)

@@ -54,7 +54,7 @@ void AgentModel::callPreferred()
     if (!mBehaviour.connect)
         return;
     const QString address = mRegistry.preferredAddress();
-    // A plugged-in camera keeps its radio off.
+    // A camera on the USB cable keeps its radio off, so it cannot stream.
     if (mBluetooth && mPreferences.isServiceOn() && !mCable.holds(address))
         mSequence.begin(address);
     else

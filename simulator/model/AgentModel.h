@@ -10,7 +10,7 @@
 
 namespace simulator {
 
-/// The agent's cameras and settings, and the rules that change them.
+/// The agent's cameras and settings, with the rules for changing them.
 class AgentModel final : public QObject {
     Q_OBJECT
 public:
@@ -23,24 +23,25 @@ public:
     Behaviour &behaviour() { return mBehaviour; }
     [[nodiscard]] bool isStreaming() const;
 
-    /// Makes a listed camera the preferred one and starts it; any other address is ignored.
+    /// Makes a listed camera the preferred one and starts its stream. Ignores the address of a camera that is
+    /// not listed.
     void choose(const QString &address);
-    /// Removes the camera at a row of the sorted list, if the row exists. Unless it is also removed
-    /// from the favourites, it keeps its name and the next search finds it.
+    /// Removes the camera in a row of the sorted list. Ignores a row that does not exist. If `fromFavorites`
+    /// is false, the camera keeps its name and the next search finds it again.
     void removeRow(int row, bool fromFavorites);
-    /// Clears the preferred camera if the record describes it and it was removed from the list.
+    /// Clears the preferred camera if it was the last camera removed from the list and `record` has its ID.
     void dropIfCurrent(const std::optional<CameraRecord> &record);
-    /// Whether the name has 1 to 63 characters after trimming and no control character.
+    /// Returns whether the trimmed name has 1 to 63 characters and contains no control character.
     static bool isValidName(const QString &name);
-    /// Stores the name. Ignores invalid names and unknown addresses.
+    /// Stores the user's name for a camera. Ignores an invalid name and an unknown address.
     void rename(const QString &address, const QString &name);
-    /// Ignored cameras are not listed.
+    /// Hides the camera with the ID of `record` from the list, or shows it again.
     void ignore(const QVariantMap &record, bool ignored);
 
     void discover();
     void switchService(bool on);
     void switchBluetooth(bool on);
-    /// Gives the preferred camera a status, as the agent's own components do.
+    /// Sets the preferred camera's status. The agent's own components call streamingStarted() and the like.
     void report(int status);
 
 private:

@@ -59,7 +59,7 @@ QVariant AgentPreferences::value(const QString &key) const
 
 void AgentPreferences::set(const QString &key, const QVariant &value)
 {
-    // Read the changes of other programs first, since the whole file is written.
+    // Load the changes of other programs first. The write below replaces the whole file and would undo them.
     synchronize();
     auto settings = domain();
     settings.setValue(key, value);

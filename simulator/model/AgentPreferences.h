@@ -9,25 +9,26 @@
 
 namespace simulator {
 
-/// The agent's settings in its preferences domain. Every change is on disk before the call returns; a file
-/// that cannot be parsed is left as it is.
+/// The agent's settings in its preferences file. Each change is written to the file before the function
+/// returns. A file that cannot be parsed is never overwritten.
 class AgentPreferences {
 public:
     explicit AgentPreferences(std::shared_ptr<platform::UserDefaults> defaults);
 
-    /// Sets absent keys to their defaults.
+    /// Writes the default values of all missing keys.
     void fillIn();
-    /// Writes pending changes and reads those of other programs.
+    /// Writes pending changes to the file and loads the changes of other programs.
     void synchronize();
 
-    /// An invalid variant when the key is absent.
+    /// Returns the value of a key; an invalid variant without such a key.
     [[nodiscard]] QVariant value(const QString &key) const;
     void set(const QString &key, const QVariant &value);
     [[nodiscard]] bool isServiceOn() const;
-    /// Makes each write drop the keys of other programs. It is a fault for tests: the contract forbids it.
+    /// A fault for tests: when switched on, each write drops the keys of other programs. The contract forbids
+    /// that.
     void setForgetful(bool forgetful) { mForgetful = forgetful; }
 
-    /// One camera's value in a key's dictionary; invalid when absent.
+    /// Returns a camera's entry in the dictionary under `key`; an invalid variant without an entry.
     [[nodiscard]] QVariant cameraValue(const QString &key, const QString &address) const;
     void setCameraValue(const QString &key, const QString &address, const QVariant &value);
     void removeCameraValue(const QString &key, const QString &address);

@@ -6,7 +6,7 @@ namespace simulator {
 
 namespace {
 
-/// A level that resembles speech: a slow swell with quick syllables, from 0 to 0.6.
+/// Returns a level from 0 to 0.6 that resembles speech: fast syllables on a slowly changing volume.
 double heardAt(double seconds)
 {
     const double swell = 0.5 + 0.5 * std::sin(seconds * 1.3);

@@ -7,12 +7,12 @@
 
 namespace simulator {
 
-/// The audio levels of the camera, left and right, from 0 to 1.
+/// The audio levels of the left and the right channel, from 0 to 1.
 class AudioLevels {
 public:
     AudioLevels() { mSince.start(); }
 
-    /// Fixes the levels; nullopt restores the simulated ones.
+    /// Replaces the simulated levels by constant ones. nullopt restores the simulated levels.
     void fix(const std::optional<std::pair<double, double>> &levels) { mFixed = levels; }
     [[nodiscard]] std::pair<double, double> current(bool streaming) const;
 

@@ -7,7 +7,7 @@ namespace simulator {
 
 inline constexpr int FirmwareSteps = 50;
 
-/// The codes that the agent answers without a script.
+/// The error codes that the agent returns by itself, without a script.
 namespace ErrorCode {
 inline constexpr int NoCameraAtCable = -101;
 inline constexpr int Busy = -102;
@@ -19,23 +19,23 @@ inline constexpr int FirmwareNotVerified = -107;
 inline constexpr int CableUnplugged = -108;
 }
 
-/// Durations in milliseconds.
+/// The durations of the agent's operations in milliseconds.
 struct Timing {
     int pairing = 1500;
     int starting = 2000;
     int streaming = 2000;
-    /// Time until the demo's camera is plugged in.
+    /// Time from the start of the demo until a camera is plugged in.
     int plugging = 3000;
-    /// Time from the start of a search until a camera is found, and until the search ends.
+    /// Times from the start of a search until it finds a camera (`finding`) and until it ends (`searching`).
     int finding = 2500;
     int searching = 4000;
     int passKey = 700;
-    /// Interval between two progress reports of a firmware update, which has FirmwareSteps of them.
+    /// Time between two progress reports of a firmware update. An update has FirmwareSteps reports.
     int firmwareStep = 100;
-    /// Time in which a camera restarts after its update.
+    /// Time that a camera needs to restart after its firmware update.
     int restarting = 4000;
 
-    /// Divides all durations by twenty.
+    /// Returns all durations divided by twenty, for fast tests.
     static Timing quick()
     {
         return {.pairing = 75,
@@ -50,24 +50,27 @@ struct Timing {
     }
 };
 
-/// The agent's behaviour without a script, its timing, and the error codes set by a script.
+/// Switches for the actions that the agent takes by itself, their durations, and the error codes that a
+/// script has set.
 struct Behaviour {
-    /// The preferred camera pairs, starts and streams; a loss of Bluetooth changes the list.
+    /// Whether the preferred camera pairs, starts and streams by itself, and whether a loss of Bluetooth
+    /// changes the list.
     bool connect = true;
-    /// A search is announced, takes its time and finds a camera.
+    /// Whether a search for cameras is announced, lasts some time and finds a camera.
     bool discover = true;
-    /// An accepted passkey is reported as set.
+    /// Whether the agent reports an accepted passkey as set.
     bool passKey = true;
-    /// A started update makes progress and ends.
+    /// Whether a started firmware update reports its progress and its end.
     bool firmware = true;
-    /// Passkeys "0000" and "9999" and every second firmware update fail; a camera restarts after an update.
+    /// Whether the passkeys "0000" and "9999" and every second firmware update fail, and a camera restarts
+    /// after an update.
     bool demoFailures = true;
     Timing timing = {};
-    /// Codes to fail with: "setPassKey" and "startUpdate" answer them, "KS7PassKeySet" and
-    /// "KS7FirmwareUpdateEnded" report them.
+    /// Error codes by name. For "setPassKey" and "startUpdate" the call returns the code. For "KS7PassKeySet"
+    /// and "KS7FirmwareUpdateEnded" the notification contains it as "Result".
     QHash<QString, int> errors = {};
 
-    /// The switch with this name; null when there is none.
+    /// Returns the switch with this name; null without such a switch.
     bool *find(const QString &name)
     {
         if (name == QStringLiteral("connect"))

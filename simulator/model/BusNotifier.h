@@ -6,7 +6,7 @@
 
 namespace simulator {
 
-/// Posts broadcast notifications as signals on a bus.
+/// Posts notifications as D-Bus signals.
 class BusNotifier {
 public:
     explicit BusNotifier(const QDBusConnection &bus)
@@ -14,9 +14,9 @@ public:
     {
     }
 
-    /// Ignores names that are no valid member name of a signal.
+    /// Posts a notification. Ignores a name that is not valid as the member name of a D-Bus signal.
     void post(const QString &name, const QVariantMap &userInfo = {});
-    /// While mute, nothing is posted.
+    /// A fault for tests: while mute, the agent posts nothing.
     void setMute(bool mute) { mMute = mute; }
 
 private:

@@ -13,46 +13,48 @@ namespace simulator {
 class AgentPreferences;
 class BusNotifier;
 
-/// The known cameras in their order, and the preferred one. Announces every change of its answers.
+/// The known cameras in the order of the list, and the preferred camera. Posts a notification after each
+/// change.
 class CameraRegistry final : public QObject {
     Q_OBJECT
 public:
     CameraRegistry(BusNotifier &notifier, AgentPreferences &preferences);
 
-    /// Appends a camera, or replaces the one with the same address in its place.
+    /// Appends a camera, or replaces the known camera with the same address.
     void add(const Camera &camera);
-    /// Adds several cameras as one change.
+    /// Adds several cameras, but posts only one change of the list.
     void add(const QVector<Camera> &cameras);
     /// remove(), setStatus() and setName() ignore unknown addresses.
     void remove(const QString &address);
     void setStatus(const QString &address, int status);
     void setName(const QString &address, const QString &name);
-    /// Sets each camera's status to `status(camera)`, as one change.
+    /// Sets the status of each camera to `status(camera)`, but posts at most one change of the list.
     template <class StatusOf>
     void setStatuses(StatusOf status);
-    /// An empty address means none. The preferred camera need not be listed.
+    /// Sets the preferred camera, which need not be listed. With an empty address, no camera is preferred.
     void setPreferred(const QString &address);
-    /// Makes sorted() return these addresses; nullopt restores the real order.
+    /// A fault for tests: makes sorted() return these addresses. nullopt restores the real order.
     void pretendOrder(const std::optional<QStringList> &order);
-    /// Announces a change of the ignored cameras.
+    /// Posts a change of the list. Call it after the ignored cameras in the preferences have changed.
     void refresh() { announce(); }
 
     [[nodiscard]] QVector<Camera> cameras() const { return mCameras; }
     [[nodiscard]] std::optional<Camera> find(const QString &address) const;
-    /// The first camera with this ID, listed or ignored.
+    /// Returns the first camera with this ID, even if it is ignored.
     [[nodiscard]] std::optional<Camera> findByID(const QString &cameraID) const;
     [[nodiscard]] QString preferredAddress() const { return mPreferred; }
-    /// The preferred camera, if it is listed.
+    /// Returns the preferred camera if it is listed.
     [[nodiscard]] std::optional<Camera> preferred() const;
-    /// The camera that streams: the preferred one if several do.
+    /// Returns the streaming camera. If several cameras stream, returns the preferred one.
     [[nodiscard]] std::optional<Camera> streaming() const;
-    /// The camera that was removed last.
+    /// Returns the camera that was removed last.
     [[nodiscard]] std::optional<Camera> lastRemoved() const { return mLastRemoved; }
 
     [[nodiscard]] CameraDictionary dictionary() const;
     [[nodiscard]] CameraRecords records() const;
     [[nodiscard]] QStringList sorted() const;
-    /// NoPreferredCamera when none is preferred or the preferred one is not listed.
+    /// Returns the preferred camera's row; NoPreferredCamera if no camera is preferred or if it is not
+    /// listed.
     [[nodiscard]] std::uint64_t indexOfPreferred() const;
 
     static CameraRecord record(const Camera &camera);

@@ -12,18 +12,18 @@ class AgentPreferences;
 class CameraRegistry;
 class BusNotifier;
 
-/// A search for cameras, which finds one camera.
+/// A search for cameras. It lasts some seconds and finds one camera.
 class Discovery final : public QObject {
     Q_OBJECT
 public:
     Discovery(CameraRegistry &registry, AgentPreferences &preferences, BusNotifier &notifier,
               const Behaviour &behaviour);
 
-    /// Does nothing while a search runs.
+    /// Starts a search. Does nothing while a search is running.
     void start();
-    /// Ends a running search before its time.
+    /// Ends a running search early.
     void stop();
-    /// The next search finds this camera first.
+    /// Adds a camera to those that searches find. Without such a camera, a search invents a new one.
     void leaveToBeFound(const Camera &camera);
 
 private:

@@ -31,7 +31,7 @@ void FirmwareWriter::advance()
     mNotifier.post(NotificationNames::FirmwareUpdateProgress,
                    {{UserInfoKeys::Value, mStep}, {UserInfoKeys::Total, FirmwareSteps}});
     const int code = finalCode();
-    // A failing update ends half-way.
+    // An update that fails ends after half of its steps.
     if (mStep >= (code == 0 ? FirmwareSteps : FirmwareSteps / 2))
         end(code);
 }

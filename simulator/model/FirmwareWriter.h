@@ -8,15 +8,16 @@ namespace simulator {
 
 class BusNotifier;
 
-/// Updates the firmware of the plugged-in camera: posts the progress and the end.
+/// Simulates a firmware update of the camera on the USB cable. Posts its progress and its end.
 class FirmwareWriter final : public QObject {
     Q_OBJECT
 public:
     FirmwareWriter(const Behaviour &behaviour, BusNotifier &notifier);
 
-    /// Returns 0 if the reports will follow, otherwise an error code.
+    /// Starts an update. Returns 0 if progress and end will be posted, otherwise an error code.
     int start();
-    /// The camera was unplugged: a running update ends, with an error post if Behaviour::connect is set.
+    /// Ends a running update after the camera was unplugged. Posts the end with an error code if
+    /// Behaviour::connect is set, otherwise nothing.
     void interrupt();
 
 Q_SIGNALS:

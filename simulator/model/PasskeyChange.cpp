@@ -13,7 +13,8 @@ namespace {
 
 constexpr int LongestPassKey = 16;
 
-/// Digits of any script; a digit beyond the BMP counts as one.
+/// Returns whether the passkey has 1 to 16 digits of any script. Counts characters instead of UTF-16 units,
+/// because some digits are surrogate pairs.
 bool isWellFormed(const QString &passKey)
 {
     const auto characters = passKey.toUcs4();

@@ -9,13 +9,13 @@ namespace simulator {
 
 class BusNotifier;
 
-/// Sets the passkey of the plugged-in camera and reports the result later.
+/// Simulates a change of the passkey on the USB cable. The result is posted some time after the call.
 class PasskeyChange final : public QObject {
     Q_OBJECT
 public:
     PasskeyChange(const Behaviour &behaviour, BusNotifier &notifier);
 
-    /// Returns 0 if "KS7PassKeySet" will follow, otherwise an error code.
+    /// Returns 0 if "KS7PassKeySet" will be posted later, otherwise an error code.
     int start(const QString &passKey);
 
 private:

@@ -10,17 +10,18 @@ namespace simulator {
 class CameraRegistry;
 class BusNotifier;
 
-/// Moves one camera through pairing and starting to streaming.
+/// Changes the status of one camera step by step: pairing, starting, streaming.
 class StreamingSequence final : public QObject {
     Q_OBJECT
 public:
     StreamingSequence(CameraRegistry &registry, BusNotifier &notifier, const Behaviour &behaviour);
 
-    /// Ends the running sequence and starts one for this camera. Ignores unreachable cameras.
+    /// Ends the running sequence and starts one for this camera. Ignores a camera out of reach.
     void begin(const QString &address);
-    /// Every camera that pairs, starts or streams falls back to "Not Streaming".
+    /// Ends the running sequence. Sets all cameras that are pairing, starting or streaming to "Not
+    /// Streaming".
     void end();
-    /// Gives the camera this status and posts the matching notification.
+    /// Sets the camera's status and posts the notification for this status.
     void enter(int status);
 
 private:

@@ -57,7 +57,7 @@ void UsbCable::updated()
     mNeedsFirmware = false;
     if (!mBehaviour.demoFailures)
         return;
-    // In the demo the restarted camera needs another update, to show a failing one.
+    // The demo offers a second update after the camera's restart, because every second update fails.
     QTimer::singleShot(mBehaviour.timing.restarting, this, [this, address = mAddress] {
         if (holds(address))
             plug(address, true);

@@ -5,20 +5,20 @@
 
 namespace simulator {
 
-/// The USB cable: the camera that is plugged in, and the operations that need one.
+/// The USB cable: the camera that is plugged in, its firmware update and its change of passkey.
 class UsbCable final : public QObject {
     Q_OBJECT
 public:
     UsbCable(const Behaviour &behaviour, BusNotifier &notifier);
 
-    /// Unplugs the present camera first.
+    /// Plugs a camera in. Unplugs another camera first.
     void plug(const QString &address, bool needsFirmware);
-    /// Does nothing without a plugged-in camera.
+    /// Unplugs the camera. Does nothing if no camera is plugged in.
     void unplug();
     [[nodiscard]] bool holds(const QString &address) const;
     [[nodiscard]] bool needsFirmware() const { return !mAddress.isEmpty() && mNeedsFirmware; }
 
-    /// 0 or an error code.
+    /// startUpdate() and setPassKey() return 0 on success, otherwise an error code.
     int startUpdate();
     int setPassKey(const QString &passKey);
 

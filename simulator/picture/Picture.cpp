@@ -19,7 +19,7 @@ Picture::Picture(const PictureSettings &settings)
 Picture::~Picture()
 {
     mThread->requestEnd();
-    // A thread that hangs is abandoned to the end of the process.
+    // If the thread hangs, leak it: deleting a running QThread would abort the process.
     if (mThread->wait(EndTimeout))
         delete mThread;
 }

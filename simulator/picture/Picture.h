@@ -8,19 +8,19 @@ namespace simulator {
 
 class PictureThread;
 
-/// The agent's PipeWire node, from construction to destruction. It runs in its own thread, because PipeWire
-/// may be slow while the agent has calls to answer.
+/// The agent's PipeWire node. The node exists as long as this object. It has its own thread, because a slow
+/// PipeWire must not delay the agent's replies.
 class Picture final : public QObject {
     Q_OBJECT
 public:
     explicit Picture(const PictureSettings &settings);
     ~Picture() override;
 
-    /// Shows a moving picture with this text; black when it is empty.
+    /// Shows a moving picture with this text, or a black picture if the text is empty.
     void show(const QString &caption);
 
 Q_SIGNALS:
-    /// Emitted when PipeWire is absent or has ended. The picture returns with PipeWire.
+    /// Emitted when PipeWire is absent or has ended. The node reappears when PipeWire has restarted.
     void failed();
 
 private:

@@ -4,7 +4,7 @@
 
 namespace simulator {
 
-/// How the picture is offered to the desktop.
+/// The name, size and frame rate of the PipeWire node.
 struct PictureSettings {
     QString nodeName = QStringLiteral("KS-7 Wireless Webcam");
     QString nodeDescription = QStringLiteral("KS-7 Wireless Webcam");

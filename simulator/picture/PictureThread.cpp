@@ -29,7 +29,7 @@ void PictureThread::requestEnd()
 
 void PictureThread::run()
 {
-    // Made here and not in the constructor: a PipeWire context asks services on the system bus.
+    // Create the source in this thread: a PipeWire context makes calls on the system bus, which may block.
     const VideoSource source(pw_main_loop_get_loop(mLoop),
                              {mSettings.nodeName.toStdString(), mSettings.nodeDescription.toStdString(),
                               mSettings.framerate, true},

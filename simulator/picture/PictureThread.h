@@ -8,7 +8,7 @@
 
 namespace simulator {
 
-/// Runs a PipeWire loop with one VideoSource in it, which shows a test picture.
+/// Runs a PipeWire loop with a VideoSource that sends a test picture.
 class PictureThread final : public QThread, private FramePainter {
     Q_OBJECT
 public:
@@ -16,7 +16,7 @@ public:
     ~PictureThread() override;
 
     TestPicture &picture() { return mPicture; }
-    /// Makes the thread finish. From any thread.
+    /// Makes the thread finish soon. May be called from any thread.
     void requestEnd();
 
 Q_SIGNALS:

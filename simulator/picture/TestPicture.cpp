@@ -10,10 +10,10 @@ namespace {
 
 constexpr int Hues = 12;
 constexpr int NanosecondsPerMillisecond = 1'000'000;
-/// Time in which the bar crosses the picture and returns.
+/// The time in which the bar crosses the picture and returns.
 constexpr int BarPeriod = 4000; // ms
 
-/// The colour depends on a hash of the name, so cameras mostly differ in colour.
+/// Returns a colour for the name of a camera. Different names mostly have different colours.
 QColor colorFor(const QString &caption)
 {
     int sum = 0;
@@ -33,7 +33,7 @@ QFont captionFont(const QString &caption, const QRect &space)
     return font;
 }
 
-/// 0 at the left edge, 1 at the right one.
+/// Returns the position of the moving bar: 0 at the left edge, 1 at the right edge.
 double barPosition(std::int64_t time)
 {
     const auto now = double(time / NanosecondsPerMillisecond % BarPeriod) / (double(BarPeriod) / 2);

@@ -9,7 +9,8 @@
 
 namespace simulator {
 
-/// A test picture: a colour and the camera's name, with a bar that moves across it; black without a camera.
+/// Draws a coloured picture with the name of a camera and a moving bar. Without a camera the picture is
+/// black.
 class TestPicture {
 public:
     explicit TestPicture(const QSize &size)
@@ -17,9 +18,9 @@ public:
     {
     }
 
-    /// The name of the camera to show; empty for none. From any thread.
+    /// Sets the name of the camera; empty for no camera. May be called from any thread.
     void setCaption(const QString &caption);
-    /// Draws the picture at a time, given in nanoseconds, as 32-bit BGRx pixels.
+    /// Draws the picture for `time`, in nanoseconds, into 32-bit BGRx pixels.
     void paint(std::uint8_t *pixels, std::int64_t time);
 
 private:

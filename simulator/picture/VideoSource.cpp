@@ -12,7 +12,7 @@ namespace simulator {
 namespace {
 
 constexpr long SecondInNanoseconds = 1'000'000'000;
-// The node drives its graph: its own timer says when a frame is due.
+// PW_STREAM_FLAG_DRIVER lets the timer of this node decide when a frame is due.
 constexpr auto StreamFlags = static_cast<pw_stream_flags>(PW_STREAM_FLAG_DRIVER | PW_STREAM_FLAG_MAP_BUFFERS);
 constexpr std::size_t PodMemory = 1024;
 
@@ -23,7 +23,8 @@ std::int64_t monotonicTime()
     return std::int64_t(time.tv_sec) * SecondInNanoseconds + time.tv_nsec;
 }
 
-/// Not by spa_format_video_raw_build(), which crashes with an aspect ratio in PipeWire 0.3.65.
+/// Builds the format parameter by hand: spa_format_video_raw_build() crashes with an aspect ratio in PipeWire
+/// 0.3.65.
 const spa_pod *formatParam(spa_pod_builder &builder, const VideoFormat &format,
                            const VideoSource::Settings &settings)
 {
@@ -57,7 +58,8 @@ const spa_pod *headerParam(spa_pod_builder &builder)
         SPA_PARAM_META_size, SPA_POD_Int(sizeof(spa_meta_header))));
 }
 
-/// Tells the consumers where the frame's bytes are and when it was sent.
+/// Fills in the buffer's metadata: the position of the frame's bytes and the time at which the frame was
+/// sent.
 void describe(spa_buffer &buffer, const VideoFrame &frame)
 {
     spa_chunk &chunk = *buffer.datas[0].chunk;
@@ -128,7 +130,7 @@ const pw_stream_events &VideoSource::streamEvents()
             if (id == SPA_PARAM_Format && format)
                 static_cast<VideoSource *>(source)->agree(format);
         };
-        // PipeWire 1.4 keeps the value of the memory that this one replaces.
+        // Clear user_data, because PipeWire 1.4 keeps its value from the memory that the buffer had before.
         each.add_buffer = [](void *, pw_buffer *buffer) { buffer->user_data = nullptr; };
         each.process = [](void *source) { static_cast<VideoSource *>(source)->send(); };
         return each;
@@ -153,7 +155,7 @@ void VideoSource::connect()
 void VideoSource::disconnect()
 {
     if (mStream) {
-        // Without listener: destroying the stream is not a loss.
+        // Remove the listener first: destroying the stream must not be reported as a loss of PipeWire.
         spa_hook_remove(&mStreamHook);
         pw_stream_destroy(std::exchange(mStream, nullptr));
     }
@@ -166,7 +168,7 @@ void VideoSource::lose(const std::string &reason)
     if (std::exchange(mIsLost, true))
         return;
     tick(false);
-    // A stream must not be destroyed in its own callback, so the timer does it.
+    // A stream must not be destroyed in its own callback. The timer destroys it later and connects again.
     timespec delay = {1, 0};
     pw_loop_update_timer(mLoop, mConnectTimer, &delay, nullptr, false);
     mPainter.lost(reason);
@@ -177,7 +179,8 @@ void VideoSource::stateChanged(pw_stream_state state, const char *error)
     tick(state == PW_STREAM_STATE_STREAMING);
     if (state == PW_STREAM_STATE_PAUSED)
         mPainter.published();
-    // PW_STREAM_STATE_ERROR comes from one consumer, which may have refused a format: the node stays.
+    // Ignore PW_STREAM_STATE_ERROR: a consumer causes it, for example by refusing the format, and the node
+    // stays usable.
     else if (state == PW_STREAM_STATE_UNCONNECTED)
         lose(error ? error : "the connection has ended");
 }
@@ -214,7 +217,7 @@ void VideoSource::tick(bool ticking)
 void VideoSource::send()
 {
     pw_buffer *buffer = pw_stream_dequeue_buffer(mStream);
-    // Slow consumers may hold all buffers: this frame is dropped then.
+    // Slow consumers may hold all buffers. Drop the frame in this case.
     if (!buffer)
         return;
     const spa_data &data = buffer->buffer->datas[0];
@@ -223,7 +226,7 @@ void VideoSource::send()
                      reinterpret_cast<std::uintptr_t>(buffer->user_data), ++mNumber, monotonicTime()};
     if (frame.data)
         mPainter.paint(frame);
-    // NOLINTBEGIN(performance-no-int-to-ptr): the pointer is never followed, it only carries the number.
+    // NOLINTBEGIN(performance-no-int-to-ptr): the pointer carries a number and is never dereferenced.
     buffer->user_data = reinterpret_cast<void *>(frame.mark);
     // NOLINTEND(performance-no-int-to-ptr)
     frame.time = monotonicTime();

@@ -9,25 +9,26 @@
 
 namespace simulator {
 
-/// One frame that is about to be sent.
+/// A video frame that is about to be sent.
 struct VideoFrame {
     VideoFormat format;
-    /// format.size() bytes; null when the consumer gave too little memory.
+    /// Memory for format.size() bytes; null if the consumer's buffer is too small.
     std::uint8_t *data = nullptr;
-    /// Belongs to the frame's memory and keeps its value between frames; 0 in new memory.
+    /// A number that the painter may store with the buffer. Later frames in the same buffer keep it. In a new
+    /// buffer it is 0.
     std::uintptr_t mark = 0;
-    /// Counts all frames of the source.
+    /// The frame's number. The source counts all its frames, including those without memory.
     std::uint32_t number = 0;
-    /// Nanoseconds of the monotonic clock.
+    /// The time of the monotonic clock in nanoseconds.
     std::int64_t time = 0;
 };
 
-/// Draws the frames of a VideoSource. All functions are called on the source's loop.
+/// Draws the frames of a VideoSource. The source calls all functions in the thread of its loop.
 class FramePainter {
 public:
     virtual ~FramePainter() = default;
 
-    /// Called at every frame interval while a consumer is connected; false skips this frame.
+    /// Called once per frame interval while a consumer is connected. Returning false skips the frame.
     virtual bool wantsFrame() { return true; }
     virtual void paint(VideoFrame &frame) = 0;
     virtual void frameSent(const VideoFrame & /*frame*/) { }
@@ -37,25 +38,26 @@ public:
     virtual void lost(const std::string &reason) = 0;
 };
 
-/// One PipeWire node of class Video/Source with any number of consumers.
-/// It belongs to the thread of its loop. PipeWire may start late and may restart.
+/// A PipeWire node of class Video/Source for any number of consumers. Use it only in the thread of its loop.
+/// PipeWire may start later than the source and may restart.
 class VideoSource {
 public:
     struct Settings {
         std::string nodeName;
         std::string nodeDescription;
         int framerate = 30;
-        /// Offers square pixels. Otherwise the format names no pixel aspect ratio, as with many cameras.
+        /// Whether the offered format contains a pixel aspect ratio of 1:1. Many real cameras offer formats
+        /// without a ratio.
         bool namesAspectRatio = false;
     };
 
-    /// Loop and painter must outlive the source. The first connection is made when the loop runs.
+    /// Loop and painter must outlive the source. The source connects to PipeWire when the loop runs.
     VideoSource(pw_loop *loop, Settings settings, const VideoFormat &format, FramePainter &painter);
     ~VideoSource();
     VideoSource(const VideoSource &) = delete;
     VideoSource &operator=(const VideoSource &) = delete;
 
-    /// Offers another format, also to the present consumers.
+    /// Offers another format. Consumers that are already connected renegotiate it.
     void setFormat(const VideoFormat &format);
 
 private:

@@ -13,7 +13,8 @@ const QString KitchenAddress = QStringLiteral("00-1b-dc-0f-2a-9c");
 const QString DeskAddress = QStringLiteral("00-1b-dc-0f-3b-71");
 const QString WorkshopAddress = QStringLiteral("00-1b-dc-0f-5d-04");
 
-/// Keeps a name that the user has given.
+/// Returns a camera of the demo. If the preferences contain a name that the user has given it, keeps that
+/// name.
 Camera known(AgentModel &model, const QString &address, const QString &name, int status)
 {
     auto &preferences = model.preferences();

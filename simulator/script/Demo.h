@@ -4,7 +4,7 @@ namespace simulator {
 
 class AgentModel;
 
-/// The demo's cameras and its first events.
+/// The scenario "demo": its cameras, and a camera that is plugged in after some seconds.
 namespace Demo {
 
 void begin(AgentModel &model);

@@ -137,7 +137,8 @@ QDBusVariant Script::preference(const QString &key)
     const QVariant value = mModel.preferences().value(key);
     if (!value.isValid())
         refuse(QStringLiteral("no such preference: %1").arg(key));
-    // An empty variant cannot be sent, not even in a reply that is replaced by an error.
+    // Return a valid variant even after an error: QtDBus cannot marshal an empty one, although the error
+    // replaces it.
     return QDBusVariant(value.isValid() ? value : QVariant(QString()));
 }
 
@@ -182,7 +183,8 @@ void Script::resume()
 
 void Script::die()
 {
-    // Reply first. The bus daemon's answer to GetId proves that it has the reply.
+    // Send the reply before the process exits. When the bus daemon has replied to GetId, it has received the
+    // reply as well.
     connection().send(message().createReply());
     connection().call(QDBusMessage::createMethodCall(platform::bus::Daemon, platform::bus::DaemonPath,
                                                      platform::bus::Daemon, QStringLiteral("GetId")));

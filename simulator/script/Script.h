@@ -13,13 +13,14 @@ class FaultInjector;
 class BusNotifier;
 class Recorder;
 
-/// The script interface for tests; com.orvex.KS7AgentSimulator.xml documents each operation.
+/// The D-Bus object through which tests control the stand-in agent. com.orvex.KS7AgentSimulator.xml documents
+/// its operations.
 class Script final : public QObject, protected QDBusContext {
     Q_OBJECT
 public:
     Script(AgentModel &model, BusNotifier &notifier, Recorder &recorder, FaultInjector &faults);
 
-    /// The registered name of the script object.
+    /// Returns the registered name of the script object.
     static QString registeredName() { return QStringLiteral("KS7AgentSimulator"); }
 
 public Q_SLOTS:
