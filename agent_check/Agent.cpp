@@ -14,9 +14,9 @@ namespace agent_check {
 
 namespace {
 
-/// The pane's time-out for operations that write to the camera.
+/// The same timeout as the pane's for operations that write to the camera.
 constexpr auto SlowCallTime = 30000ms;
-/// After this many operations without a reply the agent counts as silent.
+/// After so many operations without a reply, the agent counts as hung.
 constexpr int MostSilent = 3;
 
 QDBusMessage askDaemon(const QDBusConnection &bus, const QString &method, const QString &name)
@@ -26,7 +26,7 @@ QDBusMessage askDaemon(const QDBusConnection &bus, const QString &method, const 
     return platform::callAndWait(bus, call << name);
 }
 
-/// Returns "nothing" for the empty signature of a void reply, for messages.
+/// Formats a D-Bus signature for a message. The empty signature becomes "nothing".
 QString inWords(const QString &signature)
 {
     return signature.isEmpty() ? Words::tr("nothing") : QLatin1Char('"') + signature + QLatin1Char('"');

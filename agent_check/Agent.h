@@ -12,42 +12,44 @@
 
 namespace agent_check {
 
-/// The reply to a call of one operation.
+/// The reply to a call of one of the agent's operations.
 struct Answer {
-    /// The reason why the reply is improper; empty for a reply of the declared types.
+    /// The reason why the reply is improper. Empty for a reply with the declared types.
     QString problem;
     QVariantList values;
 
     [[nodiscard]] bool isProper() const { return problem.isEmpty(); }
 };
 
-/// The agent under test, identified by the owners of its two names.
+/// The agent under test. It is identified by the unique owners of its two bus names.
 class Agent {
 public:
     Agent(const QDBusConnection &bus, int slowness);
 
-    /// Looks the owners of both names up.
+    /// Stores the current owners of both bus names as the agent under test.
     void find();
-    /// The unique owner of a registered name; empty when there is none.
+    /// Returns the unique owner of a registered name, as find() stored it; empty without an owner.
     [[nodiscard]] QString owner(const QString &registeredName) const;
-    /// The owner of the camera side.
+    /// Returns the unique owner of KS7AgentServer, as find() stored it.
     [[nodiscard]] QString name() const;
-    /// The process ID behind a bus name; nothing if the bus knows none.
+    /// Returns the process ID of a bus name's owner; nothing if the bus does not know it.
     [[nodiscard]] std::optional<uint> processOf(const QString &busName) const;
-    /// Whether the owners have stayed the same since find().
+    /// Returns whether the owners of both bus names are still those that find() stored.
     [[nodiscard]] bool isThere() const;
 
-    /// Calls and waits like the pane. An operation whose call has timed out is not called again.
+    /// Calls an operation and waits for the reply, with the pane's timeout. After a timeout of an operation,
+    /// its further calls fail at once.
     Answer ask(const QString &operation, const QVariantList &arguments = {});
     QDBusPendingCall begin(const QString &operation, const QVariantList &arguments = {}) const;
-    /// Waits for the reply.
+    /// Waits for the reply to a call that begin() has sent.
     Answer end(const QString &operation, QDBusPendingCall call);
-    /// The introspection text of the object; empty when the agent gives none.
+    /// Returns the introspection data of the object behind a registered name; empty if the agent gives none.
     [[nodiscard]] QByteArray introspection(const QString &registeredName) const;
-    /// Whether the agent has stopped replying: several operations, or a ping after a time-out, had no reply.
+    /// Returns whether the agent counts as hung: either several operations or a ping after a timeout had no
+    /// reply.
     [[nodiscard]] bool isHung() const { return mIsHung; }
     [[nodiscard]] bool hasTimedOut() const { return !mSilent.isEmpty(); }
-    /// The pane's time-out for the operation.
+    /// Returns the pane's timeout for an operation, multiplied by the factor of --slow.
     [[nodiscard]] std::chrono::milliseconds timeOf(const QString &operation) const;
 
 private:

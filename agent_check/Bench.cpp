@@ -87,7 +87,8 @@ int Bench::posts(const QString &name, int from) const
 
 int Bench::mark() const
 {
-    // The bus delivers in order, so the reply comes after all earlier posts.
+    // Wait for a reply of the bus daemon. The bus delivers in order, so all earlier posts arrive before this
+    // reply.
     static_cast<void>(agent.isThere());
     QCoreApplication::processEvents();
     return ear.now();

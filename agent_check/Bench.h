@@ -14,7 +14,7 @@
 
 namespace agent_check {
 
-/// The list's changes and posts during a search; see PostDemands.cpp.
+/// The changes of the list and the posts during a search. PostDemands.cpp counts them.
 struct ListWatch {
     int posts = 0;
     int changes = 0;
@@ -22,45 +22,45 @@ struct ListWatch {
     int changesWithoutPost = 0;
 };
 
-/// The result of a change of the preferences file by another program; see FileDemands.cpp.
+/// The outcomes of a change of the preferences file by another program. FileDemands.cpp determines them.
 struct SettingsFinding {
     Outcome toggled;
     Outcome seen;
     Outcome foreign;
 };
 
-/// The objects that the demands share.
+/// The objects and results that several demands share.
 class Bench {
 public:
     Bench(Options options, const QDBusConnection &bus);
 
     /// Runs the event loop until the condition holds. Returns false after `limit`, which the option --slow
-    /// stretches.
+    /// multiplies.
     bool waitFor(const std::function<bool()> &condition, std::chrono::milliseconds limit) const;
-    /// Runs the event loop for that time.
+    /// Runs the event loop for this time.
     void listenFor(std::chrono::milliseconds time) const;
-    /// Posts as the pane does.
+    /// Posts a notification to the agent, as the pane would.
     void post(const QString &name, const QVariantMap &userInfo = {}) const;
-    /// The number of the agent's posts of this name since an event's index.
+    /// Counts the agent's posts of this name, from the event with the index `from` on.
     [[nodiscard]] int posts(const QString &name, int from) const;
-    /// The index of the next event, after all that the agent has posted so far.
+    /// Waits for all earlier posts of the agent. Returns the index that the next event will have.
     int mark() const;
     bool waitForPost(const QString &name, int from, std::chrono::milliseconds limit) const;
 
-    /// Skips a demand that depends on an improper reply, which the operation's own line reports. Fails if
-    /// that line is left out.
+    /// The outcome of a demand that depends on an improper reply. Skips it, because the demand on the
+    /// operation itself reports the reply. If that demand is not checked, this one fails.
     [[nodiscard]] Outcome unjudged(const QString &problem) const;
-    /// Whether --allow-changes was given.
+    /// Returns whether the checks may change a camera, which --allow-changes names.
     [[nodiscard]] bool mayChange() const { return !options.camera.isEmpty(); }
 
     const Options options;
     QDBusConnection bus;
     Ear ear;
     Agent agent;
-    /// Null if the agent was already running.
+    /// The agent's program, if this check has started it. Null if the agent was already running.
     std::unique_ptr<Launched> launched;
 
-    // Results of demands that later demands use.
+    // Results of earlier demands that later demands use.
     std::optional<ListReading> list;
     std::optional<ListWatch> watch;
     std::optional<SettingsFinding> settings;
@@ -68,13 +68,13 @@ public:
     std::uint64_t nodeSerial = 0;
 };
 
-/// Whether the program was told to end.
+/// Returns whether SIGINT, SIGTERM or SIGHUP has arrived.
 bool isInterrupted();
 
-/// Makes SIGINT, SIGTERM and SIGHUP end the check properly, with everything restored.
+/// Makes SIGINT, SIGTERM and SIGHUP end the check early, but only after all changes are undone.
 void endOnSignals();
 
-/// The reason for skipping demands that change something.
+/// The outcome of demands that change something, if --allow-changes is not given.
 Outcome skipForChanges();
 
 } // namespace agent_check

@@ -12,16 +12,16 @@ namespace agent_check {
 
 namespace {
 
-/// The agent must list and post a change within this time.
+/// Within this time the agent must change its list and post the change.
 constexpr auto ChangeTime = 3000ms;
-/// Further posts of the same change arrive within this time.
+/// Surplus posts of the same change are counted during this time.
 constexpr auto Burst = 300ms;
 constexpr auto SwitchTime = 5000ms;
 constexpr auto PassKeyTime = 30000ms;
-/// The longest time between two reports of an update.
+/// The longest allowed time between two progress reports of a firmware update.
 constexpr auto ReportTime = 60000ms;
 
-/// Checks the rest of a demand, or fails with the problem of its first call.
+/// Continues with `rest` if the reply is proper. Otherwise the demand fails with the problem of the reply.
 Outcome after(const Answer &answer, const std::function<Outcome()> &rest)
 {
     return answer.isProper() ? rest() : fail(answer.problem);
@@ -37,7 +37,7 @@ bool isListed(Bench &bench)
     return ListReading::takeRows(bench.agent).order.contains(bench.options.camera);
 }
 
-/// Renames the camera. Returns what differs from the new name and one post; counts the posts.
+/// Renames the camera and counts the posts of that change. Returns the problem, or an empty text.
 QString rename(Bench &bench, const QString &name, int &posts)
 {
     const int from = bench.mark();
@@ -65,7 +65,8 @@ Outcome checkRename(Bench &bench)
     const QString problemBack = rename(bench, old, back);
     if (!problem.isEmpty() || !problemBack.isEmpty())
         return fail(problem.isEmpty() ? problemBack : problem);
-    // A change of status may add one post, but not two.
+    // Fail only if both renamings were posted several times. A change of the camera's status can add a post
+    // to one of them.
     return there > 1 && back > 1 ? fail(Words::tr("one change is posted %1 times").arg(qMin(there, back)))
                                  : pass();
 }
@@ -164,7 +165,7 @@ Outcome checkPassKey(Bench &bench)
     });
 }
 
-/// Waits as long as progress arrives. Returns true at the end of the update.
+/// Waits until the update has ended. Returns false if the agent posts no progress for ReportTime.
 bool waitForEndOfUpdate(const Bench &bench, int from)
 {
     int reports = -1;

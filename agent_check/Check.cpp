@@ -16,7 +16,7 @@ namespace agent_check {
 
 namespace {
 
-/// Longer than the pane's limit, so that a slow agent gets the other findings as well.
+/// This limit is longer than that of the pane, so that an agent that starts slowly can still be checked.
 constexpr auto LaunchTime = 10000ms;
 constexpr auto CameraTime = 10000ms;
 
@@ -111,7 +111,7 @@ QString Check::lookForCamera()
     if (camera.isEmpty())
         return {};
     ListReading list;
-    // A launched agent may list the camera a little later.
+    // An agent that was just launched may need some time until it lists the camera.
     const bool isListed = mBench.waitFor(
         [&] {
             list = ListReading::takeRows(mBench.agent);

@@ -6,7 +6,7 @@
 
 namespace agent_check {
 
-/// One run of the program over the agent.
+/// A run of the program: finds the agent and checks it against all wanted demands.
 class Check {
 public:
     Check(const Options &options, const QDBusConnection &bus)
@@ -14,11 +14,11 @@ public:
     {
     }
 
-    /// Finds or starts the agent, checks it and ends what it has started. Returns the exit code.
+    /// Finds or starts the agent and checks it. Ends the agent if it has started it. Returns the exit code.
     int run();
 
 private:
-    /// Returns the reason why nothing can be checked, or an empty text.
+    /// Finds or starts the agent. Returns the reason why nothing can be checked, or an empty text.
     QString findAgent();
     QString launch();
     QString lookForCamera();
@@ -28,7 +28,7 @@ private:
     Bench mBench;
 };
 
-/// Prints the reason on the standard error output. Returns the exit code.
+/// Prints the reason on standard error. Returns the exit code of a check that could not run.
 int refuse(const QString &reason);
 
 } // namespace agent_check

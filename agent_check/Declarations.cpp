@@ -46,7 +46,8 @@ QVector<Operation> operationsIn(const QByteArray &introspection)
     QString interface;
     while (!xml.atEnd()) {
         const auto token = xml.readNext();
-        // Skip the arguments of signals and properties.
+        // Skip signals with their <arg> elements, which would count as arguments of the operation before
+        // them.
         if (token == QXmlStreamReader::StartElement && xml.name() == QLatin1String("signal"))
             xml.skipCurrentElement();
         else if (token == QXmlStreamReader::StartElement)

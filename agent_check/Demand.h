@@ -10,15 +10,15 @@ namespace agent_check {
 
 class Bench;
 
-/// Exit codes of the program.
+/// The exit codes of ks7-agent-check.
 enum ExitCode { NothingFailed = 0, SomethingFailed = 1, CannotCheck = 2 };
 
 enum class Result { Pass, Fail, Skip };
 
-/// The result of checking one demand.
+/// The outcome of checking one demand.
 struct Outcome {
     Result result = Result::Pass;
-    /// The wrong result, or the reason for a skip. Empty for a pass.
+    /// For a failure, the difference from the contract. For a skip, its reason. Empty for a pass.
     QString detail = {};
 };
 
@@ -34,31 +34,31 @@ inline Outcome skip(const QString &reason)
 {
     return {Result::Skip, reason};
 }
-/// Passes if the problem is empty, otherwise fails with it.
+/// Passes if `problem` is empty. Otherwise fails with `problem` as its detail.
 inline Outcome judged(const QString &problem)
 {
     return problem.isEmpty() ? pass() : fail(problem);
 }
 
-/// One demand of the contract; the report has one line for it.
+/// A demand that the contract makes on an agent. The report has one line per demand.
 struct Demand {
-    /// "group.name", not translated.
+    /// The identifier "group.name", which is not translated.
     QString id;
     QString text;
     std::function<Outcome(Bench &)> check;
-    /// Whether it is checked even after the agent has ended.
+    /// Whether the demand can be checked only while the agent runs.
     bool needsAgent = true;
     [[nodiscard]] QString group() const { return id.section(QLatin1Char('.'), 0, 0); }
 };
 
 using Demands = QVector<Demand>;
 
-/// All demands in the order in which they are checked.
+/// Returns all demands in the order in which they are checked.
 Demands allDemands();
-/// The names of the groups, in the same order.
+/// Returns the names of the groups in the order of allDemands().
 QStringList groupNames();
 
-// Each group is defined in its own file.
+// The demands of one group each, defined in a file of the same name.
 Demands nameDemands();
 Demands operationDemands();
 Demands loadDemands();

@@ -14,7 +14,7 @@ Ear::Ear(const QDBusConnection &bus)
 
 bool Ear::listen()
 {
-    // No member name, so that unknown notifications are recorded too.
+    // Subscribe without a member name, to record unknown notifications as well.
     bool listens = mBus.connect(QString(), RemoteNames::NotificationPath, RemoteNames::NotificationInterface,
                                 QString(), this, SLOT(notified(QDBusMessage)));
     for (const QString &name : {RemoteNames::AgentServer, RemoteNames::AgentServerUSB})
@@ -46,7 +46,7 @@ const Heard *Ear::last(const QString &name, const QString &sender, int from) con
 
 void Ear::notified(const QDBusMessage &message)
 {
-    // qdbus_cast() on a container of another type aborts the process.
+    // Check the signature first, because qdbus_cast() aborts the process on a container of another type.
     const bool isWellFormed = message.signature() == platform::bus::UserInfoSignature;
     mHeard.append({message.member(), message.service(), message.signature(),
                    isWellFormed ? qdbus_cast<QVariantMap>(message.arguments().value(0)) : QVariantMap(),

@@ -8,32 +8,32 @@
 
 namespace agent_check {
 
-/// A notification, or a change of the owner of one of the agent's names.
+/// A recorded event: a notification, or a change of the owner of one of the agent's bus names.
 struct Heard {
-    /// The notification's name, or the bus name whose owner changed.
+    /// The name of the notification. For a change of owner, the bus name.
     QString name;
     QString sender;
     QString signature;
     QVariantMap userInfo;
     bool isOwnerChange = false;
-    /// The new owner in a change of owner; empty if the name was released.
+    /// For a change of owner, the new owner; empty if the bus name was released.
     QString newOwner;
 };
 
-/// Records posts and changes of the names' owners, in the order of the bus.
+/// Records notifications and changes of the bus names' owners, in the order in which the bus delivers them.
 class Ear final : public QObject {
     Q_OBJECT
 public:
     explicit Ear(const QDBusConnection &bus);
 
-    /// Returns false if the bus refuses the subscription.
+    /// Starts recording. Returns false if the bus refuses the subscription.
     bool listen();
     [[nodiscard]] const QVector<Heard> &heard() const { return mHeard; }
-    /// The number of notifications of this name from this sender, from the event with this index on.
+    /// Counts the notifications with this name from this sender, beginning with the event of index `from`.
     [[nodiscard]] int count(const QString &name, const QString &sender, int from = 0) const;
-    /// The newest notification of this name from this sender; nullptr for none.
+    /// Returns the newest notification with this name from this sender; null without one.
     [[nodiscard]] const Heard *last(const QString &name, const QString &sender, int from = 0) const;
-    /// The index of the next event.
+    /// Returns the index that the next event will have.
     [[nodiscard]] int now() const { return int(mHeard.size()); }
 
 private Q_SLOTS:

@@ -13,7 +13,7 @@ namespace agent_check {
 namespace {
 
 constexpr auto EndTime = 5000ms;
-/// The agent releases its second name within this time after the first.
+/// After its first bus name, the agent must release its second one within this time.
 constexpr auto TogetherTime = 1000ms;
 
 Outcome checkAlive(Bench &bench)

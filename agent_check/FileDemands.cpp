@@ -20,7 +20,7 @@ namespace {
 constexpr auto StoreTime = 5000ms;
 const QString ForeignPrefix = QStringLiteral("com.orvex.KS7AgentCheck.");
 
-/// One value of each type that a property list has.
+/// Returns a value of each type that a property list can contain, under keys that the agent does not know.
 QVariantMap foreignValues()
 {
     return {{ForeignPrefix + QStringLiteral("Boolean"), true},
@@ -35,7 +35,7 @@ QVariantMap foreignValues()
 
 bool isBoolean(const QVariant &value)
 {
-    // The pane reads any number as a boolean.
+    // Accept integers, because the pane reads a number as a boolean.
     return value.userType() == QMetaType::Bool || value.userType() == QMetaType::LongLong;
 }
 
@@ -87,7 +87,7 @@ Outcome checkMode(Bench &bench)
     return file.permissions() & open ? fail(Words::tr("others may read or write it")) : pass();
 }
 
-/// Makes the agent store ShowStatusMenu. Returns false if it does not.
+/// Makes the agent store ShowStatusMenu. Returns false if the file does not contain the value in time.
 bool toggle(const Bench &bench, bool on)
 {
     bench.post(NotificationNames::ToggleStatusMenu, {{UserInfoKeys::Value, on ? 1 : 0}});
@@ -100,7 +100,8 @@ bool toggle(const Bench &bench, bool on)
         StoreTime);
 }
 
-/// Compares the file that the agent has written with the keys that another program had put there.
+/// Checks whether the file that the agent has written still contains the changes of another program, which
+/// are in `mine`.
 void compare(const Preferences &mine, SettingsFinding &finding)
 {
     const Preferences file = Preferences::read();
@@ -130,7 +131,7 @@ void restore(const Bench &bench, const Preferences &before)
     bench.post(NotificationNames::ChangedOptimizedPreference);
 }
 
-/// Changes the file as another program would, then makes the agent write it.
+/// Changes the file as another program would do it, makes the agent write the file, and returns the outcomes.
 SettingsFinding tryOut(const Bench &bench)
 {
     const Preferences before = Preferences::read();

@@ -13,7 +13,8 @@ constexpr int EndTime = 3000; // ms
 
 Launched::Launched(const QString &program)
 {
-    // Start the agent as the pane does, but keep its standard error output, which helps its writer.
+    // Start the agent like the pane does, but forward its standard error: its messages help the developer of
+    // the agent.
     mProcess.setProgram(QFileInfo(program).absoluteFilePath());
     mProcess.setWorkingDirectory(QDir::rootPath());
     mProcess.setStandardInputFile(QProcess::nullDevice());

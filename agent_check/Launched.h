@@ -6,7 +6,7 @@
 
 namespace agent_check {
 
-/// A program that this one has started. The destructor ends it.
+/// The agent's program, started by this check. The destructor ends it.
 class Launched {
 public:
     explicit Launched(const QString &program);
@@ -14,10 +14,10 @@ public:
     Launched(const Launched &) = delete;
     Launched &operator=(const Launched &) = delete;
 
-    /// Returns false if there is no such program.
+    /// Starts the program. Returns false if it does not exist.
     bool start();
     [[nodiscard]] bool isRunning() const { return mProcess.state() != QProcess::NotRunning; }
-    /// Asks the program to end.
+    /// Sends SIGTERM to the program.
     void terminate() { mProcess.terminate(); }
 
 private:

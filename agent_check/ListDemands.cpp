@@ -14,7 +14,7 @@ namespace {
 using Judge = QString (*)(const ListReading &);
 
 constexpr int MostReadings = 5;
-/// The agent must post a change of its list within this time.
+/// The list can change during its reading. After this time it is read again.
 constexpr auto Settling = 300ms;
 
 bool isConsistent(const ListReading &list)
@@ -24,7 +24,8 @@ bool isConsistent(const ListReading &list)
         && std::all_of(judges.begin(), judges.end(), [&](Judge judge) { return judge(list).isEmpty(); });
 }
 
-/// The calls are separate, so the list may change between them: an inconsistent list is read again.
+/// Reads the list with several calls, between which it may change. So an inconsistent list is read again, a
+/// few times.
 const ListReading &consistentList(Bench &bench)
 {
     if (bench.list)

@@ -14,8 +14,8 @@ namespace agent_check {
 
 namespace {
 
-/// Calls the operation and keeps the first problem. Convert only proper replies: qdbus_cast() aborts the
-/// process otherwise.
+/// Calls an operation and stores its result, unless an earlier call had a problem. Only a proper reply is
+/// converted, because qdbus_cast() aborts the process on a wrong type.
 template <class Value>
 void read(Agent &agent, const char *operation, Value &value, QString &problem)
 {

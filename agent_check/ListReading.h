@@ -9,9 +9,9 @@ namespace agent_check {
 
 class Agent;
 
-/// The agent's list at one moment.
+/// The agent's camera list, as several calls have read it.
 struct ListReading {
-    /// The first problem of a reply; empty if all replies were proper.
+    /// The problem of the first improper reply; empty if all replies were proper.
     QString problem;
     CameraDictionary cameras;
     QStringList order;
@@ -19,18 +19,20 @@ struct ListReading {
     QVariantMap preferred;
     QList<QVariantMap> records;
 
-    /// Whether both readings give the pane the same rows.
+    /// Returns whether the pane would show the same rows for both readings.
     [[nodiscard]] bool hasSameRows(const ListReading &other) const
     {
         return cameras == other.cameras && order == other.order;
     }
 
     static ListReading take(Agent &agent);
-    /// Reads cameraDict and sortedDeviceList alone; the other members stay empty.
+    /// Calls only cameraDict and sortedDeviceList, which give the rows. The members of other calls stay
+    /// empty.
     static ListReading takeRows(Agent &agent);
 };
 
-// Each returns the first contradiction to the contract in a reading, or an empty text.
+// Each function checks one part of the contract. It returns the first contradiction in the reading, or an
+// empty text.
 QString problemOfRecords(const ListReading &list);
 QString problemOfOrder(const ListReading &list);
 QString problemOfIndex(const ListReading &list);

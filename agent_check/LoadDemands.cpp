@@ -10,7 +10,7 @@ namespace {
 
 constexpr int Calls = 100;
 
-/// The calls of a refresh of the pane, without those that already failed alone.
+/// Returns the operations that a refresh of the pane calls. Leaves out those that fail even in a single call.
 QStringList properOperations(Agent &agent)
 {
     QStringList names{QStringLiteral("cameraDict"), QStringLiteral("sortedDeviceList"),

@@ -10,7 +10,7 @@ namespace agent_check {
 
 namespace {
 
-/// Time for "KS7AgentStarted" to arrive after the agent has taken its names.
+/// "KS7AgentStarted" must arrive within this time after the agent has taken its bus names.
 constexpr auto StartedTime = 1000ms;
 
 QString withoutOwner(const Agent &agent)

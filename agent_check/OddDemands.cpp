@@ -51,7 +51,7 @@ struct Call {
     QVariantList arguments;
 };
 
-/// Calls with unknown addresses or empty arguments. They must change nothing.
+/// Calls with unknown addresses or empty arguments. The agent must accept them and change nothing.
 QVector<Call> callsForNothing()
 {
     return {{"setName", {QStringLiteral("Kitchen"), Nobody}},

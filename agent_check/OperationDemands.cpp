@@ -13,7 +13,7 @@ namespace {
 
 const QString Nobody = QStringLiteral("ff-ff-ff-ff-ff-ff");
 
-/// Arguments for the operations that only read. They may be called without --allow-changes.
+/// The operations that only read, with arguments for a call. They are called even without --allow-changes.
 const QHash<QString, QVariantList> &readingCalls()
 {
     static const QHash<QString, QVariantList> calls{
@@ -38,7 +38,8 @@ Outcome checkByCalling(Bench &bench, const Operation &operation)
     return judged(bench.agent.ask(operation.name, readingCalls().value(operation.name)).problem);
 }
 
-/// Compares an operation that changes something with the agent's introspection, instead of calling it.
+/// Checks an operation that changes something without calling it: compares its declaration with the agent's
+/// introspection data.
 Outcome checkByDeclaration(Bench &bench, const Operation &operation)
 {
     const auto served = operationsIn(bench.agent.introspection(operation.registeredName));

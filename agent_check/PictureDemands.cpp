@@ -14,15 +14,15 @@ namespace agent_check {
 
 namespace {
 
-/// The agent may publish its node this long after its names.
+/// The agent must publish its PipeWire node within this time after it has taken its bus names.
 constexpr auto NodeTime = 5000ms;
 constexpr auto FirstFrameTime = 5000ms;
 constexpr auto FramesTime = 4000ms;
-/// Number of measurements: a busy machine may spoil one.
+/// The frame rate is measured several times, because a busy machine may spoil a measurement.
 constexpr int Measurements = 4;
 constexpr int FramesOfMeasurement = 16;
 constexpr int FramesOfSecondWatcher = 5;
-/// Limits of the measured frame rate, as parts of the announced one.
+/// The measured frame rate divided by the announced one must be between these limits.
 constexpr double LeastRate = 0.7;
 constexpr double MostRate = 1.3;
 
@@ -51,8 +51,8 @@ Outcome checkNode(Bench &bench)
     return countOf(nodes) == 1 ? pass() : fail(Words::tr("there are %1").arg(countOf(nodes)));
 }
 
-/// The frame rate over FramesOfMeasurement frames, in frames per second. 0 if the frames do not arrive in
-/// time.
+/// Measures the frame rate over FramesOfMeasurement frames, in frames per second. Returns 0 if the frames do
+/// not arrive in time.
 double measuredRate(const Bench &bench, PictureWatcher &watcher)
 {
     const auto time = watcher.waitForFrames(FramesOfMeasurement, bench.options.limit(FramesTime));

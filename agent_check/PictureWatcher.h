@@ -7,20 +7,22 @@
 
 namespace agent_check {
 
-/// A consumer of one PipeWire node, on the caller's thread. It counts frames and ignores their contents.
+/// A consumer of a PipeWire node. It counts frames and ignores their contents. It runs in the caller's
+/// thread.
 class PictureWatcher {
 public:
-    /// Connects to the node with this `object.serial`.
+    /// Connects to the node with the `object.serial` property `serial`.
     explicit PictureWatcher(std::uint64_t serial);
     /// Disconnects from the node.
     ~PictureWatcher();
     PictureWatcher(const PictureWatcher &) = delete;
     PictureWatcher &operator=(const PictureWatcher &) = delete;
 
-    /// Runs PipeWire until `count` more frames have arrived. Returns the time from the first to the last of
-    /// them, or nothing if they do not arrive within `limit`.
+    /// Runs the PipeWire loop until as many new frames have arrived. Returns the time between the first and
+    /// the last of them. Returns nothing if they do not arrive within `limit`.
     std::optional<std::chrono::nanoseconds> waitForFrames(int frames, std::chrono::milliseconds limit);
-    /// The announced frames per second. 0 before the first frame, and for a variable rate.
+    /// Returns the frame rate in the negotiated format, in frames per second. 0 before the first frame and
+    /// for a variable rate.
     [[nodiscard]] double announcedRate() const;
 
 private:

@@ -16,13 +16,13 @@ namespace {
 
 constexpr auto StartTime = 3000ms;
 constexpr auto SearchTime = 60000ms;
-/// Time for which the list is watched after the search, or in all if there is no search.
+/// The list is watched for this time after a search has ended, or if no search begins.
 constexpr auto Afterwards = 1000ms;
 constexpr auto ReadingInterval = 250ms;
-/// The agent must post a change within this time after the list has shown it.
+/// After the list has shown a change, the agent must post it within this time.
 constexpr auto PostTime = 1000ms;
 
-/// Compares the agent's posts with the changes of its list.
+/// Compares the agent's posts with the changes of its list. Reads the list at intervals and after each post.
 class ListWatcher {
 public:
     explicit ListWatcher(Bench &bench)
@@ -32,7 +32,7 @@ public:
     {
     }
 
-    /// Watches until the condition holds. Returns false after `limit`, which --slow stretches.
+    /// Watches the list until the condition holds. Returns false after `limit`, which --slow multiplies.
     bool watchUntil(const std::function<bool()> &condition, std::chrono::milliseconds limit)
     {
         watch(condition, mBench.options.limit(limit));
@@ -58,7 +58,7 @@ private:
                 ReadingInterval);
             look();
         }
-        // Count posts even while the list cannot be read.
+        // If the list cannot be read, only wait, because the posts are still counted.
         if (!mLast.problem.isEmpty())
             mBench.waitFor([&] { return condition() || deadline.hasExpired(); }, time);
     }
@@ -68,7 +68,7 @@ private:
     void look()
     {
         int heard = posts();
-        // Posts during this reading belong to the next one.
+        // Posts that arrive during the following reading count for the next reading.
         int from = mBench.ear.now();
         const ListReading now = ListReading::takeRows(mBench.agent);
         const bool hasChanged = now.problem.isEmpty() && !now.hasSameRows(mLast);
@@ -132,12 +132,13 @@ Outcome checkChangesArePosted(Bench &bench)
 Outcome checkPostsAreChanges(Bench &bench)
 {
     const ListWatch &watch = watchOf(bench);
-    // The list may have been read between two quick changes, before the second post.
+    // Allow some posts without a change: one reading may see two quick changes before the second is posted.
     const bool isTooOften = watch.postsWithoutChange > 1 && watch.postsWithoutChange > watch.changes;
     return isTooOften ? fail(Words::tr("%1 posts, %2 changes").arg(watch.posts).arg(watch.changes)) : pass();
 }
 
-/// The keys that a notification's user info must have. A passkey is a text, all other values are integers.
+/// Returns the keys that the user info of this notification must contain. The passkey is a text; all other
+/// values are integers.
 QStringList requiredKeys(const Heard &post)
 {
     if (post.name == NotificationNames::FirmwareUpdateProgress)

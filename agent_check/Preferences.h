@@ -6,23 +6,23 @@
 
 namespace agent_check {
 
-/// The agent's preferences file.
+/// Returns the path of the agent's preferences file.
 QString preferencesFile();
 
-/// The contents of the file when it was read.
+/// The contents of the agent's preferences file at the time of read().
 struct Preferences {
-    /// The reason why the file cannot be read; empty after a successful read.
+    /// The reason why the file could not be read; empty after a successful reading.
     QString problem;
     platform::PropertyListDictionary values;
 
     static Preferences read();
-    /// Replaces the file. Returns the reason of a failure, or an empty text.
+    /// Replaces the file by these contents. Returns the reason of a failure, or an empty text.
     [[nodiscard]] QString write() const;
-    /// An absent key counts as true, as in the pane.
+    /// Returns the boolean value of a key. Like in the pane, a missing key counts as true.
     [[nodiscard]] bool isOn(const QString &key) const;
 };
 
-/// Whether the file switches the camera service on.
+/// Returns whether the preferences switch the camera service on.
 bool isServiceOn();
 
 } // namespace agent_check

@@ -8,14 +8,14 @@
 
 namespace agent_check {
 
-/// Receives the outcome of each demand.
+/// Prints the outcomes of the demands and counts the failures.
 class Report {
 public:
     virtual ~Report() = default;
-    /// Called before a demand is checked.
+    /// Called before a demand is checked, which may take some time.
     virtual void began(const Demand & /*demand*/) { }
     virtual void found(const Demand &demand, const Outcome &outcome) = 0;
-    /// Called after the last demand. `isComplete` is false after an interruption.
+    /// Called after the last demand. `isComplete` is false if a signal has ended the check early.
     virtual void end(bool isComplete) = 0;
 
     [[nodiscard]] bool hasFailures() const { return mCounts[int(Result::Fail)] > 0; }
@@ -28,9 +28,10 @@ private:
     int mCounts[3] = {};
 };
 
-/// Prints a line for each demand. On a terminal it adds colours and the demand that is being checked.
+/// Creates a report that prints a line per demand. On a terminal it also uses colours and shows the demand
+/// that is being checked.
 std::unique_ptr<Report> makeTextReport();
-/// Prints one JSON object at the end.
+/// Creates a report that prints one JSON object after the last demand.
 std::unique_ptr<Report> makeJsonReport();
 
 } // namespace agent_check

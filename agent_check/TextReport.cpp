@@ -26,7 +26,8 @@ public:
     void found(const Demand &demand, const Outcome &outcome) override
     {
         count(outcome);
-        // Escape line breaks in the agent's texts: a report has one line per demand.
+        // simplified() replaces line breaks in texts of the agent by spaces, because the report has one line
+        // per demand.
         const QString detail = outcome.detail.simplified();
         const QString text =
             detail.isEmpty() ? demand.text : QString(demand.text + QStringLiteral(": ") + detail);

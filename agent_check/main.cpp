@@ -13,14 +13,14 @@ namespace {
 
 const QString ConnectionName = QStringLiteral("ks7-agent-check");
 
-/// Loads the translation of the session's language. JSON stays English.
+/// Loads a translation for the session's language. Do not call it for --json, whose texts stay English.
 void install(QTranslator &translator, const QString &name, const QString &folder)
 {
     if (translator.load(QLocale(), name, QStringLiteral("_"), folder))
         QCoreApplication::installTranslator(&translator);
 }
 
-/// Tests the bus first: Qt would wait for a silent bus without a limit.
+/// Tests the session bus with a timeout, because Qt waits for a silent bus without a limit.
 bool answersOnSessionBus()
 {
     return platform::BusHandshake(QDBusConnection::SessionBus).wait()
