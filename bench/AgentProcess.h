@@ -3,7 +3,8 @@
 #include <QProcess>
 #include <QStringList>
 
-/// Runs the measured pane's agent in another process, so that its work does not count as the pane's.
+/// Runs the agent of the measured pane in another process, so that the agent's work does not count as the
+/// pane's.
 class AgentProcess {
 public:
     AgentProcess();
@@ -12,11 +13,11 @@ public:
     AgentProcess &operator=(const AgentProcess &) = delete;
 
     void haveCameras(int count);
-    /// Plugs the second camera in. It becomes the preferred one, does not stream and needs new firmware.
+    /// Plugs in the second camera. It is then the preferred camera, does not stream and needs new firmware.
     void haveCameraAtTheCable();
-    /// Changes the audio levels with every request.
+    /// Lets the agent change the audio levels faster than the meters read them.
     void moveLevels();
-    /// The calls since the last time, each with its argument.
+    /// Returns the calls that the agent has received since the last takeCalls(), each with its argument.
     QStringList takeCalls();
 
 private:

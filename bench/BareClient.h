@@ -6,8 +6,8 @@
 struct sd_bus;
 struct sd_bus_message;
 
-/// The reference for a refresh: a plain sd-bus client that receives the notification, makes the same calls in
-/// sequence and reads every reply completely.
+/// The peer in the comparison of a refresh: a plain sd-bus client. It receives the same notification as the
+/// pane, makes the same calls one after the other and reads every reply completely.
 class BareClient {
 public:
     BareClient();
@@ -15,11 +15,12 @@ public:
     BareClient(const BareClient &) = delete;
     BareClient &operator=(const BareClient &) = delete;
 
-    /// Broadcasts the notification without waiting for a reply.
+    /// Broadcasts a notification without waiting.
     void post(const QString &notification);
-    /// Waits for this client's own notification.
+    /// Waits until the notification that this client has posted comes back to it.
     void hear();
-    /// Makes the calls, each a method with an optional string argument. Returns all strings of the replies.
+    /// Makes the calls. Each is a method, or a method and a string argument after a space. Returns all
+    /// strings of the replies.
     QStringList call(const QStringList &calls);
 
 private:

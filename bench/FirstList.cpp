@@ -1,5 +1,5 @@
-// Preloaded into a Qt program, which it ends at the first paint of a non-empty list. Prints the time since
-// the start of the process in milliseconds and its private memory in KiB.
+// A plug-in that ends a Qt program soon after the first paint of a non-empty list. It prints the time from
+// the start of the process to that paint in milliseconds, and the private memory in KiB.
 #include <QAbstractItemView>
 #include <QCoreApplication>
 #include <QEvent>
@@ -20,7 +20,8 @@ QByteArray contentsOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The parent process stores the start time in the environment.
+/// Returns the milliseconds since the start of the process. The parent process stores that time in
+/// KS7_BENCH_START.
 double sinceStart()
 {
     timespec now = {};
@@ -52,7 +53,7 @@ public:
         if (event->type() == QEvent::Paint && !mSeen && isFilledList(watched)) {
             mSeen = true;
             mTime = sinceStart();
-            // Read the memory one second later, when start-up work has finished.
+            // Measure the memory one second later, after the remaining work of the start-up.
             QTimer::singleShot(1000, this, [this] { tell(); });
         }
         return false;

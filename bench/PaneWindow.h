@@ -7,7 +7,7 @@
 #include <QVBoxLayout>
 #include <QWidget>
 
-/// Shows the process's one pane in a window, as a host does.
+/// Shows the process's only pane in a window, as a host would.
 class PaneWindow {
 public:
     PaneWindow()
@@ -27,7 +27,7 @@ public:
         mPane->didUnselect();
         mWindow.hide();
     }
-    /// Repaints the whole window at once, without the window system.
+    /// Paints the whole window synchronously into a pixmap, without the window system.
     void paint() { mWindow.grab(); }
     [[nodiscard]] KS7SettingsWindowController &controller() const
     {

@@ -1,8 +1,8 @@
-// An agent in a process of its own, controlled by lines on its standard input:
-//   cameras N   replaces the cameras by N new ones, the first one preferred; prints "ready"
-//   cable       plugs the second camera in, with old firmware; prints "ready"
-//   levels      changes the audio levels ten times a second; prints "ready"
-//   calls       prints the calls since the last time, separated by tabs
+// An agent for benchmarks, in a process of its own. It reads commands from its standard input:
+//   cameras N   replaces the cameras by N new ones and prefers the first one; prints "ready"
+//   cable       plugs in the second camera, which has old firmware; prints "ready"
+//   levels      changes the audio levels twenty times a second; prints "ready"
+//   calls       prints the calls received since the last such command, separated by tabs
 #include "agent/RemoteNames.h"
 #include "agent/WireTypes.h"
 #include "tests/support/RecordingAgent.h"
@@ -53,7 +53,7 @@ void haveCameraAtTheCable(RecordingAgent &agent)
     agent.answer(QStringLiteral("connectedCamNeedsFirmwareUpdate"), {true});
 }
 
-/// Speech rarely exceeds twice this level; here it never does.
+/// Changes the audio levels every 50 ms in a thread, so that the meters show a new level at each reading.
 class MovingLevels {
 public:
     explicit MovingLevels(RecordingAgent &agent)

@@ -1,6 +1,6 @@
-// Changes one key of the preferences file on the disk. The peer reads and parses the file with libplist,
-// changes the key and writes the file out: "libplist" rewrites it in place with one fsync, "libplist, safe"
-// takes the same steps as the pane.
+// Measures a change of one key in the preferences file. The peer reads and parses the file with libplist,
+// changes the key and writes the file. The benchmarks "libplist" overwrite the file and call fsync once.
+// The benchmarks "libplist, safe" take the same steps as the pane.
 #include "platform/preferences/UserDefaults.h"
 #include "settings/KS7Domain.h"
 
@@ -27,7 +27,7 @@ QByteArray domainOf(int keys)
     return xml + "\t<key>VideoSize2</key>\n\t<integer>1</integer>\n</dict>\n</plist>\n";
 }
 
-/// A preferences folder with the domain in it.
+/// A temporary folder of preferences that contains the file of the domain.
 class Domain {
 public:
     explicit Domain(int keys)
@@ -73,7 +73,7 @@ bool writeAndSync(const QString &path, const char *text, std::uint32_t size)
     return written;
 }
 
-/// After a crash of the machine either the old file or the new one exists.
+/// Replaces a file so that either the old or the new contents exist after a crash of the machine.
 bool replaceAndSync(const QString &path, const char *text, std::uint32_t size)
 {
     const QByteArray target = QFile::encodeName(path);

@@ -1,5 +1,5 @@
-// Measures a log line against spdlog's and against a bare write() of the same bytes, and a disabled log call
-// against one below spdlog's level. The repetitions of both sides alternate.
+// Compares a log line of the pane's logger with one of spdlog and with a bare write() of the same bytes. Also
+// compares disabled log calls. The repetitions of the two sides alternate.
 #include "logging/KS7OrvexLogger.h"
 
 #include <QDir>
@@ -16,7 +16,8 @@ namespace {
 constexpr char Message[] = "setActiveCamera: Kitchen, camera 2A9C, now 3 of 12";
 constexpr char Line[] = "2026-01-02 03:04:05.678 setActiveCamera: Kitchen, camera 2A9C, now 3 of 12\n";
 
-/// Each loop starts a new file, so that all loops write to files of the same length.
+/// The folder of all log files. Each loop starts new files, because the length of a file may change the time
+/// of a write.
 class Target {
 public:
     [[nodiscard]] std::string path(const char *name) const
@@ -121,7 +122,7 @@ void unheardSpdlog(benchmark::State &state)
         theirs->info("row {} of {}", ++row, 12);
 }
 
-// Names are "case/side"; bench/run pairs the sides.
+// The names have the form "case/side". bench/run compares the sides of a case.
 BENCHMARK(lineOurs)->Name("line 1/ours")->Setup(startOurs)->Teardown(endOurs);
 BENCHMARK(lineSpdlog)->Name("line 1/spdlog")->Setup(startSpdlog)->Teardown(endSpdlog);
 BENCHMARK(lineBare)->Name("line 1/write")->Setup(startBare)->Teardown(endBare);

@@ -1,4 +1,4 @@
-// Opens the pane once. tools/check counts the instructions of the main thread inside openThePane().
+// Opens the pane once. bench/instructions counts the main thread's instructions inside openThePane().
 #include "bench/AgentProcess.h"
 #include "bench/PaneWindow.h"
 
@@ -13,7 +13,8 @@ namespace {
 
 std::unique_ptr<PaneWindow> window;
 
-/// Exclude the costs of any program with a window, a text and a picture: fonts, style, image plug-ins.
+/// Loads fonts, style and image plug-ins before the counting, because any program with a window, a text and
+/// an image needs them.
 void warmUp()
 {
     QLabel label(QStringLiteral("KS-7"));
@@ -30,7 +31,8 @@ void warmUp()
 
 extern "C" {
 
-// The profiler finds this function by its name.
+// callgrind starts counting at this function. It finds the function by its name, so the name must stay
+// unmangled.
 [[gnu::noinline]] void openThePane()
 {
     window = std::make_unique<PaneWindow>();

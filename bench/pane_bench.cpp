@@ -1,4 +1,4 @@
-// Measures the pane in a window, with an agent in another process. Prints one line per result: name, tab,
+// Measures the pane in a window, with its agent in another process. Prints a line per result: name, tab,
 // number. main() lists the measurements.
 #include "agent/KS7DeviceControllerProxy.h"
 #include "agent/NotificationNames.h"
@@ -45,7 +45,7 @@ void tell(const QString &name, double value)
     std::fflush(stdout);
 }
 
-/// Processes events for this time, so that pending work finishes.
+/// Processes events for `quiet`, so that earlier work does not count in the next measurement.
 void settle(std::chrono::milliseconds quiet = 300ms)
 {
     QElapsedTimer clock;
@@ -54,7 +54,7 @@ void settle(std::chrono::milliseconds quiet = 300ms)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
 }
 
-/// Runs the event loop as a program does, which sleeps between events.
+/// Runs the event loop for `time`. Like in a real program, the thread sleeps between two events.
 void runFor(std::chrono::milliseconds time)
 {
     QEventLoop loop;
@@ -62,7 +62,7 @@ void runFor(std::chrono::milliseconds time)
     loop.exec();
 }
 
-/// Counts the paint events of a table's viewport.
+/// Counts the paint events of a view's viewport.
 class PaintCounter : public QObject {
 public:
     explicit PaintCounter(QAbstractItemView *view) { view->viewport()->installEventFilter(this); }
@@ -74,7 +74,7 @@ public:
     int count = 0;
 };
 
-/// A model that holds texts only.
+/// A model whose cells have a text and no other data.
 class TextModel : public QAbstractTableModel {
 public:
     void setTexts(const QStringList &texts, int rows)
@@ -96,7 +96,7 @@ private:
     int mRows = 0;
 };
 
-/// A plain QTableView with the size and row height of ours.
+/// A plain QTableView, the peer of the pane's table. It has the same size and row height.
 class BareTable {
 public:
     explicit BareTable(const QTableView &ours)
@@ -156,7 +156,8 @@ public:
     }
 
 private:
-    // Records the calls of one refresh. A second notification caused by it would add calls here.
+    // Stores the calls that the pane makes in a refresh. If the refresh caused a second notification, they
+    // would contain further calls.
     void noteCalls()
     {
         mCalls = mAgent.takeCalls();
@@ -179,7 +180,7 @@ private:
         return refreshBy(table, [this] { mTexts = mClient.call(mCalls); });
     }
 
-    /// The same calls made through QtDBus, the library of the pane.
+    /// Makes the same calls with QtDBus, the D-Bus library that the pane uses.
     double refreshOverQtDBus(BareTable &table)
     {
         return refreshBy(table, [this] {
@@ -220,7 +221,7 @@ private:
     QStringList mTexts;
 };
 
-/// How often the process's threads have gone to sleep so far; each time an event woke them.
+/// Returns how often the threads of this process have gone to sleep. Each sleep was followed by a wake-up.
 double wakeUps()
 {
     double sum = 0;
@@ -248,7 +249,7 @@ void tellWhatHappensIn(std::chrono::milliseconds time, const QString &name)
     const double wakes = wakeUps();
     const double used = processorTime();
     runFor(time);
-    // Includes two wake-ups of the measurement itself: its timer and its end.
+    // The number includes two wake-ups by the measurement itself: its timer and its end.
     tell(QStringLiteral("wake-ups ") + name, wakeUps() - wakes);
     tell(QStringLiteral("processor ") + name, processorTime() - used);
 }
@@ -326,8 +327,8 @@ void open()
     tellThreads();
 }
 
-/// Measures the longest time in which the main thread handled events without returning to its event loop. A
-/// nested event loop counts as a return.
+/// Measures the longest time in which the main thread did not return to an event loop, which may be a nested
+/// one.
 class TimedApplication : public QApplication {
 public:
     using QApplication::QApplication;
@@ -363,7 +364,7 @@ private:
     QElapsedTimer mClock;
 };
 
-/// Performs an action and prints the longest block until its effects have ended.
+/// Runs an action and prints the longest block of the main thread from its start until `aftermath` later.
 template <class Action>
 void tellLongestBlock(TimedApplication &application, const char *name, Action action,
                       std::chrono::milliseconds aftermath = 300ms)
@@ -375,7 +376,8 @@ void tellLongestBlock(TimedApplication &application, const char *name, Action ac
     tell(QStringLiteral("block ") + QString::fromLatin1(name), application.longest);
 }
 
-/// Opens the firmware sheet, updates and closes it. The agent posts its progress while the pane waits.
+/// Measures the firmware sheet: opens it, updates and closes it. A client posts the agent's progress during
+/// the update.
 void firmwareActions(TimedApplication &application, const Outlets &outlets,
                      KS7SettingsWindowController &controller)
 {
@@ -403,7 +405,7 @@ void sheetActions(TimedApplication &application, const Outlets &outlets,
     firmwareActions(application, outlets, controller);
 }
 
-/// Checks that the measured calls were made.
+/// Returns whether all of these methods were called. Otherwise the actions have measured nothing.
 bool haveBeenMade(const QStringList &methods, const QStringList &calls)
 {
     return std::all_of(methods.begin(), methods.end(), [&calls](const QString &method) {
@@ -415,7 +417,7 @@ bool haveBeenMade(const QStringList &methods, const QStringList &calls)
     });
 }
 
-/// The pane writes nothing if the agent's preferences do not exist.
+/// Writes a preferences file, because the pane never creates a missing one.
 void havePreferences()
 {
     const QString path = platform::fileOfDomain(KS7Domain::Name);
@@ -461,7 +463,7 @@ bool actions(TimedApplication &application)
                         agent.takeCalls());
 }
 
-/// Starts and stops the preview of the stand-in agent's camera.
+/// Measures starts and stops of the preview, with the camera of the stand-in agent.
 bool previewActions(TimedApplication &application)
 {
     application.watchWaiting();
@@ -498,7 +500,7 @@ bool previewActions(TimedApplication &application)
 
 int main(int argc, char **argv)
 {
-    // GLib's event dispatcher does not report when it goes to sleep.
+    // Do not use GLib's event dispatcher, because it never emits aboutToBlock().
     qputenv("QT_NO_GLIB", "1");
     TimedApplication application(argc, argv);
     const QStringList words = QCoreApplication::arguments();

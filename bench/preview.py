@@ -1,9 +1,9 @@
 #!/usr/bin/python3
-"""Compares the live preview with gst-launch on the same camera, alternating, on a private display, bus and PipeWire.
-Prints the figures in bench/run's format: number, what, beside, samples, limit, unit.
+"""Compares the live preview with gst-launch. Both show the same camera in turn, on a private display, bus and PipeWire.
+Prints each figure as a JSON array for bench/run: number, what, beside, samples, limit, unit.
 
-The camera draws each frame's number as bars. For both programs the numbers are read from the display whenever it
-changes, so both are measured in the same way, from outside."""
+The camera draws the number of each frame as bars. This program reads the numbers from the window after each of its
+changes, so both programs are measured in the same way."""
 
 import argparse
 import collections
@@ -41,7 +41,7 @@ class XImage(ctypes.Structure):
 
 
 class Eye:
-    """Reads frame numbers from a window."""
+    """Reads from the pixels of a window which frame it shows."""
 
     def __init__(self, window):
         self.window = int(window)
@@ -60,14 +60,15 @@ class Eye:
         self.bars = None
 
     def line(self, y):
-        """Returns the pixels of one line of the window."""
+        """Returns the pixels in line `y` of the window."""
         image = self.x11.XGetImage(self.display, self.window, 0, y, self.size[0], 1, 0xFFFFFFFF, 2)
         pixels = image.contents.data[:self.size[0]]
         self.x11.XDestroyImage(image)
         return pixels
 
     def find_bars(self):
-        """Finds the end of the green bar, the beginning of the red one, and their line."""
+        """Finds the two bars that enclose the number. Returns the left edge of the green bar, the right edge of the red bar and
+        a line that crosses both; None without such bars."""
         for y in range(4, self.size[1], 8):
             pixels = self.line(y)
             green = [x for x, p in enumerate(pixels) if p >> 16 & 255 < 60 and p >> 8 & 255 > 200 and p & 255 < 60]
@@ -77,7 +78,7 @@ class Eye:
         return None
 
     def number(self):
-        """Returns the number that is visible now."""
+        """Returns the number of the frame that the window shows now."""
         left, right, y = self.bars
         width = (right - left) / (BITS + 2)
         pixels = self.line(y)
@@ -87,7 +88,7 @@ class Eye:
         return number
 
     def changed(self, end):
-        """Waits for the next change of the window; False when there is none before the end."""
+        """Waits for the next change of the window. Returns False if it does not change before the time `end`."""
         while not self.x11.XPending(self.display):
             if time.monotonic() > end:
                 return False
@@ -107,7 +108,7 @@ class Eye:
         self.x11.XCloseDisplay(self.display)
 
     def watch(self, seconds):
-        """Returns the time at which each number was first visible."""
+        """Watches the window for some seconds. Returns the time at which each frame number was first seen."""
         seen = {}
         end = time.monotonic() + seconds
         while self.changed(end):
@@ -116,7 +117,7 @@ class Eye:
 
 
 class Camera:
-    """The camera with numbered frames, and the times at which they were sent."""
+    """A virtual camera that numbers its frames. Records the time at which each frame was sent."""
 
     def __init__(self, program, form):
         self.sent = {}
@@ -151,26 +152,26 @@ def window_of(*search):
 
 
 class Pane:
-    """The pane's side of the comparison."""
+    """Shows the preview in ks7-preferences, as one side of the comparison."""
     name = "ours"
 
     def __init__(self, build):
         self.command = [build / "bin" / "ks7-preferences"]
         self.environment = dict(os.environ, KS7_AGENT="/nonexistent")
         self.first_pictures = []
-        # Ask for the button's position once through accessibility, which the measured program runs without.
+        # Find the button through accessibility in an extra run, so that the measured run works without accessibility.
         with accessible.launch(self.command, env={"KS7_AGENT": "/nonexistent"}) as pane:
             button = pane.wait_for("Start Preview", role="push button")
             pane.wait_state(button, "enabled")
             x, y, width, height = pane.rectangle(button)
             left, top, *_ = screens.x_box(pane.x_windows()[0])
             self.button = x - left + width // 2, y - top + height // 2
-            # The view has a size only while it is visible.
+            # The view has a size only while it is shown, so start the preview.
             pane.press(button)
             self.view = pane.rectangle(pane.wait_for("Live picture"))[2:]
 
     def picture_size(self, form):
-        """Returns the size at which the pane shows frames of a format: never larger than the frames."""
+        """Returns the size in which the pane shows frames of a format. It scales them down to its view, but never up."""
         width, height = map(int, form.split()[1].split("x"))
         scale = min(1, self.view[0] / width, self.view[1] / height)
         return round(width * scale), round(height * scale)
@@ -180,7 +181,7 @@ class Pane:
                                    stderr=subprocess.DEVNULL)
         window = window_of("--pid", process.pid)
         eye = Eye(window)
-        # Wait until the work of opening is finished.
+        # Wait until the window has not changed for a second.
         while eye.changed(time.monotonic() + 1):
             pass
         accessible.xdotool("mousemove", "--sync", "--window", window, *self.button)
@@ -192,9 +193,9 @@ class Pane:
 
 
 class Launch:
-    """gst-launch, which shows each frame in the camera's size."""
+    """Shows the camera with gst-launch, which does not scale the frames."""
     name = "launch"
-    # PipeWire 1.4 fails without a pixel aspect ratio.
+    # PipeWire 1.4 refuses a format without a pixel aspect ratio.
     chain = ["!", "video/x-raw,pixel-aspect-ratio=1/1;video/x-raw", "!", "videoconvert"]
 
     def start(self):
@@ -206,7 +207,7 @@ class Launch:
 
 
 class ScalingLaunch(Launch):
-    """gst-launch with the pane's work: it scales each frame to the size at which the pane shows it."""
+    """Shows the camera with gst-launch, which scales each frame to the size that the pane uses."""
     name = "scaling"
 
     def __init__(self, size):
@@ -216,14 +217,15 @@ class ScalingLaunch(Launch):
 
 
 def measure(side, camera, seconds):
-    """Returns the processor time in percent of one core, the share of visible frames, and their delay."""
+    """Runs one side. Returns a dictionary: the processor time in percent of one core, the percentage of the sent frames that
+    were seen, and the median delay in milliseconds."""
     process, eye = side.start()
     before = processor_time(process.pid)
     time.sleep(seconds)
     used = processor_time(process.pid) - before
     begin = time.monotonic()
     seen = eye.watch(max(3, seconds / 3))
-    # The last frames may still be on their way.
+    # Ignore frames of the last 0.3 s, because they may not be visible yet.
     sent = {number: moment for number, moment in camera.sent.items() if begin < moment < time.monotonic() - 0.3}
     delays = [seen[number] - moment for number, moment in sent.items() if number in seen]
     process.terminate()
@@ -236,14 +238,14 @@ def measure(side, camera, seconds):
 
 
 def figures(form, told):
-    """The results of one format: told[side] is a list of measure()'s results."""
+    """Returns the figures for one format. told[side] is the list of what measure() has returned for a side."""
     def samples(side, what):
         return [each[what] for each in told[side]]
     ours, theirs, scaling = (samples(side, "processor") for side in ("ours", "launch", "scaling"))
     beside = "gst-launch-1.0 pipewiresrc ! videoconvert ! ximagesink"
     scaled = "gst-launch-1.0 pipewiresrc ! videoconvertscale ! the pane's size ! ximagesink"
     picture = f"preview of {form} at 30 a second"
-    # Limits are upper limits, so report the share of missed frames.
+    # A limit is always an upper limit, so report the share of frames that were not seen.
     return [(10, f"{picture}: processor time", beside, [a / b for a, b in zip(ours, theirs)], None, "×"),
             (10, f"{picture}: processor time", scaled, [a / b for a, b in zip(ours, scaling)], 1.1, "×"),
             (10, f"{picture}: pictures sent and not seen", "none", [100 - each for each in samples("ours", "shown")], 1, " %"),
@@ -262,7 +264,7 @@ def main():
         os.execv(SUPPORT / "private_session.py", ["private_session.py", "--bus", "--window-manager", "--pipewire", "--",
                                                   "/usr/bin/python3", *sys.argv])
     build = pathlib.Path(options.build)
-    # GStreamer's search for plug-ins happens once and must not count.
+    # GStreamer searches for its plug-ins once. Do it before the measurement, so that it does not count.
     subprocess.run(["gst-inspect-1.0"], stdout=subprocess.DEVNULL, check=True)
     with contextlib.ExitStack() as ending:
         agent = subprocess.Popen([build / "bin" / "ks7-agent-simulator", "--no-picture", "--scenario", "scripted"])

@@ -1,6 +1,6 @@
-// A bare QtDBus program with a table: subscribes to the agent's notifications, makes the calls and posts of
-// its arguments (each "METHOD", "METHOD STRING" or "post NOTIFICATION") and shows the cameras. The pane's
-// start-up is measured beside it.
+// The peer in the comparison of the start-up: a bare QtDBus program with a table. It subscribes to the
+// agent's notifications and shows the cameras. Its arguments are its calls and posts: "METHOD", "METHOD
+// STRING" or "post NOTIFICATION".
 #include "agent/NotificationNames.h"
 #include "agent/RemoteNames.h"
 #include "agent/WireTypes.h"
@@ -38,7 +38,7 @@ void subscribe(QDBusConnection &bus, Listener &listener)
                     &listener, SLOT(receive(QDBusMessage)));
 }
 
-/// Watches a registered name; returns its unique owner.
+/// Watches the owner of a bus name like the pane does. Returns the current unique owner.
 QString watchedOwner(QDBusConnection &bus, const QString &name, QObject *parent)
 {
     new QDBusServiceWatcher(name, bus, QDBusServiceWatcher::WatchForOwnerChange, parent);

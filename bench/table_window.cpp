@@ -1,4 +1,4 @@
-// The smallest Qt program with a list in a window.
+// The smallest Qt program with a table in a window, as a peer in the comparison of the start-up.
 #include <QApplication>
 #include <QStandardItemModel>
 #include <QTableView>
