@@ -27,7 +27,7 @@ void require(bool condition)
 
 } // namespace
 
-/// For every address the camera ID is at most its last four characters, without a hyphen.
+/// Checks the camera ID of any address: the last four characters in upper case, not counting hyphens.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     QString address = QString::fromUtf8(reinterpret_cast<const char *>(data), static_cast<int>(size));

@@ -9,7 +9,7 @@
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    // Discard standard output; only the behaviour counts.
+    // Discard standard output, because the fuzzer logs millions of lines.
     if (!std::freopen("/dev/null", "w", stdout))
         std::abort();
     KS7OrvexLogger::setAppName(QStringLiteral("Fuzzer %s %n"));
@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***)
     return 0;
 }
 
-/// Uses the message as a format string for two sinks. No conversion may read a missing argument.
+/// Logs any message through all sinks. A conversion in the message must not read an argument: there is none.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<int>(size));

@@ -16,7 +16,7 @@ void require(bool condition)
         std::abort();
 }
 
-/// The value as text, which can also compare values that differ from themselves, such as NaN.
+/// Converts a value to text. Texts can be compared even for NaN, which is unequal to itself.
 QByteArray textOf(const QVariant &value)
 {
     PropertyListDictionary list;
@@ -24,7 +24,8 @@ QByteArray textOf(const QVariant &value)
     return list.toXml();
 }
 
-/// A rewrite with one new value keeps all other bytes and values, and parses to the same dictionary.
+/// Checks that a dictionary with a new key can be parsed and keeps its other values. Removing the key must
+/// restore the old text.
 void requireRewriteKeepsTheRest(const PropertyListDictionary &before)
 {
     auto changed = before;
@@ -44,7 +45,8 @@ void requireRewriteKeepsTheRest(const PropertyListDictionary &before)
     require(changed.toXml() == before.toXml());
 }
 
-/// A written value parses to the same value. An impossible date is not written.
+/// Checks that each value is the same after writing and parsing. An impossible date is left out by the
+/// writer.
 void requireValuesComeBack(const PropertyListDictionary &before)
 {
     PropertyListDictionary written;

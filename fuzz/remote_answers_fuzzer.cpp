@@ -9,7 +9,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Never destroyed: Qt's own statics are destroyed before these would be.
+// Never deleted, because Qt destroys its own static objects before these globals would be destroyed.
 QApplication *application = nullptr;
 PaneFixture *fixture = nullptr;
 int argumentCount = 1;
@@ -87,7 +87,7 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***)
     return 0;
 }
 
-/// The pane survives any replies of the agent and any posts.
+/// Sends any replies and any notifications to the pane, which must not crash.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzedDataProvider provider(data, size);
