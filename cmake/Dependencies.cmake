@@ -1,4 +1,4 @@
-# The libraries that the pane uses; docs/ARCHITECTURE.md gives the reason for each.
+# Finds the libraries that the pane uses. docs/ARCHITECTURE.md gives the reason for each.
 
 include(QtVersion)
 find_package(Qt${KS7_QT_VERSION} REQUIRED COMPONENTS Core Gui Widgets DBus Svg LinguistTools)
@@ -20,7 +20,8 @@ else()
   message(STATUS "KS-7: Qt ${KS7_QT_VERSION}, no KDE Frameworks ${KS7_QT_VERSION}: stand-alone host only")
 endif()
 
-# System Settings searches Qt's plug-in folder. With another prefix than Qt's, install to the same path below that prefix.
+# System Settings searches for modules in Qt's plug-in folder. Under another prefix than Qt's, install the module to the
+# same path below that prefix.
 get_target_property(qmake Qt${KS7_QT_VERSION}::qmake IMPORTED_LOCATION)
 foreach(variable QT_INSTALL_PREFIX QT_INSTALL_PLUGINS)
   execute_process(COMMAND ${qmake} -query ${variable} OUTPUT_VARIABLE ${variable} OUTPUT_STRIP_TRAILING_WHITESPACE

@@ -1,5 +1,5 @@
-# Files installed beside the programs, and the three Debian packages that cpack makes: the pane with its hosts, the
-# stand-in agent, and what the writer of an agent needs.
+# Installs the files beside the programs. cpack makes three Debian packages: the pane with its hosts, the stand-in
+# agent, and the files for developers of an agent.
 set(KS7_MAINTAINER "Orvex Network <support@orvex.example>" CACHE STRING "Maintainer of the packages")
 set(KS7_RELEASE_DATE 2026-11-21)
 set(KS7_CHANGELOG_DATE "Sat, 21 Nov 2026 12:00:00 +0000")
@@ -11,14 +11,14 @@ function(ks7_compress file)
   execute_process(COMMAND gzip -9nkf ${file} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-# ks7_install_manual(<page> <component>)
+# ks7_install_manual(<page> <component>): configures, compresses and installs a manual page.
 function(ks7_install_manual page component)
   configure_file(${resources}/desktop/${page}.in ${packaging}/${page} @ONLY)
   ks7_compress(${packaging}/${page})
   install(FILES ${packaging}/${page}.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT ${component})
 endfunction()
 
-# ks7_install_debian_documents(<package> <component>): the documents that Debian requires in every package.
+# ks7_install_debian_documents(<package> <component>): installs the documents that Debian requires in every package.
 function(ks7_install_debian_documents package component)
   install(FILES ${packaging}/copyright ${packaging}/changelog.Debian.gz
           DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package} COMPONENT ${component})
@@ -33,7 +33,8 @@ install(FILES ${resources}/desktop/ks7-preferences.categories
 ks7_install_manual(ks7-preferences.1 preferences)
 ks7_install_manual(ks7-agent-check.1 development)
 if(KS7_BUILD_SIMULATOR)
-  # Manual pages want hyphens and backslashes marked.
+  # groff needs hyphens of commands escaped. Otherwise it prints a typographic hyphen, which cannot be pasted into a
+  # shell.
   file(READ ${PROJECT_SOURCE_DIR}/simulator/ShellLines.txt KS7_SHELL_LINES)
   string(STRIP "${KS7_SHELL_LINES}" KS7_SHELL_LINES)
   string(REPLACE "-" "\\-" KS7_SHELL_LINES "${KS7_SHELL_LINES}")
@@ -44,7 +45,7 @@ if(KS7_BUILD_SIMULATOR)
           DESTINATION ${CMAKE_INSTALL_DATADIR}/dbus-1/services COMPONENT simulator)
 endif()
 
-# For those who write an agent: the interfaces, the page about them, and an example.
+# Developers of an agent need the interfaces, their documentation and an example.
 configure_file(${PROJECT_SOURCE_DIR}/agent/ks7-agent.pc.in ${packaging}/ks7-agent.pc @ONLY)
 install(FILES ${packaging}/ks7-agent.pc DESTINATION ${CMAKE_INSTALL_DATADIR}/pkgconfig COMPONENT development)
 install(FILES ${PROJECT_SOURCE_DIR}/agent/com.orvex.KS7DeviceControllerProxy.xml
@@ -72,7 +73,7 @@ set(CPACK_PACKAGE_CONTACT "${KS7_MAINTAINER}")
 set(CPACK_PACKAGE_HOMEPAGE_URL "https://${KS7_WEBSITE_HOST}/")
 set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
 set(CPACK_STRIP_FILES ON)
-# Independent of the umask.
+# Without these permissions, the folders in the packages would depend on the umask of the user who builds them.
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
@@ -95,7 +96,7 @@ The settings pane of the KS-7 Bluetooth webcam: a module for System Settings
 and a program with a window of its own. It lists the cameras, shows their
 picture and audio levels, changes names and passkeys, updates firmware and
 switches the service on and off.")
-# Plug-ins for picture, icons and Wayland: dpkg-shlibdeps finds libraries only.
+# dpkg-shlibdeps finds linked libraries only. Name the packages of plug-ins for GStreamer, icons and Wayland here.
 set(CPACK_DEBIAN_PREFERENCES_PACKAGE_DEPENDS "gstreamer1.0-pipewire, gstreamer1.0-plugins-base")
 set(CPACK_DEBIAN_PREFERENCES_PACKAGE_RECOMMENDS "pipewire, wireplumber")
 if(KS7_QT_VERSION EQUAL 6)

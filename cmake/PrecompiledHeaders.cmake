@@ -1,9 +1,9 @@
-# Precompiles Qt's headers, which are most of the compiler's input. clang-tidy (tools/check) and the build
-# of packages compile without them, so a missing include is noticed there.
+# Precompiles Qt's headers, because they are most of the text that the compiler reads. clang-tidy (tools/check) and the
+# build of packages compile without them, which reveals missing includes.
 option(KS7_PRECOMPILED_HEADERS "Compile Qt's headers once for all sources" OFF)
 
-# ks7_add_precompiled_headers(<name>): headers for the targets with the compiler options of this folder. A compiler
-# accepts a precompiled header only with the options that it was compiled with.
+# ks7_add_precompiled_headers(<name>): adds a library with precompiled headers. Only targets with the same compiler
+# options can use it, so each folder with other options needs its own.
 function(ks7_add_precompiled_headers name)
   if(KS7_PRECOMPILED_HEADERS)
     file(WRITE ${CMAKE_BINARY_DIR}/${name}.cpp "")
@@ -15,12 +15,13 @@ function(ks7_add_precompiled_headers name)
   endif()
 endfunction()
 
-# ks7_precompile_headers(<name> <target>...): for targets that use Qt Widgets and D-Bus.
+# ks7_precompile_headers(<name> <target>...): lets targets that use Qt Widgets and D-Bus compile with the headers of
+# <name>.
 function(ks7_precompile_headers name)
   if(KS7_PRECOMPILED_HEADERS)
     foreach(target ${ARGN})
       target_precompile_headers(${target} REUSE_FROM ${name})
-      # moc's output needs few of these headers.
+      # The source file that moc generates needs few of these headers, so compile it without them.
       get_target_property(folder ${target} BINARY_DIR)
       set_source_files_properties(${folder}/${target}_autogen/mocs_compilation.cpp TARGET_DIRECTORY ${target}
                                   PROPERTIES SKIP_PRECOMPILE_HEADERS ON)

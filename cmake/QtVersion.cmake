@@ -1,5 +1,5 @@
-# Sets KS7_QT_VERSION to 5 or 6 where it is "auto". A module of System Settings needs the Qt of its host, so the
-# installed KDE Frameworks decide. Without them any Qt can serve the stand-alone host: the newest that is supported.
+# Sets KS7_QT_VERSION to 5 or 6 if it is "auto". A module of System Settings must use the same Qt as its host, so the
+# installed KDE Frameworks decide. Without them, only the stand-alone host is built, with the newest supported Qt.
 if(NOT KS7_QT_VERSION STREQUAL "auto")
   return()
 endif()

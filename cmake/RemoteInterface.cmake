@@ -4,7 +4,7 @@ if(NOT Python3_Interpreter_FOUND)
 endif()
 
 # ks7_add_remote_interface(<target> <name>): generates agent/<name>Proxy.h, agent/<name>Caller.h and
-# agent/<name>Adaptor.h from com.orvex.<name>Proxy.xml and adds them to the target.
+# agent/<name>Adaptor.h from com.orvex.<name>Proxy.xml. Adds them to the target.
 function(ks7_add_remote_interface target name)
   set(declaration ${CMAKE_CURRENT_SOURCE_DIR}/com.orvex.${name}Proxy.xml)
   set(generator ${PROJECT_SOURCE_DIR}/cmake/remote_interface.py)

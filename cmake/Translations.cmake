@@ -1,4 +1,4 @@
-# Translations. Each resources/translations/ks7_LANGUAGE.ts is compiled into the target that shows its texts. The target
+# Each resources/translations/ks7_LANGUAGE.ts is compiled into every target that shows texts. The target
 # update-translations updates the .ts files from the sources.
 file(GLOB KS7_TRANSLATIONS CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resources/translations/ks7_*.ts)
 add_custom_target(update-translations
@@ -6,7 +6,7 @@ add_custom_target(update-translations
           ${PROJECT_SOURCE_DIR}/tools/update-translations
   VERBATIM)
 
-# ks7_add_translations(<target> <prefix>): compiled translations as resources of the target, below the prefix.
+# ks7_add_translations(<target> <prefix>): adds the compiled translations to the target's resources, below the prefix.
 function(ks7_add_translations target prefix)
   qt_add_translation(compiled ${KS7_TRANSLATIONS})
   set(entries "")

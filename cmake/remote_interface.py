@@ -1,15 +1,15 @@
 #!/usr/bin/python3
 """Generates the C++ classes of a remote interface: remote_interface.py XML FOLDER
 
-An interface com.orvex.ThingProxy gives three headers:
-  ThingProxy.h    the operations, which do nothing: an object of this class is the nil proxy
-  ThingCaller.h   the proxy of an object on the bus, see agent/RemoteCaller.h
-  ThingAdaptor.h  serves a ThingProxy on the bus, see agent/CallHandler.h
+For an interface com.orvex.ThingProxy it writes three headers:
+  ThingProxy.h    the interface. Its operations do nothing, so an object of this class is a nil proxy
+  ThingCaller.h   implements the interface by remote calls, see agent/RemoteCaller.h
+  ThingAdaptor.h  serves an object of the interface on the bus, see agent/CallHandler.h
 
-The comment before an operation becomes its documentation. Annotations say what the signature does not:
-  org.qtproject.QtDBus.QtTypeName.In0 (or .Out0)  of a method: the type that QtDBus marshals, unless it is in TYPES
-  com.orvex.Type                                  of an argument: the type in ThingProxy, when it is another
-  com.orvex.Slow                                  of a method: its result is an error code, and it may take long
+The XML comment before an operation becomes its documentation in C++. Annotations add to the D-Bus signature:
+  org.qtproject.QtDBus.QtTypeName.In0 (or .Out0)  of a method: the C++ type that QtDBus marshals, if TYPES has none
+  com.orvex.Type                                  of an argument: its type in ThingProxy, if not the marshalled type
+  com.orvex.Slow                                  of a method: it returns an error code and has a timeout of 30 s
 """
 
 import pathlib
@@ -19,7 +19,8 @@ import xml.etree.ElementTree as ElementTree
 
 TYPES = {"b": "bool", "i": "int", "t": "qulonglong", "d": "double", "s": "QString", "as": "QStringList"}
 VALUES = {"bool", "int", "qulonglong", "double", "std::uint64_t", "float"}
-# To the type that is marshalled, and back; other types are cast.
+# Functions that convert a type to the type that QtDBus marshals, and back. All other types are converted by
+# static_cast.
 CONVERSIONS = {"std::optional<CameraRecord>": ("dictionaryFromRecord", "recordFromDictionary")}
 
 
@@ -64,7 +65,7 @@ class Operation:
         self.is_slow = annotation(method, "com.orvex.Slow") is not None
         self.documentation = [f"/// {line}" for line in textwrap.wrap(" ".join(documentation.split()), 110)]
         self.inputs, self.outputs = arguments(method, "in"), arguments(method, "out")
-        # One result is returned; several are written through pointers.
+        # The C++ function returns a single result. It writes several results through pointers.
         self.returned = self.outputs[0] if len(self.outputs) == 1 else None
         self.pointers = [] if self.returned else self.outputs
         parameters = [parameter(a.type, a.name) for a in self.inputs] + [f"{a.type} *{a.name}" for a in self.pointers]
@@ -115,7 +116,7 @@ def operations_of(interface):
 
 
 def introspection(interface):
-    """The declaration as a C++ string, for Introspect."""
+    """Returns the XML of the interface as C++ string literals. The adaptor returns it for Introspect."""
     for comment in [node for node in interface if node.tag is ElementTree.Comment]:
         interface.remove(comment)
     lines = ElementTree.tostring(interface, encoding="unicode").split("\n")
