@@ -1,20 +1,22 @@
-"""The arrows between the rooms of the source tree, computed from the includes."""
+"""Computes which rooms (folders) of the source tree include which others, and whether they include in a circle."""
 
 import collections
 import pathlib
 import re
 
-# From the bottom up: a file includes files of its own room and of the rooms before it. docs/ARCHITECTURE.md explains it.
+# The rooms from the bottom to the top. A file may include files of its own room and of earlier rooms in this list.
+# docs/ARCHITECTURE.md explains the order.
 ROOMS = ("platform/base", "platform/bus", "platform/preferences", "platform/capture", "platform/desktop", "platform/power",
          "platform/sheets", "platform/updates", "platform", "logging", "widgets", "agent", "settings", "cameras", "preview",
          "about", "maintenance", "pane", "hosts", "simulator", "agent_check", "tests", "fuzz", "bench")
-# Includes nothing, so every room may include it.
+# These headers include no other headers of the project, so every room may include them.
 BASE = ("platform/QtCompat.h",)
 INCLUDE = re.compile(r'^#\s*include "([^"]+)"', re.MULTILINE)
 
 
 def room_of(name):
-    """The folder of a file; in platform/ the folder below it. The controller's chapters belong to pane/ wherever they stand."""
+    """Returns the room of a file: its top folder, or in platform/ the folder below. Controller*.cpp belongs to pane/ in every
+    folder, because it defines a chapter of the controller."""
     folders = name.split("/")[:-1] or ["."]
     if name in BASE:
         return "platform/base"
@@ -24,7 +26,7 @@ def room_of(name):
 
 
 def circles(arrows):
-    """The strongly connected parts of a graph that have more than one node (Tarjan's algorithm)."""
+    """Returns the circles of a graph: its strongly connected components with more than one node (Tarjan's algorithm)."""
     index, lowest, stack, found = {}, {}, [], []
 
     def visit(node):
@@ -49,7 +51,8 @@ def circles(arrows):
 
 class IncludeGraph:
     def __init__(self, root, files):
-        """Reads the includes of `files`, named from `root`. Generated headers are not among them and are left out."""
+        """Reads the includes of `files`, whose names are relative to `root`. Ignores includes of other files, such as generated
+        headers."""
         known = set(files)
         self.files = {name: [header for header in INCLUDE.findall((pathlib.Path(root) / name).read_text(encoding="utf-8"))
                              if header in known] for name in files}
@@ -81,6 +84,6 @@ class IncludeGraph:
         return f"{len(self.files)} files, {len(self.arrows)} arrows, circles: {len(rooms)} of rooms, {len(files)} of files"
 
     def text(self):
-        """One line for each room, from the top down, with the rooms that it includes."""
+        """Returns a line for each room with the rooms that it includes, from the highest room to the lowest."""
         targets = self.targets()
         return "\n".join(f"{room}: {' '.join(sorted(targets[room], key=ROOMS.index)) or '-'}" for room in reversed(ROOMS))

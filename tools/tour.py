@@ -1,10 +1,10 @@
 #!/usr/bin/python3
-"""Walks through the pane as a person would and takes pictures: tools/tour.py BUILD-FOLDER [--docs] [PART...]
+"""Uses the pane like a person and takes pictures: tools/tour.py BUILD-FOLDER [--docs] [PART...]
 
-Runs in a private session with a display, a bus and a window manager, or with Wayland, where it takes fewer pictures
-(./run --tour makes both). The pictures go to
-BUILD-FOLDER/tour/, and a line for each says what it shows. A part that fails is named, the other parts still run, and
-the exit code is 1. With --docs, the README's pictures are also scaled down and written to docs/pictures/.
+Needs a private session with a bus and either an X display with a window manager or Wayland. On Wayland it takes fewer
+pictures. ./run --tour runs it in both sessions. It writes the pictures to BUILD-FOLDER/tour/ and prints a line about each.
+If a part fails, the tour prints its name, continues with the other parts and exits with code 1.
+With --docs it also writes copies of the README's pictures with fewer colours to docs/pictures/.
 """
 
 import argparse
@@ -27,12 +27,12 @@ from screens import IS_WAYLAND, SCREEN  # noqa: E402
 
 GERMAN = {"LC_ALL": "de_DE.UTF-8", "LANGUAGE": "de"}
 TRANSLATIONS = ROOT / "resources" / "translations" / "ks7_de.ts"
-# The pictures of the README, and their names there.
+# The pictures that the README shows, with their file names in docs/pictures/.
 DOCUMENTED = {"30-wayland-properties": "properties", "31-wayland-preview": "preview", "33-wayland-dark": "dark",
               "32-wayland-systemsettings": "system-settings"}
-# The version of Plasma, which is that of Qt too.
+# The major version of Plasma. It equals that of Qt.
 PLASMA = "6" if shutil.which("kcmshell6") else "5"
-# Programs take style and icons of Plasma, Breeze, only in a session of it.
+# Only in a Plasma session do programs use Plasma's style and icons (Breeze).
 PLASMA_SESSION = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": PLASMA}
 DARK_SCHEME = pathlib.Path("/usr/share/color-schemes/BreezeDark.colors")
 CAMERA_AT_THE_CABLE = "00-1b-dc-0f-5d-04"
@@ -63,7 +63,7 @@ class Tour:
 
     @contextlib.contextmanager
     def fresh_agent(self):
-        """Runs without an agent, so that the pane launches its own."""
+        """Ends a running agent before and after the part, so that the pane launches a new one."""
         self.agent.quit_if_up()
         yield
         self.agent.quit_if_up()
@@ -99,7 +99,7 @@ def rows(program):
 
 
 def wait_row(program, pattern):
-    """Returns the accessible object of the first row with a matching text."""
+    """Waits for a row of the list whose text matches `pattern`, and returns its accessible object."""
     def fitting():
         return next((cell for cell in program.all(role="table cell")
                      if re.search(pattern, accessible.name_of(cell))), None)
@@ -109,7 +109,7 @@ def wait_row(program, pattern):
 def cameras_come_and_stream(tour):
     """the list of cameras"""
     with tour.preferences() as pane:
-        # On a slow machine the agent is ahead of the walk, so a later state is as good.
+        # On a slow machine the agent may be further than the tour, so accept later states as well.
         wait_row(pane, "^Kitchen, (Pairing|Starting|Streaming)")
         tour.picture(pane, "01-pairing", "the pane has launched its agent; a camera pairs, its dot blinks")
         wait_row(pane, "^Kitchen, (Starting|Streaming)")
@@ -245,7 +245,7 @@ def live_preview(tour):
 
 
 def black(pane, name):
-    """Returns whether the picture is still black."""
+    """Returns whether the widget `name`, which shows the picture, is still black on the screen."""
     x, y, width, height = pane.rectangle(name)
     told = subprocess.run(["import", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "-format", "%[fx:maxima]",
                            "info:"], capture_output=True, text=True, check=True, stdin=subprocess.DEVNULL)
@@ -270,7 +270,7 @@ def no_agent(tour):
 
 @contextlib.contextmanager
 def dark(is_dark=True):
-    """Sets a dark colour scheme for programs started inside."""
+    """Lets programs that are started inside the `with` block use a dark colour scheme, if `is_dark`."""
     settings = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "kdeglobals"
     before = settings.read_text() if settings.exists() else ""
     if is_dark:
@@ -316,7 +316,8 @@ def resize(pane, width, height):
 
 
 def in_german(text):
-    """Looks the translation up, so that the tour follows a change of it."""
+    """Returns the German translation of a text. Reads it from the .ts file, so that a changed translation needs no change
+    here."""
     for message in xml.etree.ElementTree.parse(TRANSLATIONS).iter("message"):
         if message.findtext("source") == text:
             return message.findtext("translation")
