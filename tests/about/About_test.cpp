@@ -20,7 +20,7 @@
 
 namespace {
 
-/// A run of a label's characters with the same format.
+/// A sequence of a label's characters that have the same format.
 struct Run {
     QString text;
     bool underlined;
@@ -136,7 +136,8 @@ void AboutTest::showAboutBox()
 void AboutTest::activate(QWidget *window)
 {
     makeActive(window);
-    // QWindow::isActive() is also true for a dialog whose parent window is active.
+    // Compare activeWindow(), because QWindow::isActive() is also true for a dialog whose parent window is
+    // active.
     QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), window, Timeout);
 }
 
@@ -278,7 +279,8 @@ void AboutTest::aHostMayDestroyTheWindowUnderTheBox()
     fixture->outlets().pulldownMenu->menu()->actions().constLast()->trigger();
     const QPointer<KS7AboutBoxWindow> shown = hostWindow->findChild<KS7AboutBoxWindow *>();
     QVERIFY(shown);
-    // A host that keeps the view removes it from its window first.
+    // The host must remove the pane's view from its window before it deletes the window. Otherwise Qt would
+    // delete the view too.
     fixture->pane->mainView()->setParent(nullptr);
     delete hostWindow;
     QVERIFY(shown);
@@ -302,7 +304,7 @@ void AboutTest::releaseOutsideOpensNothing()
     QTest::mouseMove(field(), outside());
     release(outside());
     QCOMPARE(opened(), QStringList());
-    // The earlier press is finished: a later release inside the field must not open the page.
+    // The first release ended the press. A second release inside the field must not open the page.
     release(inside());
     QCOMPARE(opened(), QStringList());
 }

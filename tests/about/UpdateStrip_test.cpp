@@ -15,7 +15,7 @@
 
 using platform::UpdateOffer;
 
-/// Tests the pane's window while the updater has an offer.
+/// Tests the strip that the pane's window shows when the updater has an offer.
 class UpdateStripTest : public QObject {
     Q_OBJECT
 
@@ -94,7 +94,7 @@ void UpdateStripTest::theUpdaterIsTheFrameworksForThePanesBundle()
     KSUpdater::init(*mPane->updates, mPane->bundle);
     QCOMPARE(mPane->takeJournal(QStringLiteral("updater ")),
              QStringList({QStringLiteral("shared"), QStringLiteral("made")}));
-    // The first of the three requests comes from showing the pane.
+    // Three requests for an updater are expected: one from showing the pane and two from this test.
     QCOMPARE(mPane->updates->bundles.size(), std::size_t(3));
     for (const auto &bundle : mPane->updates->bundles)
         QCOMPARE(bundle, std::shared_ptr<platform::Bundle>(mPane->bundle));
@@ -256,7 +256,8 @@ void UpdateStripTest::say(const QString &stage)
         offer().fail(QStringLiteral("Die Paketquelle ist nicht erreichbar."));
 }
 
-/// Names the first part of the strip that has less room than its text needs or reaches out of the strip.
+/// Returns the name of the first widget that is too small for its text or extends beyond the strip. Empty if
+/// no widget is clipped.
 QString UpdateStripTest::whatIsClipped()
 {
     const auto *frame = strip<QFrame>("updateStrip");
