@@ -4,14 +4,14 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/// Which program is the agent.
+/// Tests the choice of the agent's executable.
 class AgentProgramTest : public QObject {
     Q_OBJECT
 
     const QString mInstalled = QStringLiteral("/Library/Application Support/KS-7/KS7Agent.app");
 
 private Q_SLOTS:
-    // None is installed where tests run.
+    // The tests require a machine without an installed agent.
     void initTestCase() { QVERIFY(!QFile::exists(mInstalled)); }
     void init() { qunsetenv("KS7_AGENT"); }
 

@@ -31,7 +31,7 @@ QVariantMap record(int status, const QString &cameraID, const QString &name)
 
 constexpr auto JustInTime = 2s;
 constexpr auto JustTooLate = 4500ms;
-/// The result of a failed operation whose success is 0.
+/// The result of a failed call of an operation that returns 0 for success.
 constexpr int NoSuccess = -1;
 
 } // namespace
@@ -359,7 +359,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("error");
         QTest::newRow("failed") << QStringLiteral("org.freedesktop.DBus.Error.Failed");
-        // The agent may forward the error of its own call to another service.
+        // This error does not prove that the agent is gone. The agent may return the error of its own call to
+        // another service.
         QTest::newRow("no service") << QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown");
         QTest::newRow("disconnected") << QStringLiteral("org.freedesktop.DBus.Error.Disconnected");
     }
@@ -427,7 +428,8 @@ private Q_SLOTS:
     void theDeviceControllersCallsHaveThreeSeconds()
     {
         QFETCH(QString, method);
-        // A busy machine cannot tell 3 s from 4 s by waiting.
+        // Check the value of CallTimeout directly. On a busy machine, a measured wait cannot distinguish 3 s
+        // from 4 s.
         QCOMPARE(platform::CallTimeout.count(), 3000);
         agentAnswers("validateName", {true});
         agent().answerLate(method, JustTooLate);

@@ -16,7 +16,7 @@ namespace {
 const QString AgentErrorTitle = QStringLiteral("Installation Error");
 const QString BluetoothErrorTitle = QStringLiteral("Bluetooth Error");
 
-/// A stand-in for the host's manager class and for the manager.
+/// A stand-in both for the host's manager class and for the manager object that the class returns.
 class HostManager : public QObject {
     Q_OBJECT
 public:
@@ -45,7 +45,7 @@ private:
     PaneFixture *mPane = nullptr;
 
     PaneFixture &pane() { return *mPane; }
-    /// Shows the pane and runs the work that its start-up queues.
+    /// Shows the pane and runs the work that its start-up has queued.
     void showPane()
     {
         pane().show();
@@ -197,8 +197,8 @@ private Q_SLOTS:
         QVERIFY(!pane().controller().isStreaming());
         QCOMPARE(pane().takeLog(),
                  (QStringList{QStringLiteral("connectionDidDie:"), QStringLiteral("cameraStatusChanged")}));
-        // Expected order: sheets end, the table is emptied, the preferences are read without an agent, the
-        // preview stops.
+        // The expected order: the sheets end, the table is emptied, the preferences are read without an
+        // agent, and the preview stops.
         const auto journal = pane().takeJournal();
         QCOMPARE(journal.mid(0, 3),
                  (QStringList{QStringLiteral("end ") + pane().outlets().pinSheet->objectName(),
@@ -340,7 +340,7 @@ private Q_SLOTS:
                            "turned on."));
         QCOMPARE(shown.window, pane().sheets->applicationMainWindow());
         QVERIFY(pane().sheets->dismissAlert());
-        QCOMPARE(pane().runLoop->pendingCount(), 1U); // the showing's makeItKey alone
+        QCOMPARE(pane().runLoop->pendingCount(), 1U); // the only pending call is makeItKey()
     }
 
     void aLossOfBluetoothStopsThePreviewAndRefreshesBeforeItIsReported()

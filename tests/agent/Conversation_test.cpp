@@ -16,7 +16,8 @@ namespace {
 const QString Kitchen = QStringLiteral("00-11-22-33-44-55");
 const QString Desk = QStringLiteral("66-77-88-99-AA-BB");
 
-/// User info of a post that the pane never sends. Its arrival proves that all earlier messages have arrived.
+/// The user info of a post that the pane itself never sends. When the agent receives it, all earlier messages
+/// have arrived.
 constexpr int FullStop = 77;
 
 } // namespace
@@ -33,7 +34,7 @@ private:
     PaneFixture &pane() { return *mPane; }
     RecordingAgent &agent() { return *mAgent; }
     void agentKnowsTwoCamerasAndPrefersTheDesks() { agent().knowTwoCameras(Kitchen, Desk); }
-    /// The calls of one refresh while the row of `address` is selected.
+    /// The remote calls of one refresh while the row of `address` is selected.
     static QStringList refresh(const QString &address = {})
     {
         return QStringList{QStringLiteral("cameraDict"), QStringLiteral("sortedDeviceList"),
@@ -46,7 +47,7 @@ private:
         return {question.trimmed()};
     }
     static QString posted(const QString &name) { return QStringLiteral("post ") + name; }
-    /// The messages received by the agent so far. Waits until none is still on its way.
+    /// Waits until every sent message has arrived, then returns the messages that the agent has received.
     QStringList heard()
     {
         pane().runLoop->turn();

@@ -1,4 +1,4 @@
-"""The generator of the remote interfaces."""
+"""Tests the generator of the proxies and adaptors of the remote interfaces."""
 
 import pathlib
 import subprocess
