@@ -1,4 +1,4 @@
-"""ks7-agent-check passes agents that keep to the contract, and names what others do wrong."""
+"""Tests that ks7-agent-check accepts agents that follow the contract, and reports each violation of the others."""
 
 import json
 import os
@@ -30,7 +30,8 @@ def check(*arguments, **options):
 
 
 class Run:
-    """A run with --json. The machine may be busy, so its limits are long; a hang costs a whole limit."""
+    """A run of ks7-agent-check with --json. --slow multiplies every limit, because test machines may be busy. A hanging
+    agent takes the whole limit, so tests with such an agent pass a lower factor."""
 
     def __init__(self, *arguments, slow=10):
         done = check("--json", "--slow", str(slow), *arguments)
@@ -46,7 +47,7 @@ class Run:
 
 
 def script(folder, text):
-    """A program that runs a shell command, to be launched."""
+    """Writes an executable script that runs a shell command, and returns its path. Tests launch it as an agent."""
     file = pathlib.Path(folder) / "agent.sh"
     file.write_text(f"#!/bin/sh\n{text}\n")
     file.chmod(0o755)
@@ -247,7 +248,7 @@ class Output(unittest.TestCase):
         try:
             while part := os.read(reader, 4096):
                 out += part
-        except OSError:  # the end of the terminal
+        except OSError:  # reading fails when the terminal is closed
             pass
         self.assertEqual(run.wait(TIMEOUT), 0)
         self.assertIn("…     names.owned".encode(), out)

@@ -1,4 +1,4 @@
-"""The contract's page tells what the declarations and the code say."""
+"""Tests that the contract's page, docs/AGENT.md, agrees with the interface files and with the code."""
 
 import pathlib
 import re
@@ -12,7 +12,7 @@ INTERFACES = {"### Camera side": "com.orvex.KS7DeviceControllerProxy",
 
 
 def rows(heading):
-    """The cells of the first table below a heading, without its two lines of headings."""
+    """Returns the cells of the first table below a heading, without the table's two header lines."""
     below = PAGE.split("\n" + heading, 1)[1]
     table = re.search(r"^\|.*?(?=\n[^|]|\Z)", below, re.MULTILINE | re.DOTALL)[0]
     return [[cell.strip() for cell in line.strip("|").split("|")] for line in table.splitlines()[2:]]
@@ -23,7 +23,7 @@ def code(cell):
 
 
 def constants(header, namespace=None):
-    """The texts that a header gives a name, in their order."""
+    """Returns the values of the string constants in a header file, in their order."""
     text = (ROOT / header).read_text()
     if namespace:
         text = re.search(rf"namespace {namespace} {{(.*?)}} // namespace", text, re.DOTALL)[1]
@@ -31,7 +31,8 @@ def constants(header, namespace=None):
 
 
 def declared(interface):
-    """Name, types and names of the arguments in, and of those out, of each operation."""
+    """Returns the name, the input arguments and the output arguments of each operation. An argument is a pair of type
+    and name."""
     def arguments(method, direction):
         return [(arg.get("type"), arg.get("name")) for arg in method.iter("arg") if arg.get("direction") == direction]
     tree = xml.etree.ElementTree.parse(ROOT / "agent" / f"{interface}.xml")
