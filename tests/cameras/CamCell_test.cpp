@@ -17,7 +17,7 @@ const QColor DarkGray(85, 85, 85);
 
 enum class Dot { Green, Red, Orange, Gray, Unknown };
 
-/// Tells the four dots apart by the colour in their middle.
+/// Recognises one of the four dots by the colour of its centre.
 Dot dotOfColor(const QColor &color)
 {
     if (color.saturation() < 40)
@@ -29,7 +29,7 @@ Dot dotOfColor(const QColor &color)
 
 } // namespace
 
-/// The pane's resources; records the requested ones.
+/// Wraps the pane's resources and records the names of the requested ones.
 class AskedBundle final : public platform::Bundle {
 public:
     [[nodiscard]] QString pathForResource(const QString &name, const QString &type) const override
@@ -44,7 +44,7 @@ private:
     FakeBundle mResources;
 };
 
-/// Tests the rows of the camera table by their pixels.
+/// A table source without rows. No camera is starting, so the table ends its animation at the next tick.
 class NoCameras final : public CameraTableSource {
 public:
     int numberOfRowsInTableView(const QObject *) override { return 0; }
@@ -56,6 +56,7 @@ private:
     QHash<QString, std::shared_ptr<KS7Cam>> mCameras;
 };
 
+/// Tests the rows of the camera table by their pixels.
 class CamCellTest : public QObject {
     Q_OBJECT
 
@@ -85,8 +86,7 @@ class CamCellTest : public QObject {
         return image;
     }
 
-    /// Bounds of the pixels that differ from the background, in logical coordinates, within the examined
-    /// area.
+    /// The bounds of all pixels in `part` that differ from the background, in logical coordinates.
     QRectF inkWithin(const QImage &image, const QRect &part) const
     {
         QRect ink;
@@ -106,7 +106,8 @@ class CamCellTest : public QObject {
 
     Dot dotOf(const QImage &image) const { return dotOfColor(at(image, Frame.topLeft() + QPoint(7, 26))); }
 
-    /// The colour furthest from the background, which is the text's where it is thickest.
+    /// The colour in `part` that differs most from the background. Thick parts of a text have the text's own
+    /// colour.
     QColor inkColorWithin(const QImage &image, const QRect &part) const
     {
         QColor ink = mGround;
@@ -124,7 +125,8 @@ class CamCellTest : public QObject {
         return ink;
     }
 
-    /// Compares with a tolerance: text may be thinner than a pixel everywhere.
+    /// Compares with a tolerance. Thin text is blended with the background, so no pixel may have the exact
+    /// colour.
     static bool isAbout(const QColor &color, const QColor &expected)
     {
         return std::abs(qGray(color.rgb()) - qGray(expected.rgb())) <= 24;
@@ -181,7 +183,8 @@ private Q_SLOTS:
         mScale = scale;
         showCamera(QStringLiteral("Kitchen"), 4);
         const auto image = drawn();
-        // The dot's lower edge is at y + 30, its left one at x + 3; it is 8 wide at most.
+        // In the row, the dot's left edge is at x + 3 and its lower edge at y + 30. The dot is at most 8
+        // pixels wide.
         const auto dot = inkWithin(image, QRect(Frame.left(), Frame.top() + 20, 12, 16));
         QVERIFY2(dot.left() >= 23.0 && dot.left() < 24.0, qPrintable(QString::number(dot.left())));
         QVERIFY(dot.bottom() <= 40.0 && dot.bottom() > 39.0);
@@ -249,7 +252,7 @@ private Q_SLOTS:
         mTable->cycle(nullptr);
         mTable->settingsController = nullptr;
         QCOMPARE(int(dotOf(drawn())), int(Dot::Gray));
-        // No camera was starting, so that tick was the last. Drawing restarted the animation.
+        // No camera was starting, so the tick ended the animation. Drawing the row started it again.
         QCOMPARE(int(dotOf(drawn())), int(Dot::Orange));
     }
 
@@ -329,7 +332,7 @@ private Q_SLOTS:
         mCell.setHighlighted(true);
         showCamera(QStringLiteral("Kitchen"), 4);
         const auto image = drawn();
-        // Left of the dot and above it, in the rim.
+        // Two points in the dot's white rim: one is left of the dot, the other above it.
         QVERIFY(isAbout(at(image, Frame.topLeft() + QPoint(2, 26)), Qt::white));
         QVERIFY(isAbout(at(image, Frame.topLeft() + QPoint(7, 21)), Qt::white));
     }
@@ -437,7 +440,7 @@ private Q_SLOTS:
         const auto put = [&](const char *type, Qt::GlobalColor color) {
             QImage image(4, 4, QImage::Format_RGB32);
             image.fill(color);
-            // Qt recognises the format by the contents, not by the name.
+            // Qt detects the image format from the file's contents, so a PNG file may have any extension.
             QVERIFY(image.save(folder.filePath(QStringLiteral("dot.") + QLatin1String(type)), "PNG"));
         };
         const auto found = [&] {

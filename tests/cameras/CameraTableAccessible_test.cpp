@@ -11,10 +11,10 @@ namespace Names = NotificationNames;
 
 namespace {
 
-/// Events sent to assistive programs, such as "name 1".
+/// The events sent to assistive programs, in order, such as "name 1" for a new name of child 1.
 QStringList told;
 
-/// The text that a screen reader is asked to say; null for other events.
+/// The text of an announcement, which a screen reader speaks. Null for other events.
 QString announcementIn(QAccessibleEvent *event)
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
@@ -57,8 +57,8 @@ class CameraTableAccessibleTest : public QObject {
     std::unique_ptr<PaneFixture> mFixture;
     QProcess mAccessibilityBus;
 
-    /// Qt asks for the accessibility bus once each time its launcher appears, possibly too early. Restart the
-    /// launcher until Qt has found the bus.
+    /// Qt looks for the accessibility bus once each time its launcher appears on the bus, possibly too early.
+    /// So the function restarts the launcher until Qt finds the bus.
     bool meetAssistivePrograms()
     {
         for (int attempt = 0; attempt < 10 && !QAccessible::isActive(); ++attempt) {
@@ -98,7 +98,7 @@ class CameraTableAccessibleTest : public QObject {
         told.clear();
     }
 
-    /// Delivers the announcements that wait for the event loop.
+    /// Delivers the announcements that are queued in the event loop.
     static void settle() { QCoreApplication::processEvents(); }
 
     void agentPosts(const QString &name)
@@ -114,7 +114,8 @@ class CameraTableAccessibleTest : public QObject {
     }
 
 public:
-    /// Runs before the application exists. QTEST_MAIN calls it, so it must be public.
+    /// QTEST_MAIN calls initMain() before it constructs the application. The function must be public for
+    /// that.
     static void initMain()
     {
         qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");

@@ -26,7 +26,7 @@ const QString ServiceOn = QStringLiteral("KS7On");
 
 } // namespace
 
-/// Tests the agent's list in the pane: remote calls, rows, enabled controls.
+/// Tests the list of cameras that the agent sends: the remote calls, the rows and the enabled controls.
 class ControllerCameraListTest : public QObject {
     Q_OBJECT
 
@@ -71,7 +71,8 @@ class ControllerCameraListTest : public QObject {
 
     static QStringList refreshCalls()
     {
-        // Each enableUSBOptions() asks whether the connected camera is the selected one.
+        // A refresh calls enableUSBOptions() twice. Each call asks whether the camera on the cable is the
+        // selected one.
         return {QStringLiteral("cameraDict"),
                 QStringLiteral("sortedDeviceList"),
                 QStringLiteral("indexOfPreferredKS7Cam"),
@@ -171,7 +172,7 @@ private Q_SLOTS:
         addThreeCameras();
         showPane();
         agent().prefer(Desk);
-        // Handled at once, without a turn of the run loop.
+        // The pane handles the notification synchronously, before the next turn of the run loop.
         mFixture->distributedCenter->deliver(Names::PreferredCameraChanged);
         QCOMPARE(table().selectedRow(), 1);
         const QStringList calls{QStringLiteral("indexOfPreferredKS7Cam"),
@@ -334,7 +335,7 @@ private Q_SLOTS:
         agent().prefer(Kitchen);
         showPane();
         QCOMPARE(outlets().removeButton->isEnabled(), removable);
-        // Adding is disabled only while the preferred camera streams.
+        // The pane disables the add button only while the preferred camera streams (status 4).
         QCOMPARE(outlets().addButton->isEnabled(), status != 4);
         QVERIFY(outlets().startButton->isEnabled());
         clickRow(0);
@@ -368,7 +369,7 @@ private Q_SLOTS:
         addThreeCameras();
         showPane();
         outlets().pulldownMenu->setEnabled(false);
-        // A lost connection empties the table; the last snapshot remains.
+        // A lost connection removes the table's rows, but the controller keeps its last copy of the cameras.
         int cameras = 0;
         connect(table().model(), &QAbstractItemModel::rowsRemoved, this, [&] {
             cameras = static_cast<int>(controller().cameras().size());
@@ -515,7 +516,8 @@ private Q_SLOTS:
         QCOMPARE(table().numberOfRows(), 2);
         QVERIFY(!controller().tableViewObjectValue(&table(), QStringLiteral("2"), 0).isValid());
         clickRow(0);
-        // The sorted list has the address; only the record is missing.
+        // The sorted list contains the address, so the click still selects it. Only the camera's record is
+        // missing.
         QCOMPARE(mFixture->takeRemoteCalls().at(1), QStringLiteral("setPreferredDeviceAddress ") + Kitchen);
         QVERIFY(!outlets().removeButton->isEnabled());
     }
@@ -529,7 +531,8 @@ private Q_SLOTS:
         QCOMPARE(table().numberOfRows(), 2);
         QCOMPARE(table().textOfRow(0), QStringLiteral("Kitchen, Streaming"));
         QCOMPARE(table().textOfRow(1), QStringLiteral("Unknown camera"));
-        // The third name has a value, but neither a row nor an address.
+        // The sorted list has three names and the dictionary has two. The third name has a record, but no
+        // row.
         QVERIFY(cameraInRow(2));
         QCOMPARE(table().selectedRow(), -1);
         QVERIFY(controller().selectedCamAddress().isNull());

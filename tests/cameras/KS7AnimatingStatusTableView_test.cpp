@@ -25,13 +25,14 @@ const QColor Black(0, 0, 0);
 const QColor DarkGray(85, 85, 85);
 const QColor White(255, 255, 255);
 
-/// The colours of a row's two lines.
+/// The text colours of a row's two lines.
 struct RowInk {
     QColor name;
     QColor status;
 };
 
-/// The colour furthest from the background within the area, which is the text's where it is thickest.
+/// The colour in the area that differs most from the background. Thick parts of a text have the text's own
+/// colour.
 QColor inkWithin(const QImage &image, const QRect &area, const QColor &ground)
 {
     const auto distance = [&ground](const QColor &color) {
@@ -47,7 +48,8 @@ QColor inkWithin(const QImage &image, const QRect &area, const QColor &ground)
     return ink;
 }
 
-/// Text may be thinner than a pixel everywhere.
+/// Compares with a tolerance. Thin text is blended with the background, so no pixel may have the exact
+/// colour.
 bool isAbout(const QColor &color, const QColor &expected)
 {
     return std::abs(qGray(color.rgb()) - qGray(expected.rgb())) <= 24;
@@ -78,7 +80,7 @@ class KS7AnimatingStatusTableViewTest : public QObject {
         mFixture->takeJournal();
     }
 
-    /// Records actions instead of sending them to the controller.
+    /// Makes the table record its actions instead of sending them to the controller.
     void recordActions()
     {
         mActions.clear();
@@ -104,7 +106,8 @@ class KS7AnimatingStatusTableViewTest : public QObject {
         release(row);
     }
 
-    /// Renders at twice the resolution, where text is thick enough to have its full colour.
+    /// Renders at twice the resolution. Some pixels then lie completely inside the text and have its exact
+    /// colour.
     RowInk inkOfRow(int row)
     {
         constexpr int Scale = 2;

@@ -96,7 +96,8 @@ void SanitizedLineTest::aNameWithOverridesIsIsolated()
 
 void SanitizedLineTest::aLoneIsolateIsWrittenAsItsCode()
 {
-    // An unpaired PDI would end the isolate around the name; an unpaired start would outlast it.
+    // An unpaired PDI in a name would end the isolate that surrounds the name. An unpaired isolate start
+    // would also affect the text after the name.
     QCOMPARE(sanitizedLine(QStringLiteral("\u202Ea\u2069b")),
              QString(Isolate + QStringLiteral("\u202Ea\u27E8U+2069\u27E9b") + Pop));
     QCOMPARE(sanitizedLine(QStringLiteral("a\u2067b\u2066c\u2069")),
