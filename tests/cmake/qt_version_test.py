@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""Which Qt a build takes, by what is installed, and what it says of a system without KDE Frameworks."""
+"""Tests which Qt version the build selects for the installed packages. Also tests the build's message on a system
+without KDE Frameworks."""
 
 import os
 import pathlib
@@ -33,7 +34,7 @@ class QtVersionTest(unittest.TestCase):
         self.folder = pathlib.Path(folder.name)
 
     def install(self, prefix, **packages):
-        """Package files that say nothing but the version."""
+        """Writes CMake package files that define only the version."""
         for name, version in packages.items():
             place = prefix / "lib" / "cmake" / name
             place.mkdir(parents=True)
