@@ -8,20 +8,20 @@
 #include <map>
 #include <optional>
 
-/// State of an agent without a bus. FakeAgentProxyFactory's proxies reply from these fields and record each
-/// call in the journal.
+/// The state of an agent without a bus. The proxies of FakeAgentProxyFactory take their replies from these
+/// fields and record each call in the journal.
 class FakeAgent {
 public:
     explicit FakeAgent(Journal journal);
 
-    /// Adds or replaces a camera. A new address is appended to `sorted`.
+    /// Adds or replaces a camera. If the address is new, the function also appends it to `sorted`.
     void addCamera(const QString &address, const QString &name, int status, const QString &cameraID = {});
     void prefer(const QString &address);
     void call(const QString &line) { mJournal->append(QStringLiteral("remote ") + line); }
 
     bool running = true;
     bool usbServerRunning = true;
-    /// Number of the connection attempt that finds the agent running; 0 means never.
+    /// The agent starts to run at the connection attempt with this number. If 0, attempts never start it.
     int appearsAtAttempt = 0;
     int attempts = 0;
 
@@ -35,12 +35,13 @@ public:
     bool answersLevels = true;
 
     QString usbAddress;
-    /// connectedCamHasBTAddress replies true for every address, even a null one.
+    /// While true, connectedCamHasBTAddress() returns true for every address, even for a null one.
     bool everyAddressIsAtTheCable = false;
     bool needsFirmware = false;
     int setPassKeyResult = 0;
     int startUpdateResult = 0;
-    /// Called inside the remote call of that name, before its reply.
+    /// Maps the name of a remote call to a hook. The proxy runs the hook inside the call, before the call
+    /// returns.
     std::map<QString, std::function<void()>> during;
 
 private:

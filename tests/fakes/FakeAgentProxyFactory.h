@@ -4,7 +4,7 @@
 
 class FakeAgent;
 
-/// Makes proxies that reply from the fields of a FakeAgent.
+/// Creates proxies that take their replies from the fields of a FakeAgent.
 class FakeAgentProxyFactory final : public AgentProxyFactory {
 public:
     explicit FakeAgentProxyFactory(FakeAgent &agent)

@@ -6,7 +6,7 @@
 
 #include <utility>
 
-/// A device that has an address and nothing else.
+/// A Bluetooth device that only provides a fixed address.
 class FakeBluetoothDevice final : public platform::BluetoothDevice {
 public:
     explicit FakeBluetoothDevice(QString addressString)

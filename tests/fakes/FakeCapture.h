@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-/// A camera that opens or fails as `opens` says.
+/// A capture device whose open() succeeds only while `opens` is true.
 class FakeCaptureDevice final : public platform::CaptureDevice {
 public:
     FakeCaptureDevice(Journal journal, QString uniqueID, QString name = {});
@@ -27,7 +27,7 @@ private:
     bool mOpen = false;
 };
 
-/// A session whose frames come from deliverFrame() only.
+/// A capture session that delivers a frame only when the test calls deliverFrame().
 class FakeCaptureSession final : public platform::CaptureSession {
 public:
     explicit FakeCaptureSession(Journal journal)
@@ -54,7 +54,7 @@ private:
     FrameHandler mFrameHandler;
 };
 
-/// A list of fake cameras, and all sessions made so far.
+/// Contains the fake cameras and all sessions created so far.
 class FakeCapture final : public platform::Capture {
 public:
     explicit FakeCapture(Journal journal)
@@ -67,7 +67,7 @@ public:
 
     std::vector<std::shared_ptr<FakeCaptureDevice>> devices;
     std::vector<std::shared_ptr<FakeCaptureSession>> sessions;
-    /// Initial values of `accepts` and `addError` for new sessions.
+    /// New sessions copy these values into their fields `accepts` and `addError`.
     bool sessionsAccept = true;
     std::optional<platform::CaptureError> addError;
 

@@ -10,15 +10,15 @@
 class FakeAgent;
 class FakeConnection;
 
-/// Connections to a FakeAgent. They succeed while the agent runs.
+/// Opens connections to a FakeAgent. Attempts succeed only while the agent runs.
 class FakeConnectionRegistry final : public platform::ConnectionRegistry {
 public:
     FakeConnectionRegistry(Journal journal, FakeAgent &agent,
                            std::shared_ptr<platform::NotificationCenter> localCenter);
     std::shared_ptr<platform::Connection> connectionWithRegisteredName(const QString &name) override;
-    /// Ends the agent; all open connections report their death.
+    /// Stops the agent. All open connections report their death.
     void killAgent();
-    /// Lets the newest connection to `name` report its death.
+    /// Makes the newest connection to the bus name `name` report its death.
     void die(const QString &name);
     [[nodiscard]] std::shared_ptr<platform::Connection> last(const QString &name) const;
 

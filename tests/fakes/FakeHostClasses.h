@@ -5,7 +5,7 @@
 #include <QHash>
 #include <QString>
 
-/// Looks host classes up in a table.
+/// Looks up the host's classes in a table that the test fills.
 class FakeHostClasses final : public platform::HostClasses {
 public:
     QObject *classNamed(const QString &name) override { return classes.value(name); }

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <functional>
 
-/// Replies `held`, and keeps the callback of onceFocused() for the test to call.
+/// Returns the modifier keys in `held`. Stores the callback of onceFocused(), so that the test can call it.
 class FakeKeyboardModifiers final : public platform::KeyboardModifiers {
 public:
     std::uint32_t currentKeyModifiers() override
@@ -16,8 +16,8 @@ public:
     }
     void onceFocused(std::function<void()> focused) override { onFocus = std::move(focused); }
     std::uint32_t held = 0;
-    /// Callback of the last onceFocused() call.
+    /// The callback that the last call of onceFocused() passed.
     std::function<void()> onFocus;
-    /// Called in currentKeyModifiers().
+    /// Hook that currentKeyModifiers() runs before it returns.
     std::function<void()> onLook;
 };

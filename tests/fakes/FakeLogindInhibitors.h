@@ -17,13 +17,13 @@
 #include <utility>
 #include <vector>
 
-/// What tests have logind show.
+/// The program name and the reason that logind lists for the sleep inhibitor.
 inline const platform::SleepDelay Delay{QStringLiteral("A program"), QStringLiteral("It needs a moment")};
 
-/// A logind that grants inhibitors and counts those whose descriptor is still open.
+/// A logind that grants inhibitors and counts the inhibitors whose descriptor is still open.
 class FakeLogindInhibitors final : public QDBusVirtualObject {
 public:
-    /// For QDBusConnection::disconnectFromBus(), after the object is deleted.
+    /// Tests pass this name to QDBusConnection::disconnectFromBus() after they have deleted the object.
     inline static const QString ConnectionName = QStringLiteral("fake logind inhibitors");
 
     FakeLogindInhibitors()
@@ -50,7 +50,7 @@ public:
         mBus.send(signal);
     }
 
-    /// Holds replies to Inhibit until answerNow().
+    /// Delays all replies to Inhibit until the test calls answerNow().
     void keepAnswersBack() { mKeepsAnswersBack = true; }
     [[nodiscard]] bool hasUnanswered() const { return !mUnanswered.isEmpty(); }
     void answerNow()
@@ -60,7 +60,7 @@ public:
             answer(question);
     }
     [[nodiscard]] int questions() const { return mQuestions; }
-    /// Number of granted inhibitors whose last descriptor is not closed yet.
+    /// The number of granted inhibitors that still have an open descriptor.
     [[nodiscard]] int held() const
     {
         return static_cast<int>(std::count_if(mReadEnds.begin(), mReadEnds.end(), [](int end) {

@@ -18,7 +18,7 @@ inline const QString SessionPath = platform::bus::LogindPath + QStringLiteral("/
 inline const QString UserPath = platform::bus::LogindPath + QStringLiteral("/user/self");
 inline const QString Active = QStringLiteral("Active");
 
-/// Value of the property Display of logind's user object.
+/// The value of the property Display of logind's user object: a session's name and object path.
 struct NamedSession {
     QString name;
     QDBusObjectPath path;
@@ -42,10 +42,11 @@ inline const QDBusArgument &operator>>(const QDBusArgument &argument, NamedSessi
 
 Q_DECLARE_METATYPE(NamedSession)
 
-/// A logind with one session, which is active or not. come() and go() take and release its bus name.
+/// A logind with one session, which is active or inactive. come() registers logind's bus name, and go()
+/// unregisters it.
 class FakeLogindSession final : public QDBusVirtualObject {
 public:
-    /// For QDBusConnection::disconnectFromBus(), after the object is deleted.
+    /// Tests pass this name to QDBusConnection::disconnectFromBus() after they have deleted the object.
     inline static const QString ConnectionName = QStringLiteral("fake logind session");
     enum class Finds { ByName, ByProcess, ByDisplay };
 
@@ -71,7 +72,8 @@ public:
     }
     void go() { mBus.unregisterService(platform::bus::Logind); }
 
-    /// Signals the new value in PropertiesChanged; switchesWithoutSaying() only invalidates the old one.
+    /// switches() sends PropertiesChanged with the new value. switchesWithoutSaying() sends it without a
+    /// value and lists the property as invalidated.
     void switches(bool active)
     {
         mActive = active;
@@ -83,7 +85,7 @@ public:
         announce({}, {Active});
     }
 
-    /// Holds replies about the session's state until answerNow().
+    /// Delays all replies of the session object until the test calls answerNow().
     void keepAnswersBack() { mKeepsAnswersBack = true; }
     [[nodiscard]] bool hasUnanswered() const { return !mUnanswered.isEmpty(); }
     void answerNow()
@@ -92,7 +94,7 @@ public:
         for (const QDBusMessage &question : std::exchange(mUnanswered, {}))
             mBus.send(answerTo(question));
     }
-    /// Methods that looked the session up, each listed once.
+    /// The names of the D-Bus methods that looked up the session, without duplicates.
     [[nodiscard]] QStringList searches() const { return mSearches; }
 
     [[nodiscard]] QString introspect(const QString &) const override { return {}; }

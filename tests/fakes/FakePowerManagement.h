@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-/// Power messages come from send() only.
+/// A power service that delivers a power message only when the test calls send().
 class FakePowerManagement final : public platform::PowerManagement {
 public:
     explicit FakePowerManagement(Journal journal)
@@ -17,7 +17,7 @@ public:
     void allowPowerChange(std::uint32_t rootPort, void *messageArgument) override;
     void send(std::uint32_t messageType, void *argument);
 
-    /// Arguments of all allowPowerChange() calls.
+    /// The arguments of all calls of allowPowerChange(), in order.
     std::vector<void *> allowed;
     int registrations = 0;
 

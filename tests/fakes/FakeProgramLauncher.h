@@ -3,7 +3,7 @@
 #include "platform/desktop/ProgramLauncher.h"
 #include "tests/fakes/Journal.h"
 
-/// Counts launches and starts nothing.
+/// Counts the launches, but starts no program.
 class FakeProgramLauncher final : public platform::ProgramLauncher {
 public:
     explicit FakeProgramLauncher(Journal journal)
@@ -18,7 +18,7 @@ public:
         return true;
     }
     int launches = 0;
-    /// What was to be launched last.
+    /// The path of the program in the last launch.
     QString program;
 
 private:

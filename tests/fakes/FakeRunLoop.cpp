@@ -72,7 +72,7 @@ void FakeRunLoop::pause(microseconds duration)
 {
     note(mJournal, QStringLiteral("pause %1").arg(duration.count()));
     mNow += duration_cast<milliseconds>(duration);
-    // Copy: onPause may reset itself while it runs.
+    // Copy the function before the call, because onPause may replace or clear itself.
     if (const auto happens = onPause)
         happens();
 }

@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-/// A run loop whose clock moves only in advance(), runFor() and pause().
+/// A run loop with a simulated clock. Only advance(), runFor() and pause() move the clock.
 class FakeRunLoop final : public platform::RunLoop {
 public:
     explicit FakeRunLoop(Journal journal);
@@ -20,17 +20,18 @@ public:
     void wake() override { }
     void pause(std::chrono::microseconds duration) override;
 
-    /// Moves the clock forward; queued work, delayed calls and timers run in the order of their due times.
+    /// Moves the clock forward. Runs the queued work, then delayed calls and timers in the order of their due
+    /// times.
     void advance(std::chrono::milliseconds time);
-    /// Runs the work queued so far. Work that it queues stays for the next turn.
+    /// Runs the work that is queued now. Work that is queued during the turn waits for the next turn.
     void turn();
     [[nodiscard]] std::size_t timerCount() const { return mTimers.size(); }
     [[nodiscard]] std::size_t pendingCount() const { return mDelayed.size(); }
-    /// Called once in each nested run: runFor() and runUntilWoken().
+    /// Hook that runs once in each nested run of the loop, so in runFor() and runUntilWoken().
     std::function<void()> onSlice;
-    /// Called in each pause().
+    /// Hook that runs in each call of pause().
     std::function<void()> onPause;
-    /// While true, nested runs return false, as they do when the application quits.
+    /// While true, runFor() and runUntilWoken() return false, as they do when the application quits.
     bool quitting = false;
 
 private:

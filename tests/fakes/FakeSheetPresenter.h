@@ -7,7 +7,8 @@
 
 #include <vector>
 
-/// Keeps a list of the open sheets. endSheet() calls the end handler, as QtSheetPresenter does.
+/// Shows sheets and keeps a list of the open ones. endSheet() calls the end handler, as QtSheetPresenter
+/// does.
 class FakeSheetPresenter final : public platform::SheetPresenter {
 public:
     explicit FakeSheetPresenter(Journal journal)
@@ -26,13 +27,13 @@ public:
         platform::SheetDidEnd didEnd;
     };
     [[nodiscard]] bool isUp(const platform::Sheet *sheet) const;
-    /// Parent window of the sheet; null when the sheet is not open.
+    /// The parent window of an open sheet. Null if the sheet is not open.
     [[nodiscard]] QWidget *windowOf(const platform::Sheet *sheet) const;
-    /// Presses the button of the first alert. Returns whether the end handler hid the alert and cleared the
-    /// focus inside it.
+    /// Presses the button of the oldest alert. Returns true if the end handler has hidden the alert and
+    /// removed the focus from its button.
     bool dismissAlert();
     std::vector<ShownAlert> alerts;
-    /// Titles of all alerts so far.
+    /// The titles of all alerts shown so far.
     QStringList alertTitles;
 
 private:

@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-/// Makes updaters that only record their start.
+/// Creates updaters that only record that they were started.
 class FakeSoftwareUpdate final : public platform::SoftwareUpdateFramework {
 public:
     explicit FakeSoftwareUpdate(Journal journal)
@@ -19,7 +19,7 @@ public:
     initForBundle(const std::shared_ptr<platform::Bundle> &) override;
     platform::UpdateOffer &offer() override { return mOffer; }
 
-    /// Arguments of all requests for an updater, in order.
+    /// The bundle that each request for an updater passed, in order.
     std::vector<std::shared_ptr<platform::Bundle>> bundles;
 
 private:

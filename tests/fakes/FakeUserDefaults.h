@@ -6,7 +6,8 @@
 #include <functional>
 #include <optional>
 
-/// One domain in memory. The pane's write stays pending until synchronize() copies it to `onDisk`.
+/// One preferences domain in memory. A write of the pane stays pending until synchronize() copies it to
+/// `onDisk`.
 class FakeUserDefaults final : public platform::UserDefaults {
 public:
     explicit FakeUserDefaults(Journal journal)
@@ -18,13 +19,13 @@ public:
                              const QString &name) override;
     bool synchronize() override;
 
-    /// Writes a value to `onDisk`, as the agent does in its own process.
+    /// Writes a value directly to `onDisk`, as the agent's own process does.
     void agentWrites(const QString &key, const QVariant &value);
     [[nodiscard]] QVariant stored(const QString &key) const;
     std::optional<platform::PropertyListDictionary> onDisk;
-    /// Called at the end of synchronize().
+    /// Hook that runs at the end of synchronize().
     std::function<void()> duringSynchronize = [] {};
-    /// While true, synchronize() drops the pending write and returns false.
+    /// While true, synchronize() discards a pending write and returns false.
     bool diskIsFull = false;
 
 private:

@@ -5,8 +5,7 @@
 #include <QStringList>
 #include <QUrl>
 
-/// Opens nothing and records each request in `opened`: "url …", "file …", "select …" or
-/// "bluetooth settings".
+/// Opens nothing. Records each request in `opened` as "url …", "file …", "select …" or "bluetooth settings".
 class FakeWorkspace final : public platform::Workspace {
 public:
     bool openURL(const QUrl &url) override;

@@ -5,10 +5,10 @@
 
 #include <vector>
 
-/// A notification center that delivers synchronously and records every post.
+/// A notification center that delivers notifications synchronously and records every post.
 class RecordingNotificationCenter final : public platform::NotificationCenter {
 public:
-    /// Selects the operations that go into the journal.
+    /// Whether the journal records only observers that are added or removed, or posts too.
     enum Noted { ObserversOnly, PostsToo };
     explicit RecordingNotificationCenter(Journal journal, Noted noted = ObserversOnly);
     void addObserver(const void *observer, const QString &name,
@@ -16,11 +16,12 @@ public:
     void removeObserver(const void *observer, const QString &name) override;
     void postNotificationName(const QString &name, const void *object, const QVariantMap &userInfo) override;
 
-    /// Delivers a notification of another process: observers receive it, but `posts` does not contain it.
+    /// Delivers a notification as if another process had posted it. Observers receive it, but `posts` does
+    /// not record it.
     void deliver(const QString &name, const QVariantMap &userInfo = {}, const void *object = nullptr);
     [[nodiscard]] int postCount(const QString &name) const;
     [[nodiscard]] QVariantMap lastUserInfo(const QString &name) const;
-    /// Observed names, in the order of registration.
+    /// The names that have an observer, in the order of registration.
     QStringList registrations;
     std::vector<platform::Notification> posts;
 
