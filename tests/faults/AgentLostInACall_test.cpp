@@ -22,9 +22,9 @@ const QString Desk = QStringLiteral("66-77-88-99-AA-BB");
 
 } // namespace
 
-/// Tests the loss of the agent inside each remote call and each user action. The call costs one timeout if
-/// the agent hangs, none if it dies. No other call is made. The pane then has no agent, receives one death
-/// notification and connects to the next agent.
+/// Tests the loss of the agent inside each remote call and each user action. A hanging agent costs one
+/// timeout, a dead agent none. The pane makes no further call, receives one death notification and connects
+/// to the next agent.
 class AgentLostInACallTest : public QObject {
     Q_OBJECT
 
@@ -51,7 +51,7 @@ private:
     }
     void turn() { pane().turn(); }
 
-    // An action of the user, the agent or the machine.
+    // Actions of the user, the agent or the machine, each of which makes remote calls.
 
     void showAgain() { pane().pane->willSelect(); }
     void refresh()
@@ -86,7 +86,8 @@ private:
                                  {{UserInfoKeys::Result, 0}, {UserInfoKeys::PassKey, QStringLiteral("1")}}});
     }
     void plugIn() { controller().enableUSBOptions(); }
-    /// The wait for an update ends only with its host, so end the host here.
+    /// The wait for an update ends only with the update or the host. So the host quits here as soon as the
+    /// agent is lost.
     void updateFirmware()
     {
         controller().installFirmware(nullptr);
@@ -122,7 +123,7 @@ private:
         };
         return all;
     }
-    /// Every remote call that the pane makes, with the action that makes it.
+    /// Test data: each remote call that the pane makes, and the action that makes it.
     static void everyCall()
     {
         QTest::addColumn<QString>("deed");
@@ -156,7 +157,7 @@ private:
         QVERIFY(!pane().sheets->isUp(pane().outlets().pinSheet));
         QVERIFY(!pane().sheets->isUp(pane().outlets().firmwareSheet));
     }
-    /// Checks that the call was made once and no call followed it.
+    /// Checks that the pane has made this call exactly once, as its last call. Posts do not count.
     void heardLastAndOnce(const QString &call)
     {
         const auto isCall = [&](const QString &line) { return line.section(QLatin1Char(' '), 0, 0) == call; };
@@ -176,15 +177,16 @@ private:
         QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 2; }));
         QCOMPARE(deaths(), before);
     }
-    /// Lets a call time out, without running the event loop afterwards.
+    /// Makes a call time out, but does not run the event loop, so the pane does not yet know of the agent's
+    /// death.
     void loseAgentUnheard()
     {
         agent().hangIn(QStringLiteral("cameraDict"));
         controller().cameraStatusChanged();
         QVERIFY(controller().isConnected());
     }
-    /// The link is closed before the death is reported. The pane remembers the connection and handles its
-    /// death as usual.
+    /// Checks that the link is closed before the death is reported. The pane still recognises the connection,
+    /// so it handles the later death notification as usual.
     void lateDeathIsTakenIn()
     {
         QVERIFY(!controller().isConnected());
@@ -199,7 +201,8 @@ private:
         QVERIFY(!controller().isStreaming());
         QVERIFY(!pane().capture->sessions.back()->isRunning());
     }
-    /// The agent does not reply to the next cameraDict. `deed` runs during that call.
+    /// Starts a refresh in which the agent does not reply to cameraDict. Runs `deed` in another thread during
+    /// that call.
     void hangInARefreshWhile(const std::function<void()> &deed)
     {
         agent().hangIn(QStringLiteral("cameraDict"));
@@ -218,7 +221,7 @@ private:
         QVERIFY(successor.takeOver(RemoteNames::AgentServer));
         QVERIFY(successor.takeOver(RemoteNames::AgentServerUSB));
     }
-    /// Checks that the pane is connected to `successor` only.
+    /// Checks that the pane is connected to `successor` and calls no other agent.
     void endsConnectedTo(const RecordingAgent &successor)
     {
         QVERIFY(pane().turnUntil([this] { return controller().isConnected() && rows() == 2; }));

@@ -55,7 +55,7 @@ const QStringList Broadcasts{NotificationNames::StreamingStarted,
                              NotificationNames::FoundBluetooth,
                              NotificationNames::ChangedOptimizedPreference};
 
-/// Makes random values of all D-Bus types, also nested, from a seed.
+/// Generates random values of all D-Bus types from a seed, nested ones included.
 class AnyValues {
 public:
     explicit AnyValues(unsigned seed)
@@ -63,7 +63,7 @@ public:
     {
     }
 
-    /// A random number from 0 to `limit - 1`.
+    /// Returns a random number from 0 to `limit - 1`.
     int below(int limit) { return static_cast<int>(mRandom() % static_cast<unsigned>(limit)); }
     bool heads() { return below(2) == 0; }
     QString text()
@@ -102,7 +102,7 @@ public:
     }
     QVariant value(int depth = 0)
     {
-        // Containers become rarer with the depth.
+        // Cases 12 and above are containers. The limit excludes them at depth 4, so that the nesting ends.
         switch (below(depth < 4 ? 17 : 12)) {
         case 0:
             return number();
@@ -155,7 +155,7 @@ public:
         argument.endStructure();
         return QVariant::fromValue(argument);
     }
-    /// A dictionary with some of a camera's keys.
+    /// Returns a random dictionary that also has some of the keys of a camera's record.
     QVariantMap camera()
     {
         QVariantMap map = dictionary();
@@ -188,7 +188,7 @@ private:
     KS7SettingsWindowController &controller() { return pane().controller(); }
     int rows() { return controller().numberOfRowsInTableView(pane().outlets().cameraListTable); }
 
-    /// Reply of the declared type of `operation`, with random contents.
+    /// Returns a reply with the declared type of `operation` and random contents.
     QVariantList answerInForm(const QString &operation)
     {
         if (operation == QLatin1String("cameraDict")) {
@@ -235,7 +235,7 @@ private:
         else
             agent().postRaw(name, anything());
     }
-    /// Performs a random action of a user.
+    /// Performs a random action of the user in the pane.
     void personDoesSomething()
     {
         auto &outlets = pane().outlets();
@@ -308,7 +308,7 @@ private Q_SLOTS:
                 pane().sheets->dismissAlert();
             QVERIFY2(controller().isConnected(), "an agent that babbles is not a dead one");
         }
-        // Replies of a wrong type are logged.
+        // The pane logs each reply that has a wrong type.
         QVERIFY(log.lines.size() > 40);
         agent().knowTwoCameras(Kitchen, Desk);
         agent().post(NotificationNames::CameraListChanged);

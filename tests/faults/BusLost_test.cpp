@@ -20,8 +20,8 @@ const QString Showing = QStringLiteral("post KS7SystemPrefsShowing");
 
 } // namespace
 
-/// Tests a session bus that dies, hangs or is absent while the pane is shown. The pane then has no agent, its
-/// controls keep working, and it connects over the next bus.
+/// Tests a session bus that dies, hangs or is absent while the pane is shown. The pane then reports no agent,
+/// its controls keep working, and it connects over the next bus.
 class BusLostTest : public QObject {
     Q_OBJECT
 
@@ -55,7 +55,8 @@ private:
         mDaemon.kill();
         paneHasNoAgent();
     }
-    /// Whether the connection is closed. Does not run the event loop.
+    /// Waits for the end of the bus connection and returns whether it ended. Does not run the event loop, so
+    /// the pane is not notified.
     bool isLostUnheard()
     {
         const QDeadlineTimer patience(Timeout);
@@ -83,7 +84,7 @@ private:
         mBus = std::make_shared<platform::SessionBus>();
         pane().talkOver(mBus);
     }
-    /// The agent receives the post that the pane is shown before any call.
+    /// Checks that the agent receives the post "KS7SystemPrefsShowing" once, and before any call.
     void showingIsAnnounced()
     {
         QVERIFY(pane().turnUntil([this] { return mAgent->journal().contains(Showing); }));
@@ -97,7 +98,7 @@ private:
         QVERIFY(
             pane().turnUntil([this] { return mAgent->journal().contains(QStringLiteral("cameraDict")); }));
     }
-    /// Uses controls that need no agent and controls that do.
+    /// Uses controls that work without an agent and controls that need one.
     void everyControlAnswers()
     {
         auto &outlets = pane().outlets();
@@ -266,7 +267,7 @@ private Q_SLOTS:
         paneHasNoAgent();
         everyControlAnswers();
         mDaemon.resume();
-        // The queued messages arrive now, in their order.
+        // The bus now delivers the messages that it has queued, in their order.
         QVERIFY(pane().turnUntil([this] { return mAgent->journal().contains(Search); }));
         QCOMPARE(mAgent->takeJournal(), QStringList({QStringLiteral("cameraDict"), Search}));
         QCOMPARE(deaths(), 1);

@@ -11,7 +11,8 @@ from fault_pane import CAMERAS, FaultCase, stand_in, wait_until
 
 
 class NoAgent(FaultCase):
-    """One launch for each search of the agent, the error sheet, and a host that continues."""
+    """Tests a missing or broken agent: each search launches the agent once, the error sheet appears, and the host
+    continues."""
 
     def setUp(self):
         super().setUp()
@@ -22,7 +23,7 @@ class NoAgent(FaultCase):
         self.addCleanup(self.end_what_was_launched)
 
     def program(self, last_line, mode=0o755):
-        """An agent that appends its process ID to a file and ends."""
+        """Writes an agent that appends its process ID to a file and then runs `last_line`. Returns the agent's path."""
         path = self.folder / "agent"
         path.write_text(f"#!/bin/sh\necho $$ >> '{self.launches}'\n{last_line}\n")
         path.chmod(mode)
@@ -39,7 +40,7 @@ class NoAgent(FaultCase):
                 pass
 
     def dismiss_the_sheets(self, pane):
-        """Loading and showing have each searched for the agent."""
+        """Closes every error sheet, because loading and showing the pane have each searched for the agent."""
         def overview():
             if pane.find("KS-7", role="push button"):
                 return True
@@ -50,8 +51,8 @@ class NoAgent(FaultCase):
         wait_until(overview, "the overview", pane.dump)
 
     def show_again(self, pane):
-        """Each of the two sheets leads to the overview half a second after its OK. The second one does so again after
-        the user has returned."""
+        """Opens the pane from the overview until its cameras appear. Half a second after its OK, each error sheet opens
+        the overview, so the second sheet may close the pane again."""
         def cameras():
             icon = pane.find("KS-7", role="push button")
             if icon:

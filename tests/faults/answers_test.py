@@ -30,13 +30,13 @@ class Answers(FaultCase):
         self.wait_for_cameras(self.pane)
 
     def refresh(self):
-        """The pane has made all calls of a refresh and continues."""
+        """Requests a refresh and waits until the pane reads the list again, which proves that the pane continues."""
         asked = len(self.agent.calls("cameraDict"))
         self.post("KS7CameraListChanged")
         self.agent.wait_for_call("cameraDict", asked + 1)
 
     def expect_one_line_each(self, pane):
-        """Both rows have the normal height: no name breaks its line."""
+        """Checks that both rows have the normal height, so no name contains a line break."""
         cells = [cell for cell in pane.all(role="table cell")]
         heights = {pane.rectangle(cell)[3] for cell in cells}
         self.assertEqual(len(heights), 1)
@@ -79,7 +79,7 @@ class Answers(FaultCase):
     def expect_no_control_characters(self, text):
         self.assertEqual([c for c in text if ord(c) < 32 or c in "\x7f\x85\u2028\u2029\u2066\u2067"], [])
         if "\u202e" in text:
-            # The direction override ends with its name.
+            # The direction override must end with the camera's name, so that the status stays readable.
             self.assertRegex(text, "^\u2068.*\u202e.*\u2069, Not Streaming$")
 
     def test_the_name_field_shows_mark_up_as_it_is(self):

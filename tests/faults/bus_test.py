@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""Tests a session bus that hangs and continues: under the shown pane, and when the stand-alone host starts. Also tests
-a system bus that hangs when kcmshell starts."""
+"""Tests a session bus that hangs and continues, both while the pane is shown and when the stand-alone host starts. Also
+tests a system bus that hangs when kcmshell starts."""
 
 import os
 import signal
@@ -13,8 +13,8 @@ from fault_pane import BUILD, HOST, NOWHERE, FaultCase, accessible, wait_until
 from processes import stop_process
 
 LONG = 10
-# Seconds: one call's timeout, twice the 21 attempts to reach the agent, and a slow machine. Qt itself would
-# wait without a limit.
+# Time limit in seconds: one call's timeout, two series of 21 attempts to reach the agent, and a slow machine. Without
+# the pane's own timeouts, Qt would wait for the bus without a limit.
 WINDOW = 60
 
 
@@ -68,7 +68,7 @@ class StoppedBus(SilentBusCase):
 
 
 class SilentFromTheStart(SilentBusCase):
-    """Without a bus there is no accessibility, so only the display shows the state."""
+    """Accessibility needs the session bus, so these tests read the window titles from the display."""
 
     def window_names(self, process):
         windows = accessible.xdotool("search", "--onlyvisible", "--pid", process.pid, "--name", ".").split()
@@ -84,7 +84,8 @@ class SilentFromTheStart(SilentBusCase):
 
 
 class SilentSystemBus(FaultCase):
-    """kcmshell does not need that bus to start, and the pane asks it without waiting for more than one call's time."""
+    """Tests a silent system bus. kcmshell starts without this bus, and the pane waits for at most one call's
+    timeout."""
 
     def open_module(self, system_bus):
         module = accessible.launch(["kcmshell" + os.environ["KS7_QT_VERSION"], "kcm_ks7"], env={

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Tests steps of the wall clock by an hour, back and forward, while the pane waits: no wait gets longer."""
+"""Tests that no wait gets longer when the wall clock jumps back or forward by an hour while the pane waits."""
 
 import datetime
 import os
@@ -32,7 +32,7 @@ class Clock(FaultCase):
         self.agent.wait_for_call("getPreferredKS7Cam", 2)
 
     def put(self, offset):
-        """Written with a rename, because the pane may read the file at any time."""
+        """Replaces the clock's file with a rename, because the pane may read the file at any time."""
         new = self.clock.with_suffix(".new")
         new.write_text(offset + "\n")
         new.replace(self.clock)
@@ -51,7 +51,8 @@ class Clock(FaultCase):
         self.agent.wait_for_call("cameraDict", asked + 1)
 
     def expect_one_time_out(self, offset):
-        """A call without a reply ends nevertheless; only then the pane makes the next one."""
+        """Checks that a call without a reply ends although the clock jumps, and that the pane then makes its next
+        call."""
         self.agent.script.clearRecord()
         self.agent.script.hangDuring("cameraDict", 0.0)
         self.post("KS7CameraListChanged")
@@ -68,7 +69,7 @@ class Clock(FaultCase):
         return len(self.agent.calls("cameraDict")) == 2
 
     def expect_the_log_to_say(self, offset):
-        """The last refresh is logged with the new clock's hour, within half an hour."""
+        """Checks that the log shows the last refresh with the new clock's time, within half an hour."""
         def is_logged():
             return self.logged() and abs(self.logged() - (datetime.datetime.now() + offset)) < HOUR / 2
         wait_until(is_logged, f"a line {offset} from now", lambda: str(self.logged()))

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Tests desktop services that come, go or reply with errors: the pane in its host shows no effect."""
+"""Tests desktop services that start, stop or reply with errors. The pane must not show any effect in its host."""
 
 import json
 import os
@@ -64,7 +64,7 @@ class Logind(Service):
 
 
 class SystemBus:
-    """A private system bus that can be stopped."""
+    """A private system bus that tests stop with SIGSTOP."""
 
     def __init__(self):
         folder = pathlib.Path(os.environ["KS7_SESSION_FOLDER"])
@@ -86,7 +86,7 @@ class SystemBus:
 
 
 class PackageKit(Service):
-    """Records its calls in a file."""
+    """A package service that records its calls in a file."""
 
     def __init__(self, **behaviour):
         self.told = pathlib.Path(os.environ["KS7_SESSION_FOLDER"]) / "packagekit"
@@ -105,7 +105,7 @@ class Desktop(FaultCase):
 
     @staticmethod
     def another_day():
-        """The package service is queried once a day."""
+        """Deletes the time of the last query, because the pane queries the package service only once a day."""
         UPDATES.unlink(missing_ok=True)
 
     def show_pane(self, **env):
@@ -181,7 +181,7 @@ class Desktop(FaultCase):
         system_bus = SystemBus()
         self.addCleanup(system_bus.end)
         system_bus.stop()
-        # A blocking call on this bus would exceed the time limit for the window.
+        # If the pane made a blocking call on this bus, the window would appear later than the time limit allows.
         self.show_pane(DBUS_SYSTEM_BUS_ADDRESS=system_bus.address)
         self.expect_nothing_to_be_seen()
         self.assertEqual(self.close(self.pane), 0)

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Tests repetition: an agent that crashes two hundred times, and a flood of notifications."""
+"""Tests the pane under repetition: an agent that crashes two hundred times, and a flood of notifications."""
 
 import unittest
 
@@ -10,7 +10,8 @@ import fault_pane
 from fault_pane import MEGABYTE, NOTIFICATIONS, NOTIFICATIONS_PATH, FaultCase, Measured, wait_until
 
 RESTARTS = 200
-# The first restarts fill caches that a process keeps: fonts, allocator pools, threads of the bus.
+# The number of restarts before the first measurement. They fill caches that the process keeps: fonts, allocator pools,
+# threads of the bus.
 WARM_UP = 30
 BURST = 100_000
 LIST_CHANGES = 2_000
@@ -18,7 +19,7 @@ LIST_CHANGES = 2_000
 
 class CrashLoop(FaultCase):
     def restart(self, agent):
-        """Kills the agent and starts another, to which the pane connects."""
+        """Kills the agent, starts another one and waits until the pane has connected to the new agent."""
         agent.kill()
         agent = self.start_agent()
         agent.wait_for_call("getPreferredKS7Cam")
@@ -26,7 +27,8 @@ class CrashLoop(FaultCase):
 
     @staticmethod
     def held(pane):
-        """Measures while an agent runs, because the pane may learn of a death later than the test."""
+        """Counts the process's resources. An agent must run meanwhile, because the pane may notice an agent's death
+        later than the test."""
         return pane.descriptors(), pane.threads(), pane.match_rules()
 
     def test_the_pane_connects_after_every_restart_and_uses_no_more_memory(self):
@@ -59,7 +61,8 @@ class Bursts(FaultCase):
         return pane
 
     def wait_until_heard(self):
-        """Waits until the pane has received all earlier posts."""
+        """Posts a change of the list and waits for the pane's refresh, which proves that the pane has received all
+        earlier posts."""
         asked = len(self.agent.calls("cameraDict"))
         self.post("KS7CameraListChanged")
         self.agent.wait_for_call("cameraDict", asked + 1)
@@ -96,13 +99,14 @@ class Bursts(FaultCase):
         calls = self.agent.calls()
         chosen = next(i for i, call in enumerate(calls) if call.startswith("setPreferredDeviceAddress"))
         refreshes = [i for i, call in enumerate(calls) if call == "cameraDict()"]
-        # One call more for the mark, and one for the agent's own reaction to the choice.
+        # Besides the refreshes for the list changes, wait_until_heard() causes one refresh and the choice of a camera
+        # causes `of_a_choice`.
         self.assertEqual(len(refreshes), LIST_CHANGES + 1 + of_a_choice)
         self.assertLess(chosen, refreshes[-2])
         self.assertEqual(self.close(pane), 0)
 
     def choose(self, row):
-        """Returns how often the pane reads the list in response."""
+        """Clicks a row and returns how often the pane then reads the list."""
         self.agent.script.clearRecord()
         self.click_into(row)
         self.agent.wait_for_call("setPreferredDeviceAddress")

@@ -1,4 +1,4 @@
-"""Runs the stand-alone host with an agent that is stopped, killed and restarted, and measures the host's resources."""
+"""Helpers that run the stand-alone host with an agent, disturb that agent, and measure the host's resources."""
 
 import contextlib
 import os
@@ -41,16 +41,16 @@ class AgentProcess(stand_in.AgentProcess):
 
 
 class CameraProcess:
-    """A PipeWire node with the name of the agent's camera."""
+    """A process that publishes a PipeWire node with the name of the agent's camera."""
 
     def __init__(self):
-        # The camera ends at the end of its standard input, so keep a pipe open.
+        # The camera program ends at the end of its standard input, so keep a pipe open.
         self.process = subprocess.Popen([BUILD / "tests" / "virtual_camera", AGENT_CAMERA, "KS-7"],
                                         stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
         wait_until(self.is_up, "the camera in PipeWire")
 
     def is_up(self):
-        """Whether the session manager knows the node; before that it links no consumer."""
+        """Returns whether the session manager knows the node. Before that, it links no consumer to the node."""
         told = subprocess.run(["pw-metadata", "-n", "default", "0"], capture_output=True, text=True,
                               stdin=subprocess.DEVNULL)
         return AGENT_CAMERA in told.stdout
@@ -61,7 +61,7 @@ class CameraProcess:
 
 
 class Measured:
-    """The resources of a process."""
+    """Measures the resources of a process."""
 
     def __init__(self, pid):
         self.pid = pid
@@ -79,7 +79,7 @@ class Measured:
         return self._status("Threads")
 
     def descriptors(self):
-        """The kind of each open descriptor: the target of its link without the inode number."""
+        """Returns the kind of each open descriptor: the target of its /proc link, without the inode number."""
         kinds = []
         folder = pathlib.Path(f"/proc/{self.pid}/fd")
         for descriptor in folder.iterdir():
@@ -88,7 +88,7 @@ class Measured:
         return sorted(kinds)
 
     def match_rules(self):
-        """The match rules of all connections of the process."""
+        """Returns the D-Bus match rules of all connections of the process."""
         bus = dbus.SessionBus()
         daemon = bus.get_object("org.freedesktop.DBus", "/org/freedesktop/DBus", introspect=False)
         rules = dbus.Interface(daemon, "org.freedesktop.DBus.Debug.Stats").GetAllMatchRules()
@@ -102,8 +102,8 @@ class Measured:
 
 
 class MeasuredHeap(Measured):
-    """A process that reports its used heap. The report first returns free memory to the system: the heap grows with
-    unread messages, and the allocator keeps that memory."""
+    """Measures the used heap of a process. The process first returns free memory to the system, because its allocator
+    keeps memory that it used for unread messages."""
 
     LIBRARY = BUILD / "tests" / "ks7_heap_report.so"
 
@@ -130,13 +130,13 @@ class FaultCase(unittest.TestCase):
         return agent
 
     def open_pane(self, agent=NOWHERE, **env):
-        """Starts the host on the display, driven through accessibility and synthetic input."""
+        """Starts the host and connects to its accessible tree, so that tests can use its controls."""
         pane = accessible.launch([HOST], env={"KS7_AGENT": str(agent), **env})
         self.addCleanup(pane.end)
         return pane
 
     def start_pane(self, **env):
-        """Starts the host without driving it."""
+        """Starts the host without accessibility and returns its process."""
         process = subprocess.Popen([HOST], env=dict(os.environ, KS7_AGENT=NOWHERE, **env), stdin=subprocess.DEVNULL)
         self.addCleanup(self.end_process, process)
         return process
@@ -146,7 +146,7 @@ class FaultCase(unittest.TestCase):
         return pathlib.Path(os.environ["KS7_SESSION_FOLDER"]) / "heap"
 
     def report_heap(self):
-        """The environment of a program that reports its heap."""
+        """Returns the environment of a program that reports its heap."""
         return {"LD_PRELOAD": str(MeasuredHeap.LIBRARY), "KS7_HEAP_REPORT": str(self.heap_report())}
 
     def start_measured_pane(self):
@@ -171,19 +171,21 @@ class FaultCase(unittest.TestCase):
         self.wait_for_rows(pane, *CAMERAS)
 
     def wait_for_no_agent(self, pane):
-        """The table also has no row while the pane waits for an agent, so require a button that replies."""
+        """Waits until the table is empty. The table is also empty while the pane waits for a call, so a button must be
+        readable too."""
         wait_until(lambda: not self.rows(pane) and pane.find("Add Camera"), "no row", pane.dump)
         self.assertFalse(pane.ended())
 
     def plug_in(self, agent):
-        """Plugs the kitchen camera in, with old firmware. Passkey changes and updates start and never end."""
+        """Puts the kitchen camera with old firmware on the USB cable. Passkey changes and updates start, but never
+        end."""
         for behaviour in ("firmware", "passKey"):
             agent.script.setBehaviour(behaviour, False)
         agent.script.plugUSB(KITCHEN, True)
         agent.wait_for_call("connectedCamNeedsFirmwareUpdate")
 
     def close(self, pane):
-        """Closes the active window until the program has ended; returns its exit code."""
+        """Closes the active window until the program has ended. Returns the exit code."""
         def closed():
             if not pane.ended():
                 accessible.key("alt+F4")

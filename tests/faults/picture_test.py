@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Tests the loss of the live picture, and a window that is closed before the picture appears."""
+"""Tests the loss of the live picture, and a window that closes before the picture appears."""
 
 import os
 import pathlib
@@ -14,7 +14,7 @@ SOCKET = pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "pipewire-0"
 
 
 class PipeWire:
-    """PipeWire with its session manager and a camera, which tests kill."""
+    """PipeWire, its session manager and a camera, all in processes that tests kill."""
 
     def __init__(self):
         self.processes = [self.start("pipewire")]
@@ -61,7 +61,7 @@ class PictureCase(FaultCase):
 
 class Picture(PictureCase):
     def start_and(self, *keys):
-        """Click and keys are queued in the X server together, so the keys arrive long before the picture appears."""
+        """Queues a click and keys in the X server at once, so that the keys arrive before the picture appears."""
         button = self.pane.wait_for("Start Preview")
         self.pane.wait_state(button, "enabled")
         self.pane.wait_active("KS-7")
@@ -116,7 +116,8 @@ class Picture(PictureCase):
 
 
 class FirstPreview(PictureCase):
-    """GStreamer reads all of its plug-ins before the first picture in a new home, however long that takes."""
+    """Tests the first preview in a new home folder. GStreamer first scans all of its plug-ins, and the test holds up
+    this scan."""
 
     def environment(self):
         self.gstreamer = HeldUpGStreamer()

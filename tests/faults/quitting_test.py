@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Tests closing the window in every state of the pane: the program always ends with exit code 0."""
+"""Tests that the program ends with exit code 0 when its window is closed, in every state of the pane."""
 
 import unittest
 
@@ -90,12 +90,12 @@ class Quitting(FaultCase):
         self.expect_a_good_end()
 
     def test_during_an_update(self):
-        """The firmware sheet stays until the update is over, because the camera must not be disturbed. Then everything
-        closes."""
+        """Checks that the firmware sheet stays open until the update ends, because closing must not interrupt an
+        update. After that, everything closes."""
         self.start_update()
         self.pane.wait_active("Update Firmware")
         accessible.key("alt+F4")
-        # Progress that is shown proves that the pane has gone on after the key.
+        # The pane shows this progress after it has received the key, so the key did not close the sheet.
         self.post("KS7FirmwareUpdateProgress", {"Value": dbus.Int32(1), "Total": dbus.Int32(4)})
         wait_until(lambda: self.pane.value("Firmware update progress"), "progress", self.pane.dump)
         self.assertTrue(self.pane.find("Now updating firmware."))

@@ -1,10 +1,10 @@
 #!/usr/bin/python3
 """Compresses hours of use into minutes: opens, closes, switches, previews, renames, changes passkeys, updates firmware,
-kills and restarts the agent, at random.
+kills and restarts the agent, in random order.
 
-KS7_SOAK_SECONDS sets the duration (default 480, at most 600), KS7_SOAK_SEED the seed. The seed is printed, so that a run
-can be repeated. Compared with its first round, the program may use 2 MB more memory, half a MB of it on the heap, the
-same descriptors and no more threads.
+KS7_SOAK_SECONDS sets the duration (default 480, at most 600). KS7_SOAK_SEED sets the seed, which is printed so that a
+run can be repeated. The first round of actions is the base line. Afterwards the program may use at most 2 MB more
+memory, half a MB of it on the heap. It must have the same descriptors and no additional threads.
 """
 
 import os
@@ -29,7 +29,7 @@ class Soak(FaultCase):
         self.addCleanup(CameraProcess().end)
         self.deeds = 0
 
-    # What can happen
+    # The actions
 
     def all_deeds(self):
         return [self.hide_and_show, self.preview, self.rename, self.change_passkey, self.update_firmware,
@@ -104,14 +104,14 @@ class Soak(FaultCase):
             self.pane.press(name)
             self.pane.press(name)
 
-    # How it is done
+    # Helpers of the actions
 
     def dismiss(self):
         self.pane.press(self.pane.wait_for("OK", role="push button"))
         self.pane.wait_gone("OK", role="push button")
 
     def begin_agent(self):
-        """Chooses a camera and plugs it in, so that every action is possible."""
+        """Starts the agent, selects a camera and puts it on the USB cable, so that every action is possible."""
         self.agent = self.start_agent().add_cameras()
         for behaviour in ("firmware", "passKey"):
             self.agent.script.setBehaviour(behaviour, False)
@@ -131,7 +131,7 @@ class Soak(FaultCase):
             raise AssertionError(f"{deed.__name__}, deed {self.deeds} of seed {SEED}") from error
 
     def round(self):
-        """Does every action once, in a random order."""
+        """Performs every action once, in a random order."""
         deeds = self.all_deeds()
         self.random.shuffle(deeds)
         for deed in deeds:
@@ -139,7 +139,8 @@ class Soak(FaultCase):
 
     @staticmethod
     def holds_no_more(host, descriptors, threads):
-        """Fewer threads are allowed: threads of the first round may still have been ending."""
+        """Returns whether the host has the same descriptors and no additional threads. It may have fewer threads,
+        because some threads of the first round may end late."""
         return host.descriptors() == descriptors and host.threads() <= threads
 
     def test_nothing_grows(self):

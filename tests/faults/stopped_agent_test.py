@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Tests a stopped agent and a stopped machine, through the pane's window."""
+"""Tests a stopped agent process and a sleeping machine, through the pane's window."""
 
 import signal
 import time
@@ -8,12 +8,13 @@ import unittest
 from fault_pane import CAMERAS, KITCHEN, FaultCase, wait_until
 from processes import stop_process
 
-# Longer than any call's timeout but two.
+# Seconds that the machine sleeps. This exceeds the timeout of all calls except startUpdate() and setPassKey().
 A_NIGHT = 5
 
 
 class StoppedAgent(FaultCase):
-    """The resumed agent receives one call; the pane has given up on it."""
+    """Stops the agent's process. The pane drops the connection after one timeout, so the resumed agent finds only one
+    call."""
 
     def setUp(self):
         super().setUp()
@@ -69,7 +70,7 @@ class StoppedAgent(FaultCase):
         self.wait_for_cameras(self.pane)
 
     def test_while_an_update_is_begun(self):
-        """Half a minute, the timeout of calls in which the agent writes to the camera."""
+        """This test takes 30 s, the timeout of calls that make the agent write to the camera."""
         self.agent.script.setPreferred(KITCHEN)
         self.plug_in(self.agent)
         self.pane.choose("Camera Actions", "Update Firmware…")
@@ -89,7 +90,7 @@ class StoppedAgent(FaultCase):
 
 
 class SleepingMachine(FaultCase):
-    """Stops agent and pane during a call, and resumes them in either order."""
+    """Stops the agent and the pane during a call, as a sleeping machine does, and resumes them in either order."""
 
     def setUp(self):
         super().setUp()
