@@ -11,7 +11,7 @@ namespace {
 const QStringList Shown{QStringLiteral("willSelect")};
 const QStringList ShownAndHidden{QStringLiteral("willSelect"), QStringLiteral("didUnselect")};
 
-/// Stands for the module that System Settings creates each time the user selects it.
+/// A stand-in for the module that System Settings creates each time the user selects it.
 class Module : public QWidget {
 public:
     explicit Module(RecordingPane &pane)

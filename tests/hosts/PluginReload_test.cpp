@@ -25,7 +25,7 @@ private:
 
 void PluginReloadTest::initTestCase()
 {
-    // Without an agent, loading and showing end in the error sheet.
+    // The agent's program does not exist, so loading and showing the pane open only the error sheet.
     qputenv("KS7_AGENT", "/nonexistent");
 }
 
@@ -48,11 +48,12 @@ void PluginReloadTest::thePaneSurvivesThatItsPluginIsUnloaded()
     pane->willSelect();
     button->setFocus();
     loader.unload();
-    // Types that the code has registered with GLib stay for the life of the process.
+    // The library must stay mapped, because GLib keeps the types that the library has registered until the
+    // process ends.
     QFile mapped(QStringLiteral("/proc/self/maps"));
     QVERIFY(mapped.open(QIODevice::ReadOnly));
     QVERIFY(mapped.readAll().contains("ks7pane.so"));
-    // The pane's timer gives the table the focus, without crashing.
+    // A timer of the unloaded plug-in must still run without a crash. It gives the table the focus.
     QTRY_COMPARE_WITH_TIMEOUT(window.focusWidget(), table, Timeout);
     QPluginLoader again(plugin());
     QCOMPARE(paneOf(again), pane);

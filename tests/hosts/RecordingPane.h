@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <QStringList>
 
-/// A pane that records the host's calls.
+/// A pane that records its host's calls.
 class RecordingPane : public platform::PreferencePane {
 public:
     RecordingPane() { setMainView(&view); }

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Tests everything that a screen reader can reach in the stand-alone host: the pane, its sheets, menu and alerts."""
+"""Tests the stand-alone host's accessible tree: the pane, its sheets, its menu and its alerts."""
 
 import itertools
 import os
@@ -14,17 +14,18 @@ from pipewire_nodes import wait_for_camera  # noqa: E402
 from scripted_pane import KITCHEN, ScriptedPaneTest  # noqa: E402
 
 DESK = "00-1b-dc-0f-77-01"
-# Roles of controls.
+# The roles of controls, which all need a name.
 INTERACTIVE = {"push button", "toggle button", "check box", "radio button", "combo box", "text",
                "password text", "table", "table cell", "link", "menu item", "check menu item", "list item", "slider"}
-# Roles of texts, containers and pictures.
+# The roles of texts, containers and pictures.
 OTHER = {"application", "frame", "dialog", "alert", "filler", "layered pane", "panel", "label", "progress bar",
          "animation", "image", "separator", "list", "popup menu", "menu", "menu bar", "window", "scroll pane"}
 HALL = "00-1b-dc-0f-77-03"
-# Before Qt 6.8 a notification that comes up says its name.
+# The event that carries an announcement. Qt 6.8 sends it directly. With Qt 5, the pane shows a notification object
+# instead.
 ANNOUNCEMENTS = "object:announcement" if os.environ["KS7_QT_VERSION"] == "6" else "object:state-changed:showing"
 METERS = ("Left audio level", "Right audio level")
-# In order, from top to bottom and from left to right.
+# The visible objects of the pane, from top to bottom and from left to right.
 PANE = [
     ("push button", "Show All"),
     ("check box", "Enable KS-7"),
@@ -61,8 +62,8 @@ class AccessibilityTest(ScriptedPaneTest):
         return [name_of(target) for target in self.pane.related(node, kind)]
 
     def assert_all_can_be_read(self):
-        """Walks the whole tree: every control and meter has a name, and every role is known to screen readers. A dialog
-        that is closing has nodes without a role, so a problem counts only if it stays."""
+        """Checks that every control and meter has a name, and that screen readers know every role. A dialog that is
+        closing has objects without a role, so a problem counts only if it stays."""
         problems = []
 
         def all_can_be_read():
@@ -90,15 +91,15 @@ class AccessibilityTest(ScriptedPaneTest):
         self.assertTrue(names[0][0] in ("dialog", "alert"), names[0])
 
     def choose_action(self, item):
-        """Opens the button's menu and triggers an item, both through AT-SPI."""
+        """Opens the menu of the camera actions and triggers an item, both through AT-SPI."""
         self.pane.press("Camera Actions", "showmenu")
         self.pane.press(self.pane.wait_for(item, role="menu item"))
         wait_until(lambda: not self.pane.find(item, role="menu item"), "the closing of the menu",
                    details=self.pane.dump)
 
     def be_heard(self, heard):
-        """A program starts to send events some time after a listener registers. Change a name until an event
-        arrives."""
+        """Changes a camera's status until the listener receives an event. A program starts to send events only some
+        time after a listener has registered."""
         statuses = itertools.cycle((2, 1))
 
         def told():
@@ -110,7 +111,8 @@ class AccessibilityTest(ScriptedPaneTest):
         heard.forget()
 
     def be_told(self, heard):
-        """Starts and ends searches until the first news comes through; a search goes on then."""
+        """Restarts the search for cameras until the listener receives its first announcement. Afterwards a search is
+        still running."""
         def told():
             self.agent.post("KS7StoppedDiscovering", {})
             self.agent.post("KS7StartedDiscovering", {})
@@ -168,7 +170,7 @@ class AccessibilityTest(ScriptedPaneTest):
         self.open_pane()
         wait_until(lambda: len(self.pane.all(role="table cell", showing=False)) == 51, "all cameras",
                    details=self.pane.dump)
-        # Scrolled out of sight.
+        # This row is outside the visible part of the table.
         wanted = self.pane.wait_for("Room 48, Not Streaming", role="table cell", showing=False)
         self.pane.press(wanted)
         wait_until(lambda: self.calls("setPreferredDeviceAddress"), "the choice", details=self.pane.dump)
@@ -213,7 +215,7 @@ class AccessibilityTest(ScriptedPaneTest):
         self.open_pane()
         self.agent.post("KS7NoBluetooth", {})
         self.press("OK", "Bluetooth Error")
-        # An object that goes while the tree is walked has no role.
+        # Wait until the alert is gone: an object that disappears while the tree is read has no role.
         self.pane.wait_gone("Bluetooth Error")
         self.pane.wait_for("Bluetooth is off. Turn it on to use your cameras.")
         button = self.pane.wait_for("Bluetooth Settings…", role="push button")
@@ -228,8 +230,8 @@ class AccessibilityTest(ScriptedPaneTest):
             self.be_heard(heard)
             self.agent.setStatus(KITCHEN, 3)
             heard.wait_for("Kitchen, Starting")
-            # Refreshes without changes, and changes of other cameras, come before the next status and are not
-            # announced.
+            # The pane must not announce refreshes without changes, nor changes of other cameras. Both happen before the
+            # next announced status.
             self.agent.post("KS7CameraListChanged", {})
             self.agent.setStatus(DESK, 1)
             self.pane.wait_for("Desk, Not Streaming")
@@ -334,7 +336,7 @@ class MetersTest(ScriptedPaneTest):
         self.agent.setAudioLevels(0.2, 0.4)
         wait_for_camera()
         self.pane.press("Start Preview")
-        # The meters' animation ends later than the agent's levels change.
+        # The meters move to a new level in an animation, so wait for the final values.
         for meter, level in zip(METERS, (0.3, 0.6)):
             wait_until(lambda: abs((self.pane.value(meter) or 0) - level) < 1e-6, f"{meter} {level}",
                        details=self.pane.dump)

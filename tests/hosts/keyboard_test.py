@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Tests the main flows in the stand-alone host with the keyboard alone."""
+"""Tests the main tasks in the stand-alone host with the keyboard alone."""
 
 import pathlib
 import plistlib
@@ -15,7 +15,7 @@ from scripted_pane import KITCHEN, PREFERENCES, ScriptedPaneTest  # noqa: E402
 DESK = "00-1b-dc-0f-77-01"
 READING_ORDER = ["Show All", "Enable KS-7", "Optimize for", "Cameras", "Add Camera", "Remove Camera", "Camera Actions",
                  "Start Preview", "Show status menu"]
-# The items above and below in the camera actions.
+# The arrow keys that reach each item in the menu of the camera actions.
 CHOOSE_CAMERA, PROPERTIES, CHANGE_PASSKEY = ("Down",), ("Down",) * 3, ("Down",) * 4
 UPDATE_FIRMWARE, ABOUT = ("Up", "Up"), ("Up",)
 
@@ -32,7 +32,7 @@ class KeyboardTest(ScriptedPaneTest):
     # Verbs
 
     def tab_to(self, name):
-        """Tabs on from the present focus, which detects a control that traps it."""
+        """Presses Tab until the named control has the focus. Fails if another control keeps the focus."""
         for _ in READING_ORDER:
             if self.pane.focused() == name:
                 return
@@ -98,7 +98,7 @@ class KeyboardTest(ScriptedPaneTest):
             self.agent.addCamera(f"00-1b-dc-0f-88-{number:02x}", f"Room {number:02}", f"88{number:02X}", 1)
         wait_until(lambda: len(self.pane.all(role="table cell", showing=False)) == 51, "all cameras",
                    details=self.pane.dump)
-        # The last one is the nearest to the first, upwards.
+        # The first item is current after "Right", so "Up" wraps around to the last camera.
         self.choose_action(*CHOOSE_CAMERA, "Right", "Up")
         self.assertIn("00-1b-dc-0f-88-30", self.wait_call("setPreferredDeviceAddress")[0])
 
@@ -214,7 +214,7 @@ class KeyboardTest(ScriptedPaneTest):
         self.pane.wait_for("Kitchen, Streaming")
         wait_for_camera()
         self.tab_to("Start Preview")
-        # The letter stays with the button when its text changes.
+        # The button keeps its Alt+P shortcut when its text changes.
         for chord in ("space", "alt+p"):
             key(chord)
             self.pane.wait_focused("Stop Preview")

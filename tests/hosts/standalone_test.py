@@ -72,7 +72,7 @@ class StandaloneTest(unittest.TestCase):
     def test_without_an_agent_one_key_leads_to_the_overview_each_time(self):
         with self.open_host(agent="/nonexistent") as host:
             for _ in range(2):
-                # The same words for the loading and for the showing are one alert.
+                # Loading and showing the pane request alerts with the same text, so only one alert appears.
                 host.wait_active("Installation Error")
                 self.assertEqual(len(host.all("Installation Error", role="alert")), 1)
                 accessible.key("Return")
@@ -87,7 +87,7 @@ class StandaloneTest(unittest.TestCase):
             def is_centred():
                 x, y, width, height = host.rectangle(window)
                 left, top, alert_width, alert_height = host.rectangle(alert)
-                # The two windows' frames differ by some pixels.
+                # Allow some pixels of difference, because the two windows' frames have different sizes.
                 return abs(2 * left + alert_width - 2 * x - width) < 60 and \
                     abs(2 * top + alert_height - 2 * y - height) < 60
             accessible.wait_until(is_centred, "the alert over its window",

@@ -18,22 +18,22 @@ import stand_in  # noqa: E402
 from pictures import Picture  # noqa: E402
 from screens import SCREEN  # noqa: E402
 
-# Another module on the same page.
+# The name of another module on the same page, by Qt version and language.
 OTHER_MODULES = {"5": {"en": "Applications", "de": "Anwendungen"},
                  "6": {"en": "Default Applications", "de": "Standard-Anwendungen"}}[os.environ["KS7_QT_VERSION"]]
 OTHER_MODULE = OTHER_MODULES["en"]
-# Colour in the middle of the module's icon.
+# The colour at the centre of the module's icon.
 LENS = (0x2e, 0x6f, 0xb0)
 SHOWING = "KS7SystemPrefsShowing"
 
 
-# Search words in the language of the session.
+# Search words that must find the module, by the session's language.
 KEYWORDS = {"en": ("webcam", "camera", "bluetooth", "firmware"), "de": ("Kamera", "drahtlos", "Vorschau")}
 LANGUAGES = {"en": {}, "de": {"LC_ALL": "de_DE.UTF-8", "LANGUAGE": "de"}}
 
 
 def system_settings(*arguments, language="en", agent=BUILD / "bin" / "ks7-agent-simulator", **options):
-    # Leaks of the host and its libraries do not count.
+    # foreign_program_environment() disables leak detection, because the host and its libraries have leaks of their own.
     return accessible.launch(["systemsettings", *arguments], env={
         "QT_PLUGIN_PATH": str(BUILD / "plugins"),
         "KS7_AGENT": str(agent),
@@ -41,7 +41,8 @@ def system_settings(*arguments, language="en", agent=BUILD / "bin" / "ks7-agent-
 
 
 def is_about_us(line):
-    """Returns the host's messages that our code causes. One message about the missing system bus is expected."""
+    """Returns whether our code caused this message of the host. The failed search for updates is expected, because the
+    session has no system bus."""
     return any(word in line for word in ("ks7", "KS7", "QWidget", "QLayout", "QObject::", "QBackingStore", "QWindow")) \
         and "The search for updates failed" not in line
 
@@ -54,7 +55,8 @@ class SystemSettingsTest(unittest.TestCase):
         self.agent.quit_if_up()
 
     def sidebar_item(self, settings, name):
-        """The sidebar's items are drawn off screen, so they never have the state "showing"."""
+        """Finds an item in the sidebar. System Settings draws the items off screen, so they never have the state
+        "showing"."""
         return accessible.wait_until(lambda: settings.find(name, role="list item", showing=False),
                                      f"{name} in the sidebar", details=settings.dump)
 
@@ -153,7 +155,8 @@ class SystemSettingsTest(unittest.TestCase):
 
     @contextlib.contextmanager
     def settings_without_warnings(self):
-        """System Settings on our module; at the end nothing on its standard error is about us."""
+        """Opens System Settings with our module. At the end, checks that our code has caused no message on standard
+        error."""
         with tempfile.TemporaryFile("w+") as errors:
             with system_settings("kcm_ks7", stderr=errors) as settings:
                 self.wait_for_cameras(settings)

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Tests the stand-alone host on KWin's Wayland: sheets, menus and picture as they appear on the display."""
+"""Tests the stand-alone host on KWin's Wayland: the pixels of sheets, menus and picture on the display."""
 
 import os
 import pathlib
@@ -17,12 +17,13 @@ from scripted_pane import KITCHEN, ScriptedPaneTest  # noqa: E402
 
 DESK = "00-1b-dc-0f-77-01"
 COLOR_SCHEMES = pathlib.Path("/usr/share/color-schemes")
-# Colour in the middle of the program's icon.
+# The colour at the centre of the program's icon.
 LENS = (0x2e, 0x6f, 0xb0)
 BLACK = (0, 0, 0)
-# More red than in the dark edge of a green dot, less than where the edge is blended with white.
+# The limit for a pixel's red value. The dark edge of a green dot is below this limit. Edge pixels that are blended with
+# white are above it.
 DARK_EDGE = 90
-# Width in pixels of the shadow around a window.
+# The width of the shadow around a window, in pixels.
 SHADOW = 60
 
 
@@ -49,7 +50,7 @@ class WaylandTest(ScriptedPaneTest):
         self.pane.click(self.pane.wait_for(item, role="menu item"))
 
     def look_inactive(self):
-        """Takes the window while another one has the focus and the pointer is elsewhere."""
+        """Takes a picture of the main window while it is inactive and the pointer is outside of it."""
         point_at(2, 2)
         SCREEN.activate_nothing()
         wait_until(lambda: not any(window.active for window in self.pane.windows()), "an inactive window")
@@ -57,7 +58,7 @@ class WaylandTest(ScriptedPaneTest):
         return self.steady_picture(self.main_window().box)
 
     def steady_picture(self, area):
-        """Takes a picture once two in a row are equal."""
+        """Takes pictures until two in a row are equal, and returns the last one."""
         seen = [Picture(area)]
 
         def is_steady():
@@ -78,7 +79,7 @@ class WaylandTest(ScriptedPaneTest):
         self.assertTrue(sheet.modal, sheet)
 
     def assert_leaves_behind_as_before(self, before, sheet):
-        """Compares the window behind pixel by pixel, except under the sheet and its shadow."""
+        """Checks that the main window's pixels have not changed, except under the sheet and its shadow."""
         point_at(2, 2)
         self.assertEqual(self.main_window().box, before.area)
         changed = []
@@ -181,7 +182,7 @@ class WaylandTest(ScriptedPaneTest):
         self.assertEqual(self.main_window().desktop_file, "ks7-preferences")
 
     def test_the_title_bar_has_the_icon_of_the_desktop_file(self):
-        """KWin finds the icon because build/share is in XDG_DATA_DIRS."""
+        """Tests the icon that KWin finds through the desktop file in build/share, a folder in XDG_DATA_DIRS."""
         self.open_pane()
         window = self.main_window()
         x, y, _, _ = window.frame
@@ -198,12 +199,12 @@ class WaylandTest(ScriptedPaneTest):
         picture = self.look_inactive()
         x, y, width, height = self.pane.rectangle("Show status menu")
         self.assertLess(max(picture.pixel(x + width + 30, y + height // 2)), 100)
-        # The table stays light, because its names are black.
+        # The table keeps a light background in a dark colour scheme, because it draws names in black.
         x, y, width, height = self.pane.rectangle("Cameras")
         self.assertGreater(min(picture.pixel(x + width // 2, y + height - 10)), 180)
 
     def test_nothing_is_clipped_and_edges_are_sharp(self):
-        """Runs at the scale of this session, which may be fractional."""
+        """Tests the layout at the session's scale, which may be fractional."""
         self.open_pane()
         left, top, width, height = self.main_window().box
         for node in self.pane.nodes(self.pane.wait_for("KS-7", role="frame")):
@@ -214,7 +215,8 @@ class WaylandTest(ScriptedPaneTest):
         self.assert_frame_is_sharp(self.look_inactive())
 
     def assert_frame_is_sharp(self, picture):
-        """From the middle of the black picture to each side, the background follows without blended pixels."""
+        """Checks that the black picture borders directly on the background at all four sides, without blended
+        pixels."""
         list_x, list_y, list_width, list_height = self.pane.rectangle("Cameras")
         y = list_y + list_height // 2
         left = next(x for x in range(list_x + list_width + 3, picture.area[0] + picture.width)
@@ -228,7 +230,8 @@ class WaylandTest(ScriptedPaneTest):
             self.assertEqual(picture.pixel(x, row), background, (step_x, step_y))
 
     def test_dots_are_sharp_and_whole(self):
-        """The green disc is eight units wide in pixels of the display and round, with a dark edge beside white."""
+        """Tests that the green dot is round and eight units wide at the display's scale, with a dark edge next to
+        white."""
         self.open_pane()
         self.agent.setStatus(DESK, 4)
         row = self.pane.wait_for("Desk, Streaming")
@@ -245,7 +248,7 @@ class WaylandTest(ScriptedPaneTest):
 
     @staticmethod
     def pixels_of_dot(picture, cell):
-        """Returns the pixel rows of the dot at the left of a row, below its name."""
+        """Returns the pixel rows of a dot. The dot is at the left of its table row, below the camera's name."""
         x, y, _, height = cell
         rows = range(y + height // 2, y + height)
         columns = range(x, x + round(13 * SCREEN.scale))
@@ -264,7 +267,7 @@ class WaylandPictureTest(ScriptedPaneTest):
         wait_for_camera()
         self.pane.press("Start Preview")
         x, y, width, height = self.pane.rectangle(self.pane.wait_for("Live picture", role="image"))
-        # At a fractional scale the rectangle's edge may include neighbouring pixels.
+        # Leave out the border: at a fractional scale, the rectangle's edge may include neighbouring pixels.
         area = (x + 4, y + 4, width - 8, height - 8)
         wait_until(lambda: Picture(area).brightest() > 100, "a picture", details=self.pane.dump)
         first = Picture(area)

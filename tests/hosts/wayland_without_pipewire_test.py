@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The stand-alone host in a Wayland session that has no PipeWire, or one that never answers."""
+"""Tests the stand-alone host in a Wayland session without PipeWire, and with a PipeWire that never replies."""
 
 import os
 import pathlib
