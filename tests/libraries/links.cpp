@@ -1,4 +1,4 @@
-// The linker has done the work when this exists.
+// An empty program. The test is that the linker can build it from all objects of a library.
 int main()
 {
 }
