@@ -31,7 +31,8 @@
 
 namespace {
 
-// The C library's functions for the system log, the clock and the disk are replaced to record the calls.
+// This test replaces the C library's functions for the system log, the clock and the disk. The replacements
+// record their calls in these variables.
 std::mutex systemLogLock;
 QList<std::pair<int, QByteArray>> systemLog;
 thread_local int clockReadings = 0;
@@ -53,7 +54,7 @@ extern "C" void syslog(int priority, const char *format, ...)
     va_end(arguments);
 }
 
-// Called instead of syslog() when the C library checks formats.
+// Code compiled with _FORTIFY_SOURCE calls this function instead of syslog().
 // NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" void __syslog_chk(int priority, int, const char *format, ...)
 {
@@ -99,7 +100,7 @@ QString fileNameAt(std::time_t second)
         + QStringLiteral(".log");
 }
 
-/// Redirects a standard stream to a descriptor while it exists.
+/// Redirects a standard stream to a descriptor until the destructor runs.
 class Redirection {
 public:
     Redirection(std::FILE *stream, int descriptor)
@@ -123,7 +124,7 @@ private:
     int mBefore = -1;
 };
 
-/// The bytes that `work` writes to a standard stream.
+/// Returns the bytes that `work` writes to a standard stream.
 QByteArray written(std::FILE *stream, const std::function<void()> &work)
 {
     int ends[2] = {-1, -1};
@@ -169,7 +170,7 @@ public:
     bool isInMainThread = true;
 };
 
-/// Sets a time zone in which it is afternoon, when a twelve-hour clock shows another hour.
+/// Sets a time zone in which the local hour is 15. A twelve-hour clock would show a different hour.
 void beInTheAfternoon()
 {
     constexpr int Afternoon = 15;
@@ -260,7 +261,7 @@ private:
     KS7OrvexLogger *loggerToFile() { return KS7OrvexLogger::createDefaultLoggerToFile(true, false); }
     int openDescriptors() { return static_cast<int>(QDir(QStringLiteral("/proc/self/fd")).count()); }
 
-    /// Runs the calls that wait for the main thread.
+    /// Runs the calls that are queued for the main thread.
     static void settle() { QCoreApplication::processEvents(); }
 
     std::shared_ptr<platform::RunLoop> mRunLoop = platform::makeQtRunLoop();
@@ -278,7 +279,8 @@ void KS7OrvexLoggerTest::init()
 
 void KS7OrvexLoggerTest::cleanup()
 {
-    // The product never deletes a default logger; a test run would collect many.
+    // The product never deletes a default logger, so the test deletes it here to keep no logger of an earlier
+    // test.
     delete gMainLogger;
     gMainLogger = nullptr;
     delete gAppName;
@@ -302,11 +304,11 @@ QByteArray KS7OrvexLoggerTest::contents(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The lines of the latest file after its separator.
+/// Returns the lines of the latest log file, without the separator line at its beginning.
 QStringList KS7OrvexLoggerTest::lines(const QString &inFolder)
 {
     const QByteArray bytes = contents(latestFile(inFolder));
-    // Pass the size: Qt 5 would stop at the first zero byte.
+    // Pass the size, because otherwise Qt 5 stops at the first zero byte.
     QStringList all = QString::fromUtf8(bytes.constData(), bytes.size()).split(QLatin1Char('\n'));
     if (all.size() < 2 || !matches(QStringLiteral("===== \\S.* ====="), all.takeFirst())
         || !all.takeLast().isEmpty())
@@ -403,7 +405,7 @@ void KS7OrvexLoggerTest::aLineHasATimeAndTheMessage()
 void KS7OrvexLoggerTest::theTimeIsTheWallClocks()
 {
     loggerToFile();
-    // The C library's clock and the kernel's, which this test reads, may differ by a millisecond.
+    // Allow 2 ms on both sides, because the logger's clock and this test's clock may differ by a millisecond.
     const auto nowAnd = [](int ms) {
         const QDateTime time = QDateTime::currentDateTime().addMSecs(ms);
         return time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
@@ -421,7 +423,8 @@ void KS7OrvexLoggerTest::theTimeIsTheWallClocks()
 void KS7OrvexLoggerTest::aLaterLineHasALaterTime()
 {
     loggerToFile();
-    // std::time() lags a few milliseconds behind the logger's clock.
+    // std::time() lags a few milliseconds behind the logger's clock. So the logger's second has also changed
+    // when nextSecond() returns.
     nextSecond();
     OrvexLog(u"x");
     nextSecond();
@@ -507,7 +510,7 @@ void KS7OrvexLoggerTest::aLineIsOnStandardOutputAtOnce()
     KS7OrvexLogger::createDefaultLoggerToFile(false, true);
     QTemporaryFile output;
     QVERIFY(output.open());
-    // Full buffering as for a pipe, even if the test runs in a terminal.
+    // Use full buffering, as for a pipe, even if the test runs in a terminal.
     QCOMPARE(std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ), 0);
     QList<int> linesThere;
     {
@@ -724,7 +727,8 @@ void KS7OrvexLoggerTest::theHomeFolderIsATilde()
     const QString other = mHome->filePath(QStringLiteral("logs"));
     QCOMPARE(files(other).size(), 1);
     OrvexLog(u"there");
-    // The string differs from the expanded folder, so a new file starts even in the same folder.
+    // The logger compares the unexpanded path with the current folder. The two differ, so a new file starts
+    // in the same folder.
     nextSecond();
     gMainLogger->setLogFileLocation(QStringLiteral("~/logs"));
     QCOMPARE(files(other).size(), 2);
@@ -870,7 +874,7 @@ void KS7OrvexLoggerTest::aFolderInTheFilesPlace()
     const QString expected =
         AppName + QStringLiteral(": Couldn't open log file for writing at ") + folder() + QLatin1Char('/');
     QVERIFY2(text.contains(expected.toUtf8()), text.constData());
-    // The path is kept, but no file is open.
+    // The logger could not open the file, but revealLogFile() still shows its path.
     const auto workspace = std::make_shared<RecordingWorkspace>();
     gMainLogger->setWorkspace(workspace, mRunLoop);
     gMainLogger->revealLogFile();
@@ -884,7 +888,7 @@ void KS7OrvexLoggerTest::theNextFileMakesAFailureGood()
     everyFileNameSoonIs([](const QString &path) { return QDir().mkpath(path); });
     const auto workspace = std::make_shared<RecordingWorkspace>();
     loggerToFile()->setWorkspace(workspace, mRunLoop);
-    // The path is known, but nothing is open.
+    // The logger knows the file's path, although it could not open the file.
     gMainLogger->revealLogFile();
     settle();
     QCOMPARE(workspace->selected.size(), 1);
@@ -991,7 +995,7 @@ void logFromManyThreads()
         thread.join();
 }
 
-/// The number of lines; -1 if one is torn or a thread's lines are out of order.
+/// Returns the number of lines. Returns -1 if a line is torn or if a thread's lines are out of order.
 int wholeLines(const QStringList &lines, const QString &prefix)
 {
     static const QRegularExpression pattern(

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""Tests the messages that reach the system log through the C library, at the socket of a log daemon. The socket's path
-is fixed, so the logging program runs in a mount namespace with its own /dev."""
+"""Tests the messages that the C library sends to the socket of a log daemon. The socket's path is fixed, so the logging
+program runs in a mount namespace with its own /dev."""
 
 import os
 import pathlib
@@ -11,7 +11,7 @@ import unittest
 
 WRITER = pathlib.Path(os.environ["KS7_BUILD"]) / "tests" / "system_log_writer"
 FOLDER = pathlib.Path(os.environ["KS7_SESSION_FOLDER"])
-# Facility "user" (1) with severity "error" (3).
+# The priority of a message with facility "user" (1) and severity "error" (3).
 PRIORITY = b"<11>"
 
 OWN_DEV = 'mount -t tmpfs tmpfs /dev && ln -s "$1" /dev/log && shift && exec "$@"'
@@ -33,7 +33,7 @@ class SystemLogTest(unittest.TestCase):
         self.daemon.setblocking(False)
 
     def read(self):
-        """Returns the messages so far as (priority, text), without the C library's prefix."""
+        """Returns the messages received so far as pairs (priority, text), without the C library's prefix."""
         messages = []
         while True:
             try:
@@ -45,7 +45,8 @@ class SystemLogTest(unittest.TestCase):
 
     def test_each_message_arrives_once_as_an_error(self):
         subprocess.run(with_log_daemon_at(self.path, WRITER), check=True, stderr=subprocess.DEVNULL)
-        # The logger passes its text as a format, the error log as an argument.
+        # For the system log, log() formats its message a second time, so the first message has "%%%%" for one "%".
+        # OrvexErrorLog() formats only once.
         self.assertEqual(self.read(), [(PRIORITY, "Küche: 2 cameras, 100%"),
                                        (PRIORITY, "KS-7 System Preferences: code -12, 100%")])
 

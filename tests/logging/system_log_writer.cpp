@@ -1,6 +1,6 @@
 #include "logging/KS7OrvexLogger.h"
 
-/// Logs one message to the system log through each function, for a test that receives them.
+/// Logs one message with OrvexLog() and one with OrvexErrorLog() to the system log. A test receives them.
 int main()
 {
     KS7OrvexLogger::setAppName(QStringLiteral("KS-7 System Preferences"));
