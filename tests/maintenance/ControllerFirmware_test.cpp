@@ -11,7 +11,7 @@ namespace {
 
 const auto Kitchen = QStringLiteral("00-11-22-33-44-55");
 
-/// The visible state of the sheet and the firmware step.
+/// The visible state of the firmware sheet, and the controller's firmware step.
 struct Look {
     QString headline;
     QString secondLine;
@@ -71,7 +71,7 @@ Look failed(int code)
 
 } // namespace
 
-/// The update in three steps, with the wait in the second one.
+/// Tests the three steps of a firmware update. In the second step the pane waits for the camera.
 class ControllerFirmwareTest : public QObject {
     Q_OBJECT
 private:
@@ -169,7 +169,8 @@ void ControllerFirmwareTest::startUpdate()
     pressContinue();
 }
 
-/// Runs `happening` in the wait's slice of that number. Later, a wait that does not end is ended like a quit.
+/// Runs `happening` in slice `number` of the wait. After 1000 slices the run loop reports a quit, so that no
+/// test hangs.
 void ControllerFirmwareTest::inSlice(int number, std::function<void()> happening)
 {
     fixture->runLoop->onSlice = [this, number, happening = std::move(happening)] {
@@ -232,7 +233,7 @@ void ControllerFirmwareTest::theAgentRefusesAtOnce()
     startUpdate();
     QCOMPARE(during, Updating);
     QCOMPARE(look(), failed(code));
-    // firmwareError() hides the indicator without stopping its animation.
+    // firmwareError() hides the indicator, but does not stop the indicator's animation.
     QVERIFY(indicator()->isAnimating());
     QCOMPARE(fixture->journal->filter(QStringLiteral("slice")), QStringList());
     pressContinue();
@@ -563,7 +564,7 @@ void ControllerFirmwareTest::returnOnCancelCancels()
 
 void ControllerFirmwareTest::anOutdatedWaitLeavesANewUpdateAlone()
 {
-    // The first update's agent dies; a second update starts and ends inside the first one's wait.
+    // The first update's agent dies. While the first update still waits, a second update starts and ends.
     Look secondUpdate;
     inSlice(1, [&] { fixture->connections->killAgent(); });
     fixture->runLoop->onSlice = [this, first = fixture->runLoop->onSlice, &secondUpdate] {

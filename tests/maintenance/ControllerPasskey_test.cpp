@@ -24,7 +24,7 @@ const auto Kitchen = QStringLiteral("00-11-22-33-44-55");
 
 } // namespace
 
-/// Tests the passkey sheet and the two menu items that need a camera on the cable.
+/// Tests the passkey sheet and the two menu items that need a camera on the USB cable.
 class ControllerPasskeyTest : public QObject {
     Q_OBJECT
 private:
@@ -261,7 +261,7 @@ void ControllerPasskeyTest::okNeedsOneToSixteenDigits()
     QFETCH(QString, text);
     QFETCH(bool, enabled);
     openSheet();
-    // The text before does not matter.
+    // The field's previous text must not influence the OK button.
     for (const auto &before : {QStringLiteral("1"), QStringLiteral("x")}) {
         paste(before);
         paste(text);
@@ -526,7 +526,7 @@ void ControllerPasskeyTest::theUpdateItemNeedsACameraThatNeedsIt()
     fixture->controller().enableUSBOptions();
     QVERIFY(itemWithTag(34)->isEnabled());
     QCOMPARE(itemWithTag(35)->isEnabled(), atTheCable && needsFirmware);
-    // The pane asks about firmware only for a selected camera at the cable.
+    // The pane calls connectedCamNeedsFirmwareUpdate only if the selected camera is on the USB cable.
     QCOMPARE(fixture->takeRemoteCalls().contains(QStringLiteral("connectedCamNeedsFirmwareUpdate")),
              atTheCable);
     QCOMPARE(itemWithTag(34)->text(), QStringLiteral("Change Passkey…"));

@@ -21,7 +21,7 @@ const auto Desk = QStringLiteral("00-11-22-33-44-66");
 
 } // namespace
 
-/// Tests the sheet with a camera's name.
+/// Tests the properties sheet, which shows and changes a camera's name.
 class ControllerPropertiesTest : public QObject {
     Q_OBJECT
 private:
@@ -198,7 +198,8 @@ void ControllerPropertiesTest::cancelStoresNothing()
 
 void ControllerPropertiesTest::aClickOnTheIgnoreBoxIsForgottenWithTheSheet()
 {
-    // A listed camera never counts as ignored, even when "IgnoredCams" holds its address.
+    // A camera in the list never counts as ignored, even if the preference "IgnoredCams" contains its
+    // address.
     fixture->defaults->agentWrites(PreferenceKeys::IgnoredCams, QVariantMap{{Kitchen, true}});
     showPaneWithTwoCameras();
     auto *box = fixture->outlets().ignoreCheckbox;
@@ -233,7 +234,7 @@ void ControllerPropertiesTest::aDeadAgentLetsTheSheetClose()
     openSheet();
     fixture->connections->killAgent();
     fixture->runLoop->turn();
-    // No camera is selected any more.
+    // The agent's death has emptied the list, so no camera is selected. OK then leaves the sheet open.
     pressButton("propertiesOkayButton");
     QVERIFY(sheetIsUp());
     pressButton("propertiesCancelButton");
@@ -269,7 +270,8 @@ void ControllerPropertiesTest::returnOnCancelCancels()
 
 void ControllerPropertiesTest::anotherPreferredCameraUnderTheSheetIsTheOneRenamed()
 {
-    // OK asks for the selected camera at that moment; the sheet's texts stay as they were.
+    // OK renames the camera that is selected at that moment. A changed selection does not update the open
+    // sheet's texts.
     showPaneWithTwoCameras();
     openSheet();
     fixture->agent.prefer(Desk);

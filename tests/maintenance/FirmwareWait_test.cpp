@@ -12,7 +12,8 @@
 #include <QTest>
 #include <QTimer>
 
-/// Tests the wait for an update on a real event loop: it handles notifications and ends with the host.
+/// Tests the wait for a firmware update on a real event loop. The wait handles notifications and ends when
+/// the host quits.
 class FirmwareWaitTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -81,7 +82,7 @@ void FirmwareWaitTest::aWaitWithoutASheetCausesNoWakeUps()
     QVERIFY2(endedByItself, "the agent's end did not wake the wait");
     QCOMPARE(fixture.controller().firmwareStep(), 2);
     QVERIFY(!fixture.outlets().firmwareSheet->isVisible());
-    // Without sleeping it would run about 50 slices of 10 ms.
+    // The measurement lasts 500 ms. A wait in slices of 10 ms would wake up about 50 times.
     QVERIFY2(after - before < 10, qPrintable(QString::number(after - before)));
 }
 
@@ -91,7 +92,7 @@ void FirmwareWaitTest::aHostToldToEndEnds_data()
     QTest::addColumn<int>("code");
     for (const auto *word : {"quit", "close", "quit-event", "switch-away-and-quit", "agent-dies-and-quit"})
         QTest::addRow("%s", word) << QString::fromLatin1(word) << 0;
-    // The code of an elapsed slice must not replace the host's.
+    // An elapsed slice ends its nested event loop with code 0, which must not replace the host's exit code.
     QTest::newRow("exit") << QStringLiteral("exit") << 3;
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int ForcedCode = 3;
 
-/// Tells the host to end during an update.
+/// Makes the host quit in the way that `word` names, during an update.
 void tell(const char *word, PaneFixture &fixture)
 {
     if (std::strcmp(word, "quit") == 0)
@@ -35,8 +35,8 @@ void tell(const char *word, PaneFixture &fixture)
 
 } // namespace
 
-/// A host that quits while the pane waits for a firmware update that never ends. Prints "waited" when the
-/// wait has begun. Exits with the code of its event loop.
+/// A host that quits while the pane waits for a firmware update that never ends. It prints "waited" when the
+/// wait has begun, and exits with the code of its event loop.
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
@@ -49,7 +49,7 @@ int main(int argc, char **argv)
     QTimer::singleShot(0, [&] {
         fixture.controller().installFirmware(nullptr);
         fixture.outlets().firmwareContinueButton->click();
-        // Enough time for some slices of the wait.
+        // Some slices of the wait must elapse before the host quits.
         QTimer::singleShot(50, [&] {
             std::puts(fixture.controller().firmwareStep() == 1 ? "waited" : "did not wait");
             tell(argc > 1 ? argv[1] : "", fixture);

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""Tests each flow of settings, sheets and about box once, with synthetic keys and mouse, on the stand-alone host with
-the stand-in agent."""
+"""Tests each task of the settings, the sheets and the about box once, in the stand-alone host with the stand-in agent.
+The input is synthetic keys and mouse clicks."""
 
 import datetime
 import os
@@ -16,7 +16,7 @@ import accessible  # noqa: E402
 from accessible import key, type_text, wait_until  # noqa: E402
 from scripted_pane import KITCHEN, PREFERENCES, ScriptedPaneTest  # noqa: E402
 
-# Keys that reach an item of the camera actions, from the nearer end of the menu.
+# The arrow keys that reach an item in the menu of the camera actions, from the nearer end of the menu.
 PROPERTIES = ("Down",) * 3
 CHANGE_PASSKEY = ("Down",) * 4
 UPDATE_FIRMWARE = ("Up", "Up")
@@ -25,7 +25,7 @@ SITE = "http://www.orvex.example"
 
 
 class FlowsTest(ScriptedPaneTest):
-    """Begins with one known, idle camera. Each flow prepares the rest."""
+    """Each test begins with one known, idle camera and prepares everything else itself."""
 
     # Verbs
 
@@ -33,7 +33,7 @@ class FlowsTest(ScriptedPaneTest):
         self.agent.plugUSB(KITCHEN, needs_firmware)
 
     def choose_action(self, *steps):
-        """Opens the camera actions with the mouse and selects an item with the keys."""
+        """Opens the menu of the camera actions with the mouse and triggers an item with the keys."""
         self.open_popup("Camera Actions")
         key(*steps, "Return")
 
@@ -60,7 +60,7 @@ class FlowsTest(ScriptedPaneTest):
         self.open_pane()
         self.pane.click("Kitchen, Not Streaming", times=2)
         self.wait_focused("Name:", "text")
-        # The old name is selected, so typing replaces it.
+        # The field's old name is selected, so typing replaces it.
         type_text("Hall")
         key("Return")
         self.pane.wait_for("Hall, Not Streaming")
@@ -213,7 +213,7 @@ class FlowsTest(ScriptedPaneTest):
             wait_until(lambda: self.posts(post), post, details=self.pane.dump)
             wait_until(lambda: not self.stored()[setting], f"{setting} off", details=self.pane.dump)
             self.pane.wait_state(node, "checked", False)
-        # Pressed through AT-SPI.
+        # Press the check box through AT-SPI, as a screen reader does.
         self.pane.press(node)
         wait_until(lambda: self.stored()["ShowStatusMenu"], "the status menu on", details=self.pane.dump)
         self.agent.setPreference("KS7On", True)
@@ -256,7 +256,7 @@ class FlowsTest(ScriptedPaneTest):
         self.choose_action(*ABOUT)
         link = self.pane.wait_for("www.orvex.example", role="link")
         self.pane.wait_for("v1.0")
-        # A drag that ends outside the link opens nothing.
+        # Pressing on the link and releasing outside of it must not open the site.
         x, y, width, height = self.pane.rectangle(link)
         accessible.point_at(x + width // 2, y + height // 2)
         accessible.xdotool("mousedown", 1)
