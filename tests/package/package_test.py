@@ -1,5 +1,5 @@
-"""Builds the Debian packages, checks them, installs them into an empty root, opens the pane in System Settings there
-and removes them again."""
+"""Builds the Debian packages, checks them and installs them into an empty root folder. Opens the installed pane in
+System Settings and removes the packages again."""
 
 import gzip
 import os
@@ -19,7 +19,7 @@ MAINTAINER = "Some Body <somebody@vendor.example>"
 
 
 def make_packages():
-    """Returns {package: file} of a new cpack run."""
+    """Builds the packages with cpack and returns their files by package name."""
     run("cmake", "--preset", "release", "-B", BUILD, f"-DKS7_MAINTAINER={MAINTAINER}", cwd=SOURCE)
     run("cmake", "--build", BUILD, "-j2")
     folder = BUILD / "debs"
@@ -29,7 +29,7 @@ def make_packages():
 
 
 class Root:
-    """An empty root below a folder, with dpkg's database only."""
+    """A root folder that contains only an empty dpkg database."""
 
     def __init__(self, folder):
         self.path = pathlib.Path(folder)
@@ -39,7 +39,8 @@ class Root:
             (self.path / "var/lib/dpkg" / name).touch()
 
     def dpkg(self, *arguments):
-        # Libraries come from this machine, because the root is empty.
+        # The root folder contains no libraries, so dpkg must ignore dependencies. Programs use the libraries of this
+        # machine.
         return run("dpkg", f"--root={self.path}", "--force-depends", "--force-not-root",
                    "--force-script-chrootless", f"--log={os.devnull}", *arguments)
 
@@ -101,8 +102,8 @@ class PackageTest(Packages, unittest.TestCase):
             with self.subTest(word), accessible.launch(["systemsettings"], env=self.environment()) as settings:
                 settings.wait_for("KS-7", role="list item", showing=False)
                 settings.click(settings.wait_for("Search", role="text", showing=False))
-                # A word without results empties the list. After it, the list contains results of the next
-                # search only.
+                # The search first uses a word without results, which empties the list. So the list then shows only
+                # results of the next search.
                 accessible.type_text("qqqq")
                 accessible.wait_until(lambda: not self.listed(settings), "an empty list", details=settings.dump)
                 accessible.key("ctrl+a")
@@ -114,7 +115,7 @@ class PackageTest(Packages, unittest.TestCase):
     def listed(settings):
         return [accessible.name_of(node) for node in settings.all(role="list item", showing=False)]
 
-    # At last
+    # The removal, which must be last
 
     def test_zz_removing_leaves_nothing(self):
         self.root.dpkg("--purge", PREFERENCES, SIMULATOR, DEVELOPMENT)

@@ -1,4 +1,4 @@
-"""Tests of the contents of the Debian packages, independent of how they were made."""
+"""Tests the contents of the Debian packages, for packages from any build."""
 
 import os
 import pathlib
@@ -29,8 +29,8 @@ def field(file, name):
 
 
 class Packages:
-    """The tests. A subclass provides `packages` (files by package name) and `unpacked` (a folder with their
-    contents)."""
+    """The tests of the packages. A subclass provides `packages` (files by package name) and `unpacked` (a folder with
+    their contents)."""
 
     packages = {}
     unpacked = None
@@ -90,12 +90,13 @@ class Packages:
         depends = field(self.packages[PREFERENCES], "Depends")
         for library in (*LIBRARIES, "libgstreamer1.0-0", "libpipewire-0.3-0", "libc6 (>= "):
             self.assertIn(library, depends)
-        # Dependencies on plug-ins are declared by hand.
+        # The packaging tools cannot detect plug-ins, so the package declares these dependencies by hand.
         for package in ("gstreamer1.0-pipewire", SVG_PLUGINS):
             self.assertIn(package, depends)
 
     def test_lintian_finds_no_error(self):
-        # lintian warns when root runs it, as in a container; that is no problem of the package.
+        # lintian warns if root runs it, as in a container. The option --allow-root prevents this warning, which is not
+        # about the package.
         report = subprocess.run(["lintian", "--allow-root", "--fail-on", "error", *map(str, self.packages.values())],
                                 stdin=subprocess.DEVNULL, capture_output=True, text=True)
         self.assertEqual(report.returncode, 0, report.stdout + report.stderr)

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Makes the Debian packages from the present build and checks them."""
+"""Makes the Debian packages from the existing build and checks them."""
 
 import os
 import pathlib

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The packages that ./run installs for the tour have every Python module that the tour imports."""
+"""Tests that the packages installed by ./run contain every Python module that the tour imports."""
 
 import pathlib
 import subprocess
