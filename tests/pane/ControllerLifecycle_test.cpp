@@ -22,7 +22,7 @@ namespace Names = NotificationNames;
 
 namespace {
 
-/// Records when the version line is read.
+/// Calls a hook when the pane reads its information dictionary, which contains the version.
 class WatchedBundle final : public platform::Bundle {
 public:
     WatchedBundle(std::shared_ptr<platform::Bundle> bundle, std::function<void()> onInfo)
@@ -45,7 +45,7 @@ private:
     std::function<void()> mOnInfo;
 };
 
-/// Records when the preferences are synchronised.
+/// Calls a hook when the pane synchronises its preferences.
 class WatchedDefaults final : public platform::UserDefaults {
 public:
     WatchedDefaults(std::shared_ptr<platform::UserDefaults> defaults, std::function<void()> onSynchronize)
@@ -73,7 +73,7 @@ private:
     std::function<void()> mOnSynchronize;
 };
 
-/// Records when the pop-up is set up.
+/// Calls a hook when the pane reads the processor clock, which happens while it sets up the pop-up.
 class WatchedClock final : public platform::ProcessorClock {
 public:
     explicit WatchedClock(std::function<void()> onRead)
@@ -92,11 +92,11 @@ private:
 
 } // namespace
 
-/// Tests start-up, showing and hiding by the calls that the services receive.
+/// Tests start-up, showing and hiding through the calls that the services receive.
 class ControllerLifecycleTest : public QObject {
     Q_OBJECT
 
-    /// The pane's distributed notifications, in order.
+    /// The names of the notifications that the pane has posted to other processes, in order.
     static QStringList posts(const PaneFixture &fixture)
     {
         QStringList names;
@@ -134,7 +134,7 @@ private Q_SLOTS:
         fixture.hide();
         fixture.pane->mainView()->setParent(nullptr);
         QCOMPARE(fixture.pane->mainWindow(), nullptr);
-        // Alerts then have no parent window.
+        // The view is in no window, so the alert has no parent window.
         fixture.agentPosts(Names::PassKeySet, {{UserInfoKeys::Result, 9}});
         QCOMPARE(fixture.sheets->alerts.size(), std::size_t(1));
         QCOMPARE(fixture.sheets->alerts.front().window, nullptr);
@@ -243,7 +243,7 @@ private Q_SLOTS:
                               QStringLiteral("observe QuickTimeError"),
                               QStringLiteral("register for power messages"),
                               QStringLiteral("observe GoingToSleep"),
-                              // setupUI() reads the settings.
+                              // setupUI() synchronises the preferences before it reads them.
                               QStringLiteral("synchronize")}));
     }
 
@@ -260,7 +260,7 @@ private Q_SLOTS:
         PaneFixture fixture;
         QAbstractItemDelegate *oldDelegate = nullptr;
         QStringList steps;
-        // Each watched service records the controls that earlier steps have set up.
+        // Each watched service records which controls are already set up when the pane uses the service.
         const auto note = [&](const QString &service) {
             const auto &outlets = fixture.outlets();
             QStringList done;
@@ -487,7 +487,8 @@ private Q_SLOTS:
         PaneFixture fixture;
         fixture.show();
         QVERIFY(!fixture.outlets().optimizeForPopUp->isHidden());
-        // An unknown clock hides the pop-up when setupOptimizePopup() runs again.
+        // A processor without a known clock hides the pop-up, which proves that setupOptimizePopup() has run
+        // again.
         fixture.clock->hertz = 0;
         fixture.controller().optimizeForChanged(nullptr);
         QCOMPARE(fixture.distributedCenter->postCount(Names::ChangedOptimizedPreference), 1);

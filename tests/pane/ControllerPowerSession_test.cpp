@@ -4,7 +4,7 @@
 #include <QPushButton>
 #include <QTest>
 
-/// Tests the pane when another user takes the screen and returns it.
+/// Tests the pane while another user's session is active, and when the pane's session is active again.
 class ControllerPowerSessionTest : public QObject {
     Q_OBJECT
 

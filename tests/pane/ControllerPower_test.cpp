@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Sends power messages, and calls a hook at each acknowledgement.
+/// A power service for tests: it sends power messages and calls a hook when the pane acknowledges one.
 class ObservedPower final : public platform::PowerManagement {
 public:
     explicit ObservedPower(std::function<void()> allowed)
@@ -31,7 +31,7 @@ private:
 
 } // namespace
 
-/// Tests the pane when the machine sleeps and wakes.
+/// Tests the pane while the machine goes to sleep and wakes up.
 class ControllerPowerTest : public QObject {
     Q_OBJECT
 

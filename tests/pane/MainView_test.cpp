@@ -39,7 +39,7 @@ const QString KS7CameraID = QStringLiteral("KS-7 Wireless Webcam");
 
 } // namespace
 
-/// Tests the main view: positions, names and keyboard navigation.
+/// Tests the main view: positions, accessible names and keyboard navigation.
 class MainViewTest : public QObject {
     Q_OBJECT
 
@@ -80,7 +80,7 @@ class MainViewTest : public QObject {
         mFixture->agent.addCamera(QStringLiteral("b"), QStringLiteral("Cut & Paste"), 0);
     }
 
-    /// Opens the submenu.
+    /// Fills the submenu "Choose Camera", as opening it does, and returns it.
     QMenu *chooseCamera()
     {
         for (auto *item : outlets().pulldownMenu->menu()->actions()) {
@@ -94,7 +94,7 @@ class MainViewTest : public QObject {
 
     static QString withoutMnemonic(QString text) { return text.remove(QLatin1Char('&')); }
 
-    /// Texts of the sheet's widgets of one class, in their order.
+    /// The texts of all widgets of one class in the sheet, in their order, without the mnemonic marks.
     template <class Widget>
     static QStringList textsOf(const QWidget *sheet)
     {
@@ -370,7 +370,7 @@ private Q_SLOTS:
         bool wasOpen = false;
         button->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
         QVERIFY(!menu->isVisible());
-        // Runs in the menu's own event loop.
+        // This timer fires in the event loop of the open menu.
         QTimer::singleShot(0, menu, [&] {
             wasOpen = menu->isVisible() && button->state().expanded;
             menu->actions().constLast()->trigger();
@@ -459,7 +459,7 @@ private Q_SLOTS:
         mFixture->agentPosts(Names::StartedDiscovering);
         QVERIFY(spinner->isVisible());
         QVERIFY(outlets().discoveringMessage->isVisible());
-        // The minimum size stays, so the window does not grow.
+        // The indicator does not change the minimum size, because otherwise the window would grow.
         QTRY_COMPARE_WITH_TIMEOUT(view()->minimumSizeHint(), least, Timeout);
         mFixture->agentPosts(Names::StoppedDiscovering);
         QVERIFY(!spinner->isVisible());
@@ -490,7 +490,7 @@ private Q_SLOTS:
         QCOMPARE(timers(), 0);
     }
 
-    // Words for every state
+    // The sentence for each state
 
     void aBlackPictureSaysWhy()
     {

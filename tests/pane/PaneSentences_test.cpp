@@ -9,7 +9,8 @@ namespace {
 using Sentence = QString (*)(const PaneFacts &);
 using Change = std::function<void(PaneFacts &)>;
 
-/// Connected, on, two cameras, the idle Kitchen chosen.
+/// The usual state: the pane is connected and switched on, and shows two cameras. The selected camera,
+/// Kitchen, does not stream.
 PaneFacts usual()
 {
     PaneFacts facts;
@@ -130,7 +131,7 @@ const NewsRow NewsRows[] = {
 
 } // namespace
 
-/// Which sentence each state of the pane gets.
+/// Tests which sentence the pane shows in each state.
 class PaneSentencesTest : public QObject {
     Q_OBJECT
 

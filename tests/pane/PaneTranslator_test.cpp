@@ -7,7 +7,7 @@
 #include <QTest>
 #include <QTranslator>
 
-/// Tests the pane inside hosts with several languages.
+/// Tests the pane's translation in hosts that have other languages and translators.
 class PaneTranslatorTest : public QObject {
     Q_OBJECT
 

@@ -22,7 +22,7 @@ PREFERENCES = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "com.orvex.KS7Agent.
 
 
 def diagnose(env=None):
-    """Returns the report as a dictionary; indented lines are collected under "cameras"."""
+    """Returns the report as a dictionary. The entry "cameras" is a list of the report's indented lines."""
     done = subprocess.run([BIN / "ks7-preferences", "--diagnose"], stdin=subprocess.DEVNULL, capture_output=True,
                           text=True, env=env)
     assert done.returncode == 0, f"ended with {done.returncode}: {done.stderr}"
@@ -91,7 +91,7 @@ class DiagnosisTest(unittest.TestCase):
         self.assertEqual(report["Cameras"], "unknown, no agent")
 
     def test_tells_the_agent_and_since_when_it_runs(self):
-        # The kernel's clock ticks are rounded down.
+        # The kernel reports the start time in clock ticks, which are rounded down, so allow a difference.
         earliest = datetime.datetime.now() - datetime.timedelta(seconds=5)
         with agent("--scenario", "scripted") as (process, _):
             report = diagnose()
@@ -109,7 +109,7 @@ class DiagnosisTest(unittest.TestCase):
             report = diagnose()
         self.assertEqual(report["Cameras"], "2")
         self.assertIn("Kitchen (2A9C): status 4 Streaming", report["cameras"])
-        # A name with a line break cannot imitate a line of the report.
+        # The line break is shown as its code, so that a camera's name cannot look like a line of the report.
         self.assertIn("Desk⟨U+000A⟩PackageKit: running (1122): status 0 Not Found", report["cameras"])
 
     def test_gives_up_on_an_agent_that_hangs(self):

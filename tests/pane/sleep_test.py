@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""Tests sleep, wake and the switch to another user while the pane shows the picture of a real PipeWire, with
-python-dbusmock's logind. Also tests that a hidden pane is idle."""
+"""Tests sleep, wake-up and a switch to another user, while the pane shows a picture from a real PipeWire.
+python-dbusmock plays logind. Also tests that a hidden pane is idle."""
 
 import os
 import pathlib
@@ -24,7 +24,7 @@ MANAGER = "org.freedesktop.login1.Manager"
 SESSION = "org.freedesktop.login1.Session"
 MOCK = "org.freedesktop.DBus.Mock"
 KITCHEN = "00-1b-dc-0f-2a-9c"
-# Seconds without a wake-up that prove idleness: all timers of the preview are faster.
+# A process without a wake-up for this many seconds is idle, because all timers of the preview are faster.
 CALM = 3
 
 
@@ -48,7 +48,7 @@ class Logind:
         self.session.UpdateProperties(SESSION, {"Active": dbus.Boolean(is_ours)}, dbus_interface=MOCK)
 
     def held_up(self):
-        """Returns the number of inhibitors that the pane holds."""
+        """Returns the number of sleep inhibitors that the pane holds."""
         held = self.manager.ListInhibitors(dbus_interface=MANAGER)
         return sum((str(what), str(who), str(mode)) == ("sleep", "KS-7", "delay") for what, who, _, mode, _, _ in held)
 
@@ -118,7 +118,8 @@ class SleepTest(PaneWithLogind):
         self.assert_stopped()
 
     def sleep_is_met_under(self, *cover):
-        """The preview runs and another sheet is open: it stays open while the machine sleeps and wakes."""
+        """The preview runs under an open sheet or menu. Checks that sleep ends the preview and that the sheet or menu
+        stays open."""
         self.pane.wait_for(*cover)
         self.logind.prepares(True)
         wait_until(lambda: self.logind.held_up() == 0, "the machine may sleep")
@@ -153,7 +154,7 @@ class SleepTest(PaneWithLogind):
         self.logind.prepares(True)
         wait_until(lambda: self.logind.held_up() == 0, "the machine may sleep")
         self.assert_stopped()
-        # The pane waited for one timeout at most.
+        # The pane makes at most one call that times out before it lets the machine sleep.
         self.assertLessEqual(len(self.agent.recordedCalls()), 1, self.agent.recordedCalls())
         self.agent.resume()
         self.logind.prepares(False)
@@ -186,12 +187,13 @@ class SleepTest(PaneWithLogind):
             return time.monotonic() - last[1] > CALM
         wait_until(is_calm, f"{CALM} s without a wake-up")
         names = [(task / "comm").read_text() for task in tasks(self.pane.process)]
-        # Idle threads of GStreamer's pool keep the name of their last element; these are PipeWire's.
+        # GStreamer's idle pool threads keep the name of their last element. The names checked here belong to PipeWire's
+        # threads.
         self.assertFalse([name for name in names if name.startswith(("pipewire-", "data-loop", "pw-"))], names)
 
 
 class SwitchTest(PaneWithLogind):
-    """Another person takes the screen, and gives it back."""
+    """Tests that another user's session becomes active, and that the pane's session is active again later."""
     agent_of_the_pane = BUILD / "bin" / "ks7-agent-simulator"
 
     def switch_away(self):
@@ -201,7 +203,7 @@ class SwitchTest(PaneWithLogind):
         self.pane.wait_state("Start Preview", "enabled", False)
 
     def come_back(self):
-        """The link is opened again; the list comes with the agent's next news."""
+        """Checks that the pane connects again. The pane reads the cameras after the agent's next notification."""
         self.logind.gives_the_screen(True)
 
         def is_listed():

@@ -1,4 +1,4 @@
-"""Tests that every text of the pane has a German translation and that none is missing or obsolete."""
+"""Tests that the German translation has every text of the pane, and no text that the pane no longer uses."""
 
 import os
 import pathlib
@@ -14,7 +14,7 @@ TRANSLATIONS = SOURCE / "resources/translations"
 
 
 def messages(file):
-    """{(context, source text, comment): translation element}"""
+    """Returns the translation elements of a file by context, source text and comment."""
     return {(context.findtext("name"), message.findtext("source"), message.findtext("comment")): message.find("translation")
             for context in ElementTree.parse(file).getroot().iter("context")
             for message in context.iter("message")}
@@ -24,7 +24,7 @@ def placeholders(text):
     return sorted(re.findall(r"%(?:\d+|@|d)", text))
 
 
-# The other text of a button that has its letter already.
+# Texts that replace another text of the same button. Both texts may have the same letter as their mnemonic.
 SECOND_TEXTS = {"Stop &Preview"}
 
 
@@ -70,7 +70,8 @@ class TranslationsTest(unittest.TestCase):
             self.assertEqual(len(letters), len(set(letters)), (context, letters))
 
     def test_texts_belong_to_classes_of_ours(self):
-        # A context that the host has too would change the host's texts.
+        # Qt looks up translations by context. If a host used the same context, our translation would also change the
+        # host's texts.
         general = {"", None, "QObject", "QCoreApplication", "QWidget", "QDialog", "MainWindow", "Form"}
         contexts = {context for context, _, _ in self.template}
         self.assertEqual(contexts & general, set())
