@@ -9,11 +9,12 @@
 
 using namespace std::chrono_literals;
 
-/// Tests nested runs of the loop: they deliver events, sleep between them and end when the application quits.
+/// Tests nested runs of the loop. They deliver events, sleep between events and end when the application
+/// quits.
 class RunLoopTest : public QObject {
     Q_OBJECT
 private:
-    /// Runs the application with `insideIt` called in its event loop. Returns the application's exit code.
+    /// Runs the application and calls `insideIt` in its event loop. Returns the application's exit code.
     static int runApplication(const std::function<void()> &insideIt);
 
     std::shared_ptr<platform::RunLoop> runLoop = platform::makeQtRunLoop();
@@ -60,7 +61,8 @@ void RunLoopTest::aSliceSleepsWhileNothingHappens()
             runLoop->runFor(10ms);
         QCoreApplication::quit();
     });
-    // The thread goes to sleep in every slice, a few times at most.
+    // The thread must sleep at least once in each slice. Many more sleeps would mean that it wakes up without
+    // events.
     QVERIFY(sleeps.size() >= Rounds);
     QVERIFY(sleeps.size() <= 10 * Rounds);
 }

@@ -5,7 +5,7 @@
 
 #include <limits>
 
-/// Tests the conversion of numbers from other programs.
+/// Tests toInt32(), which converts numbers from other programs.
 class ToInt32Test : public QObject {
     Q_OBJECT
 

@@ -12,14 +12,15 @@
 using platform::BusConnection;
 using platform::BusHandshake;
 
-/// Tests the pane's own connection to a bus that is killed, stopped, restarted, overloaded or elsewhere.
+/// Tests the pane's own connection to a bus that is killed, stopped, restarted, overloaded or at an unusual
+/// address.
 class BusConnectionTest : public QObject {
     Q_OBJECT
 
 private:
     PrivateBus mDaemon;
     std::unique_ptr<BusConnection> mBus;
-    /// So many full timeouts would exceed the time limit of the test.
+    /// The number of repetitions. A full timeout in each of them would exceed the test's time limit.
     static constexpr int Many = 300;
 
     BusConnection &bus() { return *mBus; }
@@ -131,7 +132,8 @@ private Q_SLOTS:
     void aBusWithAFullQueueDoesNotBlock()
     {
         stopTheBusUnopened();
-        // The kernel queues a limited number of connections for a daemon that accepts none.
+        // The kernel limits the queue of connections that a daemon has not accepted. The loop fills this
+        // queue.
         std::vector<std::unique_ptr<BusHandshake>> queue;
         constexpr int MoreThanAnyQueue = 5000;
         while (queue.size() < MoreThanAnyQueue

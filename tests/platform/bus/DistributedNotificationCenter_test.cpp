@@ -19,7 +19,7 @@ const QString Name = QStringLiteral("KS7ChangedOptimizedPreference");
 const QString OtherName = QStringLiteral("KS7CameraListChanged");
 const QString Last = QStringLiteral("KS7AgentStarted");
 
-/// Collects all messages of the process while it exists. One object at a time.
+/// Collects all log messages of the process while it exists. Only one object may exist at a time.
 class Complaints {
 public:
     Complaints()
@@ -40,7 +40,7 @@ private:
 
 } // namespace
 
-/// Tests posts and observers over a real bus, with another process at the other end.
+/// Tests posts and observers over a real bus. The other end is an agent with its own connection.
 class DistributedNotificationCenterTest : public QObject {
     Q_OBJECT
 
@@ -78,7 +78,7 @@ private:
         QTRY_COMPARE_WITH_TIMEOUT(lost.count(), 1, Timeout);
         QVERIFY(!mBus->connection().isConnected());
     }
-    /// A last post: when it arrives, all earlier ones have arrived.
+    /// Posts a last notification. When it arrives, all earlier ones have arrived too.
     void waitForLast()
     {
         mStranger->post(Last);

@@ -74,7 +74,7 @@ private:
     }
     Proxy<KS7DeviceControllerProxy> device() { return mProtocols->deviceController(mDevice->rootProxy()); }
     Proxy<TernUSBCommandControllerProxy> usb() { return mProtocols->usbController(mUSB->rootProxy()); }
-    /// Waits until all messages on their way have arrived.
+    /// Waits until all messages sent so far have arrived.
     void settle()
     {
         auto stranger =
@@ -95,7 +95,7 @@ private:
         stranger.call(call, QDBus::Block, 1000);
         QDBusConnection::disconnectFromBus(QStringLiteral("test-starter"));
     }
-    /// The bus daemon's match rules that name one of the agent's names.
+    /// The number of match rules in the bus daemon that name one of the agent's bus names.
     static int ownerWatches()
     {
         auto question = QDBusMessage::createMethodCall(
@@ -230,7 +230,8 @@ private Q_SLOTS:
         RecordingAgent successor;
         mAgent->release(RemoteNames::AgentServer);
         QVERIFY(successor.publish(RemoteNames::AgentServer));
-        // The change of the owner is still queued; the new connection must not treat it as its own death.
+        // The signal about the change of the owner is still queued. The new connection must not treat it as
+        // its own death.
         const auto reopened = open(RemoteNames::AgentServer);
         QTRY_COMPARE_WITH_TIMEOUT(mDeaths, QList<const void *>{mDevice.get()}, Timeout);
         settle();
@@ -265,7 +266,7 @@ private Q_SLOTS:
             seen += monitor.readAllStandardOutput();
             return seen.contains(member);
         };
-        // Repeat until dbus-monitor has started to monitor.
+        // dbus-monitor takes a while to start, so repeat the connection attempt until its call is visible.
         QTRY_VERIFY_WITH_TIMEOUT(open(QStringLiteral("Nobody")) || sees("string \"com.orvex.Nobody\""),
                                  Timeout);
         const auto connection = open(RemoteNames::AgentServerUSB);
@@ -399,7 +400,7 @@ private Q_SLOTS:
     {
         QVERIFY(!open(RemoteNames::AgentServer));
         mBusDaemon.stop();
-        // So many full timeouts would exceed the time limit of the test.
+        // 300 attempts with a full timeout each would exceed the test's time limit.
         for (int attempt = 0; attempt < 300; ++attempt)
             QVERIFY(!open(RemoteNames::AgentServer));
         mBusDaemon.resume();

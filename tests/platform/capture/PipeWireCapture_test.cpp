@@ -29,7 +29,7 @@ constexpr QRgb Red = 0xFFFF0000;
 constexpr QRgb Green = 0xFF00FF00;
 constexpr QRgb Blue = 0xFF0000FF;
 
-/// Compares with a tolerance, because video formats change colours slightly.
+/// Compares with a tolerance, because conversions between video formats change colours slightly.
 bool looksLike(QRgb shown, QRgb expected)
 {
     const auto near = [](int a, int b) { return qAbs(a - b) < 24; };
@@ -59,14 +59,14 @@ QByteArrayList threadNames()
     return names;
 }
 
-/// Number of threads without "pool-spawner", which GLib starts once and keeps.
+/// The number of threads. "pool-spawner" does not count, because GLib starts it once and keeps it.
 int threads()
 {
     const auto names = threadNames();
     return static_cast<int>(names.size() - names.count("pool-spawner"));
 }
 
-/// Resident memory in kilobytes.
+/// The resident memory of this process, in kilobytes.
 int residentMemory()
 {
     QFile status(QStringLiteral("/proc/self/status"));
@@ -79,7 +79,8 @@ int residentMemory()
     return 0;
 }
 
-/// AddressSanitizer delays the release of memory, so the growth cannot be measured there.
+/// AddressSanitizer delays the release of memory. With it, the growth cannot be measured, so the result is
+/// always true.
 bool hasGrownByLess(int before, int kilobytes)
 {
 #ifdef __SANITIZE_ADDRESS__
@@ -102,7 +103,7 @@ std::map<int, void (*)(int)> signalHandlers()
 
 } // namespace
 
-/// Tests cameras of a real PipeWire, from the look-up to the pixels in the view.
+/// Tests cameras of a real PipeWire, from their look-up to the pixels in the view.
 class PipeWireCaptureTest : public QObject {
     Q_OBJECT
 
@@ -143,7 +144,7 @@ private:
         mSession = mCapture->makeSession();
         QVERIFY(mSession->addInput(std::make_shared<platform::CaptureDeviceInput>(device), error));
     }
-    /// Receives the frames instead of the view.
+    /// Makes the session deliver its frames to this test instead of a view.
     void listen()
     {
         mSession->setFrameHandler([this](const QImage &picture) {
@@ -163,7 +164,8 @@ private:
     {
         if (mLast.isNull())
             return false;
-        // Chroma read from a wrong address differs between neighbouring pixel pairs.
+        // Compare two points in different chroma samples. Chroma read from a wrong address would give them
+        // different colours.
         const QPoint center = mLast.rect().center();
         const QPoint other(qMax(0, center.x() - 2), center.y());
         return looksLike(mLast.pixel(center), color) && looksLike(mLast.pixel(other), color);
@@ -175,7 +177,7 @@ private:
         QTRY_VERIFY_WITH_TIMEOUT(mFrames > 0, Timeout);
         mSession->stopRunning();
     }
-    /// Starts and stops that many times with a frame in between, then as many times without.
+    /// Starts and stops the session `times` times with a frame in between, then `times` times without one.
     void previewAndLetGo(int times)
     {
         mCapture = platform::makePipeWireCapture(mCenter, platform::makeQtRunLoop());
@@ -193,7 +195,7 @@ private:
     static int pidOf(const QString &program)
     {
         QProcess pgrep;
-        // The newest process of that name below this test's private session.
+        // Find the newest process of that name in this test's private session.
         pgrep.start(QStringLiteral("pgrep"),
                     {QStringLiteral("-x"), QStringLiteral("-P"), QString::number(getppid()), program});
         pgrep.waitForFinished();
@@ -207,8 +209,8 @@ private:
                            [](const auto &name) { return name.startsWith("pipewiresrc"); });
     }
 
-    /// Whether the session manager knows the node. A stream started before would fail, because nothing could
-    /// link it.
+    /// Returns whether the session manager knows the node. A stream that starts earlier would fail, because
+    /// no one would link it to the node.
     static bool policyKnowsTheCamera()
     {
         QProcess metadata;
@@ -247,7 +249,7 @@ private Q_SLOTS:
         mCamera.reset();
     }
 
-    // Must run first, before another test starts GStreamer.
+    // This test must run first, because it needs a process in which GStreamer has not started yet.
     void theFirstPreviewLeavesTheProcessAsItWas()
     {
         const auto gStreamerRuns = [] {
@@ -255,7 +257,7 @@ private Q_SLOTS:
             return maps.open(QIODevice::ReadOnly) && maps.readAll().contains("libgstpipewire");
         };
         const QByteArray locale = std::setlocale(LC_ALL, nullptr);
-        // QProcess, which runs the camera, may install a signal handler.
+        // Start the camera before the signal handlers are read, because QProcess may install a handler.
         plugIn();
         const auto handlers = signalHandlers();
         openSession();
@@ -412,7 +414,7 @@ private Q_SLOTS:
         mFrames = 0;
         mCamera->waitUntilTold(30);
         QCoreApplication::processEvents();
-        // One frame that was waiting, and one that arrived during its delivery.
+        // At most two frames arrive: the newest waiting frame, and one that comes while it is delivered.
         QVERIFY2(mFrames <= 2, qPrintable(QString::number(mFrames)));
         QVERIFY(arrived(Green));
     }
@@ -437,7 +439,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(mFrames > 3, Timeout);
         mCamera->tell(QStringLiteral("colour 0xff00ff00"));
         mCamera->tell(QStringLiteral("format ") + format);
-        // Frames of the old format may still be on their way.
+        // Frames of the old format may still arrive after the change.
         mFrames = 0;
         QTRY_VERIFY_WITH_TIMEOUT(mFrames > 30 || !mErrors.empty(), Timeout);
         QVERIFY(mErrors.empty());
@@ -474,7 +476,8 @@ private Q_SLOTS:
     {
         watchTheCamera();
         mCamera->tell(QStringLiteral("pause"));
-        // Long enough for several look-ups of the silent node, which find it.
+        // During 90 frame times, the session looks up the silent node several times. Each look-up must find
+        // the node.
         mCamera->tell(QStringLiteral("tell"));
         QTRY_VERIFY_WITH_TIMEOUT(mCamera->told() > 90, Timeout);
         QVERIFY(mErrors.empty());
@@ -504,7 +507,8 @@ private Q_SLOTS:
     void aCameraThatChangesItsFormatManyTimesGoesOnBeingShown()
     {
         watchTheCamera();
-        // More changes than a stream gets restarts without a frame.
+        // A stream without a frame gets only a few restarts. Seven changes are more, but each one is followed
+        // by a frame.
         for (int change = 0; change < 7; ++change) {
             const QSize size = change % 2 == 0 ? QSize(160, 120) : QSize(320, 240);
             mCamera->tell(QStringLiteral("format I420 %1x%2").arg(size.width()).arg(size.height()));
@@ -522,12 +526,12 @@ private Q_SLOTS:
             successor->tell(QStringLiteral("tell"));
             QTRY_COMPARE_WITH_TIMEOUT(mCapture->videoInputDevices().size(), std::size_t(2), Timeout);
             mCamera = std::move(successor);
-            // A camera reports frames only while a stream is connected.
+            // A camera reports frames only while a stream is connected to it.
             QTRY_VERIFY_WITH_TIMEOUT(mCamera->told() > 0 || !mErrors.empty(), Timeout);
         }
         QCOMPARE(mErrors.size(), std::size_t(1));
         QVERIFY(mErrors.front() != 0);
-        // The camera never went away.
+        // A node of this name existed all the time, so the error must not be ENODEV.
         QVERIFY(mErrors.front() != -ENODEV);
     }
 
@@ -585,7 +589,8 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(!find(CameraName), Timeout);
         for (int i = 0; i < 10; ++i) {
             mSession->startRunning();
-            // The stream's own look-up fails during these, which run no event loop.
+            // These look-ups take time but run no event loop. So the failure of the stream's own look-up is
+            // still queued when the session stops.
             for (int lookUps = 0; lookUps < 5; ++lookUps)
                 QVERIFY(!find(CameraName));
             mSession->stopRunning();
@@ -601,7 +606,8 @@ private Q_SLOTS:
         openSession();
         showInView({320, 240});
         mSession->startRunning();
-        // Long enough for several look-ups that could report the camera missing.
+        // During 90 frame times, the session looks up the node several times. No look-up may report the
+        // camera as missing.
         mCamera->tell(QStringLiteral("tell"));
         QTRY_VERIFY_WITH_TIMEOUT(mCamera->told() > 90, Timeout);
         QCOMPARE(shownAt(160, 120), QRgb(0xFF000000));
@@ -620,7 +626,8 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(looksLike(shownAt(160, 120), Red), Timeout);
         mCamera->tell(QStringLiteral("pause"));
         mCamera->tell(QStringLiteral("colour 0xff00ff00"));
-        // Long enough for several look-ups that find the silent node.
+        // During 90 frame times, the session looks up the silent node several times. Each look-up must find
+        // the node.
         mCamera->tell(QStringLiteral("tell"));
         QTRY_VERIFY_WITH_TIMEOUT(mCamera->told() > 90, Timeout);
         QVERIFY(mErrors.empty());
@@ -684,7 +691,8 @@ private Q_SLOTS:
         const int threadsBefore = threads();
         plugIn();
         previewAndLetGo(10);
-        // GLib would keep a thread of its own pool for a quarter of a minute.
+        // The limit is short, because GLib keeps idle threads of its own pool for 15 s. Streams must not use
+        // that pool.
         QTRY_VERIFY_WITH_TIMEOUT(threads() <= threadsBefore, 5000);
         const int descriptors = openDescriptors();
         const int memory = residentMemory();
@@ -727,7 +735,7 @@ private Q_SLOTS:
         QVERIFY(stopProcess(policy));
         mFrames = 0;
         mSession->startRunning();
-        // pipewiresrc now waits up to half a minute for a session manager that links its camera.
+        // pipewiresrc now waits for the stopped session manager to link the camera, for up to half a minute.
         QTRY_VERIFY_WITH_TIMEOUT(aSourceIsAtWork(), Timeout);
         const QDeadlineTimer impatience(waits ? 0 : 1500);
         QTRY_VERIFY_WITH_TIMEOUT(impatience.hasExpired(), Timeout);
@@ -741,7 +749,7 @@ private Q_SLOTS:
         QVERIFY(mErrors.empty());
     }
 
-    // Must run last, because PipeWire is not restarted.
+    // This test must run last, because it kills the session's PipeWire.
     void pipeWireMayDieAndComeBack()
     {
         watchTheCamera();

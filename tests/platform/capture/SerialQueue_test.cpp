@@ -18,7 +18,7 @@ using platform::SerialQueue;
 
 namespace {
 
-/// A barrier: work blocks in pass() until open().
+/// A gate for worker threads: pass() blocks the calling thread until the test calls open().
 class Gate {
 public:
     void pass()
@@ -60,7 +60,7 @@ int threads()
 
 } // namespace
 
-/// Tests blocking work off the main thread.
+/// Tests a queue that runs blocking work outside of the main thread.
 class SerialQueueTest : public QObject {
     Q_OBJECT
 

@@ -5,7 +5,7 @@
 
 #include <QTest>
 
-/// A device's address while the system bus is absent or silent.
+/// Tests the look-up of a device's address while the system bus is absent or silent.
 class BluetoothDeviceWithoutBusTest : public QObject {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ class BluetoothDeviceWithoutBusTest : public QObject {
 
     void expectNoAddressManyTimes() const
     {
-        // So many waits of a whole call would take longer than the test may.
+        // 300 calls with a full timeout each would exceed the test's time limit.
         for (int i = 0; i < 300; ++i)
             QVERIFY(address().isNull());
     }

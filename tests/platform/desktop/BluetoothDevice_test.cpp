@@ -17,7 +17,7 @@
 
 using namespace std::chrono_literals;
 
-/// Tests against python-dbusmock's Bluetooth daemon with one device.
+/// Tests the look-up of a device's address with python-dbusmock's Bluetooth daemon, which has one device.
 class BluetoothDeviceTest : public QObject {
     Q_OBJECT
 
@@ -115,7 +115,8 @@ void BluetoothDeviceTest::aDaemonThatHangsIsGivenUp()
 {
     const auto pid = static_cast<pid_t>(mDaemon.processId());
     QVERIFY(stopProcess(pid));
-    // Resume the daemon after 10 s; a caller that waited that long would get the address.
+    // Resume the daemon after 10 s. A call without a timeout would then return the address, and the test
+    // would fail.
     std::promise<void> given;
     std::thread wakes([pid, up = given.get_future()] {
         if (up.wait_for(10s) == std::future_status::timeout)

@@ -6,7 +6,7 @@
 #include <QWidget>
 #include <QWindow>
 
-/// Tests keys pressed on a real X display. The window does not need the focus.
+/// Tests the state of keys pressed on a real X display. The test's window does not need the focus.
 class KeyboardModifiersTest : public QObject {
     Q_OBJECT
 

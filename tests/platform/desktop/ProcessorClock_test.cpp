@@ -47,7 +47,7 @@ const QByteArray Unnamed = "processor\t: 0\nmodel name\t: Virtual CPU\ncpu MHz\t
                            "processor\t: 1\nmodel name\t: Virtual CPU\ncpu MHz\t\t: 2699.998\n";
 constexpr std::uint64_t Megahertz = 1'000'000;
 
-/// An SMBIOS structure of 26 bytes with one string behind it.
+/// An SMBIOS structure with a formatted part of 26 bytes and one string.
 QByteArray smbiosStructure(int type, int megahertz)
 {
     QByteArray structure(26, '\0');
@@ -197,7 +197,7 @@ void ProcessorClockTest::aTruncatedFirmwareTableIsReadToItsEnd()
 
 void ProcessorClockTest::thisMachineHasAClock()
 {
-    // Some systems report no clock.
+    // A frequency of 0 is valid, because some systems report no processor clock.
     const std::uint64_t hertz = platform::makeProcessorClock()->frequency();
     QVERIFY(hertz == 0 || (hertz > 100'000'000 && hertz < 20'000'000'000));
 }

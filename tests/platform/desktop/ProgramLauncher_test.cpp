@@ -6,8 +6,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/// Tests launches of programs that exist, are missing, broken or slow. The program is a script that writes a
-/// file.
+/// Tests launches of programs that exist, are missing, are broken or start slowly. The program is a script
+/// that writes a file.
 class ProgramLauncherTest : public QObject {
     Q_OBJECT
 

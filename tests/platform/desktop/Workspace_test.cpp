@@ -18,7 +18,7 @@ const QString FileManagerConnection = QStringLiteral("file-manager");
 
 } // namespace
 
-/// A stand-in for the file manager on the session bus.
+/// A stand-in for the file manager's service on the session bus.
 class FileManagerStandIn : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
@@ -51,7 +51,7 @@ private:
     bool mIsThere = false;
 };
 
-/// Tests the requests to the user's other programs.
+/// Tests the requests to open URLs, files and settings with other programs.
 class WorkspaceTest : public QObject {
     Q_OBJECT
 
@@ -76,7 +76,7 @@ private Q_SLOTS:
     void aWorkspaceThatIsGoneOpensNothing();
 
 public Q_SLOTS:
-    // Stands for the desktop's default handlers.
+    // A stand-in for the desktop's default URL handlers.
     void open(const QUrl &url) { mOpened += url.toString(QUrl::FullyEncoded); }
 
 private:
@@ -139,7 +139,8 @@ void WorkspaceTest::aMissingFileIsNeitherOpenedNorShown()
     QVERIFY(QFile::remove(file()));
     QVERIFY(!mWorkspace->openFile(file()));
     QVERIFY(!mWorkspace->selectFile(file()));
-    // The bus keeps the order, so a request for the missing file would arrive before this one.
+    // The bus keeps the order of messages. If a request for the missing file existed, it would arrive before
+    // this one.
     QVERIFY(mWorkspace->selectFile(mFolder->path()));
     QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown, QStringList{urlOf(mFolder->path())}, Timeout);
     QCOMPARE(mOpened, QStringList());
@@ -153,7 +154,7 @@ void WorkspaceTest::aFileIsShownInTheFileManager()
     QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown, QStringList{urlOf(file())}, Timeout);
     QVERIFY(fileManager.shown.constFirst().endsWith(QStringLiteral("/a%20log%20%251.log")));
     QCOMPARE(fileManager.startUpIds, QStringList{QString()});
-    // The second request proves that the reply to the first was handled.
+    // When the second request arrives, the workspace has already handled the reply to the first one.
     QVERIFY(mWorkspace->selectFile(file()));
     QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown.size(), 2, Timeout);
     QCOMPARE(mOpened, QStringList());
@@ -171,7 +172,8 @@ void WorkspaceTest::aRelativePathIsShownByItsWholeOne()
 
 void WorkspaceTest::nobodyWaitsForTheFileManager()
 {
-    // The stand-in lives in this thread and replies only when the event loop runs.
+    // The stand-in runs in this thread, so it replies only when the event loop runs. A blocking call would
+    // fail.
     const FileManagerStandIn fileManager;
     QVERIFY(mWorkspace->selectFile(file()));
     QCOMPARE(fileManager.shown, QStringList());
@@ -197,7 +199,7 @@ void WorkspaceTest::aSilentBusIsWaitedForOnce()
     mBus->kill();
     mBus->start();
     mBus->stop();
-    // So many waits of a whole call would take longer than the test may.
+    // 300 requests with a full timeout each would exceed the test's time limit.
     constexpr int Many = 300;
     for (int i = 0; i < Many; ++i)
         QVERIFY(mWorkspace->selectFile(file()));
@@ -213,7 +215,8 @@ void WorkspaceTest::aBusThatCameBackIsAsked()
     mBus->start();
     const FileManagerStandIn fileManager;
     QVERIFY(fileManager.isThere());
-    // The next request may be the one that detects the loss; it then opens the folder.
+    // The first request may be the one that detects the lost bus. It then opens the folder, so repeat the
+    // request.
     QTRY_VERIFY_WITH_TIMEOUT(mWorkspace->selectFile(file()) && !fileManager.shown.isEmpty(), Timeout);
 }
 
@@ -222,7 +225,7 @@ void WorkspaceTest::aWorkspaceThatIsGoneOpensNothing()
     const FileManagerStandIn fileManager;
     QVERIFY(mWorkspace->selectFile(file()));
     mWorkspace.reset();
-    // A new workspace still works.
+    // A new workspace still works, although the old one was destroyed during its request.
     mWorkspace = platform::makeWorkspace(std::make_shared<platform::SessionBus>());
     QVERIFY(mWorkspace->selectFile(mFolder->path()));
     QTRY_VERIFY_WITH_TIMEOUT(fileManager.shown.contains(urlOf(mFolder->path())), Timeout);

@@ -24,7 +24,7 @@ void ignore(void *, std::uint32_t, std::uint32_t, void *)
 class LogindWithoutBusTest : public QObject {
     Q_OBJECT
 
-    /// The calls that the pane makes when it is loaded and first shown.
+    /// Makes the calls that the pane makes when it is loaded and first shown.
     void showPane()
     {
         mPower = std::make_unique<platform::LogindPower>(mBus, Delay);
@@ -113,7 +113,7 @@ private Q_SLOTS:
         showPaneAgain();
         mSession->removeObserver(this, platform::NSWorkspaceSessionDidResignActiveNotification);
         showPaneAgain();
-        // Only this thread can resume the bus, so a blocking call would have failed by now.
+        // Only this thread can resume the bus, so a blocking call would have timed out before this line.
         mDaemon.resume();
         expectLogindIsHeard();
     }

@@ -25,14 +25,14 @@ const QString Mock = QStringLiteral("org.freedesktop.DBus.Mock");
 const QString &BecameActive = platform::NSWorkspaceSessionDidBecomeActiveNotification;
 const QString &Resigned = platform::NSWorkspaceSessionDidResignActiveNotification;
 
-/// Messages and arguments that the callback received.
+/// One call of the power callback: its message and its argument.
 struct Received {
     std::uint32_t message;
     void *argument;
 };
 std::vector<Received> received;
 
-/// The arguments of the messages of one kind, in order.
+/// The arguments of all received messages of one type, in order.
 std::vector<void *> argumentsOf(std::uint32_t message)
 {
     std::vector<void *> arguments;
@@ -61,7 +61,7 @@ void receive(void *refcon, std::uint32_t, std::uint32_t message, void *argument)
         (*allows)->allowPowerChange(1, argument);
 }
 
-/// A system bus connection that is already open.
+/// Opens a connection to the system bus. The tests need a bus that is open from the beginning.
 std::shared_ptr<platform::BusConnection> openBus()
 {
     auto bus = std::make_shared<platform::SystemBus>();
@@ -71,7 +71,7 @@ std::shared_ptr<platform::BusConnection> openBus()
 
 } // namespace
 
-/// Tests sleep, wake and user switching with python-dbusmock's logind.
+/// Tests sleep, wake-up and user switches with python-dbusmock's logind.
 class LogindTest : public QObject {
     Q_OBJECT
 
@@ -216,7 +216,8 @@ private Q_SLOTS:
         power.allowPowerChange(1, received[0].argument);
         QVERIFY(power.holdsInhibitor());
         QCOMPARE(inhibitors(), 1);
-        // The next sleep's query releases nothing either, even before its announcement.
+        // Acknowledging the query of the next sleep releases nothing either. Only the acknowledgement of the
+        // announcement does.
         logindPrepares(false);
         logindPrepares(true);
         QTRY_COMPARE_WITH_TIMEOUT(announcements().size(), std::size_t(2), Timeout);
@@ -306,7 +307,8 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(wakes(), 2, Timeout);
         logind.answerNow();
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
-        // The Inhibit call after another sleep follows all earlier calls.
+        // The Inhibit call after another sleep follows all earlier calls. So the count of calls includes
+        // every unexpected one.
         logind.prepares(true);
         logind.prepares(false);
         QTRY_COMPARE_WITH_TIMEOUT(wakes(), 3, Timeout);
@@ -481,7 +483,7 @@ private Q_SLOTS:
             logind.switchesWithoutSaying(false);
         logind.answerNow();
         QTRY_COMPARE_WITH_TIMEOUT(heard, QStringList{Resigned}, Timeout);
-        // Effects of the late replies would be observed before this signal.
+        // This signal arrives after the late replies, so observers would hear of the replies first.
         logind.switches(true);
         QTRY_COMPARE_WITH_TIMEOUT(heard.size(), 2, Timeout);
         QCOMPARE(heard, (QStringList{Resigned, BecameActive}));
@@ -530,7 +532,8 @@ private Q_SLOTS:
         platform::LogindSession session(openBus());
         session.addObserver(this, Resigned,
                             [](const platform::Notification &) { QFAIL("nobody has switched"); });
-        // The session's calls were sent before this one, so their replies have arrived.
+        // The session has sent its calls before the call in inhibitors(), so their replies have already
+        // arrived.
         inhibitors();
         QCoreApplication::processEvents();
         QVERIFY(!session.isActive().has_value());

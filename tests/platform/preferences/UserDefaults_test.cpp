@@ -31,10 +31,10 @@ const QString Domain = QStringLiteral("org.example.camera");
 const QString Size = QStringLiteral("Size");
 constexpr uid_t Nobody = 65534;
 
-/// Order in which the product calls fsync() and rename(), recorded by the replacements below.
+/// The calls of fsync() and rename() in their order. The replacements of these functions record them.
 QStringList safeSteps;
 
-/// Drops root's rights, because root may read and write everything.
+/// Drops root's rights until the destructor runs, because root may read and write every file.
 class WithoutPrivileges {
 public:
     explicit WithoutPrivileges(const QString &ownFolder)
@@ -58,7 +58,7 @@ private:
     bool mDropped = false;
 };
 
-/// Limits the size of files while it exists, like a full disk.
+/// Limits the size of files until the destructor runs, so that writes fail as on a full disk.
 class FullDisk {
 public:
     explicit FullDisk(rlim_t bytes)
@@ -80,7 +80,7 @@ private:
     rlimit mBefore = {};
 };
 
-/// Restores an environment variable in the destructor.
+/// Restores the value of an environment variable in the destructor.
 class Variable {
 public:
     explicit Variable(const char *name)
@@ -112,7 +112,7 @@ QByteArray smallDomain(int size, const QByteArray &rest = {})
         + QByteArray::number(size) + "</integer>\n" + rest + "</dict>\n</plist>\n";
 }
 
-/// Mode of the file behind a descriptor.
+/// The mode of the file to which a descriptor refers.
 mode_t modeOf(int file)
 {
     struct stat status = {};
@@ -121,7 +121,8 @@ mode_t modeOf(int file)
 
 } // namespace
 
-// Replace the C library's functions in the whole program.
+// These functions replace those of the C library in the whole program, so that the test sees the product's
+// calls.
 extern "C" int fsync(int file)
 {
     safeSteps += S_ISDIR(modeOf(file))
@@ -479,7 +480,7 @@ void UserDefaultsTest::theLastOfEqualKeysCounts()
     QCOMPARE(list->keys(), QStringList());
 }
 
-// Quadratic time would exceed the time limit of the test.
+// Reading in quadratic time would exceed the test's time limit.
 void UserDefaultsTest::aKeyOfManyReferencesIsReadInLinearTime()
 {
     constexpr int References = 2'000'000;
@@ -684,7 +685,7 @@ void UserDefaultsTest::theModeIsKept()
 void UserDefaultsTest::theOwnerIsKept()
 {
     fileHolds(smallDomain(1));
-    // Only root can write another user's file.
+    // Only root can give a file to another user, so the file is another user's only if root runs this test.
     const uid_t owner = ::geteuid() == 0 ? Nobody : ::geteuid();
     const QByteArray path = QFile::encodeName(mFile);
     QCOMPARE(::chown(path.constData(), owner, static_cast<gid_t>(-1)), 0);
@@ -820,7 +821,8 @@ void UserDefaultsTest::anotherWritersChangeIsSeenAtOnce()
     QVERIFY(!defaults->persistentDomainForName(Domain));
 }
 
-// Many changes share one tick of the file system's clock, so time stamps do not distinguish them.
+// Many changes happen within one clock tick of the file system. So time stamps cannot show that the file has
+// changed.
 void UserDefaultsTest::aChangeOfTheSameSizeRightAfterwardsIsSeen()
 {
     fileHolds(smallDomain(0));
@@ -839,7 +841,7 @@ void UserDefaultsTest::theBytesBeforeAWriteCanComeBack()
     const auto defaults = platform::makeFileUserDefaults();
     setSize(*defaults, 2);
     QVERIFY(defaults->synchronize());
-    // Do not read here, because that would detect the write.
+    // Do not read the domain between the two writes, because reading would detect the first one.
     fileHolds(smallDomain(1));
     QCOMPARE(sizeIn(*defaults), 1);
 }

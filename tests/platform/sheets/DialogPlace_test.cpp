@@ -7,7 +7,7 @@
 
 #include <memory>
 
-/// Where a dialog appears on a real display, which exposes a window some time after it is shown.
+/// Tests the position of a dialog on a real display, which exposes a window some time after show().
 class DialogPlaceTest : public QObject {
     Q_OBJECT
 
@@ -31,7 +31,8 @@ private Q_SLOTS:
     {
         mWindow = std::make_unique<QWidget>();
         mDialog = std::make_unique<QDialog>();
-        // Far from the middle of the screen, where Qt puts a dialog without a parent widget.
+        // Place the window far from the middle of the screen, where Qt would put a dialog without a parent
+        // widget.
         mWindow->setGeometry(20, 30, 400, 300);
         mDialog->setMinimumSize(200, 100);
     }

@@ -21,7 +21,7 @@ using platform::Sheet;
 
 namespace {
 
-/// A host's window with a field that has the focus and a button to click.
+/// A host's window with a field, which has the focus, and a button.
 class HostWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -46,8 +46,8 @@ public:
     int clicks = 0;
 };
 
-/// An application that receives a quit, closes a window as Qt 6 does, and continues because another window
-/// refuses.
+/// An application that receives a quit event but continues to run. Before that, `whatCloses` may close
+/// windows, as Qt 6 does for a quit.
 class HostThatStays : public QObject {
 public:
     HostThatStays() { qApp->installEventFilter(this); }
@@ -76,7 +76,7 @@ const AlertSheet OtherFailure{QStringLiteral("A Failure"), QStringLiteral("OK"),
 
 } // namespace
 
-/// Tests sheets and alerts of the real presenter.
+/// Tests the sheets and alerts that the real presenter shows.
 class QtSheetPresenterTest : public QObject {
     Q_OBJECT
 
@@ -205,7 +205,7 @@ private Q_SLOTS:
     void theFocusReturnsToItsWidget()
     {
         mWindow->appear();
-        // Not the first widget, which gets the focus of a window that remembers none.
+        // Use the second widget: Qt would focus the first one in a window that remembers no focus widget.
         mWindow->button.setFocus();
         QVERIFY(mWindow->button.hasFocus());
         beginAlert(Failure, mWindow.get());
@@ -466,7 +466,7 @@ private Q_SLOTS:
         QEventLoop application;
         QTimer::singleShot(0, &application, [&] {
             host.isToldToQuit([&] {
-                // "Really quit?"
+                // A nested event loop, such as that of an application's question "Really quit?"
                 QEventLoop question;
                 QTimer::singleShot(20, &question, &QEventLoop::quit);
                 question.exec();

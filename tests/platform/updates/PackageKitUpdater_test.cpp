@@ -37,7 +37,7 @@ QJsonArray update(int info, const QString &package)
 
 } // namespace
 
-/// Tests the updater against a package service whose replies each test sets.
+/// Tests the updater with a package service. Each test sets the replies of this service.
 class PackageKitUpdaterTest : public QObject {
     Q_OBJECT
 
@@ -134,7 +134,7 @@ void PackageKitUpdaterTest::startPackageKit()
     mCalls.clear();
 }
 
-/// Makes the bus start the service on demand. Returns the path of the service file.
+/// Installs a service file, so that the bus starts the package service on demand. Returns the file's path.
 QString PackageKitUpdaterTest::makeServiceStartable()
 {
     const QDir folder(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
@@ -211,7 +211,8 @@ void PackageKitUpdaterTest::offersNothingWhenItsFileBelongsToNoPackage()
     startPackageKit();
     showPane();
     QTRY_VERIFY_WITH_TIMEOUT(asked(QStringLiteral("SearchFiles")), Timeout);
-    // The updater sends no second query before the first one has finished without a result.
+    // The updater sends a second SearchFiles only after the first search has ended. So a second call proves
+    // that the first search found nothing.
     QTRY_VERIFY_WITH_TIMEOUT((showPaneTheNextDay(), calls().filter(QStringLiteral("SearchFiles")).size() > 1),
                              Timeout);
     QVERIFY(!asked(QStringLiteral("GetUpdates")));
@@ -239,7 +240,8 @@ void PackageKitUpdaterTest::ignoresOtherPackages()
 
 void PackageKitUpdaterTest::ignoresAnUpdateThatIsHeldBack()
 {
-    // PackageKit may store the urgency of an update in the upper 16 bits of the same number.
+    // PackageKit may store the update's urgency in the upper 16 bits of the number that contains the update's
+    // kind.
     constexpr int UrgentAndBlocked = (Normal << 16) | Blocked;
     const QString held = QStringLiteral("ks7-preferences;2.0-1;amd64;debian");
     const QString heldToo = QStringLiteral("ks7-preferences;3.0-1;amd64;debian");
@@ -270,7 +272,7 @@ void PackageKitUpdaterTest::startsTheServiceWhenItIsNotRunning()
     showPane();
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
-    // Kill the bus to end the service that the bus has started.
+    // The bus has started the service itself, so the test kills the bus to end the service.
     QFile::remove(serviceFile);
     mSystemBus.kill();
     mSystemBus.start();
@@ -282,7 +284,8 @@ void PackageKitUpdaterTest::asksOnceADay()
     Q_EMIT offer().laterChosen();
     mNow = mNow.addSecs(23 * 60 * 60);
     showPane();
-    // No query may come now. The next day's query, which must come, limits the wait for it.
+    // The updater must not send a query now. The next day's offer proves that the wait was long enough to
+    // detect one.
     mNow = mNow.addSecs(2 * 60 * 60);
     showPane();
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
@@ -432,7 +435,7 @@ void PackageKitUpdaterTest::keepsQuietWhenTheBusDiesOverAQuestion()
     mSystemBus.kill();
     QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Timeout);
     QCOMPARE(offer().stage(), Stage::None);
-    // The next day's query uses the new bus, because the unanswered one has failed.
+    // The query without a reply has failed with the old bus. So the next day's query must use the new bus.
     mBehaviour.remove(QStringLiteral("query"));
     restartBus();
     startPackageKit();
@@ -464,7 +467,7 @@ void PackageKitUpdaterTest::keepsQuietWhenTheQuestionFails()
     const QString line = QStringLiteral("The search for updates failed: no network");
     showPane();
     QTRY_COMPARE_WITH_TIMEOUT(log.lines, QStringList({line}), Timeout);
-    // The next day's query fails as well; each failure is one log line.
+    // The next day's query fails too. Each failure logs one line.
     showPaneTheNextDay();
     QTRY_COMPARE_WITH_TIMEOUT(log.lines, QStringList({line, line}), Timeout);
     QCOMPARE(calls().filter(QStringLiteral("SearchFiles")).size(), 2);
@@ -478,7 +481,7 @@ void PackageKitUpdaterTest::keepsQuietWithoutAService()
     showPane();
     QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Timeout);
     QVERIFY(log.lines.first().startsWith(QStringLiteral("The search for updates failed: ")));
-    // The service appears on the next day and is found: the failure left no state behind.
+    // The service starts the next day and the updater finds it, so the failure has left no state behind.
     startPackageKit();
     showPaneTheNextDay();
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
@@ -495,7 +498,7 @@ void PackageKitUpdaterTest::keepsTheRunLoopTurningWhileTheServiceIsSilent()
     QTRY_VERIFY_WITH_TIMEOUT(turned, Timeout);
     QCOMPARE(offer().stage(), Stage::None);
     resumeProcess(process);
-    // A blocking call would have timed out on the stopped service and lost this reply.
+    // A blocking call would have timed out while the service was stopped, and its reply would be lost.
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
 

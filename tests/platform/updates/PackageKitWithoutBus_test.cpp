@@ -12,8 +12,8 @@
 
 #include <memory>
 
-/// Tests the updater with an absent or silent system bus. A query on a bus without a package service logs one
-/// line.
+/// Tests the updater with an absent or silent system bus. When the bus replies, it has no package service, so
+/// each query logs one line.
 class PackageKitWithoutBusTest : public QObject {
     Q_OBJECT
 
@@ -95,7 +95,7 @@ void PackageKitWithoutBusTest::aSilentBusHoldsNobodyUpAndIsAskedWhenItAnswers()
     showPane();
     turn();
     QCOMPARE(log.lines, QStringList());
-    // Only this thread can resume the bus, so a blocking call would have failed by now.
+    // Only this thread can resume the bus, so a blocking call would have timed out before this line.
     mSystemBus.resume();
     QTRY_COMPARE_WITH_TIMEOUT(log.lines.size(), 1, Timeout);
     QVERIFY(hasAsked());

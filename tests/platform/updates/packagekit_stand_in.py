@@ -1,13 +1,13 @@
 #!/usr/bin/python3
-"""A package service for the system bus. Its one argument, a JSON object, sets its replies:
+"""A package service for the system bus, for tests. Its one argument, a JSON object, sets its replies:
 
-  owners    {file: package id}      what SearchFiles finds
-  updates   [[info, package id]]    what GetUpdates finds
+  owners    {file: package id}      the result of SearchFiles
+  updates   [[info, package id]]    the result of GetUpdates
   install   "done", "refused", "not-authorized", "cancelled", "failed", "vanish" or "silent"
   stranger  true: another connection sends the caller a forged update and a forged end of the transaction
   query     "failed": every query fails; "vanish": the service exits during a query; "silent": queries never end
 
-Prints "ready" when it is on the bus, then a line for each call.
+The service prints "ready" when it has its bus name, then one line for each call.
 """
 
 import json
@@ -75,7 +75,8 @@ class Transaction(dbus.service.Object):
         pass
 
     def forge(self, caller):
-        """Sends signals of this transaction from another connection, one broadcast and one to the caller."""
+        """Sends forged signals of this transaction from another connection: each one as a broadcast and directly to the
+        caller."""
         stranger = dbus.SystemBus(private=True)
         for destination in (None, caller):
             for member, signature, values in (("Package", "uss", (5, "ks7-preferences;6.6-6;amd64;forged", "")),
@@ -86,7 +87,7 @@ class Transaction(dbus.service.Object):
                     signal.set_destination(destination)
                 stranger.send_message(signal)
         stranger.flush()
-        # The reply proves that the bus has delivered all earlier messages.
+        # Wait for any reply on this connection, which proves that the bus has delivered the earlier signals.
         stranger.list_names()
 
     @dbus.service.method(TRANSACTION, in_signature="t", sender_keyword="caller")
