@@ -29,7 +29,7 @@ QImage plainPicture(const QColor &color)
 
 } // namespace
 
-/// Tests the preview from the user's view, with fakes for all services.
+/// Tests the preview as the user sees it, with fakes for all services.
 class ControllerPreviewTest : public QObject {
     Q_OBJECT
 
@@ -270,7 +270,7 @@ private Q_SLOTS:
         mCamera->openError = platform::CaptureError{0x10000};
         pressButton();
         compareRunningWithoutPicture();
-        // The start ended at the failed step: no session runs and no reveal is scheduled.
+        // The start has failed, so it has started no session and scheduled no reveal of the view.
         wait(1s);
         QVERIFY(!session().isRunning());
         QVERIFY(view().isHidden());
@@ -313,7 +313,7 @@ private Q_SLOTS:
         preview.stopSession();
         QCOMPARE(mPane->takeJournal(),
                  (QStringList{QStringLiteral("stop session"), QStringLiteral("close device")}));
-        QCOMPARE(mPane->capture->sessions.back().use_count(), 2L); // One reference is the view's.
+        QCOMPARE(mPane->capture->sessions.back().use_count(), 2L); // the view holds one reference
         preview.stopSession();
         QVERIFY(mPane->takeJournal().isEmpty());
         preview.doSeqGrab();
@@ -339,7 +339,7 @@ private Q_SLOTS:
         mPane->takeJournal();
         mPane->outlets().previewView->stopSession();
         QCOMPARE(mPane->takeJournal(), QStringList());
-        // The next start looks the camera up again.
+        // The next start must look up the camera again.
         mCamera = mPane->capture->addDevice(CameraID);
         pressButton();
         compareRunning();
@@ -523,7 +523,8 @@ private Q_SLOTS:
 
     void hidingThePaneLeavesTheRestAsItIs()
     {
-        // With an agent, the end of its connection stops the preview as a side effect.
+        // Use no agent: the end of an agent's connection would stop the preview too and hide the effect of
+        // hiding the pane.
         mPane->agent.running = false;
         mCamera = mPane->capture->addDevice(CameraID);
         mPane->show();

@@ -20,7 +20,7 @@ constexpr QRgb Blue = 0xFF0000FF;
 
 } // namespace
 
-/// Tests the preview with cameras of a real PipeWire: the choice of the camera and the visible picture.
+/// Tests the preview with cameras of a real PipeWire: the selected camera and the visible picture.
 class KS7PreviewControllerTest : public QObject {
     Q_OBJECT
 
@@ -100,7 +100,7 @@ private Q_SLOTS:
         mCameras.back()->tell(QStringLiteral("tell"));
         QCOMPARE(mPreview->doSeqGrab(), std::int16_t(KS7PreviewController::NoCamera));
         QVERIFY(view().isHidden());
-        // The next start runs without a camera.
+        // After a start without the camera, the next start runs and shows a black picture.
         QCOMPARE(mPreview->doSeqGrab(), std::int16_t(KS7PreviewController::Running));
         QTRY_VERIFY_WITH_TIMEOUT(view().isVisible(), Timeout);
         QCOMPARE(shown(), Black);
@@ -143,7 +143,8 @@ private Q_SLOTS:
         mPreview->endGrab();
         mPreview->display();
         QVERIFY(view().isHidden());
-        // A second preview's reveal comes later than the first one's would have.
+        // Wait for the reveal of a second preview, which started later. The first preview's reveal would have
+        // happened before.
         KS7PreviewController other(mCapture, platform::makeQtRunLoop());
         KS7QTCaptureView otherView;
         other.qtView = &otherView;

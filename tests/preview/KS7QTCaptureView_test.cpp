@@ -6,7 +6,7 @@
 
 namespace {
 
-/// A view that counts how often it paints.
+/// A view that counts its paint events.
 class CountingView : public KS7QTCaptureView {
 public:
     int paints = 0;
@@ -19,7 +19,7 @@ protected:
     }
 };
 
-/// Renders the view as on a screen at 200 %.
+/// Renders the view at a scale of 200 %.
 QImage drawnAtDoubleScale(QWidget &view)
 {
     QImage surface(view.size() * 2, QImage::Format_RGB32);
@@ -31,7 +31,7 @@ QImage drawnAtDoubleScale(QWidget &view)
 
 } // namespace
 
-/// Tests how frames reach the view.
+/// Tests when and how the view paints the frames of its session.
 class KS7QTCaptureViewTest : public QObject {
     Q_OBJECT
 
