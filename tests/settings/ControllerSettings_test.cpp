@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::uint64_t Megahertz = 1'000'000;
 
-// One value of every property list type.
+// A preferences file with one value of every property list type.
 const QByteArray DomainOfEveryType = QByteArrayLiteral(R"(<?xml version="1.0" encoding="UTF-8"?>
 <plist version="1.0"><dict>
 <key>FriendlyNames</key><dict><key>00-11-22-33-44-55</key><string>Küche &amp; Bad</string></dict>
@@ -34,7 +34,7 @@ const QByteArray DomainOfEveryType = QByteArrayLiteral(R"(<?xml version="1.0" en
 
 } // namespace
 
-/// Tests the pane's four setting controls and their posts to the agent.
+/// Tests the pane's four setting controls and the posts that they send to the agent.
 class ControllerSettingsTest : public QObject {
     Q_OBJECT
 private:
@@ -122,7 +122,7 @@ void ControllerSettingsTest::clickAndExpectPost(QCheckBox *box, const QString &n
 bool ControllerSettingsTest::popUpIsHidden() const
 {
     const auto &outlets = fixture->outlets();
-    // The pop-up and its caption are hidden together.
+    // The pop-up and its caption must be hidden together.
     if (outlets.optimizeForPopUp->isHidden() != outlets.optimizeForPopUpLabel->isHidden())
         qFatal("the pop-up and its caption disagree");
     return outlets.optimizeForPopUp->isHidden();
@@ -186,7 +186,8 @@ void ControllerSettingsTest::onlyTheSwitchSynchronizes()
     QCOMPARE(fixture->takeJournal(), QStringList{QStringLiteral("synchronize")});
 }
 
-// Only the switch synchronizes. What the agent writes at that moment shows the order of the reads.
+// Only reading the on/off switch calls synchronize(). The agent's writes during this call show which settings
+// the pane has read before and after it.
 void ControllerSettingsTest::theSwitchIsReadBetweenTheOtherSettings()
 {
     fixture->defaults->duringSynchronize = [this] {
@@ -256,7 +257,7 @@ void ControllerSettingsTest::slowProcessorsHideThePopUp()
     QCOMPARE(KS7SettingsWindowController::getCPUMhz(*fixture->clock), megahertz);
     QCOMPARE(KS7SettingsWindowController::forceQVGA(*fixture->clock), hidden);
     QCOMPARE(popUpIsHidden(), hidden);
-    // A hidden pop-up keeps the item of its interface file.
+    // A hidden pop-up still shows the item that the interface file selects.
     QCOMPARE(shownSize(), hidden ? 0 : 1);
 }
 
@@ -308,7 +309,7 @@ void ControllerSettingsTest::theSwitchKeepsItsStateUntilTheAgentAnswers()
     fixture->outlets().enableKS7Checkbox->click();
     QVERIFY(!fixture->outlets().enableKS7Checkbox->isChecked());
     QVERIFY(fixture->controller().isKS7On());
-    // The agent refuses: its preferences still say on.
+    // The agent has refused the change, so the preference KS7On is still true.
     fixture->agentPosts(NotificationNames::OnOffChanged);
     QVERIFY(fixture->outlets().enableKS7Checkbox->isChecked());
 }
@@ -365,7 +366,8 @@ void ControllerSettingsTest::choosingASizeCreatesNoDomain()
     fixture->show();
     choose(0);
     QVERIFY(!fixture->defaults->onDisk);
-    // The pane receives its own post and shows the stored value, which is absent.
+    // The pane observes its own post and then shows the stored value. No value is stored, so it shows the
+    // default.
     QCOMPARE(shownSize(), 1);
     QCOMPARE(fixture->distributedCenter->postCount(NotificationNames::ChangedOptimizedPreference), 1);
 }
@@ -374,7 +376,8 @@ void ControllerSettingsTest::aSizeThatCannotBeWrittenIsNotShown()
 {
     agentWrites(PreferenceKeys::VideoSize2, 1);
     fixture->show();
-    // Without the bus, the pane does not receive its own post either.
+    // Without this observer the pane does not receive its own post, so the post cannot correct the shown
+    // value.
     fixture->distributedCenter->removeObserver(&fixture->controller(),
                                                NotificationNames::ChangedOptimizedPreference);
     fixture->defaults->diskIsFull = true;
@@ -487,7 +490,7 @@ void ControllerSettingsTest::startPreview()
     QVERIFY(fixture->controller().isStreaming());
 }
 
-// The handler reads the domain twice: for the checkbox, then for the preview.
+// The handler reads the preferences twice: first for the check box, then for the preview.
 void ControllerSettingsTest::offBetweenTheReadsStopsThePreview()
 {
     startPreview();
