@@ -1,4 +1,4 @@
-"""The stand-in agent's replies, posts and preferences, as the pane sees them."""
+"""Tests the stand-in agent's replies, posts and preferences, as the pane sees them."""
 
 import pathlib
 import subprocess
@@ -21,8 +21,8 @@ ONE = "00-1b-dc-0f-00-01"
 TWO = "00-1b-dc-0f-00-02"
 
 
-# The interfaces that other vendors' agents implement, repeated here: every operation in its order as
-# name(type argument, ...) -> (type argument, ...). A change here breaks those agents.
+# The interfaces that other vendors' agents implement. The test repeats every operation in its order, as name(type
+# argument, ...) -> (type argument, ...). A changed operation breaks those agents.
 WIRE = {
     "com.orvex.KS7DeviceControllerProxy": [
         "flush() -> ()",
@@ -55,7 +55,7 @@ WIRE = {
 
 
 def methods_of(xml_text, interface):
-    """The operations of an interface in their order, in the notation of WIRE."""
+    """Returns the operations of an interface in their order, in the notation of WIRE."""
     def arguments(method, direction):
         return ", ".join(f"{arg.get('type')} {arg.get('name')}" for arg in method.iter("arg")
                          if arg.get("direction") == direction)

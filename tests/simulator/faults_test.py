@@ -1,4 +1,4 @@
-"""The script interface of the stand-in agent: its record, and the faults that tests ask for."""
+"""Tests the script interface of the stand-in agent: its record of calls and posts, and the faults that it simulates."""
 
 import pathlib
 import signal
@@ -24,7 +24,7 @@ class FaultCase(unittest.TestCase):
         self.agent.end()
 
     def ask(self, operation, *arguments):
-        """Calls without waiting; the reply or the error is appended to the returned list."""
+        """Sends a call without waiting for its reply. The reply or error is later appended to the returned list."""
         answers = []
         getattr(self.agent.devices, operation)(*arguments, timeout=60, reply_handler=answers.append,
                                                error_handler=answers.append)

@@ -25,7 +25,7 @@ FRAME = LINE * HEIGHT
 
 
 class Consumer:
-    """A consumer of the picture."""
+    """A process that receives the picture and writes its frames to a file."""
 
     def __init__(self, node=AGENT_CAMERA, frames=None, caps="video/x-raw", env=None):
         self.file = tempfile.NamedTemporaryFile(dir=os.environ["KS7_SESSION_FOLDER"])
@@ -63,7 +63,7 @@ class Consumer:
 
 
 def pull(node=AGENT_CAMERA, caps="video/x-raw", frames=5, env=None):
-    """Takes some frames like any consumer and returns the consumer's exit code."""
+    """Receives some frames in a consumer process and returns its exit code."""
     consumer = Consumer(node, frames, caps, env)
     try:
         return consumer.wait()
@@ -76,7 +76,7 @@ def is_black(frame):
 
 
 def caption_of(frame):
-    """Returns the upper half, which shows the name and nothing that moves."""
+    """Returns the upper half of a frame. This half shows the camera's name and does not change from frame to frame."""
     return frame[:FRAME // 2]
 
 
@@ -217,7 +217,7 @@ class Consumers(PictureCase):
 
 
 class OwnPipeWire:
-    """A PipeWire that a test stops and starts."""
+    """A separate PipeWire, which a test stops and starts."""
 
     def __init__(self):
         self.folder = tempfile.TemporaryDirectory(dir=os.environ["XDG_RUNTIME_DIR"])

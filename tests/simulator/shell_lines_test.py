@@ -1,4 +1,5 @@
-"""The lines that play the stand-in from a shell work as pasted, and help and manual page agree on them."""
+"""Tests the example in the simulator's help: its shell lines work when pasted, and the manual page has the same
+lines."""
 
 import os
 import pathlib
