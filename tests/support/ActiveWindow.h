@@ -3,7 +3,7 @@
 #include <QApplication>
 
 /// Makes a window active at once. activateWindow() only sends a request, which the offscreen platform may
-/// ignore. Qt 6.8 deprecates setActiveWindow() without a replacement for tests.
+/// ignore. Qt 6.8 deprecates setActiveWindow(), but tests have no replacement for it.
 inline void makeActive(QWidget *window)
 {
     QT_WARNING_PUSH

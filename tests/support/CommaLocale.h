@@ -7,7 +7,8 @@
 
 #include <clocale>
 
-/// A locale with a decimal comma that need not be installed: writes the LC_NUMERIC file as localedef does.
+/// Sets a locale with a decimal comma. The machine need not have it, because the class writes the LC_NUMERIC
+/// file as localedef does.
 class CommaLocale {
 public:
     CommaLocale()

@@ -4,8 +4,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
-/// Collects the messages of the category "ks7.platform" while it exists. One object at a time; main thread
-/// only.
+/// Collects the log messages of the category "ks7.platform" while it exists. Use one object at a time, in the
+/// main thread.
 class LogLines {
 public:
     LogLines()

@@ -17,14 +17,14 @@ public:
     {
         widget->installEventFilter(this);
     }
-    /// Waits until pending paint events are delivered, then restarts the count. False when the widget is not
-    /// painted at all.
+    /// Waits until pending paint events are delivered, then restarts the count. Returns false if the widget
+    /// receives no paint event.
     [[nodiscard]] bool begin()
     {
         mWidget->update();
         const int before = count;
         const bool isPainted = QTest::qWaitFor([&] { return count > before; }, Timeout);
-        // Deliver pending updates first; Qt would merge them with later ones.
+        // Deliver pending updates now, because Qt would merge them with the updates that the test counts.
         mWidget->window()->repaint();
         count = 0;
         all = {};
@@ -45,7 +45,7 @@ public:
     int count = 0;
     QRegion last;
     QRegion all;
-    /// Called at the beginning of each paint event.
+    /// Hook that runs at the beginning of each paint event.
     std::function<void()> onPaint;
 
 private:

@@ -40,7 +40,8 @@ PaneFixture::PaneFixture()
 
 PaneFixture::~PaneFixture()
 {
-    // The pane owns the view and is destroyed before the window.
+    // The pane owns the view. The window is destroyed before the pane and would delete its children, so take
+    // the view out of the window.
     if (pane)
         pane->mainView()->setParent(nullptr);
 }

@@ -27,22 +27,22 @@
 #include <functional>
 #include <memory>
 
-/// The whole pane with a fake for every service. Prepare the fakes, then call load() and show().
+/// The whole pane with a fake for every service. Tests prepare the fakes and then call load() or show().
 class PaneFixture {
 public:
     PaneFixture();
     ~PaneFixture();
 
-    /// Loads the pane: start-up runs.
+    /// Creates the pane with the fakes, which runs its start-up.
     void load();
-    /// Uses the real agent proxies on this bus instead of the fakes. Call before load().
+    /// Uses the real agent proxies on this bus instead of the fakes. Call it before load().
     void
     talkOver(const std::shared_ptr<platform::SessionBus> &bus = std::make_shared<platform::SessionBus>());
-    /// Puts the view into a window and shows the pane.
+    /// Loads the pane if necessary, puts its view into a window and shows the pane.
     void show();
     void hide();
 
-    /// Processes Qt's events and the work queued in FakeRunLoop.
+    /// Processes Qt's events and runs the work queued in FakeRunLoop.
     void turn();
     template <class Condition>
     bool turnUntil(Condition condition)
@@ -52,13 +52,13 @@ public:
 
     [[nodiscard]] KS7SettingsWindowController &controller() const { return *pane->mSettingsWindowController; }
     [[nodiscard]] Outlets &outlets() const { return controller().outlets; }
-    /// Delivers a notification of the agent and runs the work that it queues.
+    /// Delivers a notification of the agent, then runs the work that the notification has queued.
     void agentPosts(const QString &name, const QVariantMap &userInfo = {});
-    /// Returns the journal lines that begin with `prefix`, without it, and clears the journal.
+    /// Returns the journal lines that begin with `prefix`, without this prefix, and clears the journal.
     QStringList takeJournal(const QString &prefix = {});
-    /// Switches the log file on in the agent's preferences. Call before load().
+    /// Switches on the log file in the agent's preferences. Call it before load().
     void keepLog();
-    /// The messages logged since the last call.
+    /// Returns the messages logged since the last call.
     QStringList takeLog();
     QStringList takeRemoteCalls() { return takeJournal(QStringLiteral("remote ")); }
 
@@ -68,9 +68,9 @@ public:
     std::shared_ptr<RecordingNotificationCenter> distributedCenter;
     std::shared_ptr<RecordingNotificationCenter> workspaceCenter;
     FakeAgent agent;
-    /// Fake proxies unless a test replaces them before load().
+    /// The factory of the agent's proxies. A test may replace the fake one before load().
     std::shared_ptr<AgentProxyFactory> protocols;
-    /// Called in load(): may replace fakes with real services.
+    /// Hook that load() calls. It may replace fakes with real services.
     std::function<void(platform::Services &)> refit;
     std::shared_ptr<FakeConnectionRegistry> connections;
     std::shared_ptr<FakeProgramLauncher> launcher;

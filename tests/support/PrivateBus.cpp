@@ -26,7 +26,7 @@ void PrivateBus::start()
     mDaemon.start(QStringLiteral("dbus-daemon"),
                   {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address"),
                    QStringLiteral("--address=unix:path=") + mSocket});
-    // The daemon prints its address once it listens.
+    // The daemon prints its address as soon as it accepts connections.
     mDaemon.waitForReadyRead();
 }
 

@@ -5,7 +5,7 @@
 #include <sys/types.h>
 
 /// A bus daemon that tests kill, stop and restart, always at the same address. Construct it before the
-/// process first reads the bus address from the environment variable.
+/// process first reads the bus address from its environment.
 class PrivateBus {
 public:
     explicit PrivateBus(const char *addressVariable = "DBUS_SESSION_BUS_ADDRESS");
@@ -15,7 +15,7 @@ public:
 
     void start();
     void kill();
-    /// Suspends the daemon; messages to it wait.
+    /// Suspends the daemon's process. Messages to the daemon then stay queued.
     void stop();
     void resume();
 

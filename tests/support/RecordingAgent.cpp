@@ -49,7 +49,7 @@ QStringList describeAll(const QList<QDBusMessage> &messages)
     return lines;
 }
 
-/// Replies of an agent without cameras.
+/// The replies of an agent without cameras.
 QHash<QString, QVariantList> answersOfAnIdleAgent()
 {
     return {{QStringLiteral("cameraDict"), {QVariant::fromValue(CameraDictionary())}},
@@ -68,7 +68,8 @@ QHash<QString, QVariantList> answersOfAnIdleAgent()
 
 } // namespace
 
-/// Lives in the agent's thread. mMutex guards the members that the test's thread uses.
+/// The part of RecordingAgent that lives in the agent's thread. mMutex guards the members that the test's
+/// thread also uses.
 class AgentWorker final : public QDBusVirtualObject {
     Q_OBJECT
 public:
@@ -88,7 +89,7 @@ public:
         mThread.wait();
     }
 
-    /// Runs `work` in the agent's thread and waits for it.
+    /// Runs `work` in the agent's thread and blocks until it has finished.
     template <class Work>
     void run(Work work)
     {
@@ -101,8 +102,8 @@ public:
         return work();
     }
 
-    /// Unregister first: QtDBus closes the connection later in another thread, which must not find a
-    /// half-destroyed object.
+    /// Leaves the bus. Unregisters first, because QtDBus closes the connection later in another thread, which
+    /// must not find a half-destroyed object.
     void leave()
     {
         auto connection = bus();
@@ -147,10 +148,10 @@ public:
     QString mUniqueName;
     QList<QDBusMessage> mMessages;
     QHash<QString, QVariantList> mAnswers;
-    /// Delays of replies in milliseconds.
+    /// The delay of each method's replies, in milliseconds.
     QHash<QString, int> mDelays;
     QStringList mHanging;
-    /// Error names of methods that fail.
+    /// The error names of the methods that fail.
     QHash<QString, QString> mFailing;
     QStringList mDying;
     bool mHangsAlways = false;

@@ -4,7 +4,7 @@
 #include <QString>
 #include <QTest>
 
-/// A process with a video node in PipeWire (virtual_camera.cpp), killed by the destructor.
+/// Runs virtual_camera.cpp, a process with a video node in PipeWire. The destructor kills the process.
 class VirtualCamera {
 public:
     VirtualCamera(const QString &nodeName, const QString &description, QRgb color, const QString &format = {})
@@ -25,9 +25,11 @@ public:
         mProcess.write(command.toUtf8() + '\n');
         mProcess.waitForBytesWritten();
     }
-    /// Number of frames reported since tell("tell"), both sent and withheld during a pause.
+    /// The number of frames that the camera has reported since tell("tell"). Frames withheld during a pause
+    /// count too.
     int told() { return mTold += static_cast<int>(mProcess.readAll().count('\n')); }
-    /// Blocks the main thread, without an event loop, until the camera has reported that many more frames.
+    /// Blocks the main thread, without an event loop, until the camera has reported `pictures` further
+    /// frames.
     void waitUntilTold(int pictures)
     {
         for (const int end = told() + pictures; told() < end;)

@@ -1,14 +1,14 @@
-"""Drives a program like a screen reader and a user do: through AT-SPI, and through the X server, which also contains a
-nested Wayland session.
+"""Drives a program as a screen reader and a user do. The helpers use AT-SPI and the X server, in which a nested Wayland
+session is also visible.
 
     with accessible.launch(["build/bin/ks7-preferences"]) as program:
-        program.wait_for("Kitchen, Streaming")       # the text or name of anything
+        program.wait_for("Kitchen, Streaming")       # any object with this text or name
         program.press("Add Camera")                  # the action that assistive tools invoke
         program.click(program.find(role="table cell"))   # a real mouse click
         program.set_text(program.find(role="text"), "Desk")
 
-Runs in a private session (private_session.py --bus --display, or --wayland). Every wait polls a condition and, on failure,
-prints the accessible tree.
+The helpers need a private session (private_session.py --bus --display, or --wayland). Every wait polls a condition. If
+the wait fails, the message contains the accessible tree.
 """
 
 import atexit
@@ -23,21 +23,21 @@ from screens import IS_WAYLAND, SCREEN, xdotool
 from timeout import TIMEOUT
 
 POLL = 0.05
-# Milliseconds. A window may block while it waits for its agent. An action that opens a menu or a nested event
-# loop replies only when that closes, so do not wait for it.
+# Limits of AT-SPI calls in milliseconds. A program may block while it waits for its agent, so its replies may be late.
+# An action that opens a menu or a nested event loop replies only when that ends, so do not wait for this reply.
 SLOW_ANSWER = 20000
 ACTION_ANSWER = 1000
-# Versions of AT-SPI and Qt name these roles differently.
+# Maps role names of newer AT-SPI and Qt versions to the names that tests use.
 ROLES = {"button": "push button", "push button menu": "push button", "button menu": "push button"}
 BUS_LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 
 
 class NotThere(AssertionError):
-    """An awaited condition did not become true in time."""
+    """Raised when an awaited condition did not become true in time."""
 
 
 def wait_until(condition, what, details=lambda: "", timeout=TIMEOUT):
-    """Returns the condition's first true value; `what` names the condition in the failure message."""
+    """Returns the first true value of `condition`. The failure message names the condition with `what`."""
     deadline = time.monotonic() + timeout
     while True:
         found = condition()
@@ -49,12 +49,13 @@ def wait_until(condition, what, details=lambda: "", timeout=TIMEOUT):
 
 
 def key(*names):
-    """Presses keys or chords by their X names: key("Tab"), key("alt+F4")."""
+    """Presses keys or chords by their X names, as in key("Tab") or key("alt+F4")."""
     xdotool("key", "--clearmodifiers", *names)
 
 
 def point_at(x, y):
-    """Moves the pointer and waits for it. xdotool --sync would wait 15 s for a pointer that is there already."""
+    """Moves the pointer and waits for it. xdotool --sync waits 15 s if the pointer is already there, so this case is
+    skipped."""
     if not xdotool("getmouselocation").startswith(f"x:{x} y:{y} "):
         xdotool("mousemove", "--sync", x, y)
 
@@ -65,7 +66,7 @@ def type_text(text):
 
 @contextlib.contextmanager
 def held(name):
-    """Holds a key down: with held("Alt_L"): ..."""
+    """Holds a key down during a with block, as in: with held("Alt_L")."""
     xdotool("keydown", name)
     try:
         yield
@@ -74,14 +75,14 @@ def held(name):
 
 
 def screenshot(path, area=None):
-    """Saves a picture of the display, or of an area: x, y, width, height."""
+    """Saves a picture of the whole display, or of an area (x, y, width, height)."""
     crop = ["-crop", "{2}x{3}+{0}+{1}".format(*area), "+repage"] if area else []
     subprocess.run(["import", "-window", "root", *crop, str(path)], check=True, stdin=subprocess.DEVNULL)
 
 
 class _Bus:
-    """The session's accessibility bus. Start it after the program: a Qt program that starts while the bus runs may
-    never register on it."""
+    """The session's accessibility bus. Start it after the program, because a Qt program that starts later may never
+    register on it."""
 
     launcher = None
     atspi = None
@@ -125,8 +126,8 @@ def _environment(additions):
 
 
 def foreign_program_environment():
-    """Environment of a foreign program that loads a plug-in built with a sanitizer: the sanitizer's library must be
-    loaded first. Leaks of such a program do not count."""
+    """Returns the environment of a foreign program that loads our plug-in. If the plug-in has a sanitizer, the program
+    must load the sanitizer's library first. Leaks of such a program do not count."""
     runtime = os.environ.get("KS7_SANITIZER_RUNTIME")
     if not runtime:
         return {}
@@ -135,7 +136,7 @@ def foreign_program_environment():
 
 
 def launch(command, env=None, windows=1, **options):
-    """Starts a program and returns it once its first window is mapped and it is on the accessibility bus."""
+    """Starts a program. Returns it when its windows are mapped and it is on the accessibility bus."""
     process = subprocess.Popen([str(part) for part in command], env=_environment(env or {}),
                                stdin=subprocess.DEVNULL, **options)
     program = Program(process)
@@ -152,7 +153,8 @@ def launch(command, env=None, windows=1, **options):
 
 @contextlib.contextmanager
 def listen(event):
-    """Collects the accessible events of a type, as in listen("object:property-change:accessible-name")."""
+    """Collects the accessible events of one type during a with block, as in
+    listen("object:property-change:accessible-name")."""
     atspi = _Bus.start()
     heard = Heard()
     listener = atspi.EventListener.new(heard.note)
@@ -164,7 +166,7 @@ def listen(event):
 
 
 class Heard:
-    """Collects the names of the event sources in order; of announcements, their texts."""
+    """Collects the names of the events' sources in order. For announcements, it collects their texts instead."""
 
     def __init__(self):
         self._names = []
@@ -200,7 +202,7 @@ class Program:
     def __exit__(self, *_):
         self.end()
 
-    # Running
+    # The process and its windows
 
     def ended(self):
         return self.process.poll() is not None
@@ -215,7 +217,7 @@ class Program:
                 self.process.wait()
 
     def wait_ended(self):
-        """Returns the exit code once the program has ended by itself."""
+        """Waits until the program ends by itself, and returns its exit code."""
         wait_until(self.ended, "the end of the program", details=self.dump)
         return self.process.returncode
 
@@ -224,14 +226,15 @@ class Program:
         return SCREEN.ids(self.process.pid)
 
     def windows(self):
-        """Returns the same windows with their properties, the topmost last on Wayland."""
+        """Returns the program's visible windows with their properties. On Wayland, the topmost window is the last."""
         return SCREEN.windows(self.process.pid)
 
     def title(self):
         return self.windows()[0].title
 
     def x_area(self, frame=(0, 0, 0, 0) if IS_WAYLAND else (2, 22, 2, 7)):
-        """Returns the area of the program's windows on the display, with a margin of left, top, right, bottom."""
+        """Returns the area of the display that the program's windows cover. `frame` adds a margin (left, top, right,
+        bottom)."""
         boxes = [window.frame for window in self.windows()]
         x = max(0, min(box[0] for box in boxes) - frame[0])
         y = max(0, min(box[1] for box in boxes) - frame[1])
@@ -240,14 +243,14 @@ class Program:
         return x, y, right - x, bottom - y
 
     def wait_active(self, title=None):
-        """Waits until one of the program's windows has the focus; keys sent earlier are lost."""
+        """Waits until one of the program's windows has the focus, because keys sent before that are lost."""
         def is_active():
             return next((node for node in _children(self.root) if self.has(node, "active") and
                          title in (None, name_of(node))), None)
         return wait_until(is_active, f"the keyboard in {title or 'a window'}", details=self.dump)
 
     def close_by_key(self):
-        """Closes the window through the window manager and returns the program's exit code."""
+        """Closes the window with Alt+F4 and returns the program's exit code."""
         self.wait_active()
         key("alt+F4")
         return self.wait_ended()
@@ -268,10 +271,10 @@ class Program:
                 return application
         return None
 
-    # Looking
+    # Reading the accessible tree
 
     def nodes(self, within=None):
-        """Returns all accessible objects, parents first, freshly read."""
+        """Yields all accessible objects, parents first, freshly read from the program."""
         pending = [within or self.root]
         while pending:
             node = pending.pop()
@@ -279,11 +282,12 @@ class Program:
             pending.extend(reversed(_children(node)))
 
     def all(self, name=None, role=None, showing=True, within=None):
-        """Returns the objects with this name (or text) and role ("push button", "check box", "table cell", ...)."""
+        """Returns the objects with this name (or text) and this role, such as "push button", "check box" or "table
+        cell"."""
         return [node for node in self.nodes(within) if _matches(self, node, name, role, showing)]
 
     def find(self, name=None, role=None, showing=True, within=None):
-        """Returns the first matching object or None."""
+        """Returns the first matching object, or None."""
         return next((node for node in self.nodes(within) if _matches(self, node, name, role, showing)), None)
 
     def wait_for(self, name=None, role=None, showing=True, within=None, timeout=TIMEOUT):
@@ -295,7 +299,7 @@ class Program:
                    details=self.dump)
 
     def wait_state(self, node, state, is_set=True):
-        """Waits for a state: "enabled", "checked", "focused", "selected", "showing"."""
+        """Waits for a state such as "enabled", "checked", "focused", "selected" or "showing"."""
         node = self._node(node)
         wait_until(lambda: self.has(node, state) == is_set, f"{name_of(node)!r} {'' if is_set else 'not '}{state}",
                    details=self.dump)
@@ -306,7 +310,8 @@ class Program:
         return bool(_asked(lambda: node.get_state_set().contains(value), False))
 
     def focused(self):
-        """Returns the name of the focused object or ""; for a table or list, its own name."""
+        """Returns the name of the focused object, or "". For a table or list, returns the table's or list's name, not
+        the row's."""
         with_focus = [node for node in self.nodes() if self.has(node, "focused") and role_of(node) not in ("table cell", "list item")]
         return name_of(with_focus[-1]) if with_focus else ""
 
@@ -315,7 +320,7 @@ class Program:
                    details=lambda: f"it is on {self.focused()!r}\n{self.dump()}")
 
     def names(self, role, within=None):
-        """Returns the names of all objects of one role, in order: the rows of a list, the lines of an alert."""
+        """Returns the names of all objects of one role in order, such as the rows of a list."""
         return [name_of(node) for node in self.all(role=role, within=within)]
 
     def text(self, node):
@@ -324,7 +329,7 @@ class Program:
         interface = _asked(node.get_text_iface, None)
         if interface is None:
             return name_of(node)
-        # Call through the interface's class: newer bindings have a method of the same name on the object.
+        # Call the function of the Text class. In newer bindings, the object has another method of the same name.
         text = self.atspi.Text
         return _asked(lambda: text.get_text(interface, 0, text.get_character_count(interface)), "")
 
@@ -334,18 +339,18 @@ class Program:
         return _asked(lambda: node.get_value_iface().get_current_value(), None)
 
     def related(self, node, kind):
-        """Returns the objects in this relation: "labelled-by", "label-for"."""
+        """Returns the objects that have a relation to this one, such as "labelled-by" or "label-for"."""
         relations = _asked(self._node(node).get_relation_set, [])
         return [relation.get_target(index) for relation in relations
                 if relation.get_relation_type().value_nick == kind for index in range(relation.get_n_targets())]
 
     def rectangle(self, node):
-        """Returns x, y, width, height on the display."""
+        """Returns the object's x, y, width and height on the display."""
         node = self._node(node)
         box = self._extents(node)
         if not IS_WAYLAND:
             return box
-        # A Wayland client knows only positions inside its own windows.
+        # A Wayland client only knows positions relative to its window, so add the window's position on the display.
         top = self._top(node)
         origin, window = self._extents(top), self._window_of(top)
         return (window.box[0] + round((box[0] - origin[0]) * SCREEN.scale),
@@ -363,7 +368,8 @@ class Program:
         return node
 
     def _window_of(self, top):
-        """Returns the display's window of a top-level accessible object, found by title, else by size."""
+        """Returns the display's window that shows a top-level accessible object. Compares the titles, then the
+        sizes."""
         width, height = (round(length * SCREEN.scale) for length in self._extents(top)[2:])
 
         def unlikeness(window):
@@ -371,7 +377,7 @@ class Program:
         return min(reversed(wait_until(self.windows, "a window", details=self.dump)), key=unlikeness)
 
     def dump(self):
-        """Returns the tree as text, for failure messages."""
+        """Returns the accessible tree as text, for failure messages."""
         lines = []
 
         def walk(node, depth):
@@ -383,34 +389,34 @@ class Program:
             walk(self.root, 0)
         return "\n".join(lines) or f"(nothing; the program {'has ended' if self.ended() else 'is not attached'})"
 
-    # Doing
+    # Using the controls
 
     def press_if_there(self, node):
-        """Presses a button that disappears, and waits for that. A press through AT-SPI animates the button for 0.1 s
-        before it counts; another press would restart that."""
+        """Presses a button that disappears, and waits until it has. AT-SPI animates a press for 0.1 s before it counts,
+        and a second press would restart the animation."""
         with contextlib.suppress(NotThere):
             self.press(node, timeout=2)
             wait_until(lambda: not self.has(node, "showing"), f"the going of {name_of(node)!r}", timeout=2)
 
     def press(self, node, action=("press", "click", "toggle", "activate", "showmenu"), timeout=TIMEOUT):
-        """Invokes the default action of a button, check box or menu item."""
+        """Invokes the default action of a button, a check box or a menu item."""
         node = self._node(node)
         wanted = (action,) if isinstance(action, str) else action
         interface = node.get_action_iface()
 
         def offered():
-            # The program may rebuild a menu while it is read.
+            # The program may rebuild its menu while the actions are read.
             names = _asked(lambda: [interface.get_action_name(index).lower()
                                     for index in range(interface.get_n_actions())], [])
             return next((names.index(name) + 1 for name in wanted if name in names), 0)
-        # A disabled control has no action.
+        # Wait until the action exists, because a disabled control has none.
         index = wait_until(offered, f"any of {wanted} on {name_of(node)!r}", self.dump, timeout) - 1
         self.atspi.set_timeout(ACTION_ANSWER, SLOW_ANSWER)
         _asked(lambda: interface.do_action(index), False)
         self.atspi.set_timeout(SLOW_ANSWER, SLOW_ANSWER)
 
     def rectangle_at_rest(self, node):
-        """Returns the object's rectangle when three readings in a row are equal."""
+        """Waits until three readings of the object's rectangle in a row are equal, and returns the rectangle."""
         readings = []
 
         def equal_readings():
@@ -420,19 +426,19 @@ class Program:
         return readings[-1]
 
     def click(self, node, button=1, times=1):
-        """Clicks the middle of the object with the mouse, once the layout no longer moves it."""
+        """Waits until the layout no longer moves the object, then clicks its centre with the mouse."""
         x, y, width, height = self.rectangle_at_rest(node)
         point_at(x + width // 2, y + height // 2)
         xdotool("click", "--repeat", times, "--delay", 40, button)
 
     def open_menu(self, button):
-        """Opens a button's menu with the mouse and returns the menu's X window."""
+        """Opens a button's menu with the mouse and returns the identifier of the menu's window."""
         before = set(self.x_windows())
         self.click(button)
         return wait_until(lambda: set(self.x_windows()) - before, "the menu", details=self.dump).pop()
 
     def choose(self, button, item):
-        """Clicks an item of a button's menu once it can be chosen."""
+        """Opens a button's menu, waits until the item is enabled and clicks the item."""
         self.open_menu(button)
         entry = self.wait_for(item, role="menu item")
         self.wait_state(entry, "enabled")
@@ -444,7 +450,7 @@ class Program:
         self.wait_state(node, "focused")
 
     def set_text(self, node, text):
-        """Replaces the text of a field and waits for the result."""
+        """Replaces the text of a field and waits until the field has it."""
         node = self._node(node)
         node.get_editable_text_iface().set_text_contents(text)
         wait_until(lambda: self.text(node) == text, f"the text {text!r}", details=self.dump)
@@ -454,10 +460,10 @@ class Program:
 
 
 def _asked(question, otherwise):
-    """Returns the call's result, or `otherwise` when the object no longer exists."""
+    """Returns the result of the call, or `otherwise` if the object no longer exists."""
     try:
         return question()
-    except Exception as error:  # GLib.Error, whose class exists only after gi is loaded
+    except Exception as error:  # GLib.Error, but its class exists only after gi is loaded
         if type(error).__name__ not in ("GError", "Error", "AttributeError"):
             raise
         return otherwise

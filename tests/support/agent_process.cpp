@@ -1,4 +1,4 @@
-// An agent in a process of its own, which tests stop and kill by signals. Publishes both names and replies.
+// A process with an agent that has both bus names and replies to calls. Tests stop and kill it with signals.
 #include "tests/support/RecordingAgent.h"
 
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
-// Preloaded into a program whose memory is measured. On SIGUSR2 it returns free memory to the system and
-// writes the number of bytes in use to the file named by KS7_HEAP_REPORT. Without the first step, memory that
-// the allocator keeps would count.
+// A library that is preloaded into a program to measure its heap. On SIGUSR2 it returns free memory to the
+// system, because memory that the allocator keeps would count. Then it writes the number of bytes in use to
+// the file named by KS7_HEAP_REPORT.
 
 #include <csignal>
 #include <cstdio>
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Writes a temporary file and renames it, so that readers never see a part.
+/// Writes a temporary file and renames it, so that readers never see an incomplete report.
 void report(const std::string &path)
 {
     malloc_trim(0);
@@ -33,7 +33,7 @@ void report(const std::string &path)
     }
 }
 
-/// Blocks the signal in all later threads, so that only the listening thread receives it.
+/// Blocks the signal in this thread and in all later ones, so that only the listening thread receives it.
 [[gnu::constructor]] void listen()
 {
     const char *path = std::getenv("KS7_HEAP_REPORT");

@@ -1,4 +1,5 @@
-"""Delays GStreamer's first start in a new home, in which a helper process scans all plug-ins: the helper is blocked.
+"""Delays GStreamer's first start in a new home folder. At this start, a helper process scans all plug-ins, and a
+blocked script replaces the helper.
 
     gstreamer = HeldUpGStreamer()
     program = start(env=gstreamer.environment())
@@ -10,7 +11,7 @@ import os
 import pathlib
 import tempfile
 
-# More helpers than GStreamer ever starts.
+# A number greater than the number of helpers that GStreamer ever starts.
 HELPERS = 100
 
 
@@ -21,20 +22,22 @@ class HeldUpGStreamer:
         self._helper = self._folder / "helper"
         gate = self._folder / "gate"
         os.mkfifo(gate)
-        # Opened for reading and writing, so that neither end blocks in open().
+        # Open the pipe for reading and writing, because open() for one direction blocks until the other end is open.
         self._gate = open(gate, "r+b", buffering=0)
         self._helper.write_text(f"#!/bin/sh\ntouch {self._begun}\nread _ < {gate}\n")
         self._helper.chmod(0o700)
 
     def environment(self):
-        """Environment of a program to be delayed: an empty plug-in registry, and this helper as the plug-in scanner."""
+        """Returns the environment of the program to be delayed: an empty plug-in registry, and the blocked script as
+        the plug-in scanner."""
         return {"GST_REGISTRY": str(self._folder / "registry"), "GST_PLUGIN_SCANNER_1_0": str(self._helper)}
 
     def has_begun(self):
         return self._begun.exists()
 
     def let_go(self):
-        """Releases this helper and all later ones; a program whose helper exits scans by itself."""
+        """Releases the blocked script and all later ones. When its helper exits, GStreamer scans the plug-ins by
+        itself."""
         if not self._gate.closed:
             self._gate.write(b"\n" * HELPERS)
 

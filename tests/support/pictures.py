@@ -1,10 +1,10 @@
-"""Pixels of the display."""
+"""Reads the pixels of the display."""
 
 import subprocess
 
 
 class Picture:
-    """A picture of an area of the display: x, y, width, height in pixels."""
+    """A picture of an area of the display. The area is x, y, width and height in pixels."""
 
     def __init__(self, area):
         self.area = area
@@ -14,7 +14,7 @@ class Picture:
              "rgb:-"], check=True, capture_output=True, stdin=subprocess.DEVNULL).stdout
 
     def pixel(self, x, y):
-        """Returns red, green and blue at a position on the display."""
+        """Returns red, green and blue of a pixel. The position is relative to the display, not to the picture."""
         start = ((y - self.area[1]) * self.width + x - self.area[0]) * 3
         return tuple(self.bytes[start:start + 3])
 
@@ -25,7 +25,8 @@ class Picture:
         return [self.pixel(x, y) for y in range(top, bottom)]
 
     def differences(self, other, covered=(0, 0, 0, 0), margin=0):
-        """Returns the pixels that differ from another picture of the same area, outside of the covered part."""
+        """Returns the positions of pixels that differ from another picture of the same area. Ignores the `covered`
+        rectangle with its margin."""
         left, top = covered[0] - margin, covered[1] - margin
         right, bottom = covered[0] + covered[2] + margin, covered[1] + covered[3] + margin
         found = []
@@ -39,7 +40,7 @@ class Picture:
         return found
 
     def brightness(self):
-        """Returns the brightness from 0 (black) to 1 (white)."""
+        """Returns the average brightness, from 0 (black) to 1 (white)."""
         return sum(self.bytes) / len(self.bytes) / 255
 
     def brightest(self):

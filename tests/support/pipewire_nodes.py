@@ -1,11 +1,11 @@
-"""PipeWire's nodes, listed with pw-dump."""
+"""Lists PipeWire's nodes with pw-dump."""
 
 import json
 import subprocess
 
 import accessible
 
-# node.name of the agent's picture.
+# The property node.name of the agent's picture.
 AGENT_CAMERA = "KS-7 Wireless Webcam"
 
 
@@ -13,7 +13,7 @@ def nodes():
     """Returns the properties of every node."""
     text = subprocess.run(["pw-dump"], capture_output=True, text=True, check=True, stdin=subprocess.DEVNULL).stdout.strip()
     objects = {}
-    # pw-dump appends a second list with changes during its run.
+    # If objects change while pw-dump runs, pw-dump prints a second list with the changes.
     while text:
         listed, end = json.JSONDecoder().raw_decode(text)
         objects |= {each["id"]: each for each in listed}
@@ -23,7 +23,7 @@ def nodes():
 
 
 def cameras():
-    """Maps node.name to node.description for every Video/Source."""
+    """Returns node.description by node.name, for every node of class Video/Source."""
     return {node["node.name"]: node.get("node.description") for node in nodes()
             if node.get("media.class") == "Video/Source"}
 
@@ -34,5 +34,5 @@ def watchers():
 
 
 def wait_for_camera():
-    """Waits for the agent's node, because the agent connects to PipeWire after taking its bus names."""
+    """Waits for the agent's node. The agent connects to PipeWire only after it has taken its bus names."""
     accessible.wait_until(lambda: AGENT_CAMERA in cameras(), "the picture of the agent's camera")

@@ -1,18 +1,19 @@
 #!/usr/bin/python3
-"""Runs a command in a private session: home, XDG folders and runtime folder, and on request
+"""Runs a command in a private session with its own home, XDG folders and runtime folder. Options add servers:
 
   --bus          a session bus                  (DBUS_SESSION_BUS_ADDRESS)
-  --system-bus   a bus in the system bus' place (DBUS_SYSTEM_BUS_ADDRESS)
+  --system-bus   a private system bus           (DBUS_SYSTEM_BUS_ADDRESS)
   --display      an X server without a screen   (DISPLAY); --screen WxH sets its size
-  --window-manager one that frames, moves and closes windows (implies --display)
+  --window-manager  a window manager            (implies --display)
   --wayland      KWin's Wayland (WAYLAND_DISPLAY), shown in the X server so that xdotool and import reach it
                  (implies --bus and --display); --scale FACTOR sets the scale of its output
   --pipewire     PipeWire and WirePlumber       (implies --bus)
-  --this-display the caller's display and home; only the requested services are private
-  --keep DIR     use DIR as the session's folder and leave it there
+  --this-display keeps the caller's display and home; only the requested servers are private
+  --keep DIR     uses DIR as the session's folder and does not remove it
 
-Everything is ended and removed when the command ends; its exit code is returned. When the command fails, servers that
-have died are named with the end of their log. Without --display, Qt programs draw off-screen.
+At the end of the command, the script stops all servers, removes the folder and returns the command's exit code. If the
+command fails, the script names the servers that have died and prints the end of their logs. Without --display, Qt
+programs draw off-screen.
 """
 
 import argparse
@@ -56,7 +57,8 @@ class Session:
         self.write_wireplumber_settings()
 
     def move_runtime_folder(self):
-        """Gives the buses their own runtime folder. A Wayland display is still found by its full path."""
+        """Gives the private buses a runtime folder of their own. WAYLAND_DISPLAY becomes a full path, because the
+        socket stays in the caller's runtime folder."""
         wayland = self.env.get("WAYLAND_DISPLAY")
         if wayland:
             self.env["WAYLAND_DISPLAY"] = os.path.join(self.env.get("XDG_RUNTIME_DIR", ""), wayland)
@@ -73,13 +75,14 @@ class Session:
             path.mkdir(parents=True, exist_ok=True)
             self.env[variable] = str(path)
         (self.folder / "runtime").chmod(0o700)
-        # Hide the machine's own system bus.
+        # Hide the machine's own system bus from the programs.
         self.env["DBUS_SYSTEM_BUS_ADDRESS"] = f"unix:path={self.folder}/no-system-bus"
         self.env["QT_QPA_PLATFORM"] = "offscreen"
-        # GStreamer's registry of plug-ins is made once for all tests of a build, not in each new home.
+        # Share GStreamer's registry of plug-ins among all tests of a build. Otherwise each new home would need a new
+        # scan.
         if "KS7_BUILD" in self.env:
             self.env["GST_REGISTRY"] = os.path.join(self.env["KS7_BUILD"], "tests", "gstreamer-registry.bin")
-            # Desktop files of the build folder, for names and icons.
+            # Let programs find the desktop files of the build, which contain names and icons.
             shared = os.path.join(self.env["KS7_BUILD"], "share")
             self.env["XDG_DATA_DIRS"] = f"{shared}:{self.env.get('XDG_DATA_DIRS') or '/usr/local/share:/usr/share'}"
         self.env["KS7_CLOCK_ROOT"] = str(self.make_fast_processor())
@@ -87,7 +90,8 @@ class Session:
         self.env.setdefault("LC_ALL", "C.UTF-8")
 
     def make_fast_processor(self):
-        """Many virtual machines report no processor clock, and the pane then hides a control."""
+        """Simulates a fast processor. Many virtual machines report no processor clock, and the pane then hides a
+        control."""
         root = self.folder / "processor"
         core = root / "sys/devices/system/cpu/cpu0/cpufreq"
         core.mkdir(parents=True, exist_ok=True)
@@ -95,8 +99,8 @@ class Session:
         return root
 
     def write_wireplumber_settings(self):
-        """Disables the Bluetooth monitor. It loads logind support, and then WirePlumber 0.4 ends without systemd,
-        as in a container. Tests start WirePlumber themselves too."""
+        """Disables WirePlumber's Bluetooth monitor. The monitor needs logind, and without it WirePlumber 0.4 exits, for
+        example in a container. The setting is in the home folder, so it also applies when a test starts WirePlumber."""
         scripts = self.folder / "home/.config/wireplumber/bluetooth.lua.d"
         scripts.mkdir(parents=True, exist_ok=True)
         (scripts / "80-disabled.lua").write_text("bluez_monitor.enabled = false\n")
@@ -147,7 +151,8 @@ class Session:
         self.env["QT_QPA_PLATFORM"] = "xcb"
 
     def display_number(self, reader):
-        """Reads number and line end. Xvfb writes them separately and dies if the second write finds the pipe closed."""
+        """Reads the display's number up to the line end. Xvfb writes the two separately, and dies if the pipe is closed
+        before the second write."""
         line = b""
         with selectors.DefaultSelector() as selector:
             selector.register(reader, selectors.EVENT_READ)
@@ -169,7 +174,7 @@ class Session:
         return b"window id" in asked.stdout
 
     def start_wayland(self, screen, scale):
-        """Runs KWin without OpenGL in one X window that covers the X screen."""
+        """Runs KWin without OpenGL, in one X window that covers the X screen."""
         width, height = screen.split("x")
         name = "wayland-ks7"
         self.write_kwin_settings(int(width), int(height), scale)
@@ -186,7 +191,8 @@ class Session:
         self.env["KS7_WAYLAND_SCALE"] = str(scale)
 
     def write_kwin_settings(self, width, height, scale):
-        """Disables animations for pixel comparisons. KWin ignores its own option --scale on X."""
+        """Disables animations, which would disturb comparisons of pixels. Also sets the scale, because KWin ignores its
+        option --scale on X."""
         settings = pathlib.Path(self.env["XDG_CONFIG_HOME"])
         (settings / "kdeglobals").write_text("[KDE]\nAnimationDurationFactor=0\n")
         (settings / "kwinrc").write_text("[Windows]\nPlacement=Centered\n")
@@ -219,7 +225,7 @@ class Session:
         return b"Found" in asked.stdout
 
     def tell_of_the_dead(self):
-        """Names servers that have died, in case the failure is theirs."""
+        """Prints the names of servers that have died, because they may have caused the command's failure."""
         dead = [process for process in self.processes if process.poll() is not None]
         for process in dead:
             print(f"private_session: {process.args[0]} ended with {process.returncode}", file=sys.stderr)
@@ -227,7 +233,7 @@ class Session:
             self.print_logs()
 
     def print_logs(self):
-        """The last words of every server. The session's folder is removed at the end."""
+        """Prints the end of every server's log, because the session's folder is removed afterwards."""
         for log in sorted(self.folder.glob("*.log")):
             print(f"{log.name}:", *log.read_text(errors="replace").splitlines()[-10:], sep="\n  ", file=sys.stderr)
 
@@ -287,7 +293,7 @@ def run(options, folder):
 
 
 def main():
-    # Exit normally on SIGTERM, so that the started servers are ended too.
+    # Exit through an exception on SIGTERM, so that the started servers end too.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
     options = arguments()
     if options.keep:

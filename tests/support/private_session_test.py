@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""The private session starts its servers in a container too, and says at once why a server has not started."""
+"""Tests that the private session also starts its servers in a container, and that it reports at once why a server did
+not start."""
 
 import os
 import pathlib
@@ -27,7 +28,8 @@ class PrivateSessionTest(unittest.TestCase):
         self.assertIn("PipeWire's session manager did not start: wireplumber ended with 70", done.stderr)
 
     def without_systemd(self):
-        """Returns a command that hides the folders of systemd; a container has none, and allows no namespaces."""
+        """Returns a command that hides systemd's folders, as in a container. A container needs no such command and does
+        not allow one."""
         if not pathlib.Path("/run/systemd").exists():
             return []
         if subprocess.run([*WITHOUT_SYSTEMD, "true"], capture_output=True).returncode != 0:
@@ -35,7 +37,7 @@ class PrivateSessionTest(unittest.TestCase):
         return WITHOUT_SYSTEMD
 
     def add_program(self, name, script):
-        """Puts a shell script before the program of that name."""
+        """Puts a shell script into PATH before the program of that name."""
         folder = FOLDER / "programs"
         folder.mkdir()
         (folder / name).write_text(f"#!/bin/sh\n{script}\n")

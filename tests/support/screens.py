@@ -1,6 +1,6 @@
-"""Windows on the session's display: an X server, or a Wayland compositor nested in one.
+"""Lists and controls windows on the session's display, which is an X server or a Wayland compositor inside one.
 
-Lengths are pixels of the X server in both cases, because pointer and screenshots belong to the X server."""
+All lengths are pixels of the X server, because the pointer and the screenshots belong to the X server."""
 
 import dataclasses
 import json
@@ -17,7 +17,8 @@ IS_WAYLAND = "KS7_WAYLAND_SCALE" in os.environ
 
 @dataclasses.dataclass
 class Window:
-    """A window's properties from the window manager. `box` is x, y, width and height without the frame."""
+    """A window's properties from the window manager. `box` is x, y, width and height without the frame, and `frame` is
+    the same with it."""
     id: str
     title: str
     box: tuple
@@ -58,12 +59,13 @@ class XScreen:
         xdotool("windowmap", "--sync", window.id)
 
     def close(self, window):
-        """What the button of the title bar does."""
+        """Closes the window as the button in its title bar does."""
         xdotool("windowquit", window.id)
 
 
 class KWinScreen:
-    """Runs scripts in KWin, which log their results, because a Wayland client cannot read window positions."""
+    """Reads and changes windows with scripts that run in KWin, because a Wayland client cannot read window positions.
+    The scripts log their results."""
 
     scale = float(os.environ.get("KS7_WAYLAND_SCALE", 1))
     all_windows = """workspace.stackingOrder.filter(window => window.pid == %d).map(window => ({
@@ -103,7 +105,7 @@ class KWinScreen:
         self.evaluate(f"({self.of_id % json.dumps(window.id)}.{change}, 1)")
 
     def evaluate(self, expression):
-        """Evaluates an expression in KWin's scripting language."""
+        """Evaluates an expression in KWin's scripting language and returns the result."""
         name = f"ks7-{uuid.uuid4()}"
         folder = pathlib.Path(os.environ["KS7_SESSION_FOLDER"])
         script = folder / f"{name}.js"
@@ -137,7 +139,7 @@ class KWinScreen:
 
 
 def x_box(window):
-    """Returns x, y, width and height inside the window's frame, or None when the window no longer exists."""
+    """Returns x, y, width and height without the window's frame. Returns None if the window no longer exists."""
     told = subprocess.run(["xwininfo", "-id", window], capture_output=True, text=True, stdin=subprocess.DEVNULL).stdout
     wanted = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
     lines = dict(line.strip().split(":", 1) for line in told.splitlines() if ":" in line)

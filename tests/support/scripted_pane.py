@@ -1,4 +1,5 @@
-"""The stand-alone host with an agent that acts on commands only. It begins with one known, idle camera."""
+"""A base class of tests with the stand-alone host and an agent that acts on commands only. The agent begins with one
+known, idle camera."""
 
 import os
 import pathlib

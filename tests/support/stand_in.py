@@ -1,13 +1,13 @@
 """Drives the stand-in agent, ks7-agent-simulator.
 
-    agent = stand_in.Agent()                    # the agent that runs on this session's bus
+    agent = stand_in.Agent()                    # an agent that already runs on this session's bus
     agent.wait_up()
     agent.setStatus("00-1b-dc-0f-2a-9c", 4)
 
-    agent = stand_in.AgentProcess(*stand_in.SCRIPTED)   # starts one, which acts on commands only
+    agent = stand_in.AgentProcess(*stand_in.SCRIPTED)   # starts an agent that acts on commands only
     agent.stop()
 
-    agent = stand_in.StandInAgent("--quick")    # starts one, and records its posts
+    agent = stand_in.StandInAgent("--quick")    # starts an agent and records its posts
     agent.script.setPreferred("00-1b-dc-0f-2a-9c")
     agent.wait_for_post("KS7PreferredCameraChanged")
 """
@@ -33,14 +33,14 @@ NOTIFICATIONS = "com.orvex.DistributedNotificationCenter"
 AGENT = "com.orvex.KS7AgentServer"
 AGENT_USB = "com.orvex.KS7AgentServerUSB"
 SCRIPT = "com.orvex.KS7AgentSimulator"
-# Options of an agent without cameras that does nothing by itself.
+# Options of an agent that has no cameras and acts on commands only.
 SCRIPTED = ("--scenario", "scripted", "--quick")
 PROGRAM = pathlib.Path(os.environ["KS7_BUILD"]) / "bin" / "ks7-agent-simulator"
 PREFERENCES = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "com.orvex.KS7Agent.plist"
 
 
 def path_of(name):
-    """The object path that belongs to a bus name."""
+    """Returns the object path that belongs to a bus name."""
     return "/" + name.replace(".", "/")
 
 
@@ -48,7 +48,7 @@ NOTIFICATIONS_PATH = path_of(NOTIFICATIONS)
 
 
 class Agent:
-    """The script interface: each of its operations is a method. The agent's own interfaces are not called here."""
+    """Calls the agent's script interface. Each operation of this interface is a method of this class."""
 
     def __init__(self, bus=None):
         self._bus = bus or dbus.SessionBus()
@@ -67,7 +67,7 @@ class Agent:
         return getattr(dbus.Interface(self._bus.get_object(SCRIPT, path_of(SCRIPT)), SCRIPT), operation)
 
     def die(self):
-        """Ends the process at once, without cleaning up."""
+        """Ends the agent's process at once, without a clean-up."""
         self._end("die")
 
     def quit_if_up(self):
@@ -81,7 +81,7 @@ class Agent:
 
 
 def wait_until(condition, what):
-    """Runs the event loop until the condition holds; returns the condition's value."""
+    """Runs the event loop until the condition is true, and returns the condition's value."""
     deadline = time.monotonic() + TIMEOUT
     context = GLib.MainContext.default()
     tick = GLib.timeout_add(20, lambda: True)
@@ -102,7 +102,7 @@ def preferences():
 
 
 class Ear:
-    """Records every notification and every change of a name's owner, in the order of the bus."""
+    """Records all notifications and all changes of a bus name's owner, in the order in which the bus delivers them."""
 
     def __init__(self, bus):
         self.heard = []
@@ -166,7 +166,7 @@ class AgentProcess:
         self.script.addCamera(address, name, address[-5:].replace("-", "").upper(), status, signature="sssi")
 
     def calls(self, operation=None):
-        """The recorded calls, of one operation or of all."""
+        """Returns the recorded calls of one operation. Returns all calls if no operation is given."""
         calls = [str(call) for call in self.script.recordedCalls()]
         return [call for call in calls if operation is None or call.startswith(operation + "(")]
 
@@ -185,7 +185,7 @@ class AgentProcess:
         self.script.wait_gone()
 
     def end(self):
-        """Kills the agent in whatever state it is."""
+        """Kills the agent's process, even if it is stopped."""
         if not self.has_ended():
             self.resume()
             self.process.kill()
@@ -193,7 +193,7 @@ class AgentProcess:
 
 
 class StandInAgent(AgentProcess):
-    """An agent process with proxies for its interfaces and an Ear for its posts. Waits run GLib's event loop."""
+    """An agent process with D-Bus proxies for its interfaces. An Ear records its posts. Waits run GLib's event loop."""
 
     def __init__(self, *options, **process_options):
         dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
@@ -223,7 +223,7 @@ class StandInAgent(AgentProcess):
         wait_until(lambda: self.ear.count(name) >= times, f"{name} is posted")
 
     def posts_of(self, act):
-        """The names of the posts during `act`, in order."""
+        """Returns the names of the agent's posts during `act`, in order."""
         self.listen_up()
         self.ear.forget()
         act()
@@ -231,7 +231,8 @@ class StandInAgent(AgentProcess):
         return self.ear.names()[:-1]
 
     def listen_up(self):
-        """Waits until the Ear has all earlier posts: the bus delivers the mark after them."""
+        """Posts a mark through the agent and waits for it. The bus keeps the order, so the Ear then has all earlier
+        posts."""
         marks = self.ear.count("KS7Mark")
         self.script.post("KS7Mark", dbus.Dictionary({}, signature="sv"))
         self.wait_for_post("KS7Mark", marks + 1)

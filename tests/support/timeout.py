@@ -1,6 +1,6 @@
-"""How long a test waits for a condition, in seconds; the Python sibling of Timeout.h."""
+"""The time limit in seconds for conditions that tests wait for. Timeout.h has the limit of the C++ tests."""
 
 import os
 
-# Many tests run side by side under a sanitizer, and half a minute is too short then.
+# Half a minute is too short, because many tests run at the same time under a sanitizer.
 TIMEOUT = int(os.environ.get("KS7_TIMEOUT", 120))

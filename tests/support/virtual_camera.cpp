@@ -1,19 +1,19 @@
-// A camera for tests and measurements: publishes one PipeWire node of class Video/Source with a plain
+// A camera for tests and measurements. It publishes one PipeWire node of class Video/Source with a plain
 // picture.
 //
 //   virtual_camera <node name> <description> [<colour as 0xRRGGBB> [<format> [<frames a second>]]]
 //
-// A format is a name and a size, as in "I420 320x240"; the names are BGRx, I420, NV12, RGB and YUY2.
-// Commands on standard input, one per line; its end ends the camera, as does the end of PipeWire:
-//   pause          send no frame from now on (the node stays)
+// A format is a name and a size, as in "I420 320x240". The names are BGRx, I420, NV12, RGB and YUY2.
+// The camera reads one command per line from standard input. It exits at the end of its input or of PipeWire.
+//   pause          stop sending frames; the node stays
 //   resume         send frames again
-//   colour 0x...   another colour
-//   format ...     another format, also for the present consumers
-//   number         draw each frame's number: bars across its middle, the highest of 16 bits leftmost, white
-//                  for a one; a green bar before them and a red one behind them
+//   colour 0x...   use another colour
+//   format ...     use another format, also for consumers that are already connected
+//   number         draw each frame's number as 16 bars across the middle, the highest bit at the left.
+//                  A white bar is a one. A green bar is before the bits and a red one behind them.
 //   tell           print "sent NUMBER NANOSECONDS" (monotonic clock) for each frame that has a consumer, and
 //                  "kept" instead of "sent" for a frame that is due during a pause
-//   hush           print no longer
+//   hush           stop printing
 
 #include "simulator/picture/VideoSource.h"
 
@@ -34,7 +34,7 @@ namespace {
 using simulator::VideoFormat;
 using simulator::VideoFrame;
 using simulator::VideoSource;
-using Row = std::vector<std::uint32_t>; // 0x00RRGGBB
+using Row = std::vector<std::uint32_t>; // pixels as 0x00RRGGBB
 
 constexpr int Bits = 16;
 constexpr std::uint32_t White = 0xFFFFFF;
@@ -103,7 +103,7 @@ void writeChroma(const VideoFormat &format, const Row &row, int y, std::uint8_t 
     }
 }
 
-/// Writes one line of a frame.
+/// Writes one line of a frame in the frame's format.
 void write(const VideoFormat &format, const Row &row, int y, std::uint8_t *picture)
 {
     std::uint8_t *line = picture + static_cast<std::ptrdiff_t>(y) * format.stride();
@@ -123,7 +123,7 @@ long now()
     return time.tv_sec * SecondInNanoseconds + time.tv_nsec;
 }
 
-/// A video source that follows the commands on standard input.
+/// A video source that obeys the commands on standard input.
 class Camera final : private simulator::FramePainter {
 public:
     Camera(pw_main_loop *loop, const VideoSource::Settings &settings, const VideoFormat &format);
@@ -142,7 +142,7 @@ private:
     pw_main_loop *const mLoop;
     std::string mInput;
     std::uint32_t mColor = Last;
-    std::uintptr_t mLook = 1; // of the background: memory with another mark is painted anew
+    std::uintptr_t mLook = 1; // changes with each command, so that every buffer is repainted once
     std::uint32_t mNumber = 0;
     bool mPaused = false;
     bool mNumbered = false;
