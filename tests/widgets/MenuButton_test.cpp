@@ -17,7 +17,7 @@ const QColor NormalColour = Qt::darkGreen;
 const QColor DisabledColour = Qt::gray;
 const QColor SelectedColour = Qt::magenta;
 
-/// Draws the icon of a focused button in the colour of selected text, as Breeze does.
+/// Draws the icon of a focused button in the colour of selected text. The Breeze style does the same.
 class StyleLikeBreeze : public QProxyStyle {
 public:
     StyleLikeBreeze()
@@ -51,7 +51,7 @@ QIcon iconOfModes()
 
 } // namespace
 
-/// The gear: how it looks, and when the pointer counts as in it.
+/// Tests the button of the camera actions: the colour of its icon, and its hover state.
 class MenuButtonTest : public QObject {
     Q_OBJECT
 
@@ -113,7 +113,8 @@ void MenuButtonTest::openAndCloseMenu(const QPoint &pointer)
     QTRY_COMPARE_WITH_TIMEOUT(QCursor::pos(), pointer, Timeout);
     mButton->menu()->popup(mWindow->mapToGlobal(QPoint(190, 140)));
     QTRY_VERIFY_WITH_TIMEOUT(mButton->menu()->isVisible(), Timeout);
-    // What a button looks like that was clicked and never heard of the pointer's way into the menu.
+    // Simulate a click whose leave event was lost because the menu opened. The button then still looks
+    // hovered.
     mButton->setAttribute(Qt::WA_UnderMouse);
     mButton->menu()->hide();
     QCoreApplication::processEvents();
