@@ -1,9 +1,11 @@
 #!/usr/bin/python3
-"""A small KS-7 camera agent to start your own from, with imaginary cameras. It keeps to the contract in AGENT.md.
+"""A small KS-7 camera agent with imaginary cameras, as a starting point for your own. It follows the contract in
+AGENT.md.
 
     ks7-agent-check --launch docs/examples/ks7_agent.py
 
-Needs python3-gi, the declarations of ks7-agent-dev (or their folder in KS7_INTERFACES), and ks7-agent-simulator for a picture.
+The program needs python3-gi and the interface files of ks7-agent-dev, or their folder in KS7_INTERFACES. The picture
+needs ks7-agent-simulator.
 """
 
 import os
@@ -24,7 +26,7 @@ TOGGLES = {"KS7ToggleEnabled": "KS7On", "KS7ToggleStatusMenu": "ShowStatusMenu",
 NOT_FOUND, NOT_STREAMING, PAIRING, STARTING, STREAMING = range(5)
 ANNOUNCED = {PAIRING: "KS7PairingInitiated", STARTING: "KS7StreamingInitiated", STREAMING: "KS7StreamingStarted"}
 NO_ROW = 0x7FFFFFFFFFFFFFFF
-STEP = 300  # milliseconds that each step of slow work takes
+STEP = 300  # milliseconds between two steps of a search or of a connection
 
 
 def read_settings():
@@ -34,19 +36,20 @@ def read_settings():
 def setting(key):
     try:
         return read_settings().get(key, DEFAULTS[key])
-    except Exception:  # a file that cannot be parsed means the defaults
+    except Exception:  # use the default when the file cannot be parsed
         return DEFAULTS[key]
 
 
 def store(**changes):
-    """Reads the file again, changes only our keys, and replaces it as a whole. A symbolic link stays."""
+    """Reads the file again, changes only the given keys and replaces the whole file, so that readers never see a part.
+    If the path is a symbolic link, the link stays."""
     try:
         settings = {**read_settings(), **changes}
-    except Exception:  # never overwrite a file that cannot be parsed
+    except Exception:  # do not overwrite a file that cannot be parsed
         return
     target = FILE.resolve()
     target.parent.mkdir(parents=True, exist_ok=True)
-    with tempfile.NamedTemporaryFile(dir=target.parent, delete=False) as file:  # mode 0600
+    with tempfile.NamedTemporaryFile(dir=target.parent, delete=False) as file:  # the new file has mode 0600
         plistlib.dump(settings, file, sort_keys=False)
         file.flush()
         os.fsync(file.fileno())
@@ -56,7 +59,7 @@ def store(**changes):
 
 
 class UsbSide:
-    """No camera is ever at our cable: nothing to update, and an error code of our own."""
+    """Replies as if no camera were on the USB cable: no camera needs an update, and both operations fail with -1."""
     startUpdate = lambda self: -1
     connectedCamNeedsFirmwareUpdate = lambda self: False
     setPassKey = lambda self, passkey: -1
@@ -66,7 +69,7 @@ class UsbSide:
 class CameraSide:
     def __init__(self, post):
         self.post, self.preferred, self.searching = post, None, False
-        self.known = {}  # address: [name, status], in the order of the list
+        self.known = {}  # maps an address to [name, status], in the order of the list
         self.add("00-1b-dc-0f-00-01", "Porch", NOT_STREAMING)
         self.add("00-1b-dc-0f-00-02", "Garage", NOT_FOUND)
 
@@ -81,7 +84,7 @@ class CameraSide:
         return {"Status": GLib.Variant("i", status), "FriendlyName": GLib.Variant("s", name),
                 "CameraIDString": GLib.Variant("s", address.replace("-", "")[-4:].upper())}
 
-    # What the agent does by itself or on a post
+    # Work that starts without a call: at start-up or after a post
 
     def hear(self, name, info):
         if name == "KS7StartDiscovering" and not self.searching and setting("KS7On"):
@@ -107,7 +110,7 @@ class CameraSide:
         self.post(ANNOUNCED.get(status, "KS7StreamingEnded"))
 
     def connect(self):
-        """Ends what streams, then leads the preferred camera step by step to its stream."""
+        """Ends all running streams, then advances the preferred camera to the streaming status, one status per step."""
         for address in [each for each, (_, status) in self.known.items() if status in ANNOUNCED]:
             self.enter(address, NOT_STREAMING)
         GLib.timeout_add(STEP, self.advance, self.preferred, NOT_STREAMING)
@@ -153,7 +156,7 @@ class CameraSide:
                 self.post("KS7CameraListChanged")
 
     def removeCameraAtIndex(self, row, from_favorites):
-        if 0 <= row < len(self.rows()):  # row -1 does arrive
+        if 0 <= row < len(self.rows()):  # the pane can send row -1
             del self.known[self.rows()[row]]
             self.post("KS7CameraListChanged")
 
@@ -163,7 +166,7 @@ class CameraSide:
 
 
 class Wire:
-    """The two objects, the posts and the names on the session bus."""
+    """Connects the agent to the session bus: two objects, the posts and two bus names."""
     POSTS = ("/com/orvex/DistributedNotificationCenter", "com.orvex.DistributedNotificationCenter")
     OBJECTS = (("com.orvex.KS7AgentServerUSB", "com.orvex.TernUSBCommandControllerProxy"),
                ("com.orvex.KS7AgentServer", "com.orvex.KS7DeviceControllerProxy"))
@@ -192,7 +195,8 @@ class Wire:
             self.cameras.hear(name, arguments.unpack()[0])
 
     def take_names(self):
-        """The USB name first: the pane looks for it right after the other one."""
+        """Takes the USB name first, because the pane looks it up as soon as it has found the device controller's
+        name."""
         for name, _ in self.OBJECTS:
             taken = self.bus.call_sync("org.freedesktop.DBus", "/", "org.freedesktop.DBus", "RequestName",
                                        GLib.Variant("(su)", (name, 4)), None, Gio.DBusCallFlags.NONE, -1)
@@ -207,7 +211,7 @@ def main():
     wire = Wire()
     wire.take_names()
     wire.post("KS7AgentStarted")
-    # Yours is a stream of libpipewire; see "Picture" in AGENT.md.
+    # A real agent publishes the picture itself with libpipewire; see "Picture" in AGENT.md.
     simulator = shutil.which("ks7-agent-simulator")
     picture = simulator and subprocess.Popen([simulator, "--picture-only"])
     try:
