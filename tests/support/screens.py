@@ -17,8 +17,8 @@ IS_WAYLAND = "KS7_WAYLAND_SCALE" in os.environ
 
 @dataclasses.dataclass
 class Window:
-    """A window's properties from the window manager. `box` is x, y, width and height without the frame, and `frame` is
-    the same with it."""
+    """A window's properties from the window manager. `box` is x, y, width and height without the window's frame.
+    `frame` includes the frame, but only on Wayland."""
     id: str
     title: str
     box: tuple
