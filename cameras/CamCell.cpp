@@ -17,8 +17,8 @@ constexpr int StatusFontSize = 10;
 constexpr QSize DotSize{8, 8};
 constexpr QColor DarkGray{85, 85, 85};
 
-/// Desktops set their text to 9 to 12 points by default. A larger size is the user's choice, so the rows grow
-/// from 12 points on.
+/// Default text size in points. Desktops use 9 to 12 points unless the user changes the size. Only a larger
+/// size enlarges the rows.
 constexpr double DefaultPoints = 12.0;
 
 QFont fontOfPixelSize(const QWidget *view, int size)

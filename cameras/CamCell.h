@@ -35,7 +35,8 @@ double textScale(const QFont &font);
 /// Draws a row of the camera table: name, status and a coloured dot. One cell draws all rows of a table.
 class CamCell {
 public:
-    /// The text has no effect. The first call loads the images of the dots from the bundle.
+    /// Initialises the cell and returns it. `text` is ignored. The first call loads the images of the dots
+    /// from `bundle`.
     CamCell *initTextCell(const QString &text, std::shared_ptr<const platform::Bundle> bundle);
     /// Returns a new cell without a camera record.
     [[nodiscard]] std::unique_ptr<CamCell> copy() const;

@@ -13,7 +13,7 @@ namespace {
 
 using Table = KS7AnimatingStatusTableView;
 
-/// Represents a row of the camera table as its single cell.
+/// Represents a row of the camera table as one cell, because the table has only one column.
 class RowAccessible final : public QAccessibleInterface,
                             public QAccessibleTableCellInterface,
                             public QAccessibleActionInterface {
@@ -240,7 +240,8 @@ void CameraTableAnnouncer::keyboardHasCome()
 void CameraTableAnnouncer::announce()
 {
     mIsPending = false;
-    // Without an assistive program, record -1. The first one that starts then receives a selection event.
+    // While no assistive program is active, store -1 as the announced row. After one has started, the next
+    // update then announces the selected row as new.
     const int row = QAccessible::isActive() ? mTable->selectedRow() : -1;
     const QString text = row < 0 ? QString() : mTable->textOfRow(row);
     const int rowBefore = std::exchange(mRow, row);

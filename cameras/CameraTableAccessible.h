@@ -5,8 +5,8 @@
 
 class KS7AnimatingStatusTableView;
 
-/// Makes assistive programs see the rows of the camera table, but not its hidden headers. Their press action
-/// on a row acts like a click. Repeated calls are harmless.
+/// Makes assistive programs see the rows of the camera table, but not its hidden headers. When such a program
+/// presses a row, the table acts as after a click. Later calls of this function have no effect.
 void installCameraTableAccessibility();
 
 /// Sends accessibility events about the table's rows and its selection.

@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Compares the contents of two records, because every refresh creates new records. The list may change while
-/// the menu is open.
+/// Whether two records describe the same camera. The list may be refreshed while the menu is open, and each
+/// refresh creates new records. So compare their contents, not their pointers.
 bool isSameCamera(const std::shared_ptr<KS7Cam> &before, const std::shared_ptr<KS7Cam> &now)
 {
     if (!before || !now)

@@ -175,7 +175,8 @@ void KS7SettingsWindowController::addCameras(QObject *sender)
     discover(sender);
 }
 
-// Starts no refresh itself: the agent posts KS7CameraListChanged after the removal.
+// Removes the selected camera. Starts no refresh, because the agent posts KS7CameraListChanged after the
+// removal and this notification causes a refresh.
 void KS7SettingsWindowController::removeCamera(QObject *)
 {
     const auto camera = selectedCam();

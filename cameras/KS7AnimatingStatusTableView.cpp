@@ -24,7 +24,7 @@ const QString KS7AnimatingStatusTableView::CameraColumn = QStringLiteral("2");
 
 namespace {
 
-// The height of a row in pixels. The lower edge of the dot is 30 pixels below the top of the row.
+// The height of a row in pixels. The dot ends 30 pixels below the row's top; the rest is a margin.
 constexpr int RowHeight = 36;
 constexpr int PlaceholderMargin = 12;
 constexpr int FocusWidth = 2;
@@ -145,8 +145,8 @@ void KS7AnimatingStatusTableView::awakeFromNib(std::shared_ptr<platform::RunLoop
 void KS7AnimatingStatusTableView::reloadData()
 {
     mModel->reload();
-    // If the selected row was removed, Qt has made a neighbour the current row. Clear it, because no row is
-    // selected.
+    // When the selected row has been removed, Qt makes a neighbour the current row. Then clear the current
+    // row too, because no row is selected any more.
     if (selectedRow() < 0)
         selectionModel()->clearCurrentIndex();
     mAnnouncer->selectionMayHaveChanged();
@@ -290,8 +290,8 @@ QItemSelectionModel::SelectionFlags KS7AnimatingStatusTableView::selectionComman
     return QItemSelectionModel::NoUpdate;
 }
 
-// Skips QTableView::currentChanged(), whose accessibility events use child numbers that count the hidden
-// headers.
+// Calls QAbstractItemView directly. QTableView::currentChanged() would send accessibility events for a wrong
+// child, because it counts the hidden headers as children.
 void KS7AnimatingStatusTableView::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QAbstractItemView::currentChanged(current, previous); // NOLINT(bugprone-parent-virtual-call)
@@ -384,7 +384,8 @@ void KS7AnimatingStatusTableView::stopAnimatingStatus()
     mAnimationTimer.reset();
 }
 
-// A pairing or starting camera starts the animation, but only a starting camera keeps it running.
+// Drawing the row of a pairing or starting camera starts the animation. It continues only while a camera is
+// starting. For a pairing camera it stops here, and the next drawing starts it again.
 void KS7AnimatingStatusTableView::cycle(platform::Timer *)
 {
     mCycle = (mCycle + 1) % 2;

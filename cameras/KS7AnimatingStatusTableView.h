@@ -113,7 +113,7 @@ private:
 
     std::unique_ptr<platform::Timer> mAnimationTimer;
     std::int32_t mCycle = 0;
-    /// Always 0, because calls that start and stop the animation are not counted.
+    /// Always 0. Starts of the animation are not counted: one stop ends it after any number of starts.
     std::int32_t mRefCount = 0;
 
     CameraTableModel *mModel;

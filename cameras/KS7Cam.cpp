@@ -19,8 +19,8 @@ QString addressOf(const platform::BluetoothDevice *device)
     return device ? device->getAddressString() : QString();
 }
 
-/// Reads the device's entry in the dictionary that the preferences store under `key`. Invalid without an
-/// entry.
+/// Reads the device's entry in the dictionary that the preferences store under `key`. Returns an invalid
+/// variant if there is no entry.
 QVariant storedFor(const platform::BluetoothDevice *device, platform::UserDefaults *defaults,
                    const QString &key)
 {
@@ -58,8 +58,8 @@ std::shared_ptr<KS7Cam> KS7Cam::camWithName(const QString &name, const QString &
 KS7Cam *KS7Cam::initWithName(const QString &name, const QString &cameraID, std::int32_t status)
 {
     mDevice.reset();
-    mStatus = status; // Do not call setStatus() here, because it would set mWasFound.
-    mWasFound = false;
+    mStatus = status;
+    mWasFound = false; // Only a later setStatus() reports the camera as found; the initial status does not.
     mFriendlyName = name;
     mCameraID = cameraID;
     mDefaults = nullptr;

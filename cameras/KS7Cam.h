@@ -26,7 +26,8 @@ public:
     /// the record.
     KS7Cam *initWithDevice(std::shared_ptr<platform::BluetoothDevice> device,
                            platform::UserDefaults *defaults);
-    /// Returns a new record that shares only the device. Without a device, the new record is empty.
+    /// Returns a new record for the same device, without the status. The copy of a record without a device is
+    /// empty.
     [[nodiscard]] std::shared_ptr<KS7Cam> copy() const;
 
     [[nodiscard]] const std::shared_ptr<platform::BluetoothDevice> &device() const { return mDevice; }

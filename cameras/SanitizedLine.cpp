@@ -42,8 +42,8 @@ bool breaksLine(char32_t code)
         || category == QChar::Separator_Line || category == QChar::Separator_Paragraph;
 }
 
-/// The opening bracket is also written as a code. Otherwise a name could contain a text that looks like a
-/// code.
+/// Whether the character is replaced by a code such as "⟨U+000A⟩". This includes the bracket that begins a
+/// code, because a name could otherwise contain a text that looks like a code.
 bool needsCode(char32_t code)
 {
     return breaksLine(code) || isInvisible(code) || code == OpeningBracket;
