@@ -148,7 +148,8 @@ void KS7SettingsWindowController::prefPaneDidHide()
 
 void KS7SettingsWindowController::makeItKey(void *)
 {
-    // A pane that was hidden during the delay must not take the focus from another page of the host.
+    // This function runs 0.1 s after the pane was shown. If the pane has been hidden since then, it must not
+    // take the focus from another page of the host.
     if (outlets.cameraListTable->isVisible())
         outlets.cameraListTable->setFocus(Qt::OtherFocusReason);
 }

@@ -46,7 +46,8 @@ void KS7SettingsWindowController::allowPowerChange(void *messageArgument)
 
 void KS7SettingsWindowController::systemWokeFromSleep()
 {
-    // Nothing to do: the link to the agent stays open during sleep, and only the user restarts the preview.
+    // Nothing to do after waking: the link to the agent stays open during sleep, and only the user restarts
+    // the preview.
 }
 
 void KS7SettingsWindowController::goingToSleep(const Notification &)

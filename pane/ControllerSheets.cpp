@@ -21,7 +21,8 @@ void KS7SettingsWindowController::beginAlert(const platform::AlertSheet &alert)
 
 void KS7SettingsWindowController::sheetDidEnd(QWidget *sheet, int, void *)
 {
-    // Move the focus from the edited field to the sheet. The field then hides its cursor and input method.
+    // Before the sheet is hidden, take the focus away from its text field. Without the focus, the field hides
+    // its cursor and closes its input method.
     sheet->setFocus(Qt::OtherFocusReason);
     sheet->hide();
 }

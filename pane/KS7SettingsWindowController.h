@@ -26,10 +26,9 @@ class KS7Cam;
 class KS7OrvexLogger;
 class AgentProxyFactory;
 
-/// Contains all logic of the pane. The class is declared here, in chapters; each chapter is defined in its
-/// subsystem's folder.
-/// PaneNib creates the only object. All functions run on the main thread. They report failures as codes and
-/// sheets, never as exceptions.
+/// Contains all logic of the pane. The class is divided into chapters, such as "Link" and "List". Each
+/// chapter is defined in the folder that its heading names. PaneNib creates the only object. All functions
+/// run on the main thread. They report failures as codes and sheets, never as exceptions.
 class KS7SettingsWindowController : public QObject, public CameraTableSource {
     Q_OBJECT
 public:
@@ -69,8 +68,8 @@ public:
     int numberOfRowsInTableView(const QObject *table) override;
     QVariant tableViewObjectValue(const QObject *table, const QString &column, int row) override;
     void tableViewSelectionDidChange(const Notification &notification) override;
-    /// Returns the address of the selected camera. Without a selection, returns that of the clicked row, or a
-    /// null string.
+    /// Returns the address of the selected camera. If no row is selected, returns the address of the camera
+    /// in the clicked row, or a null string without a clicked row.
     QString selectedCamAddress();
     std::shared_ptr<KS7Cam> selectedCam();
     void pickPreferredCamera();
@@ -212,7 +211,7 @@ private:
     std::uint32_t mFirmwareOpening = 0;
     bool mSwitchedOut = false;
     bool mBluetoothOff = false;
-    /// Whether the camera service was on at the last refresh.
+    /// Whether the camera service was switched on in the preferences at the last refresh.
     bool mWasOn = true;
 
     platform::Services mServices;
@@ -224,6 +223,6 @@ extern std::uint32_t root_port;
 /// The argument of the last will-sleep message. allowPowerChange() passes it on to acknowledge the message.
 extern void *gMessageArgument;
 
-/// The callback that registerForSystemPower() receives. `refcon` is the controller, to which it forwards the
-/// message.
+/// The callback that registerForSystemPower() receives. `refcon` is the controller; the callback forwards
+/// each power message to it.
 void MySleepCallBack(void *refcon, std::uint32_t service, std::uint32_t messageType, void *messageArgument);

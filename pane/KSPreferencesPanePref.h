@@ -12,8 +12,8 @@ struct Services;
 }
 class AgentProxyFactory;
 
-/// The principal class of the bundle. The process has one object, which tells the controller when the pane is
-/// shown or hidden.
+/// The principal class of the bundle. The process has one object of this class, which tells the controller
+/// when the pane is shown or hidden.
 class KSPreferencesPanePref : public platform::PreferencePane {
 public:
     /// Returns the process's pane; null before init() or initWithBundle().

@@ -72,8 +72,8 @@ void keepPlaceWhenHidden(QWidget *widget)
     widget->setSizePolicy(policy);
 }
 
-/// Keeps the space of a hidden button in its QDialogButtonBox. Since Qt 6.6 the box removes a button after
-/// its HideToParent event, so filter these events.
+/// Keeps the space of a hidden button in its QDialogButtonBox. Since Qt 6.6 the box removes a button that
+/// receives a HideToParent event, so no such event must reach the button.
 class RoomKeeper final : public QObject {
 public:
     explicit RoomKeeper(QWidget *button)
@@ -98,7 +98,8 @@ void dress(QPushButton *button, const char *name, const QString &text)
     button->setText(text);
 }
 
-/// Makes a sheet wide enough for its longest text. Otherwise it would change its size with its texts.
+/// Makes a sheet wide enough for its longest text. Otherwise the sheet would change its size whenever a text
+/// changes.
 void setWidthInCharacters(platform::Sheet *sheet, int characters)
 {
     sheet->setWantedWidth(sheet->fontMetrics().averageCharWidth() * characters);
@@ -115,7 +116,8 @@ platform::Sheet *makeSheet(InterfaceFile *file, QWidget *view)
     return sheet;
 }
 
-/// Sets width and height of a button to `side`. Otherwise styles make a button with text wider than high.
+/// Sets width and height of a button to `side`. Without a fixed size, a style may give a button with text
+/// more width than height.
 void makeSquare(QAbstractButton *button, int side)
 {
     button->setFixedSize(side, side);
@@ -149,8 +151,8 @@ PaneNib::~PaneNib()
 void PaneNib::loadMainView()
 {
     mMainView = new QWidget;
-    // Create the update strip before all other widgets, to make it the first in the Tab order. Its place is
-    // at the top.
+    // Create the update strip before all other widgets, so that it is the first in the Tab order. It is also
+    // the topmost widget on the screen.
     auto *updateStrip = new UpdateStrip(mServices.updates->offer(), mMainView);
     Ui::PaneView ui;
     ui.setupUi(mMainView);
@@ -196,10 +198,11 @@ void PaneNib::connectNoticeStrip()
 void PaneNib::dressListButtons()
 {
     const auto &outlets = mController->outlets;
-    // If the theme has neither icon, the button shows its text instead.
+    // If the theme has neither "configure" nor "preferences-system", the button shows its text instead.
     outlets.pulldownMenu->setIcon(QIcon::fromTheme(QStringLiteral("configure"),
                                                    QIcon::fromTheme(QStringLiteral("preferences-system"))));
-    // Reserve the space of the hidden message. Showing it then neither moves controls nor resizes the window.
+    // Reserve space for the hidden message, so that showing the message neither moves controls nor resizes
+    // the window.
     keepPlaceWhenHidden(outlets.discoveringMessage);
     const int side =
         std::max(outlets.addButton->sizeHint().height(), outlets.pulldownMenu->sizeHint().height());
@@ -278,7 +281,7 @@ void connectAction(Control *control, Signal signal, Controller *controller,
                      [controller, action, control] { (controller->*action)(control); });
 }
 
-/// A button with the controller's action for a click on it.
+/// A button, and the action of the controller that a click on this button calls.
 struct Click {
     QAbstractButton *button;
     void (Controller::*action)(QObject *);
@@ -290,8 +293,8 @@ void connectClicks(Controller *controller, std::initializer_list<Click> clicks)
         connectAction(click.button, &QAbstractButton::clicked, controller, click.action);
 }
 
-/// Uses toggled() and not clicked(), because assistive technology changes a check box without a click. The
-/// pane must block the box's signals when it sets the state itself.
+/// Uses toggled() and not clicked(), because assistive technology changes a check box without a click. When
+/// the pane sets the state itself, it must block the box's signals, or `action` would run.
 void connectSwitch(Controller *controller, QCheckBox *box, void (Controller::*action)(QObject *))
 {
     connectAction(box, &QCheckBox::toggled, controller, action);

@@ -7,7 +7,8 @@ struct Outlets;
 /// Shows the sentences of the pane's state in the main view's controls.
 class PaneWords {
 public:
-    /// `outlets` must outlive this object. Its controls may be set later, but before the first show().
+    /// `outlets` must outlive this object. The controls in `outlets` may be set after the construction, but
+    /// before the first show().
     explicit PaneWords(const Outlets &outlets);
 
     /// Shows the sentences of `facts`. Screen readers say the differences from the last shown state.

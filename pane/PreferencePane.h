@@ -33,7 +33,8 @@ class PreferencePaneFactory {
 public:
     virtual ~PreferencePaneFactory() = default;
 
-    /// A host with a process of its own calls this once before it constructs the QApplication.
+    /// Keeps Qt from waiting endlessly for a session bus that does not reply. Only a host with a process of
+    /// its own calls this function, once, before it constructs the QApplication.
     virtual void prepareProcess() = 0;
     /// Returns the process's only pane, which the plug-in owns. The first call creates the pane.
     virtual PreferencePane *pane() = 0;
