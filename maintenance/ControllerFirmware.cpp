@@ -117,7 +117,8 @@ void KS7SettingsWindowController::firmwareUpdateIsOver()
 {
     outlets.firmwareCheckingIndicator->hide();
     outlets.firmwareCheckingIndicator->stopAnimation();
-    // This text also replaces an error text. The error code remains in the log.
+    // This function also runs after an update that ended with an error. The text then replaces the error
+    // text; the error code remains in the log.
     setTexts(outlets, tr("Firmware update complete."), tr("Please disconnect the camera now."));
     outlets.firmwareContinueButton->setEnabled(true);
 }
@@ -137,8 +138,8 @@ void KS7SettingsWindowController::firmwareError(int code)
 
 void KS7SettingsWindowController::firmwareUpdateProgress(const Notification &notification)
 {
-    // Without "Total" the quotient is NaN or infinite. setDoubleValue() limits it to the range of the
-    // indicator.
+    // If the notification has no "Total", `total` is 0 and the quotient is NaN or infinite. setDoubleValue()
+    // limits every value to the range of the indicator.
     const double total = platform::toInt32(notification.userInfo, UserInfoKeys::Total);
     const double value = platform::toInt32(notification.userInfo, UserInfoKeys::Value);
     outlets.firmwareCheckingIndicator->setDoubleValue(value / total);

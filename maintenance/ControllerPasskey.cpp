@@ -23,7 +23,8 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto LongestPasskey = 16;
-// The remote call blocks the event loop, so wait until the sheet has disappeared from the screen.
+// The delay between the end of the sheet and the remote call. The call blocks the event loop, so the sheet
+// must have disappeared from the screen before.
 constexpr auto DelayAfterSheet = 500ms;
 
 /// Returns whether the text consists of 1 to 16 decimal digits of any script. Counts characters instead of
@@ -37,8 +38,8 @@ bool isPasskey(const QString &text)
            });
 }
 
-/// Shows the label of a rule in bold while the entered passkey breaks the rule. When that begins, a screen
-/// reader announces the rule.
+/// Shows the label of a rule in bold while the entered passkey breaks the rule. When the passkey begins to
+/// break the rule, a screen reader announces the rule.
 void emphasise(QLabel *rule, bool isBroken)
 {
     QFont font = rule->font();
@@ -164,8 +165,8 @@ void KS7SettingsWindowController::USBDeviceDisconnected(const Notification &)
 
 void KS7SettingsWindowController::enableUSBOptions()
 {
-    // The passkey item is always enabled, because changePIN() checks the cable itself. The firmware item is
-    // checked here, because installFirmware() checks nothing.
+    // The passkey item is always enabled, because changePIN() shows an alert if the camera is not at the USB
+    // cable. installFirmware() has no such alert, so enable its item only if an update is possible.
     enableItemWithTag(outlets.pulldownMenu, ChangePasskeyTag, true);
     enableItemWithTag(outlets.pulldownMenu, UpdateFirmwareTag,
                       mSharedUSBController->connectedCamHasBTAddress(selectedCamAddress())

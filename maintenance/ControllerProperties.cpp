@@ -39,5 +39,6 @@ void KS7SettingsWindowController::propertiesCancel(QObject *)
 
 void KS7SettingsWindowController::ignoreCamera(QObject *)
 {
-    // Stores nothing: the check box only shows whether the agent ignores the camera.
+    // Empty on purpose: a click on the check box stores nothing. The box only shows whether the agent ignores
+    // the camera.
 }
