@@ -16,7 +16,8 @@ namespace {
 
 constexpr int DefaultSizeIndex = 1;
 constexpr std::uint64_t HertzPerMegahertz = 1'000'000;
-// Lowest clock in MHz for a choice of picture sizes. Slower processors can handle the smallest size only.
+// The lowest processor clock in MHz at which the user can choose a picture size. Slower processors can handle
+// the smallest size only.
 constexpr int SlowestForLargePictureMhz = 1002;
 
 QVariantMap stateOf(const QCheckBox *checkbox)
