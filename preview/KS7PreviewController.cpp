@@ -15,7 +15,8 @@ namespace {
 /// Delay before the view is shown, so that the camera's first frame has arrived by then.
 constexpr auto RevealDelay = 750ms;
 
-/// One of the two unique IDs of the camera's capture device. The display name may be anything.
+/// A capture device is the camera if its unique ID is this one or PictureNode::Name. Its display name is not
+/// checked, because it may be any text.
 const QString LegacyCameraID =
     QStringLiteral("com.apple.QTKit.legacydevice-KS-7 Wireless Webcam-vdig-usbv-Orvx");
 
@@ -72,7 +73,8 @@ std::int16_t KS7PreviewController::doSeqGrab()
 
 std::optional<std::int16_t> KS7PreviewController::setUpSession()
 {
-    // Keep the session even if there is no usable camera: the next start then runs it without one.
+    // Keep the session even if it gets no camera below. The next start then runs this session without a
+    // camera and shows a black picture.
     mCaptureSession = mCapture->makeSession();
     const auto camera = findCamera(*mCapture);
     if (!camera)

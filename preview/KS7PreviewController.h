@@ -38,13 +38,14 @@ public:
     std::int16_t doSeqGrab();
     /// Shows `qtView`.
     void swapViewIn(void *ignored = nullptr);
-    /// Stops the session, hides the view and cancels its delayed showing. Camera and session are kept.
+    /// Stops the session, hides the view and cancels the delayed call that would show it. Keeps camera and
+    /// session.
     void endGrab();
     /// Whether the session has a camera. It has none after a first start that failed.
     [[nodiscard]] bool hasCamera() const;
     /// Redraws the view at once.
     void display();
-    /// Stops the session, closes the camera and releases both.
+    /// Stops the session and closes the camera, then releases the session and the camera.
     void stopSession();
 
 private:
