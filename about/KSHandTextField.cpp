@@ -75,9 +75,9 @@ bool KSHandTextField::activatedWindow(const QMouseEvent *press) const
     // Do not use isActiveWindow(): since Qt 6.8 it is also true for a dialog whose parent window is active.
     if (QApplication::activeWindow() != window())
         return true;
-    // Many window managers activate the window first and deliver the press afterwards, so the press is older
-    // than the activation. Timestamps are in milliseconds and may wrap around. A difference of over two
-    // seconds means that the display uses another clock, so ignore it.
+    // Many window managers activate the window first and deliver the press afterwards. So a press that is
+    // older than the activation caused the activation. Timestamps are in milliseconds and may wrap around. If
+    // they differ by two seconds or more, they come from different clocks and prove nothing.
     using std::chrono::milliseconds;
     const auto activated =
         std::chrono::duration_cast<milliseconds>(mWindowActivated.time_since_epoch()).count();

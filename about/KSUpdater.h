@@ -4,7 +4,7 @@
 
 #include <memory>
 
-/// The product's name for the update framework's updater class.
+/// Alias of the update framework's updater class, from which the pane's own updater is derived.
 using KS7SUUpdater = platform::SoftwareUpdater;
 
 /// The updater of the pane's own bundle, not of the host application's bundle.
