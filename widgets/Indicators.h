@@ -41,7 +41,8 @@ private:
     QPointer<QWidget> mLabel;
 };
 
-/// A progress bar for values from 0 to 1. It stores whether its animation was started, but draws none.
+/// A progress bar for values from 0 to 1. It draws no animation: startAnimation() and stopAnimation() only
+/// change the result of isAnimating().
 class ProgressIndicator : public QProgressBar {
     Q_OBJECT
 public:

@@ -13,7 +13,7 @@ public:
     {
     }
 
-    // Overrides for the combo box itself. Its only accessible child is its list.
+    // Overrides for QAccessibleWidget. The only accessible child of the combo box is its list.
     [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
         return kind == QAccessible::Value ? choice() : QAccessibleWidget::text(kind);
