@@ -36,8 +36,8 @@ QString nameOfExecutable()
     return QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/self/exe"))).fileName();
 }
 
-/// Copies the low byte of each character to `out` and returns the OR of all characters: below 0x80, the text
-/// is ASCII. The blocks have a fixed size, so that the compiler vectorises the inner loops.
+/// Copies the low byte of each character to `out` and returns the OR of all characters. If the result is
+/// below 0x80, the text is ASCII. Blocks of a fixed size let the compiler vectorise the inner loops.
 unsigned copyNarrow(const char16_t *text, int size, char *out)
 {
     constexpr int Block = 16;
@@ -172,7 +172,8 @@ void KS7OrvexLogger::createLogFile()
         const std::lock_guard lock(mLogLock);
         report = startFile();
     }
-    // Report only after mLogLock is released: if this is the default logger, OrvexLog() locks it again.
+    // Report only after mLogLock is released. OrvexLog() logs through the default logger. If that is this
+    // logger, it locks mLogLock too, which would be a deadlock.
     if (!report.isNull())
         OrvexLog(u"%@", &report);
 }
@@ -204,7 +205,8 @@ QString KS7OrvexLogger::startFile()
 
 void KS7OrvexLogger::forgetFile()
 {
-    // close() may block, so declare this pointer before the lock: it is destroyed after the release.
+    // The old file. This pointer is declared before the lock and so destroyed after the unlock, because
+    // closing the file may block.
     std::shared_ptr<LogFile> closed;
     const std::lock_guard state(mFileLock);
     closed.swap(mFileHandle);

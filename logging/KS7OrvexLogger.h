@@ -51,7 +51,8 @@ public:
     void createLogFile();
     /// Writes the log file's contents to the disk with fsync().
     void flush();
-    /// Turns file logging on or off. Each change to on starts a new file; turning it off keeps the file open.
+    /// Turns file logging on or off. Turning it on, when it was off, starts a new file. Turning it off keeps
+    /// the file open.
     void setLogToFile(bool logToFile);
     void setLogToStdOut(bool logToStdOut) { mLogToStdOut = logToStdOut; }
     void setLogToConsole(bool logToConsole) { mLogToConsole = logToConsole; }
@@ -87,8 +88,8 @@ private:
     std::shared_ptr<LogFile> mFileHandle;
     std::mutex mLogLock;
 
-    /// Guards mLogFilePath and mFileHandle while they are copied or replaced. mLogLock cannot do that:
-    /// markLog(), flush() and revealLogFile() read them without it.
+    /// Guards mLogFilePath and mFileHandle while they are copied or replaced. A second mutex is necessary,
+    /// because createLogFile() calls markLog() and flush() while it holds mLogLock.
     mutable std::mutex mFileLock;
     std::shared_ptr<platform::Workspace> mWorkspace;
     std::shared_ptr<platform::RunLoop> mRunLoop;

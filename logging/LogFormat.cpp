@@ -76,7 +76,8 @@ int number(const char16_t **text, int otherwise)
     return fits ? std::min(value, LongestField) : LongestField;
 }
 
-/// Parses the directive after a percent sign. Afterwards `*text` points to its last letter, the conversion.
+/// Parses the directive after a percent sign. Afterwards `*text` points to the directive's last letter, the
+/// conversion.
 Directive parse(const char16_t **text)
 {
     Directive directive;
