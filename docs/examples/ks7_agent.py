@@ -41,15 +41,15 @@ def setting(key):
 
 
 def store(**changes):
-    """Reads the file again, changes only the given keys and replaces the whole file, so that readers never see a part.
-    If the path is a symbolic link, the link stays."""
+    """Changes only the given keys of the preferences file. Reads the file first, because other programs change it too.
+    Replaces the whole file, so that no reader sees a half-written one. A symbolic link at the path stays a link."""
     try:
         settings = {**read_settings(), **changes}
     except Exception:  # do not overwrite a file that cannot be parsed
         return
     target = FILE.resolve()
     target.parent.mkdir(parents=True, exist_ok=True)
-    with tempfile.NamedTemporaryFile(dir=target.parent, delete=False) as file:  # the new file has mode 0600
+    with tempfile.NamedTemporaryFile(dir=target.parent, delete=False) as file:  # created with mode 0600
         plistlib.dump(settings, file, sort_keys=False)
         file.flush()
         os.fsync(file.fileno())
@@ -59,7 +59,8 @@ def store(**changes):
 
 
 class UsbSide:
-    """Replies as if no camera were on the USB cable: no camera needs an update, and both operations fail with -1."""
+    """Replies as an agent does while no camera is connected by USB: no camera needs a firmware update, and startUpdate
+    and setPassKey fail with -1."""
     startUpdate = lambda self: -1
     connectedCamNeedsFirmwareUpdate = lambda self: False
     setPassKey = lambda self, passkey: -1
@@ -69,7 +70,7 @@ class UsbSide:
 class CameraSide:
     def __init__(self, post):
         self.post, self.preferred, self.searching = post, None, False
-        self.known = {}  # maps an address to [name, status], in the order of the list
+        self.known = {}  # maps each address to [name, status], in the order of the camera list
         self.add("00-1b-dc-0f-00-01", "Porch", NOT_STREAMING)
         self.add("00-1b-dc-0f-00-02", "Garage", NOT_FOUND)
 
@@ -84,7 +85,7 @@ class CameraSide:
         return {"Status": GLib.Variant("i", status), "FriendlyName": GLib.Variant("s", name),
                 "CameraIDString": GLib.Variant("s", address.replace("-", "")[-4:].upper())}
 
-    # Work that starts without a call: at start-up or after a post
+    # Work that no remote call starts: it starts with the program or after a notification from the pane
 
     def hear(self, name, info):
         if name == "KS7StartDiscovering" and not self.searching and setting("KS7On"):
@@ -110,7 +111,8 @@ class CameraSide:
         self.post(ANNOUNCED.get(status, "KS7StreamingEnded"))
 
     def connect(self):
-        """Ends all running streams, then advances the preferred camera to the streaming status, one status per step."""
+        """Ends all running streams. Then takes the preferred camera, which the person has chosen, to the status
+        STREAMING, one status per STEP."""
         for address in [each for each, (_, status) in self.known.items() if status in ANNOUNCED]:
             self.enter(address, NOT_STREAMING)
         GLib.timeout_add(STEP, self.advance, self.preferred, NOT_STREAMING)
@@ -156,7 +158,7 @@ class CameraSide:
                 self.post("KS7CameraListChanged")
 
     def removeCameraAtIndex(self, row, from_favorites):
-        if 0 <= row < len(self.rows()):  # the pane can send row -1
+        if 0 <= row < len(self.rows()):  # the pane sends row -1 if no row is selected
             del self.known[self.rows()[row]]
             self.post("KS7CameraListChanged")
 
@@ -166,7 +168,7 @@ class CameraSide:
 
 
 class Wire:
-    """Connects the agent to the session bus: two objects, the posts and two bus names."""
+    """Connects the agent to the session bus: exports two objects, exchanges notifications, takes two bus names."""
     POSTS = ("/com/orvex/DistributedNotificationCenter", "com.orvex.DistributedNotificationCenter")
     OBJECTS = (("com.orvex.KS7AgentServerUSB", "com.orvex.TernUSBCommandControllerProxy"),
                ("com.orvex.KS7AgentServer", "com.orvex.KS7DeviceControllerProxy"))
@@ -195,8 +197,8 @@ class Wire:
             self.cameras.hear(name, arguments.unpack()[0])
 
     def take_names(self):
-        """Takes the USB name first, because the pane looks it up as soon as it has found the device controller's
-        name."""
+        """Takes the bus name of the USB object first. As soon as the pane has found the name of the device controller,
+        it looks for the USB name, which must exist by then."""
         for name, _ in self.OBJECTS:
             taken = self.bus.call_sync("org.freedesktop.DBus", "/", "org.freedesktop.DBus", "RequestName",
                                        GLib.Variant("(su)", (name, 4)), None, Gio.DBusCallFlags.NONE, -1)
