@@ -16,7 +16,7 @@ public:
     QtTimer(std::chrono::milliseconds interval, RunLoop::Work tick)
     {
         mTimer.setTimerType(Qt::PreciseTimer);
-        // Call a copy, because the tick may destroy this timer and with it the original function.
+        // Call a copy of `tick`: the call may destroy this timer, and with it the function that is running.
         QObject::connect(&mTimer, &QTimer::timeout, &mTimer, [tick = std::move(tick)] {
             const auto copy = tick;
             copy();
@@ -106,7 +106,8 @@ private:
         bool woken = false;
     };
 
-    /// Runs the nested loop, which returns at once or early if the application quits.
+    /// Runs the nested loop until its quit() or until the application quits. Returns at once if the
+    /// application is already quitting.
     static void run(QEventLoop &loop)
     {
         // Deliver a queued QEvent::Quit first, because QEventLoop::exec() would discard it. Qt posts one when

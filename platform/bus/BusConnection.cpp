@@ -71,7 +71,7 @@ QDBusConnection BusConnection::connection()
 
 void BusConnection::reopenIfLost()
 {
-    // Check the connection itself. Its Disconnected signal may still be waiting in the event loop.
+    // Check the connection's state. Its Disconnected signal may still be queued, so a loss may be unreported.
     if (!isOpen())
         reportLoss();
     if (!isOpen())
@@ -119,7 +119,7 @@ void BusConnection::tryToOpen(Patience patience)
 void BusConnection::connectToBus()
 {
     leaveBus();
-    // Remove a broken connection, because connectToBus() never reopens one under the same name.
+    // Remove a broken connection: QDBusConnection::connectToBus() would return it again without reopening it.
     if (!QDBusConnection(mName).isConnected())
         QDBusConnection::disconnectFromBus(mName);
     mConnection = QDBusConnection::connectToBus(mType, mName);

@@ -45,10 +45,11 @@ public:
 Q_SIGNALS:
     /// Emitted when the connection is open. It has no subscriptions yet, so receivers must subscribe now.
     void opened();
-    /// Emitted after opened() if the bus was lost or absent. Broadcasts of that time have been missed.
+    /// Emitted after opened() if the bus was lost or absent before. Earlier broadcasts may have been missed.
     void foundAgain();
     void lost();
-    /// Emitted before observers receive a broadcast, so that a connection's earlier death is reported first.
+    /// Emitted before observers receive a broadcast. A connection whose death is not reported yet then
+    /// reports it, so that observers learn of the death before the broadcast.
     void aboutToDeliver();
 
 private Q_SLOTS:

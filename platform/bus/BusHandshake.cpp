@@ -138,7 +138,8 @@ BusHandshake::Outcome BusHandshake::lookFor(int milliseconds)
     if (mOutcome != Outcome::Silent)
         return mOutcome;
     pollfd question{mSocket, POLLIN, 0};
-    // After EINTR from a Unix signal the result stays Silent, and the next call waits again.
+    // A Unix signal can end poll() early with EINTR. The outcome then stays Silent, as after a timeout, and
+    // the next call looks again.
     if (::poll(&question, 1, milliseconds) <= 0)
         return mOutcome;
     char byte = 0;
@@ -155,7 +156,8 @@ void keepToolkitOffSilentBus()
     static const auto waitedFor = handshake;
     const QByteArray address = qgetenv(SessionAddress);
     qputenv(SessionAddress, "unix:path=/nonexistent");
-    // Open Qt's session bus with an address that fails at once. Qt does not try another time.
+    // Open Qt's session bus now, with an address that fails at once. Qt keeps the failed connection, so that
+    // later calls of sessionBus() do not block either.
     static_cast<void>(QDBusConnection::sessionBus());
     if (address.isNull())
         qunsetenv(SessionAddress);

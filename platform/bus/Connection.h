@@ -10,7 +10,7 @@ namespace platform {
 /// Posted once on the local notification center when a Connection has died; its object is the Connection.
 inline const QString NSConnectionDidDieNotification = QStringLiteral("NSConnectionDidDieNotification");
 
-/// A remote object whose interface is not known yet.
+/// Stands for a remote object. To call its operations, make a proxy for one of its interfaces from it.
 class RootProxy {
 public:
     virtual ~RootProxy() = default;

@@ -51,7 +51,8 @@ DBusConnectionRegistry::~DBusConnectionRegistry() = default;
 
 std::shared_ptr<Connection> DBusConnectionRegistry::connectionWithRegisteredName(const QString &name)
 {
-    // Report the deaths later, because the caller is still connecting and may not observe them yet.
+    // After a loss of the bus, older connections report their deaths on the next turn of the event loop. The
+    // caller is still connecting and may not observe deaths yet.
     if (mBus->isLostUnreported())
         endAllOnNextTurn();
     mBus->reopenIfLost();
@@ -79,7 +80,8 @@ void DBusConnectionRegistry::endAllOnNextTurn()
 
 void DBusConnectionRegistry::lookForOwners()
 {
-    // Queue the handlers, because the bus may be found again while a caller is still connecting.
+    // Queue the handlers, which may open connections. The bus may be found again inside a call of
+    // connectionWithRegisteredName(), which must return first.
     mRunLoop->performOnMainThread([weak = weak_from_this()] {
         const auto self = weak.lock();
         if (!self)

@@ -58,8 +58,8 @@ public:
 
 private:
     friend class RemoteConnection;
-    /// Ends all connections, because one process serves all names. Otherwise a call through another
-    /// connection would block the window again.
+    /// Ends all connections after one has failed. One process serves all of them, so a call through another
+    /// connection would block the main thread for one more timeout.
     void endAllOnNextTurn();
     void lookForOwners();
 

@@ -75,8 +75,8 @@ void CaptureView::drawRect(const QRect &rect)
     QPainter painter(this);
     painter.setClipRect(rect);
     const QRectF picture = mFrame.isNull() ? QRectF() : pictureRect();
-    // Paint black also under the frame's edges, whose pixels the frame covers only in part if the scale is
-    // fractional.
+    // Paint black also below the outermost pixels of the frame. At a fractional scale, the frame covers these
+    // pixels only in part.
     const QRegion border = QRegion(rect) - QRegion(picture.toAlignedRect().adjusted(1, 1, -1, -1));
     for (const QRect &strip : border)
         painter.fillRect(strip, Qt::black);

@@ -54,8 +54,8 @@ GstElement *makeConverter()
     return converter;
 }
 
-/// Makes a sink that keeps only the newest frame and delivers it on arrival, not at its time stamp. With
-/// "async" the pipeline would wait for the first frame in a thread of GLib's pool, which stays for 15 s.
+/// Makes a sink that keeps only the newest frame and delivers it on arrival, not at its time stamp. "async"
+/// is off, because it would make a thread of GLib's pool wait for the first frame and then stay for 15 s.
 GstElement *makeSink()
 {
     GstElement *sink = make("appsink");

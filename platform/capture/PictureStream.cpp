@@ -201,8 +201,8 @@ bool PictureStream::accepts(GstBuffer *frame)
     return !mLostMemory && gst_buffer_get_size(frame) > 0;
 }
 
-/// Detects a format change with pipewiresrc 0.3, which keeps its old caps and delivers bytes of the new
-/// format. PipeWire then replaces the camera's memory, so the removal of any of that memory sets mLostMemory.
+/// Sets mLostMemory when PipeWire removes the frame's memory, as it does when the camera changes its format.
+/// pipewiresrc 0.3 does not report such a change: it keeps its old caps and delivers bytes of the new format.
 void PictureStream::watchMemory(GstBuffer *frame)
 {
     static const GQuark key = g_quark_from_static_string("picture-stream");

@@ -56,9 +56,8 @@ public:
     /// Whether any frame was delivered to the handler.
     [[nodiscard]] bool hasDelivered() const { return mHasDelivered; }
     /// Whether PipeWire has removed the camera's memory, as it does when the camera changes its format. The
-    /// stream then delivers no more frames and may hang. Start the next stream only after the removal,
-    /// because a stream that is started earlier may hang, too. With pipewiresrc 1.4 the result is always
-    /// false.
+    /// stream then delivers no more frames and may hang. A new stream must start after the removal: one that
+    /// starts before it may hang, too. With pipewiresrc 1.4 the result is always false.
     [[nodiscard]] bool hasLostMemory() const { return mLostMemory; }
     [[nodiscard]] const QString &nodeName() const { return mNodeName; }
     /// The `object.serial` of the camera's node in PipeWire; 0 until the node has been found.

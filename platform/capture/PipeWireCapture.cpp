@@ -253,7 +253,8 @@ void PipeWireSession::checkForStall()
         endStream();
         beginStream();
     }
-    // Look the node up: the camera may be slow, or the node was removed, which causes no message.
+    // If no frame has arrived, look the camera's node up in PipeWire. The camera may only be slow, but the
+    // node may also have been removed, and no message reports that.
     if ((!mStream->takeArrived() || mStream->hasLostMemory()) && !mLookingUp)
         lookUpNode(0);
 }
@@ -273,8 +274,8 @@ void PipeWireSession::nodesFound(const std::optional<PipeWireNodes> &nodes, int 
 {
     mLookingUp = false;
     const bool exists = nodes && nodeNamed(*nodes, mStream->nodeName());
-    // A node that was removed and returns has a new serial under its old name, and sends nothing to this
-    // stream.
+    // A node that was removed and has returned keeps its name but has a new serial. It sends nothing to the
+    // old stream, so a new stream is needed.
     const auto serial = mStream->nodeSerial();
     const bool isAnother = exists && serial != 0 && !hasNode(*nodes, serial);
     const bool isOver = code != 0 || isAnother || mStream->hasLostMemory();

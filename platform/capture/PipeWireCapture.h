@@ -8,8 +8,8 @@ namespace platform {
 /// unique ID is the node's `node.name`, the display name its `node.description`.
 ///
 /// The first start of a session initialises GStreamer, which is never shut down. A stop leaves no thread and
-/// no descriptor behind. A stream goes on when its camera changes its format, and when its node disappears
-/// and returns under its name.
+/// no descriptor behind. A session continues to deliver frames after its camera has changed the format, and
+/// after the camera's node was replaced by a node with the same name.
 ///
 /// Error codes are negative errno values for the camera and PipeWire, and GStreamer's positive codes for
 /// other failures:

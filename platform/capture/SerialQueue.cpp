@@ -34,7 +34,7 @@ void SerialQueue::post(Work work)
         std::thread([queue = mQueue] { drain(queue); }).detach();
         mQueue->draining = true;
     } catch (const std::system_error &error) {
-        // The work stays in the queue, and the next post() tries again to start a thread.
+        // Without a thread, the work stays in the queue. The next post() tries again to start a thread.
         qCWarning(PLATFORM_LOG, "no thread could be started for the capture: %s", error.what());
     }
 }

@@ -30,7 +30,8 @@ public:
     [[nodiscard]] QString getAddressString() const override
     {
         mBus->reopenIfLost();
-        // Ask for the owner first: BusConnection remembers a bus that hangs, so a second call does not block.
+        // Look the owner up through BusConnection first. If the bus hangs, only the first ownerOf() blocks;
+        // later ones return empty at once.
         const QString owner = mBus->ownerOf(bus::BlueZ);
         if (owner.isEmpty())
             return {};

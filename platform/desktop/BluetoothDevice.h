@@ -13,7 +13,8 @@ class BluetoothDevice {
 public:
     virtual ~BluetoothDevice() = default;
 
-    /// The device's address as hexadecimal pairs with hyphens; a null string without an address or reply.
+    /// The device's address as hexadecimal pairs with hyphens; a null string if the device has no address or
+    /// BlueZ does not reply.
     [[nodiscard]] virtual QString getAddressString() const = 0;
 };
 

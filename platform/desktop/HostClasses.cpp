@@ -5,7 +5,8 @@
 namespace platform {
 namespace {
 
-/// Finds the children of QApplication. Hosts publish an object there, with its class's name as object name.
+/// Searches the children of QApplication. A host publishes an object by making it such a child, with its
+/// class name as objectName.
 class ApplicationChildren final : public HostClasses {
 public:
     QObject *classNamed(const QString &name) override

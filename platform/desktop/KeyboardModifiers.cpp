@@ -36,8 +36,8 @@ private:
 
     void finish(const std::function<void()> &focused)
     {
-        // Queue the call. The compositor sends the modifiers after the focus, and Qt handles both in one turn
-        // of the event loop.
+        // Queue the call of `focused`. The compositor sends the modifiers directly after the focus, so Qt
+        // knows them by the next turn of the event loop.
         QObject *waiting = mFocus.get();
         QObject::disconnect(qGuiApp, nullptr, waiting, nullptr);
         QMetaObject::invokeMethod(waiting, std::function<void()>(focused), Qt::QueuedConnection);

@@ -14,7 +14,8 @@ namespace {
 constexpr double HertzPerKilohertz = 1e3;
 constexpr double HertzPerMegahertz = 1e6;
 constexpr double HertzPerGigahertz = 1e9;
-// Limit for reading a file, because files in /proc report the size 0. Enough for a thousand processors.
+// Limit in bytes for reading one file. QFile::size() cannot replace it, because files in /proc report 0. The
+// limit is enough for a /proc/cpuinfo with a thousand processors.
 constexpr qint64 MaximumFileSize = qint64(4) << 20;
 
 QByteArray beginningOf(const QString &path)

@@ -17,7 +17,8 @@ public:
         QProcess process;
         process.setProgram(file.filePath());
         process.setWorkingDirectory(QDir::rootPath());
-        // Replace the standard streams: the program may outlive the host and would keep its pipes open.
+        // Do not let the program inherit the host's standard streams. The program may run longer than the
+        // host, and would keep the host's pipes open.
         process.setStandardInputFile(QProcess::nullDevice());
         process.setStandardOutputFile(QProcess::nullDevice());
         process.setStandardErrorFile(QProcess::nullDevice());

@@ -16,7 +16,8 @@ inline const QString NSWorkspaceSessionDidBecomeActiveNotification =
 inline const QString NSWorkspaceSessionDidResignActiveNotification =
     QStringLiteral("NSWorkspaceSessionDidResignActiveNotification");
 
-/// Opens files and addresses in other programs. Operations return false if no program can be asked.
+/// Opens files and addresses in other programs. Operations return false if the file is missing or no program
+/// can be started. A program's later failure is not reported.
 class Workspace {
 public:
     virtual ~Workspace() = default;

@@ -87,7 +87,8 @@ void LogindPower::sendSleep()
     // will-sleep message. The query has an argument of its own, so that an answer to it does not release the
     // inhibitor.
     send(kIOMessageCanSystemSleep, &mQuery);
-    // Keep the old token until the new one exists, so that the two have different addresses.
+    // The token's address is the argument of the will-sleep message. Free the old token only after the new
+    // one is allocated, because two equal addresses would make an answer to the old message valid.
     auto token = std::make_unique<char>();
     mToken.swap(token);
     send(kIOMessageSystemWillSleep, mToken.get());

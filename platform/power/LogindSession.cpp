@@ -84,8 +84,8 @@ void LogindSession::addObserver(const void *observer, const QString &name, Notif
     mObservers.addObserver(observer, name, std::move(handler));
     if (!mStarted)
         start();
-    // BusConnection searches for a missing bus for a minute only. Start another search, since each showing of
-    // the pane adds observers.
+    // BusConnection stops its search for a missing bus after about a minute. Each showing of the pane adds
+    // observers, which is a good moment to search again.
     mBus->openInBackground();
 }
 
@@ -144,7 +144,8 @@ void LogindSession::findSessionOfProcess()
     });
 }
 
-// Uses the user's graphical session, because a process of the user's service manager has no session.
+// Watches the user's graphical session if logind knows no session for this process, for example because
+// systemd --user has started it.
 void LogindSession::findDisplayOfUser()
 {
     const QString user = bus::LogindPath + QStringLiteral("/user/self");

@@ -4,7 +4,8 @@
 
 namespace platform {
 
-/// The types of messages that a power callback receives. Their numbers must not change.
+/// The types of messages that a power callback receives. Callbacks get them as plain integers, so the numbers
+/// must not change.
 enum PowerMessage : std::uint32_t {
     kIOMessageCanSystemSleep = 0xE0000270,
     kIOMessageSystemWillSleep = 0xE0000280,

@@ -48,8 +48,8 @@ path targetOf(path name)
     return {};
 }
 
-/// Gives the file the owner of the replaced file, which matters if root runs the pane. Failures of other
-/// users are ignored, because they may be unable to set the group.
+/// Gives the file the owner of the replaced file, which matters if root runs the pane. For another user a
+/// failure counts as success, because that user may not be allowed to set the group.
 bool keepOwner(int fd, const struct stat &replaced)
 {
     return ::fchown(fd, replaced.st_uid, replaced.st_gid) == 0 || ::geteuid() != 0;
@@ -116,7 +116,7 @@ int replace(const QString &name, const QByteArray &bytes)
     const bool isNew = ::stat(target.c_str(), &status) != 0;
     if (!isNew && errorFor(status) != 0)
         return errorFor(status);
-    std::error_code failedBelow; // Not checked, because mkostemp() fails without the folder.
+    std::error_code failedBelow; // Not checked: if the folder is missing, mkostemp() fails.
     create_directories(target.parent_path(), failedBelow);
     const int error = replaceTarget(target, bytes, isNew ? nullptr : &status);
     if (error == 0)

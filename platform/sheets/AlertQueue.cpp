@@ -75,7 +75,8 @@ bool AlertQueue::eventFilter(QObject *watched, QEvent *event)
 AlertQueue::Begun *AlertQueue::find(const AlertSheet &alert, const QWidget *window)
 {
     const auto found = std::find_if(mAlerts.begin(), mAlerts.end(), [&](const Begun &begun) {
-        // An alert without a window appears over the next window, so it equals that window's alert.
+        // An alert with the same words over the same window is a repetition. An alert that waits for a window
+        // will appear over the next one, so for it any window counts as the same.
         return sameWords(begun.words, alert) && (!begun.place.window || begun.place.window == window);
     });
     return found == mAlerts.end() ? nullptr : &*found;
@@ -137,7 +138,8 @@ void AlertQueue::finish(const QDialog *box)
 void AlertQueue::forgetWindow(const QObject *window)
 {
     const auto isGone = [window](const Begun &begun) { return begun.place.windowIdentity == window; };
-    // Close the window's alerts without calling their end handlers, because the user has not confirmed them.
+    // The window is being destroyed, so close its alerts. Do not call their end handlers, because the user
+    // has not confirmed the alerts.
     for (auto &alert : mAlerts) {
         if (!isGone(alert) || !alert.place.dialog)
             continue;

@@ -55,9 +55,9 @@ void Sheet::hideEvent(QHideEvent *event)
 
 bool Sheet::eventFilter(QObject *watched, QEvent *event)
 {
-    // Qt 6 closes every window during a quit event, and a window that refuses to close cancels the quit.
-    // mQuitInDelivery exists during that event: deleteLater() destroys it afterwards, and not in the nested
-    // event loops of closing windows.
+    // Qt 6 closes every window during a quit event, and a window that refuses to close cancels the quit. So a
+    // sheet may close while mQuitInDelivery exists. deleteLater() destroys that object after the event, even
+    // if another window runs a nested event loop while it closes.
     if (watched == qApp && event->type() == QEvent::Quit && !mQuitInDelivery) {
         mQuitInDelivery = new QObject(this);
         mQuitInDelivery->deleteLater();

@@ -42,7 +42,8 @@ public:
     /// service may ask for a password.
     void run(const QString &method, const QVariantList &arguments, bool interactive);
     [[nodiscard]] const std::vector<Package> &packages() const { return mPackages; }
-    /// The service's reason for Refused or Failed; for Lost, a technical text for the log. May be empty.
+    /// The service's reason if the outcome is Refused or Failed; if it is Lost, a technical text for the log.
+    /// May be empty.
     [[nodiscard]] QString errorText() const { return mErrorText; }
 
 Q_SIGNALS:
@@ -78,7 +79,8 @@ private:
     QString mMethod;
     QVariantList mArguments;
     bool mInteractive = false;
-    /// Whether the service was started once. If its name still has no owner, the transaction fails.
+    /// Whether this transaction has asked the bus to start the service. If the service's name still has no
+    /// owner after that, the transaction fails.
     bool mActivated = false;
     std::vector<Package> mPackages;
     uint mErrorCode = 0;
