@@ -279,8 +279,8 @@ void KS7OrvexLoggerTest::init()
 
 void KS7OrvexLoggerTest::cleanup()
 {
-    // The product never deletes a default logger, so the test deletes it here to keep no logger of an earlier
-    // test.
+    // Delete the default logger, which the product keeps until the process ends. So each test starts without
+    // a logger.
     delete gMainLogger;
     gMainLogger = nullptr;
     delete gAppName;
@@ -423,8 +423,8 @@ void KS7OrvexLoggerTest::theTimeIsTheWallClocks()
 void KS7OrvexLoggerTest::aLaterLineHasALaterTime()
 {
     loggerToFile();
-    // std::time() lags a few milliseconds behind the logger's clock. So the logger's second has also changed
-    // when nextSecond() returns.
+    // nextSecond() waits for a new second of std::time(), which is a few milliseconds behind the logger's
+    // clock. So the logger's clock then shows a new second, too.
     nextSecond();
     OrvexLog(u"x");
     nextSecond();
@@ -510,7 +510,8 @@ void KS7OrvexLoggerTest::aLineIsOnStandardOutputAtOnce()
     KS7OrvexLogger::createDefaultLoggerToFile(false, true);
     QTemporaryFile output;
     QVERIFY(output.open());
-    // Use full buffering, as for a pipe, even if the test runs in a terminal.
+    // Buffer stdout fully, as for a pipe. In a terminal each line would appear at once even if the logger did
+    // not flush.
     QCOMPARE(std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ), 0);
     QList<int> linesThere;
     {
@@ -727,8 +728,8 @@ void KS7OrvexLoggerTest::theHomeFolderIsATilde()
     const QString other = mHome->filePath(QStringLiteral("logs"));
     QCOMPARE(files(other).size(), 1);
     OrvexLog(u"there");
-    // The logger compares the unexpanded path with the current folder. The two differ, so a new file starts
-    // in the same folder.
+    // setLogFileLocation() compares its argument, with the "~", to the present path, where "~" is expanded.
+    // So the same argument counts as a new location, and a second file starts in the same folder.
     nextSecond();
     gMainLogger->setLogFileLocation(QStringLiteral("~/logs"));
     QCOMPARE(files(other).size(), 2);
@@ -995,7 +996,8 @@ void logFromManyThreads()
         thread.join();
 }
 
-/// Returns the number of lines. Returns -1 if a line is torn or if a thread's lines are out of order.
+/// Returns the number of lines. Returns -1 if a line is incomplete or mixed with another one, or if a
+/// thread's lines are out of order.
 int wholeLines(const QStringList &lines, const QString &prefix)
 {
     static const QRegularExpression pattern(
