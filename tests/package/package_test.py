@@ -115,7 +115,7 @@ class PackageTest(Packages, unittest.TestCase):
     def listed(settings):
         return [accessible.name_of(node) for node in settings.all(role="list item", showing=False)]
 
-    # The removal, which must be last
+    # unittest runs the tests by name. This test has the last name, because it removes the packages.
 
     def test_zz_removing_leaves_nothing(self):
         self.root.dpkg("--purge", PREFERENCES, SIMULATOR, DEVELOPMENT)
