@@ -20,7 +20,8 @@ class BusConnectionTest : public QObject {
 private:
     PrivateBus mDaemon;
     std::unique_ptr<BusConnection> mBus;
-    /// The number of repetitions. A full timeout in each of them would exceed the test's time limit.
+    /// Number of calls in the tests where at most one call may block. A full timeout in each call would
+    /// exceed the test's time limit.
     static constexpr int Many = 300;
 
     BusConnection &bus() { return *mBus; }

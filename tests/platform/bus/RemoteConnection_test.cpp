@@ -266,7 +266,8 @@ private Q_SLOTS:
             seen += monitor.readAllStandardOutput();
             return seen.contains(member);
         };
-        // dbus-monitor takes a while to start, so repeat the connection attempt until its call is visible.
+        // dbus-monitor takes a while to start and does not show earlier calls. So try to connect to "Nobody"
+        // until the monitor shows the look-up of that name.
         QTRY_VERIFY_WITH_TIMEOUT(open(QStringLiteral("Nobody")) || sees("string \"com.orvex.Nobody\""),
                                  Timeout);
         const auto connection = open(RemoteNames::AgentServerUSB);
@@ -400,7 +401,7 @@ private Q_SLOTS:
     {
         QVERIFY(!open(RemoteNames::AgentServer));
         mBusDaemon.stop();
-        // 300 attempts with a full timeout each would exceed the test's time limit.
+        // Only one attempt may wait for the bus: 300 full timeouts would exceed the test's time limit.
         for (int attempt = 0; attempt < 300; ++attempt)
             QVERIFY(!open(RemoteNames::AgentServer));
         mBusDaemon.resume();

@@ -507,8 +507,8 @@ private Q_SLOTS:
     void aCameraThatChangesItsFormatManyTimesGoesOnBeingShown()
     {
         watchTheCamera();
-        // A stream without a frame gets only a few restarts. Seven changes are more, but each one is followed
-        // by a frame.
+        // A format change restarts the stream. After five restarts without a frame the session reports an
+        // error, but seven changes must work here, because a frame follows each of them.
         for (int change = 0; change < 7; ++change) {
             const QSize size = change % 2 == 0 ? QSize(160, 120) : QSize(320, 240);
             mCamera->tell(QStringLiteral("format I420 %1x%2").arg(size.width()).arg(size.height()));
@@ -526,7 +526,8 @@ private Q_SLOTS:
             successor->tell(QStringLiteral("tell"));
             QTRY_COMPARE_WITH_TIMEOUT(mCapture->videoInputDevices().size(), std::size_t(2), Timeout);
             mCamera = std::move(successor);
-            // A camera reports frames only while a stream is connected to it.
+            // Wait until the session has connected to this camera, or has given up. Only a connected camera
+            // reports frames.
             QTRY_VERIFY_WITH_TIMEOUT(mCamera->told() > 0 || !mErrors.empty(), Timeout);
         }
         QCOMPARE(mErrors.size(), std::size_t(1));
@@ -691,8 +692,8 @@ private Q_SLOTS:
         const int threadsBefore = threads();
         plugIn();
         previewAndLetGo(10);
-        // The limit is short, because GLib keeps idle threads of its own pool for 15 s. Streams must not use
-        // that pool.
+        // Streams must not use GLib's thread pool, which keeps idle threads for 15 s. The limit of 5 s is
+        // shorter, so that such a thread fails the test.
         QTRY_VERIFY_WITH_TIMEOUT(threads() <= threadsBefore, 5000);
         const int descriptors = openDescriptors();
         const int memory = residentMemory();

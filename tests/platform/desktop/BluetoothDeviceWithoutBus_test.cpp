@@ -17,7 +17,7 @@ class BluetoothDeviceWithoutBusTest : public QObject {
 
     void expectNoAddressManyTimes() const
     {
-        // 300 calls with a full timeout each would exceed the test's time limit.
+        // At most one call may wait for the bus: 300 full timeouts would exceed the test's time limit.
         for (int i = 0; i < 300; ++i)
             QVERIFY(address().isNull());
     }

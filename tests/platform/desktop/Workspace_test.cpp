@@ -139,8 +139,8 @@ void WorkspaceTest::aMissingFileIsNeitherOpenedNorShown()
     QVERIFY(QFile::remove(file()));
     QVERIFY(!mWorkspace->openFile(file()));
     QVERIFY(!mWorkspace->selectFile(file()));
-    // The bus keeps the order of messages. If a request for the missing file existed, it would arrive before
-    // this one.
+    // Send one more request, only to wait for it. The bus keeps the order of messages, so a request for the
+    // missing file would have arrived earlier and would be in `shown`.
     QVERIFY(mWorkspace->selectFile(mFolder->path()));
     QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown, QStringList{urlOf(mFolder->path())}, Timeout);
     QCOMPARE(mOpened, QStringList());
@@ -154,7 +154,8 @@ void WorkspaceTest::aFileIsShownInTheFileManager()
     QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown, QStringList{urlOf(file())}, Timeout);
     QVERIFY(fileManager.shown.constFirst().endsWith(QStringLiteral("/a%20log%20%251.log")));
     QCOMPARE(fileManager.startUpIds, QStringList{QString()});
-    // When the second request arrives, the workspace has already handled the reply to the first one.
+    // Send a second request only to wait: when it arrives, the workspace has handled the reply to the first
+    // request. If it had taken that reply for a failure, it would have opened the folder by now.
     QVERIFY(mWorkspace->selectFile(file()));
     QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown.size(), 2, Timeout);
     QCOMPARE(mOpened, QStringList());
@@ -199,7 +200,7 @@ void WorkspaceTest::aSilentBusIsWaitedForOnce()
     mBus->kill();
     mBus->start();
     mBus->stop();
-    // 300 requests with a full timeout each would exceed the test's time limit.
+    // Only one request may wait for the bus: 300 full timeouts would exceed the test's time limit.
     constexpr int Many = 300;
     for (int i = 0; i < Many; ++i)
         QVERIFY(mWorkspace->selectFile(file()));
@@ -215,8 +216,8 @@ void WorkspaceTest::aBusThatCameBackIsAsked()
     mBus->start();
     const FileManagerStandIn fileManager;
     QVERIFY(fileManager.isThere());
-    // The first request may be the one that detects the lost bus. It then opens the folder, so repeat the
-    // request.
+    // A request that still uses the lost bus fails, and the workspace opens the folder instead. So repeat the
+    // request until one reaches the file manager.
     QTRY_VERIFY_WITH_TIMEOUT(mWorkspace->selectFile(file()) && !fileManager.shown.isEmpty(), Timeout);
 }
 

@@ -216,8 +216,8 @@ private Q_SLOTS:
         power.allowPowerChange(1, received[0].argument);
         QVERIFY(power.holdsInhibitor());
         QCOMPARE(inhibitors(), 1);
-        // Acknowledging the query of the next sleep releases nothing either. Only the acknowledgement of the
-        // announcement does.
+        // Only an answer to the will-sleep message may release the inhibitor. So an answer to the can-sleep
+        // query of a second sleep must not release it.
         logindPrepares(false);
         logindPrepares(true);
         QTRY_COMPARE_WITH_TIMEOUT(announcements().size(), std::size_t(2), Timeout);
@@ -307,8 +307,8 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(wakes(), 2, Timeout);
         logind.answerNow();
         QTRY_VERIFY_WITH_TIMEOUT(power.holdsInhibitor(), Timeout);
-        // The Inhibit call after another sleep follows all earlier calls. So the count of calls includes
-        // every unexpected one.
+        // Another sleep causes one more Inhibit call, which arrives after all earlier calls. So questions()
+        // then also counts any unexpected call before it.
         logind.prepares(true);
         logind.prepares(false);
         QTRY_COMPARE_WITH_TIMEOUT(wakes(), 3, Timeout);
@@ -483,7 +483,8 @@ private Q_SLOTS:
             logind.switchesWithoutSaying(false);
         logind.answerNow();
         QTRY_COMPARE_WITH_TIMEOUT(heard, QStringList{Resigned}, Timeout);
-        // This signal arrives after the late replies, so observers would hear of the replies first.
+        // The late replies must cause no notification. This signal arrives after them, so a wrong
+        // notification would come before BecameActive.
         logind.switches(true);
         QTRY_COMPARE_WITH_TIMEOUT(heard.size(), 2, Timeout);
         QCOMPARE(heard, (QStringList{Resigned, BecameActive}));

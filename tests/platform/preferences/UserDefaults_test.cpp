@@ -841,7 +841,8 @@ void UserDefaultsTest::theBytesBeforeAWriteCanComeBack()
     const auto defaults = platform::makeFileUserDefaults();
     setSize(*defaults, 2);
     QVERIFY(defaults->synchronize());
-    // Do not read the domain between the two writes, because reading would detect the first one.
+    // Do not read the domain between synchronize() and this write to the file. That read would refresh the
+    // cached contents, and so hide a synchronize() that leaves old ones in the cache.
     fileHolds(smallDomain(1));
     QCOMPARE(sizeIn(*defaults), 1);
 }

@@ -46,8 +46,8 @@ public:
     int clicks = 0;
 };
 
-/// An application that receives a quit event but continues to run. Before that, `whatCloses` may close
-/// windows, as Qt 6 does for a quit.
+/// Lets the application receive a quit event without quitting. During that event `whatCloses` runs, which may
+/// close windows, as Qt 6 does.
 class HostThatStays : public QObject {
 public:
     HostThatStays() { qApp->installEventFilter(this); }

@@ -272,7 +272,8 @@ void PackageKitUpdaterTest::startsTheServiceWhenItIsNotRunning()
     showPane();
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
-    // The bus has started the service itself, so the test kills the bus to end the service.
+    // The bus has started the service, so the test does not know its process. Kill the bus, which also ends
+    // the service.
     QFile::remove(serviceFile);
     mSystemBus.kill();
     mSystemBus.start();
@@ -284,8 +285,8 @@ void PackageKitUpdaterTest::asksOnceADay()
     Q_EMIT offer().laterChosen();
     mNow = mNow.addSecs(23 * 60 * 60);
     showPane();
-    // The updater must not send a query now. The next day's offer proves that the wait was long enough to
-    // detect one.
+    // Only 23 hours have passed, so the updater must not search now. A wrong search would come before that of
+    // the next day, and would be counted with it below.
     mNow = mNow.addSecs(2 * 60 * 60);
     showPane();
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
