@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-/// Constants of the contract between the pane and the agent. The interfaces (XML) and NotificationNames.h
-/// declare the rest of it.
+/// Constants of the contract between the pane and the agent. The other parts of the contract are the XML
+/// files of the interfaces and NotificationNames.h.
 
 /// The status numbers of a camera. The agent sends them as integers, so they must not change.
 enum KS7CamStatus : std::int32_t {

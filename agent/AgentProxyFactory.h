@@ -16,7 +16,7 @@ class AgentProxyFactory {
 public:
     virtual ~AgentProxyFactory() = default;
 
-    /// A null root gives a nil proxy.
+    /// For a null root, returns a nil proxy, whose calls do nothing.
     virtual Proxy<KS7DeviceControllerProxy>
     deviceController(const std::shared_ptr<platform::RootProxy> &root) = 0;
     virtual Proxy<TernUSBCommandControllerProxy>

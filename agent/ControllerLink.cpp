@@ -27,7 +27,8 @@ std::shared_ptr<platform::RootProxy> rootOf(const std::shared_ptr<platform::Conn
     return connection ? connection->rootProxy() : nullptr;
 }
 
-/// Passes by value to keep the connection alive: an observer of its death resets the controller's member.
+/// `connection` is a copy, because invalidate() calls connectionDidDie(), which resets the controller's
+/// member. The copy keeps the connection alive until invalidate() returns.
 void invalidate(const std::shared_ptr<platform::Connection> connection) // NOLINT(performance-*)
 {
     if (connection)
@@ -82,8 +83,8 @@ void KS7SettingsWindowController::closeConnections()
 {
     invalidate(mAgentConnection);
     invalidate(mAgentConnectionUSB);
-    // Do not reset mAgentConnection and mAgentConnectionUSB here: connectionDidDie() recognises the death
-    // notification by them.
+    // Do not reset mAgentConnection and mAgentConnectionUSB here. connectionDidDie() compares them with the
+    // dead connection, and ignores connections that are not the agent's.
     mSharedUSBController.reset();
     mSharedDeviceController.reset();
     mServices.sheets->endSheet(outlets.pinSheet);

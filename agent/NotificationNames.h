@@ -5,7 +5,7 @@
 /// Names of the broadcast notifications between the pane and the agent.
 namespace NotificationNames {
 
-// The agent posts these notifications. The pane registers its observers in this order.
+// The agent posts these notifications to the pane.
 inline const QString StreamingStarted = QStringLiteral("KS7StreamingStarted");
 inline const QString CameraListChanged = QStringLiteral("KS7CameraListChanged");
 inline const QString StoppedDiscovering = QStringLiteral("KS7StoppedDiscovering");

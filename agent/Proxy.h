@@ -8,7 +8,7 @@ template <class Interface>
 class Proxy {
 public:
     Proxy() = default;
-    Proxy(std::shared_ptr<Interface> object) // NOLINT(google-explicit-constructor): a proxy is its object
+    Proxy(std::shared_ptr<Interface> object) // NOLINT(google-explicit-constructor): conversion is intended
         : mObject(std::move(object))
     {
     }
@@ -16,8 +16,8 @@ public:
     explicit operator bool() const { return mObject != nullptr; }
     void reset() { mObject.reset(); }
 
-    /// Returns a copy of the shared pointer: a failing call may close the link, which resets mObject during
-    /// the call.
+    /// Returns a copy of the shared pointer, so that the object survives the call. A failing call may end the
+    /// connection, which resets mObject.
     std::shared_ptr<Interface> operator->() const
     {
         return mObject ? mObject : std::make_shared<Interface>();

@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto SlowCallTimeout = 30000ms;
-/// Reported as an error code when the reply is missing, because 0 would mean success.
+/// askSlowly() returns this error code if there is no proper reply, because 0 would mean success.
 constexpr int NoResult = -1;
 
 } // namespace

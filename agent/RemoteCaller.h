@@ -22,7 +22,7 @@ public:
     RemoteCaller(std::shared_ptr<platform::DBusRootProxy> root, QString interface);
 
     /// Blocks until the reply arrives or the timeout ends, without an event loop. Returns nullopt without a
-    /// proper reply. On a dead link it returns nullopt at once.
+    /// proper reply. On a dead connection it returns nullopt at once.
     template <class... Results>
     std::optional<QDBusPendingReply<Results...>>
     call(const QString &method, const QVariantList &arguments,
@@ -43,8 +43,8 @@ public:
         const auto reply = call<Result>(method, arguments);
         return reply ? reply->value() : Result();
     }
-    /// Returns the error code of an operation that writes to the camera's flash memory; waits up to 30 s.
-    /// An error or a wrong reply gives -1. A dead link gives 0, because its death is reported separately.
+    /// Returns the error code of an operation that writes to the camera's flash memory; waits up to 30 s. An
+    /// error or a wrong reply gives -1. A dead connection gives 0, because its death is reported separately.
     int askSlowly(const QString &method, const QVariantList &arguments);
     /// Makes a call without a result. Blocks until the empty reply arrives, because no operation is one-way.
     void tell(const QString &method, const QVariantList &arguments);

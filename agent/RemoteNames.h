@@ -12,13 +12,14 @@ inline const platform::bus::NamePrefix Prefix{QStringLiteral("com.orvex.")};
 inline const QString AgentServer = QStringLiteral("KS7AgentServer");
 inline const QString AgentServerUSB = QStringLiteral("KS7AgentServerUSB");
 
-/// Returns the D-Bus name for a registered name.
+/// Returns the bus name for a registered name: "com.orvex.KS7AgentServer" for "KS7AgentServer".
 inline QString busName(const QString &registeredName)
 {
     return Prefix.busName(registeredName);
 }
 
-/// Returns the D-Bus path of the root object behind a registered name.
+/// Returns the path of a root object from its registered name: "/com/orvex/KS7AgentServer" for
+/// "KS7AgentServer".
 inline QString objectPath(const QString &registeredName)
 {
     return Prefix.objectPath(registeredName);
