@@ -16,7 +16,7 @@ namespace {
 
 /// The same timeout as the pane's for operations that write to the camera.
 constexpr auto SlowCallTime = 30000ms;
-/// After so many operations without a reply, the agent counts as hung.
+/// The agent counts as hung when this number of its operations have timed out.
 constexpr int MostSilent = 3;
 
 QDBusMessage askDaemon(const QDBusConnection &bus, const QString &method, const QString &name)

@@ -45,8 +45,8 @@ public:
     Answer end(const QString &operation, QDBusPendingCall call);
     /// Returns the introspection data of the object behind a registered name; empty if the agent gives none.
     [[nodiscard]] QByteArray introspection(const QString &registeredName) const;
-    /// Returns whether the agent counts as hung: either several operations or a ping after a timeout had no
-    /// reply.
+    /// Returns whether the agent counts as hung: several of its operations have timed out, or a ping that was
+    /// sent after a timeout has timed out too.
     [[nodiscard]] bool isHung() const { return mIsHung; }
     [[nodiscard]] bool hasTimedOut() const { return !mSilent.isEmpty(); }
     /// Returns the pane's timeout for an operation, multiplied by the factor of --slow.

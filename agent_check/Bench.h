@@ -47,10 +47,10 @@ public:
     int mark() const;
     bool waitForPost(const QString &name, int from, std::chrono::milliseconds limit) const;
 
-    /// The outcome of a demand that depends on an improper reply. Skips it, because the demand on the
-    /// operation itself reports the reply. If that demand is not checked, this one fails.
+    /// The outcome of a demand that cannot be checked because of an improper reply: a skip if the group
+    /// "operation" is checked too, because that group reports the reply. Otherwise a failure with `problem`.
     [[nodiscard]] Outcome unjudged(const QString &problem) const;
-    /// Returns whether the checks may change a camera, which --allow-changes names.
+    /// Returns whether the option --allow-changes names a camera that the checks may change.
     [[nodiscard]] bool mayChange() const { return !options.camera.isEmpty(); }
 
     const Options options;

@@ -14,7 +14,8 @@ namespace {
 
 /// Within this time the agent must change its list and post the change.
 constexpr auto ChangeTime = 3000ms;
-/// Surplus posts of the same change are counted during this time.
+/// After the first post of an event, the check waits for this time and counts surplus posts of the same
+/// event.
 constexpr auto Burst = 300ms;
 constexpr auto SwitchTime = 5000ms;
 constexpr auto PassKeyTime = 30000ms;
@@ -37,7 +38,8 @@ bool isListed(Bench &bench)
     return ListReading::takeRows(bench.agent).order.contains(bench.options.camera);
 }
 
-/// Renames the camera and counts the posts of that change. Returns the problem, or an empty text.
+/// Renames the camera and stores in `posts` how often the agent has posted the change of its list. Returns
+/// what went wrong, or an empty text.
 QString rename(Bench &bench, const QString &name, int &posts)
 {
     const int from = bench.mark();
@@ -65,8 +67,8 @@ Outcome checkRename(Bench &bench)
     const QString problemBack = rename(bench, old, back);
     if (!problem.isEmpty() || !problemBack.isEmpty())
         return fail(problem.isEmpty() ? problemBack : problem);
-    // Fail only if both renamings were posted several times. A change of the camera's status can add a post
-    // to one of them.
+    // An agent must post each renaming once. But a change of the camera's status at the same time can add a
+    // post. So fail only if both renamings had surplus posts.
     return there > 1 && back > 1 ? fail(Words::tr("one change is posted %1 times").arg(qMin(there, back)))
                                  : pass();
 }

@@ -16,7 +16,8 @@ namespace agent_check {
 
 namespace {
 
-/// This limit is longer than that of the pane, so that an agent that starts slowly can still be checked.
+/// A launched agent must take its bus names within this time. The pane waits only about 2 s, but the check
+/// must also be able to test a slow agent.
 constexpr auto LaunchTime = 10000ms;
 constexpr auto CameraTime = 10000ms;
 

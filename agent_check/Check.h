@@ -14,7 +14,8 @@ public:
     {
     }
 
-    /// Finds or starts the agent and checks it. Ends the agent if it has started it. Returns the exit code.
+    /// Finds or starts the agent and checks it. Afterwards ends the agent if this function has started it.
+    /// Returns the exit code.
     int run();
 
 private:

@@ -58,7 +58,8 @@ Demands allDemands();
 /// Returns the names of the groups in the order of allDemands().
 QStringList groupNames();
 
-// The demands of one group each, defined in a file of the same name.
+// Each function returns the demands of one group. Each is defined in its own file: nameDemands() in
+// NameDemands.cpp, and so on.
 Demands nameDemands();
 Demands operationDemands();
 Demands loadDemands();

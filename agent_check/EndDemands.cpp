@@ -13,7 +13,7 @@ namespace agent_check {
 namespace {
 
 constexpr auto EndTime = 5000ms;
-/// After its first bus name, the agent must release its second one within this time.
+/// After the agent has released one of its two bus names, it must release the other within this time.
 constexpr auto TogetherTime = 1000ms;
 
 Outcome checkAlive(Bench &bench)

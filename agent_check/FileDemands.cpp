@@ -35,7 +35,7 @@ QVariantMap foreignValues()
 
 bool isBoolean(const QVariant &value)
 {
-    // Accept integers, because the pane reads a number as a boolean.
+    // A boolean preference may also be stored as an integer, because the pane reads both.
     return value.userType() == QMetaType::Bool || value.userType() == QMetaType::LongLong;
 }
 

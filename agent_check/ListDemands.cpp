@@ -24,8 +24,8 @@ bool isConsistent(const ListReading &list)
         && std::all_of(judges.begin(), judges.end(), [&](Judge judge) { return judge(list).isEmpty(); });
 }
 
-/// Reads the list with several calls, between which it may change. So an inconsistent list is read again, a
-/// few times.
+/// Reads the list with several calls. The list may change between two of the calls, so an inconsistent list
+/// is read again, up to MostReadings times.
 const ListReading &consistentList(Bench &bench)
 {
     if (bench.list)

@@ -10,7 +10,8 @@ namespace {
 
 constexpr int Calls = 100;
 
-/// Returns the operations that a refresh of the pane calls. Leaves out those that fail even in a single call.
+/// Returns the operations that a refresh of the pane calls. Leaves out those that have no proper reply even
+/// when they are called one at a time.
 QStringList properOperations(Agent &agent)
 {
     QStringList names{QStringLiteral("cameraDict"), QStringLiteral("sortedDeviceList"),

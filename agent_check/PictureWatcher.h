@@ -18,8 +18,8 @@ public:
     PictureWatcher(const PictureWatcher &) = delete;
     PictureWatcher &operator=(const PictureWatcher &) = delete;
 
-    /// Runs the PipeWire loop until as many new frames have arrived. Returns the time between the first and
-    /// the last of them. Returns nothing if they do not arrive within `limit`.
+    /// Runs the PipeWire loop until `frames` new frames have arrived. Returns the time between the first and
+    /// the last of them, or nothing if not all arrive within `limit`.
     std::optional<std::chrono::nanoseconds> waitForFrames(int frames, std::chrono::milliseconds limit);
     /// Returns the frame rate in the negotiated format, in frames per second. 0 before the first frame and
     /// for a variable rate.

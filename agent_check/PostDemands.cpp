@@ -16,7 +16,8 @@ namespace {
 
 constexpr auto StartTime = 3000ms;
 constexpr auto SearchTime = 60000ms;
-/// The list is watched for this time after a search has ended, or if no search begins.
+/// After the end of a search, the list is watched for this time. Without a search, it is watched only for
+/// this time.
 constexpr auto Afterwards = 1000ms;
 constexpr auto ReadingInterval = 250ms;
 /// After the list has shown a change, the agent must post it within this time.
@@ -58,7 +59,7 @@ private:
                 ReadingInterval);
             look();
         }
-        // If the list cannot be read, only wait, because the posts are still counted.
+        // If the list cannot be read, do not read it again. Only wait: the agent's posts are still recorded.
         if (!mLast.problem.isEmpty())
             mBench.waitFor([&] { return condition() || deadline.hasExpired(); }, time);
     }
@@ -68,7 +69,7 @@ private:
     void look()
     {
         int heard = posts();
-        // Posts that arrive during the following reading count for the next reading.
+        // Reading the list takes time. Posts that arrive meanwhile are counted by the next look().
         int from = mBench.ear.now();
         const ListReading now = ListReading::takeRows(mBench.agent);
         const bool hasChanged = now.problem.isEmpty() && !now.hasSameRows(mLast);
@@ -132,7 +133,8 @@ Outcome checkChangesArePosted(Bench &bench)
 Outcome checkPostsAreChanges(Bench &bench)
 {
     const ListWatch &watch = watchOf(bench);
-    // Allow some posts without a change: one reading may see two quick changes before the second is posted.
+    // Allow some posts without a change: the agent posts two quick changes twice, but one reading of the list
+    // may see them as one change.
     const bool isTooOften = watch.postsWithoutChange > 1 && watch.postsWithoutChange > watch.changes;
     return isTooOften ? fail(Words::tr("%1 posts, %2 changes").arg(watch.posts).arg(watch.changes)) : pass();
 }
