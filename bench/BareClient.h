@@ -6,7 +6,7 @@
 struct sd_bus;
 struct sd_bus_message;
 
-/// The peer in the comparison of a refresh: a plain sd-bus client. It receives the same notification as the
+/// A plain sd-bus client, with which the pane's refresh is compared. It receives the same notification as the
 /// pane, makes the same calls one after the other and reads every reply completely.
 class BareClient {
 public:

@@ -1,6 +1,6 @@
-// Measures a change of one key in the preferences file. The peer reads and parses the file with libplist,
-// changes the key and writes the file. The benchmarks "libplist" overwrite the file and call fsync once.
-// The benchmarks "libplist, safe" take the same steps as the pane.
+// Measures a change of one key in the preferences file, by the pane's code and by libplist. With libplist,
+// the file is read and parsed, the key is changed and the file is written. The benchmarks "libplist"
+// overwrite the file and call fsync once. The benchmarks "libplist, safe" take the same steps as the pane.
 #include "platform/preferences/UserDefaults.h"
 #include "settings/KS7Domain.h"
 
@@ -27,7 +27,7 @@ QByteArray domainOf(int keys)
     return xml + "\t<key>VideoSize2</key>\n\t<integer>1</integer>\n</dict>\n</plist>\n";
 }
 
-/// A temporary folder of preferences that contains the file of the domain.
+/// A temporary folder with a preferences file, which the benchmarks change.
 class Domain {
 public:
     explicit Domain(int keys)

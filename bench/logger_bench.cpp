@@ -1,5 +1,5 @@
 // Compares a log line of the pane's logger with one of spdlog and with a bare write() of the same bytes. Also
-// compares disabled log calls. The repetitions of the two sides alternate.
+// compares disabled log calls. The compared loggers take turns, so that a busy machine slows both.
 #include "logging/KS7OrvexLogger.h"
 
 #include <QDir>
@@ -122,7 +122,7 @@ void unheardSpdlog(benchmark::State &state)
         theirs->info("row {} of {}", ++row, 12);
 }
 
-// The names have the form "case/side". bench/run compares the sides of a case.
+// The names of the benchmarks have the form "case/side". bench/run compares the sides of a case.
 BENCHMARK(lineOurs)->Name("line 1/ours")->Setup(startOurs)->Teardown(endOurs);
 BENCHMARK(lineSpdlog)->Name("line 1/spdlog")->Setup(startSpdlog)->Teardown(endSpdlog);
 BENCHMARK(lineBare)->Name("line 1/write")->Setup(startBare)->Teardown(endBare);

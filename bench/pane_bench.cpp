@@ -96,7 +96,7 @@ private:
     int mRows = 0;
 };
 
-/// A plain QTableView, the peer of the pane's table. It has the same size and row height.
+/// A plain QTableView, with which the pane's table is compared. Both have the same size and row height.
 class BareTable {
 public:
     explicit BareTable(const QTableView &ours)
@@ -156,8 +156,8 @@ public:
     }
 
 private:
-    // Stores the calls that the pane makes in a refresh. If the refresh caused a second notification, they
-    // would contain further calls.
+    // Stores the calls of one refresh, which the compared clients repeat, and prints their number. If a
+    // refresh caused a second one, this number would be higher.
     void noteCalls()
     {
         mCalls = mAgent.takeCalls();
@@ -180,7 +180,7 @@ private:
         return refreshBy(table, [this] { mTexts = mClient.call(mCalls); });
     }
 
-    /// Makes the same calls with QtDBus, the D-Bus library that the pane uses.
+    /// Makes the calls of the pane's refresh with QtDBus alone, the D-Bus library that the pane uses.
     double refreshOverQtDBus(BareTable &table)
     {
         return refreshBy(table, [this] {
@@ -249,7 +249,7 @@ void tellWhatHappensIn(std::chrono::milliseconds time, const QString &name)
     const double wakes = wakeUps();
     const double used = processorTime();
     runFor(time);
-    // The number includes two wake-ups by the measurement itself: its timer and its end.
+    // Two of the counted wake-ups belong to the measurement itself: its timer and its end.
     tell(QStringLiteral("wake-ups ") + name, wakeUps() - wakes);
     tell(QStringLiteral("processor ") + name, processorTime() - used);
 }
@@ -376,8 +376,8 @@ void tellLongestBlock(TimedApplication &application, const char *name, Action ac
     tell(QStringLiteral("block ") + QString::fromLatin1(name), application.longest);
 }
 
-/// Measures the firmware sheet: opens it, updates and closes it. A client posts the agent's progress during
-/// the update.
+/// Measures the firmware sheet: opens it, runs an update and closes it. During the update, a client posts the
+/// notifications that an agent would post.
 void firmwareActions(TimedApplication &application, const Outlets &outlets,
                      KS7SettingsWindowController &controller)
 {
@@ -405,7 +405,8 @@ void sheetActions(TimedApplication &application, const Outlets &outlets,
     firmwareActions(application, outlets, controller);
 }
 
-/// Returns whether all of these methods were called. Otherwise the actions have measured nothing.
+/// Returns whether all these methods are among the calls that the agent has received. If one is missing, an
+/// action did nothing and its measured time is worthless.
 bool haveBeenMade(const QStringList &methods, const QStringList &calls)
 {
     return std::all_of(methods.begin(), methods.end(), [&calls](const QString &method) {

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """Compares the live preview with gst-launch. Both show the same camera in turn, on a private display, bus and PipeWire.
-Prints each figure as a JSON array for bench/run: number, what, beside, samples, limit, unit.
+Prints each figure as a JSON array, from which bench/run makes a Figure: number, what, beside, samples, limit, unit.
 
 The camera draws the number of each frame as bars. This program reads the numbers from the window after each of its
 changes, so both programs are measured in the same way."""
@@ -217,8 +217,8 @@ class ScalingLaunch(Launch):
 
 
 def measure(side, camera, seconds):
-    """Runs one side. Returns a dictionary: the processor time in percent of one core, the percentage of the sent frames that
-    were seen, and the median delay in milliseconds."""
+    """Runs one of the compared programs. Returns a dictionary: its processor time in percent of one core, the percentage of
+    the sent frames that were seen, and the median delay in milliseconds."""
     process, eye = side.start()
     before = processor_time(process.pid)
     time.sleep(seconds)
@@ -238,7 +238,8 @@ def measure(side, camera, seconds):
 
 
 def figures(form, told):
-    """Returns the figures for one format. told[side] is the list of what measure() has returned for a side."""
+    """Returns the figures for one format. told[side] lists the dictionaries that measure() has returned for one of the
+    compared programs."""
     def samples(side, what):
         return [each[what] for each in told[side]]
     ours, theirs, scaling = (samples(side, "processor") for side in ("ours", "launch", "scaling"))

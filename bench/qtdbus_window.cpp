@@ -1,4 +1,4 @@
-// The peer in the comparison of the start-up: a bare QtDBus program with a table. It subscribes to the
+// A bare QtDBus program with a table, with which the pane's start-up is compared. It subscribes to the
 // agent's notifications and shows the cameras. Its arguments are its calls and posts: "METHOD", "METHOD
 // STRING" or "post NOTIFICATION".
 #include "agent/NotificationNames.h"

@@ -1,4 +1,5 @@
-// The smallest Qt program with a table in a window, as a peer in the comparison of the start-up.
+// The smallest Qt program with a table in a window. The pane's start-up is compared with that of this
+// program.
 #include <QApplication>
 #include <QStandardItemModel>
 #include <QTableView>
