@@ -24,7 +24,7 @@ endif()
 # Warnings are errors, also in the sources that moc and uic write.
 add_compile_options(-Wall -Wextra -Wpedantic -Werror)
 if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
-  # The macros in PipeWire's headers use statement expressions and empty variadic arguments.
+  # Do not warn about two GNU extensions in PipeWire's macros: statement expressions and empty variadic arguments.
   add_compile_options(-Wno-gnu-statement-expression -Wno-gnu-zero-variadic-macro-arguments)
 endif()
 # Only some targets need these options. Set them for all targets, so that libraries and programs can share precompiled

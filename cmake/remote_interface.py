@@ -65,7 +65,7 @@ class Operation:
         self.is_slow = annotation(method, "com.orvex.Slow") is not None
         self.documentation = [f"/// {line}" for line in textwrap.wrap(" ".join(documentation.split()), 110)]
         self.inputs, self.outputs = arguments(method, "in"), arguments(method, "out")
-        # The C++ function returns a single result. It writes several results through pointers.
+        # A C++ function returns the result of an operation with one result. Several results are written through pointers.
         self.returned = self.outputs[0] if len(self.outputs) == 1 else None
         self.pointers = [] if self.returned else self.outputs
         parameters = [parameter(a.type, a.name) for a in self.inputs] + [f"{a.type} *{a.name}" for a in self.pointers]
