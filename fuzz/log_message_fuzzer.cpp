@@ -17,7 +17,8 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***)
     return 0;
 }
 
-/// Logs any message through all sinks. A conversion in the message must not read an argument: there is none.
+/// Logs any message through all sinks. A conversion such as %s in the message must be logged as text: there
+/// is no argument for it to read.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<int>(size));

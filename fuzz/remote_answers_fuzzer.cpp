@@ -9,7 +9,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Never deleted, because Qt destroys its own static objects before these globals would be destroyed.
+// These two objects are never deleted. At exit Qt destroys its own static objects first, and the destructors
+// of these objects would still use them.
 QApplication *application = nullptr;
 PaneFixture *fixture = nullptr;
 int argumentCount = 1;
@@ -87,7 +88,7 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***)
     return 0;
 }
 
-/// Sends any replies and any notifications to the pane, which must not crash.
+/// Sends arbitrary replies and notifications to the pane, which must not crash.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzedDataProvider provider(data, size);
