@@ -9,7 +9,8 @@ class CommandLine : public QCommandLineParser {
 public:
     CommandLine();
 
-    /// Returns whether the options only ask for a text on standard output. Printing it needs no display.
+    /// Returns whether the program only has to print a text: for --help, --version and --diagnose. Printing
+    /// needs no display.
     [[nodiscard]] bool asksForText(int argc, char **argv);
     [[nodiscard]] bool asksForDiagnosis() const { return isSet(mDiagnose); }
 

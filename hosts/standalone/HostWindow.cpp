@@ -43,7 +43,8 @@ protected:
     }
 
 private:
-    // Do not use setWidgetResizable(): it would scroll the pane below its size hint, although it can shrink.
+    // Do not use setWidgetResizable(): it would scroll a pane below its size hint, although the pane can
+    // shrink to its minimum size hint.
     void fitContent()
     {
         const QSize least = widget()->minimumSizeHint();

@@ -30,8 +30,8 @@ int refuse(const QString &reason)
     return 1;
 }
 
-/// Prints the text that the options ask for and returns the exit code. For --help and --version, process()
-/// prints it and exits.
+/// Prints the text for --help, --version or --diagnose. Returns the exit code for --diagnose; for the other
+/// two, process() exits the program.
 int printText(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
