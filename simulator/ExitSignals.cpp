@@ -11,7 +11,8 @@ namespace simulator {
 
 namespace {
 
-/// Call this before the first thread starts, because each thread inherits the signal mask of its creator.
+/// Blocks SIGTERM and SIGINT, and returns a file descriptor that reports them. Call this before any thread
+/// starts: new threads inherit the block, and a thread without it would let the signal kill the process.
 int blockedSignals()
 {
     sigset_t signals;

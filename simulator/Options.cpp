@@ -32,7 +32,7 @@ this shows a camera that streams, and ends:
 
 )";
 
-/// Returns the example commands for --help. The manual page prints the same file.
+/// Returns the example commands that --help and the manual page print.
 QString shellLines()
 {
     QFile file(QStringLiteral(":/simulator/ShellLines.txt"));

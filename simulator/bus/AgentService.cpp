@@ -63,7 +63,8 @@ std::optional<QString> AgentService::start()
 bool AgentService::publish()
 {
     registerWireTypes();
-    // The object that an adaptor serves is its parent and deletes it.
+    // QtDBus requires the served object, here mScript, as the parent of its adaptor. The parent deletes the
+    // adaptor.
     new ScriptAdaptor(&mScript);
     return publish<KS7DeviceControllerAdaptor>(RemoteNames::AgentServer, mDeviceController)
         && publish<TernUSBCommandControllerAdaptor>(RemoteNames::AgentServerUSB, mUsbController)

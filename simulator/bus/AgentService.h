@@ -31,7 +31,8 @@ private Q_SLOTS:
 
 private:
     bool publish();
-    /// Serves `agent` through an adaptor of one of the agent's two interfaces.
+    /// Creates an adaptor for `agent`, which implements one of the agent's two interfaces, and registers it
+    /// on the bus.
     template <class Adaptor, class Agent>
     bool publish(const QString &registeredName, Agent &agent);
     bool publish(const QString &registeredName, QObject &object);

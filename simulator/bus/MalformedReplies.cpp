@@ -86,7 +86,7 @@ QVariant huge(const QVariant &proper)
     return type == QMetaType::ULongLong ? QVariant(std::numeric_limits<qulonglong>::max()) : proper;
 }
 
-/// Returns a string, because no operation of the agent returns a string.
+/// Returns a string, which has the wrong type for every result: no operation of the agent returns a string.
 QVariant wrong(const QVariant & /*proper*/)
 {
     return QStringLiteral("nonsense");

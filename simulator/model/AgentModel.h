@@ -29,7 +29,8 @@ public:
     /// Removes the camera in a row of the sorted list. Ignores a row that does not exist. If `fromFavorites`
     /// is false, the camera keeps its name and the next search finds it again.
     void removeRow(int row, bool fromFavorites);
-    /// Clears the preferred camera if it was the last camera removed from the list and `record` has its ID.
+    /// If the camera that was removed last is still the preferred one, clears the preferred camera. Does
+    /// nothing if `record` has another camera ID or if the camera is listed again.
     void dropIfCurrent(const std::optional<CameraRecord> &record);
     /// Returns whether the trimmed name has 1 to 63 characters and contains no control character.
     static bool isValidName(const QString &name);
@@ -41,7 +42,8 @@ public:
     void discover();
     void switchService(bool on);
     void switchBluetooth(bool on);
-    /// Sets the preferred camera's status. The agent's own components call streamingStarted() and the like.
+    /// Sets the status of the started camera, or that of the preferred camera if none is started.
+    /// streamingStarted() and the other operations that report a status call this function.
     void report(int status);
 
 private:

@@ -16,8 +16,8 @@ public:
 
     /// Starts an update. Returns 0 if progress and end will be posted, otherwise an error code.
     int start();
-    /// Ends a running update after the camera was unplugged. Posts the end with an error code if
-    /// Behaviour::connect is set, otherwise nothing.
+    /// Stops a running update because the camera was unplugged. Then posts the end with an error code, unless
+    /// a script controls the camera (Behaviour::connect is false).
     void interrupt();
 
 Q_SIGNALS:

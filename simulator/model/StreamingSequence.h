@@ -21,7 +21,8 @@ public:
     /// Ends the running sequence. Sets all cameras that are pairing, starting or streaming to "Not
     /// Streaming".
     void end();
-    /// Sets the camera's status and posts the notification for this status.
+    /// Sets the status of the camera that this sequence has started, otherwise that of the preferred camera.
+    /// Posts the notification for this status.
     void enter(int status);
 
 private:

@@ -57,7 +57,8 @@ void UsbCable::updated()
     mNeedsFirmware = false;
     if (!mBehaviour.demoFailures)
         return;
-    // The demo offers a second update after the camera's restart, because every second update fails.
+    // In the demo every second update fails. Offer a second update after the camera has restarted, to show
+    // this failure.
     QTimer::singleShot(mBehaviour.timing.restarting, this, [this, address = mAddress] {
         if (holds(address))
             plug(address, true);

@@ -130,7 +130,8 @@ const pw_stream_events &VideoSource::streamEvents()
             if (id == SPA_PARAM_Format && format)
                 static_cast<VideoSource *>(source)->agree(format);
         };
-        // Clear user_data, because PipeWire 1.4 keeps its value from the memory that the buffer had before.
+        // PipeWire 1.4 does not clear user_data when a buffer gets new memory. Clear it here, because the
+        // painter's number must be 0 in a new buffer.
         each.add_buffer = [](void *, pw_buffer *buffer) { buffer->user_data = nullptr; };
         each.process = [](void *source) { static_cast<VideoSource *>(source)->send(); };
         return each;

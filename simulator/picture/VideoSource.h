@@ -14,12 +14,12 @@ struct VideoFrame {
     VideoFormat format;
     /// Memory for format.size() bytes; null if the consumer's buffer is too small.
     std::uint8_t *data = nullptr;
-    /// A number that the painter may store with the buffer. Later frames in the same buffer keep it. In a new
-    /// buffer it is 0.
+    /// A number that the painter may change. It is stored with the buffer, so the next frame in the same
+    /// buffer starts with it. In a new buffer it is 0.
     std::uintptr_t mark = 0;
-    /// The frame's number. The source counts all its frames, including those without memory.
+    /// The frame's number. The source counts all its frames, including those with a null `data`.
     std::uint32_t number = 0;
-    /// The time of the monotonic clock in nanoseconds.
+    /// The time at which the frame is drawn, in nanoseconds of the monotonic clock.
     std::int64_t time = 0;
 };
 

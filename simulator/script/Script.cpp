@@ -137,8 +137,8 @@ QDBusVariant Script::preference(const QString &key)
     const QVariant value = mModel.preferences().value(key);
     if (!value.isValid())
         refuse(QStringLiteral("no such preference: %1").arg(key));
-    // Return a valid variant even after an error: QtDBus cannot marshal an empty one, although the error
-    // replaces it.
+    // QtDBus cannot marshal an invalid variant, not even for a call that refuse() answers with an error. So
+    // return an empty string then.
     return QDBusVariant(value.isValid() ? value : QVariant(QString()));
 }
 
