@@ -109,7 +109,7 @@ def wait_row(program, pattern):
 def cameras_come_and_stream(tour):
     """the list of cameras"""
     with tour.preferences() as pane:
-        # On a slow machine the agent may be further than the tour, so accept later states as well.
+        # On a slow machine the camera may have passed the expected state before the tour looks, so accept later states.
         wait_row(pane, "^Kitchen, (Pairing|Starting|Streaming)")
         tour.picture(pane, "01-pairing", "the pane has launched its agent; a camera pairs, its dot blinks")
         wait_row(pane, "^Kitchen, (Starting|Streaming)")
@@ -262,7 +262,7 @@ def about_box(tour):
 
 
 def no_agent(tour):
-    """the sheet when the agent cannot be reached"""
+    """the alert that the agent cannot be reached"""
     with tour.preferences(env={"KS7_AGENT": "/nonexistent"}) as pane:
         pane.wait_for("OK", role="push button")
         tour.picture(pane, "17-no-agent", "no agent comes up: what the pane says after its 21 attempts")
@@ -282,7 +282,7 @@ def dark(is_dark=True):
 
 
 def scales_and_themes(tour):
-    """light and dark, at 100, 150 and 200 % scale"""
+    """the pane in a light and a dark theme, at 100, 150 and 200 % scale"""
     for theme in ("light", "dark"):
         for scale in ("1", "1.5", "2"):
             with dark(theme == "dark"), tour.preferences(env={"QT_SCALE_FACTOR": scale}) as pane:
