@@ -83,8 +83,16 @@ bool isForbidden(QChar character)
     return (code < 0x20 && code != u'\t' && code != u'\n' && code != u'\r') || code >= 0xFFFE;
 }
 
-QString escaped(QString text)
+/// Replaces each half of a surrogate pair by U+FFFD. For it, QString::toUtf8() writes '?' in Qt 6.8 and
+/// nothing in Qt 6.11.
+QString wellFormed(const QString &text)
 {
+    return QString::fromStdU32String(text.toStdU32String());
+}
+
+QString escaped(const QString &value)
+{
+    QString text = wellFormed(value);
     std::replace_if(text.begin(), text.end(), isForbidden, QChar(QChar::ReplacementCharacter));
     // Write a carriage return as a reference, because XML parsers turn a plain one into a line feed.
     return text.toHtmlEscaped().replace(QLatin1Char('\r'), QLatin1String("&#13;"));
