@@ -16,6 +16,12 @@ const QString FileManager = QStringLiteral("org.freedesktop.FileManager1");
 const QString FileManagerPath = QStringLiteral("/org/freedesktop/FileManager1");
 const QString FileManagerConnection = QStringLiteral("file-manager");
 
+QByteArray contentsOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 } // namespace
 
 /// A stand-in for the file manager's service on the session bus.
@@ -247,9 +253,8 @@ void WorkspaceTest::theDesktopsBluetoothSettingsAreOpened()
     const bool isOpened = mWorkspace->openBluetoothSettings();
     qputenv("PATH", path);
     QVERIFY(isOpened);
-    QFile arguments(program.fileName() + QStringLiteral(".arguments"));
-    QTRY_COMPARE_WITH_TIMEOUT((arguments.close(), arguments.open(QIODevice::ReadOnly), arguments.readAll()),
-                              QByteArray("kcm_bluetooth\n"), Timeout);
+    const QString arguments = program.fileName() + QStringLiteral(".arguments");
+    QTRY_COMPARE_WITH_TIMEOUT(contentsOf(arguments), QByteArray("kcm_bluetooth\n"), Timeout);
 }
 
 QTEST_MAIN(WorkspaceTest)

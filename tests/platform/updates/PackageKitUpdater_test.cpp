@@ -134,14 +134,16 @@ void PackageKitUpdaterTest::startPackageKit()
     mCalls.clear();
 }
 
-/// Installs a service file, so that the bus starts the package service on demand. Returns the file's path.
+/// Installs a service file, so that the bus starts the package service on demand. Returns the file's path,
+/// empty after a failure.
 QString PackageKitUpdaterTest::makeServiceStartable()
 {
     const QDir folder(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
                       + QStringLiteral("/dbus-1/services"));
     folder.mkpath(QStringLiteral("."));
     QFile file(folder.filePath(QStringLiteral("packagekit.service")));
-    file.open(QIODevice::WriteOnly);
+    if (!file.open(QIODevice::WriteOnly))
+        return {};
     const QByteArray behaviour = QJsonDocument(mBehaviour).toJson(QJsonDocument::Compact);
     file.write("[D-BUS Service]\nName=org.freedesktop.PackageKit\nExec=" PACKAGEKIT_STAND_IN " '" + behaviour
                + "'\n");
@@ -269,6 +271,7 @@ void PackageKitUpdaterTest::ignoresSignalsOfStrangers()
 void PackageKitUpdaterTest::startsTheServiceWhenItIsNotRunning()
 {
     const QString serviceFile = makeServiceStartable();
+    QVERIFY(!serviceFile.isEmpty());
     showPane();
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
