@@ -1,5 +1,7 @@
 #include "hosts/standalone/HostWindow.h"
 
+#include "hosts/standalone/HostIcon.h"
+
 #include <QIcon>
 #include <QPushButton>
 #include <QScreen>
@@ -95,7 +97,7 @@ void HostWindow::buildOverview()
 {
     mPaneIcon->setObjectName(QStringLiteral("paneIcon"));
     mPaneIcon->setText(tr("KS-7"));
-    mPaneIcon->setIcon(QIcon(QStringLiteral(":/host/ks7-preferences.svg")));
+    mPaneIcon->setIcon(hostIcon());
     mPaneIcon->setIconSize(QSize(64, 64));
     mPaneIcon->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     mPaneIcon->setAutoRaise(true);

@@ -1,4 +1,5 @@
 #include "hosts/standalone/CommandLine.h"
+#include "hosts/standalone/HostIcon.h"
 #include "hosts/standalone/HostWindow.h"
 #include "hosts/standalone/PanePluginLoader.h"
 #include "hosts/standalone/PrefPanesManager.h"
@@ -61,7 +62,7 @@ int main(int argc, char **argv)
     const Translators translators;
     CommandLine().process(application);
     QGuiApplication::setDesktopFileName(QStringLiteral("ks7-preferences"));
-    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/host/ks7-preferences.svg")));
+    QGuiApplication::setWindowIcon(hostIcon());
 
     if (!loader.factory())
         return refuse(loader.error());

@@ -70,7 +70,9 @@ void HostWindowTest::showAllGoesToTheOverviewAndItsIconBack()
     QVERIFY(!mPane->view.isVisible());
     QCOMPARE(mWindow->windowTitle(), QStringLiteral("All Preferences"));
     QCOMPARE(button("paneIcon")->text(), QStringLiteral("KS-7"));
-    QVERIFY(!button("paneIcon")->icon().isNull());
+    const QIcon drawing(QStringLiteral(":/host/ks7-preferences.svg"));
+    QVERIFY(!drawing.pixmap(64).isNull());
+    QCOMPARE(button("paneIcon")->icon().pixmap(64).toImage(), drawing.pixmap(64).toImage());
     QVERIFY(!button("showAllButton")->isEnabled());
 
     mPane->told.clear();
