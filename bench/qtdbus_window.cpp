@@ -1,6 +1,6 @@
 // A bare QtDBus program with a table, with which the pane's start-up is compared. It subscribes to the
 // agent's notifications and shows the cameras. Its arguments are its calls and posts: "METHOD", "METHOD
-// STRING" or "post NOTIFICATION".
+// STRING", "post NOTIFICATION" or "pause MILLISECONDS".
 #include "agent/NotificationNames.h"
 #include "agent/RemoteNames.h"
 #include "agent/WireTypes.h"
@@ -14,6 +14,7 @@
 #include <QIcon>
 #include <QStandardItemModel>
 #include <QTableView>
+#include <QThread>
 
 namespace {
 
@@ -102,8 +103,12 @@ int main(int argc, char **argv)
     subscribe(bus, listener);
     QStandardItemModel model;
     const auto steps = QCoreApplication::arguments().mid(1);
-    for (const auto &words : steps)
-        make(bus, callOf(words, camera, usb), model);
+    for (const auto &words : steps) {
+        if (words.startsWith(QLatin1String("pause ")))
+            QThread::msleep(words.section(QLatin1Char(' '), 1).toULong());
+        else
+            make(bus, callOf(words, camera, usb), model);
+    }
     QTableView table;
     table.setModel(&model);
     table.resize(900, 600);

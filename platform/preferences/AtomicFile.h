@@ -16,6 +16,12 @@ struct Contents {
 /// Reads the file. Files that are not regular or too large for preferences are an error.
 Contents read(const QString &path);
 
+/// Whether read() would find no file. Looks at the name only.
+bool isAbsent(const QString &path);
+
+/// Whether this errno means that there is no file.
+bool meansAbsent(int error);
+
 /// Writes the file atomically and creates missing parent folders. If the path is a symbolic link, its target
 /// is replaced. Mode and owner stay; a new file has mode 0600. Returns 0 on success; otherwise an errno, and
 /// the file is unchanged.

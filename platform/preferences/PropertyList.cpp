@@ -353,6 +353,14 @@ QVariant PropertyListDictionary::value(const QString &key) const
     return index < 0 ? QVariant() : Parser(mEntries[index].element).readSingleValue();
 }
 
+bool PropertyListDictionary::readsBack(const QVariant &value, const QString &element)
+{
+    // Parsing takes most of the time of a change. Strings, dates and nested values may be beyond a parser.
+    const auto type = static_cast<int>(value.userType());
+    const bool isPlain = type == QMetaType::Bool || type == QMetaType::Int || type == QMetaType::LongLong;
+    return isPlain || Parser(element).readSingleValue().isValid();
+}
+
 void PropertyListDictionary::setValue(const QString &key, const QVariant &value)
 {
     const auto isKey = [&](const Entry &entry) { return entry.key == key; };
@@ -360,7 +368,7 @@ void PropertyListDictionary::setValue(const QString &key, const QVariant &value)
     const int index = indexOf(key);
     if (!value.isValid())
         mEntries.erase(std::remove_if(mEntries.begin(), mEntries.end(), isKey), mEntries.end());
-    else if (!Parser(element).readSingleValue().isValid())
+    else if (!readsBack(value, element))
         return;
     else if (index >= 0)
         mEntries[index].element = element;

@@ -38,6 +38,7 @@ private:
     };
     class Parser;
 
+    static bool readsBack(const QVariant &value, const QString &element);
     [[nodiscard]] int indexOf(const QString &key) const;
 
     QString mHead;

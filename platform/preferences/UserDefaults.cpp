@@ -30,7 +30,7 @@ public:
 
     void setContents(const PropertyListDictionary &dictionary)
     {
-        const bool isNew = mWrite ? mWrite->isNew : read().isAbsent();
+        const bool isNew = mWrite ? mWrite->isNew : AtomicFile::isAbsent(mPath);
         mWrite = {dictionary, isNew};
     }
 
@@ -48,7 +48,7 @@ private:
     struct Read {
         AtomicFile::Contents file;
         std::optional<PropertyListDictionary> dictionary;
-        [[nodiscard]] bool isAbsent() const { return file.error == ENOENT || file.error == ENOTDIR; }
+        [[nodiscard]] bool isAbsent() const { return AtomicFile::meansAbsent(file.error); }
     };
     struct Write {
         PropertyListDictionary dictionary;

@@ -1,3 +1,4 @@
+#include "platform/preferences/AtomicFile.h"
 #include "platform/preferences/UserDefaults.h"
 #include "tests/support/CommaLocale.h"
 #include "tests/support/LogLines.h"
@@ -12,6 +13,8 @@
 #include <QTest>
 #include <QTimeZone>
 
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
@@ -137,6 +140,33 @@ extern "C" int rename(const char *from, const char *to) noexcept
     return static_cast<int>(::syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0U));
 }
 
+/// Counts how often a file is opened.
+class OpenCounter {
+public:
+    explicit OpenCounter(const QString &path)
+        : mWatch(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
+    {
+        if (::inotify_add_watch(mWatch, QFile::encodeName(path).constData(), IN_OPEN | IN_CLOSE) < 0)
+            qFatal("the file cannot be watched");
+    }
+    ~OpenCounter() { ::close(mWatch); }
+    OpenCounter(const OpenCounter &) = delete;
+    OpenCounter &operator=(const OpenCounter &) = delete;
+
+    [[nodiscard]] int count() const
+    {
+        // The kernel merges equal events that follow one another, so IN_CLOSE is watched too.
+        std::array<inotify_event, 64> events{};
+        const ssize_t size = ::read(mWatch, events.data(), sizeof events);
+        const auto end = events.begin() + std::max<ssize_t>(0, size) / ssize_t(sizeof(inotify_event));
+        return static_cast<int>(std::count_if(
+            events.begin(), end, [](const inotify_event &event) { return (event.mask & IN_OPEN) != 0; }));
+    }
+
+private:
+    const int mWatch;
+};
+
 class UserDefaultsTest : public QObject {
     Q_OBJECT
 
@@ -185,6 +215,8 @@ private Q_SLOTS:
     void theBytesBeforeAWriteCanComeBack();
     void theLastWriterWins();
     void anIdleSynchronizeOpensNothing();
+    void aChangeReadsTheFileOnceForItsValuesAndOnceBeforeTheWrite();
+    void aFileThatIsLongerThanItsSizeIsReadToTheEnd();
 
     void cutAtEveryByte();
     void unusableFilesAreLeftAsTheyAre_data();
@@ -866,13 +898,31 @@ void UserDefaultsTest::anIdleSynchronizeOpensNothing()
     fileHolds(smallDomain(1));
     const auto defaults = platform::makeFileUserDefaults();
     QCOMPARE(sizeIn(*defaults), 1);
-    const int watch = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
-    QVERIFY(::inotify_add_watch(watch, QFile::encodeName(mFile).constData(), IN_OPEN) >= 0);
+    const OpenCounter opened(mFile);
     for (int turn = 0; turn < 100; ++turn)
         QVERIFY(defaults->synchronize());
-    char events[4096];
-    QVERIFY(::read(watch, events, sizeof events) < 0 && errno == EAGAIN);
-    ::close(watch);
+    QCOMPARE(opened.count(), 0);
+}
+
+void UserDefaultsTest::aChangeReadsTheFileOnceForItsValuesAndOnceBeforeTheWrite()
+{
+    fileHolds(smallDomain(1));
+    const auto defaults = platform::makeFileUserDefaults();
+    const OpenCounter opened(mFile);
+    setSize(*defaults, 2);
+    QVERIFY(defaults->synchronize());
+    QCOMPARE(opened.count(), 2);
+}
+
+void UserDefaultsTest::aFileThatIsLongerThanItsSizeIsReadToTheEnd()
+{
+    // The kernel gives this file the size 0, as if it had grown since.
+    const QString path = QStringLiteral("/proc/filesystems");
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray expected = file.readAll();
+    QVERIFY(expected.size() > 16);
+    QCOMPARE(platform::AtomicFile::read(path).bytes, expected);
 }
 
 void UserDefaultsTest::cutAtEveryByte()
