@@ -102,8 +102,9 @@ path targetOf(path name, std::optional<struct stat> *status)
             *status = found;
             return name;
         }
-        std::error_code removedMeanwhile; // An empty target: the next lstat() finds nothing.
-        name = name.parent_path() / read_symlink(name, removedMeanwhile);
+        std::error_code removedMeanwhile;
+        const path target = read_symlink(name, removedMeanwhile);
+        name = name.parent_path() / target;
     }
     return {};
 }
