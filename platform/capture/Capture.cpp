@@ -8,6 +8,14 @@ namespace {
 
 constexpr QSize UsualPicture{640, 480};
 
+/// The whole logical pixels inside `picture`: at a fractional scale it covers its outermost ones only in
+/// part.
+QRect coveredRect(const QRectF &picture)
+{
+    const QRect whole = picture.toAlignedRect();
+    return QRectF(whole) == picture ? whole : whole.adjusted(1, 1, -1, -1);
+}
+
 } // namespace
 
 CaptureView::CaptureView(QWidget *parent)
@@ -75,9 +83,7 @@ void CaptureView::drawRect(const QRect &rect)
     QPainter painter(this);
     painter.setClipRect(rect);
     const QRectF picture = mFrame.isNull() ? QRectF() : pictureRect();
-    // Paint black also below the outermost pixels of the frame. At a fractional scale, the frame covers these
-    // pixels only in part.
-    const QRegion border = QRegion(rect) - QRegion(picture.toAlignedRect().adjusted(1, 1, -1, -1));
+    const QRegion border = QRegion(rect) - QRegion(coveredRect(picture));
     for (const QRect &strip : border)
         painter.fillRect(strip, Qt::black);
     if (picture.isEmpty())

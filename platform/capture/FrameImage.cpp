@@ -52,16 +52,14 @@ QImage imageOver(GstSample *sample)
     return image;
 }
 
-QImage opaqueCopy(const QImage &frame)
+void makeOpaque(GstBuffer *frame)
 {
-    QImage copy(frame.size(), QImage::Format_RGB32);
-    const int width = copy.width();
-    for (int y = 0; y < copy.height(); ++y) {
-        const auto *from = reinterpret_cast<const QRgb *>(frame.constScanLine(y));
-        auto *to = reinterpret_cast<QRgb *>(copy.scanLine(y));
-        std::transform(from, from + width, to, [](QRgb pixel) { return pixel | 0xFF000000U; });
-    }
-    return copy;
+    GstMapInfo memory;
+    if (!gst_buffer_map(frame, &memory, GST_MAP_READWRITE))
+        return;
+    auto *pixels = reinterpret_cast<QRgb *>(memory.data);
+    std::for_each(pixels, pixels + memory.size / sizeof(QRgb), [](QRgb &pixel) { pixel |= 0xFF000000U; });
+    gst_buffer_unmap(frame, &memory);
 }
 
 } // namespace platform

@@ -3,6 +3,7 @@
 #include <QImage>
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the names are GStreamer's own
+using GstBuffer = struct _GstBuffer;
 using GstSample = struct _GstSample;
 // NOLINTEND(bugprone-reserved-identifier)
 
@@ -19,7 +20,8 @@ inline constexpr auto NativeFormat = "xRGB";
 /// frame must have NativeFormat. The image keeps the sample's buffer alive.
 QImage imageOver(GstSample *sample);
 
-/// Returns a deep copy with opaque pixels, because a camera may write any value into the unused byte.
-QImage opaqueCopy(const QImage &frame);
+/// Sets the unused byte of each pixel in a frame in NativeFormat, which may have any value. `frame` must be
+/// writable.
+void makeOpaque(GstBuffer *frame);
 
 } // namespace platform

@@ -39,6 +39,16 @@ GstMiniObject *cameraMemoryOf(GstBuffer *frame)
     return memory && memory->parent ? GST_MINI_OBJECT_CAST(memory->parent) : nullptr;
 }
 
+/// Takes `frame` and returns it in memory that only we write to.
+GstBuffer *ownFrame(GstBuffer *frame)
+{
+    if (!cameraMemoryOf(frame))
+        return gst_buffer_make_writable(frame);
+    GstBuffer *copy = gst_buffer_copy_deep(frame);
+    gst_buffer_unref(frame);
+    return copy;
+}
+
 } // namespace
 
 PictureStream::PictureStream(QString nodeName, std::shared_ptr<RunLoop> runLoop, Handlers handlers)
@@ -103,6 +113,7 @@ bool PictureStream::build()
         return false;
     mConverter = made.converter;
     watchInput();
+    watchOutput();
     GstAppSinkCallbacks callbacks = {};
     callbacks.new_sample = [](GstAppSink *sink, void *stream) {
         return static_cast<GstFlowReturn>(onSample(sink, stream));
@@ -124,6 +135,23 @@ void PictureStream::watchInput()
         },
         this, nullptr);
     gst_object_unref(input);
+}
+
+void PictureStream::watchOutput()
+{
+    GstPad *output = gst_element_get_static_pad(mConverter, "src");
+    gst_pad_add_probe(
+        output, GST_PAD_PROBE_TYPE_BUFFER,
+        [](GstPad *, GstPadProbeInfo *info, void *converter) {
+            if (takesNativeFormat(static_cast<GstElement *>(converter))) {
+                GstBuffer *frame = ownFrame(GST_PAD_PROBE_INFO_BUFFER(info));
+                makeOpaque(frame);
+                info->data = frame;
+            }
+            return GST_PAD_PROBE_OK;
+        },
+        mConverter, nullptr);
+    gst_object_unref(output);
 }
 
 void PictureStream::watch()
@@ -224,7 +252,7 @@ int PictureStream::onSample(GstAppSink *sink, void *stream)
     if (!sample)
         return GST_FLOW_OK;
     auto *self = static_cast<PictureStream *>(stream);
-    self->arrive(self->imageOf(sample));
+    self->arrive(imageOver(sample));
     gst_sample_unref(sample);
     return GST_FLOW_OK;
 }
@@ -238,13 +266,6 @@ int PictureStream::onMessage(GstBus *, GstMessage *message, void *stream)
         endThreadWithStream(message);
     gst_message_unref(message);
     return GST_BUS_DROP;
-}
-
-QImage PictureStream::imageOf(GstSample *sample) const
-{
-    const QImage image = imageOver(sample);
-    // Copy an unconverted frame: it lies in the camera's own memory, which is soon reused or unmapped.
-    return takesNativeFormat(mConverter) ? opaqueCopy(image) : image;
 }
 
 void PictureStream::arrive(const QImage &frame)

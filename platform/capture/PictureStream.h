@@ -71,11 +71,11 @@ private:
     bool findNode();
     bool build();
     void watchInput();
+    void watchOutput();
     void watch();
     void limitSink();
     bool accepts(GstBuffer *frame);
     void watchMemory(GstBuffer *frame);
-    [[nodiscard]] QImage imageOf(GstSample *sample) const;
     void arrive(const QImage &frame);
     void deliver();
     void fail(int code);
