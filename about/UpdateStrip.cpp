@@ -64,7 +64,9 @@ void UpdateStrip::follow()
 
 void UpdateStrip::say(Stage stage)
 {
-    setAccessibleName(message());
+    // Qt would report an equal name as a change, and the percentage changes often.
+    if (accessibleName() != message())
+        setAccessibleName(message());
     // Announce only a new stage. Otherwise screen readers would speak at every change of the percentage.
     if (stage != mShown)
         announce(this, message());

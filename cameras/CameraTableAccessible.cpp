@@ -240,9 +240,7 @@ void CameraTableAnnouncer::keyboardHasCome()
 void CameraTableAnnouncer::announce()
 {
     mIsPending = false;
-    // While no assistive program is active, store -1 as the announced row. After one has started, the next
-    // update then announces the selected row as new.
-    const int row = QAccessible::isActive() ? mTable->selectedRow() : -1;
+    const int row = mTable->selectedRow();
     const QString text = row < 0 ? QString() : mTable->textOfRow(row);
     const int rowBefore = std::exchange(mRow, row);
     const QString textBefore = std::exchange(mText, text);
@@ -250,10 +248,19 @@ void CameraTableAnnouncer::announce()
         tellOfRow(rowBefore, QAccessible::SelectionRemove);
         tellOfRow(row, QAccessible::Selection);
         if (mTable->hasFocus())
-            tellOfRow(row, QAccessible::Focus);
+            tellOfFocus(row);
     } else if (text != textBefore) {
         tellOfRow(row, QAccessible::NameChanged);
     }
+}
+
+void CameraTableAnnouncer::tellOfFocus(int row)
+{
+    if (row >= 0)
+        return tellOfRow(row, QAccessible::Focus);
+    // Screen readers would stay at the row that is gone.
+    QAccessibleEvent event(mTable, QAccessible::Focus);
+    QAccessible::updateAccessibility(&event);
 }
 
 void CameraTableAnnouncer::tellOfRow(int row, int accessibleEvent)

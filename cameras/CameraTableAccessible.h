@@ -26,6 +26,8 @@ public:
 
 private:
     void announce();
+    /// A negative row means the table itself.
+    void tellOfFocus(int row);
 
     KS7AnimatingStatusTableView *mTable;
     bool mIsPending = false;

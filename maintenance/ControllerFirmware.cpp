@@ -1,5 +1,4 @@
 #include "agent/NotificationNames.h"
-#include "cameras/CameraTitle.h"
 #include "logging/KS7OrvexLogger.h"
 #include "pane/KS7SettingsWindowController.h"
 #include "platform/base/RunLoop.h"
@@ -21,16 +20,51 @@ constexpr auto WaitSlice = 10ms;
 /// The values of mFirmwareStep. An unexpected end notification can increment it to a value above Over.
 enum FirmwareStep { Offered = 0, Confirmed = 1, Over = 2 };
 
+QString inOneLine(const QString &headline, const QString &secondLine)
+{
+    return headline + QLatin1Char(' ') + secondLine;
+}
+
 void setTexts(const Outlets &outlets, const QString &headline, const QString &secondLine)
 {
     outlets.firmwareMainText->setText(headline);
     outlets.firmwareStatusText->setText(secondLine);
     // A screen reader reads the description of the focused control. The bar or the Continue button may have
     // the focus, so set the description of both.
-    const QString both = headline + QLatin1Char(' ') + secondLine;
+    const QString both = inOneLine(headline, secondLine);
     describe(outlets.firmwareCheckingIndicator, both);
     describe(outlets.firmwareContinueButton, both);
-    announce(outlets.firmwareMainText, both);
+}
+
+void announceTexts(const Outlets &outlets)
+{
+    announce(outlets.firmwareMainText,
+             inOneLine(outlets.firmwareMainText->text(), outlets.firmwareStatusText->text()));
+}
+
+/// Enables Continue, which then takes the keyboard. Announces the texts unless a screen reader reads them by
+/// itself, as the description of the control that gets the keyboard.
+void enableContinue(const Outlets &outlets)
+{
+    auto *button = outlets.firmwareContinueButton;
+    const bool hadFocus = button->hasFocus();
+    button->setEnabled(true);
+    const bool isRead = hadFocus ? isDescriptionRead(button) : button->hasFocus();
+    if (!isRead)
+        announceTexts(outlets);
+}
+
+/// Shows the bar and moves the keyboard there: a disabled button cannot keep it. `texts` become the bar's
+/// description first, because a screen reader would say those of a bar that already has the keyboard twice.
+void moveToBar(const Outlets &outlets, const QString &texts)
+{
+    auto *bar = outlets.firmwareCheckingIndicator;
+    describe(bar, texts);
+    bar->setDoubleValue(0.0);
+    bar->show();
+    bar->startAnimation();
+    bar->setFocus(Qt::OtherFocusReason);
+    outlets.firmwareContinueButton->setEnabled(false);
 }
 
 } // namespace
@@ -38,8 +72,7 @@ void setTexts(const Outlets &outlets, const QString &headline, const QString &se
 void KS7SettingsWindowController::installFirmware(QObject *)
 {
     ++mFirmwareOpening;
-    if (const auto camera = selectedCam())
-        outlets.firmwareCamera->setText(cameraTitle(*camera));
+    nameSelectedCam(outlets.firmwareSheet, outlets.firmwareCamera);
     setFirmwareStep(Offered);
     setTexts(outlets, tr("Update Firmware puts the latest firmware version on your KS-7."),
              tr("Click Continue to proceed."));
@@ -55,6 +88,7 @@ void KS7SettingsWindowController::firmwareContinue(QObject *)
     case Offered:
         setTexts(outlets, tr("Do not disconnect the camera until the update is complete."),
                  tr("Click Continue to start the update."));
+        enableContinue(outlets);
         setFirmwareStep(Confirmed);
         break;
     case Confirmed:
@@ -71,14 +105,13 @@ void KS7SettingsWindowController::firmwareContinue(QObject *)
 
 void KS7SettingsWindowController::startFirmwareUpdate()
 {
-    outlets.firmwareCheckingIndicator->setDoubleValue(0.0);
-    outlets.firmwareCheckingIndicator->show();
-    outlets.firmwareCheckingIndicator->startAnimation();
-    setTexts(outlets, tr("Now updating firmware."), tr("Do not disconnect the camera."));
+    const QString headline = tr("Now updating firmware.");
+    const QString secondLine = tr("Do not disconnect the camera.");
     outlets.firmwareCancelButton->hide();
-    // Move the focus before disabling the button. Qt would otherwise move it to an arbitrary widget.
-    outlets.firmwareCheckingIndicator->setFocus(Qt::OtherFocusReason);
-    outlets.firmwareContinueButton->setEnabled(false);
+    moveToBar(outlets, inOneLine(headline, secondLine));
+    setTexts(outlets, headline, secondLine);
+    if (!outlets.firmwareCheckingIndicator->hasFocus())
+        announceTexts(outlets);
     const int error = mSharedUSBController->startUpdate();
     if (error != 0) {
         setFirmwareStep(mFirmwareStep + 1);
@@ -120,7 +153,7 @@ void KS7SettingsWindowController::firmwareUpdateIsOver()
     // This function also runs after an update that ended with an error. The text then replaces the error
     // text; the error code remains in the log.
     setTexts(outlets, tr("Firmware update complete."), tr("Please disconnect the camera now."));
-    outlets.firmwareContinueButton->setEnabled(true);
+    enableContinue(outlets);
 }
 
 void KS7SettingsWindowController::firmwareCancel(QObject *)
@@ -131,9 +164,9 @@ void KS7SettingsWindowController::firmwareCancel(QObject *)
 
 void KS7SettingsWindowController::firmwareError(int code)
 {
-    outlets.firmwareContinueButton->setEnabled(true);
     outlets.firmwareCheckingIndicator->hide();
     setTexts(outlets, tr("An error occurred updating firmware."), tr("Error: %1").arg(code));
+    enableContinue(outlets);
 }
 
 void KS7SettingsWindowController::firmwareUpdateProgress(const Notification &notification)

@@ -1,5 +1,4 @@
 #include "agent/NotificationNames.h"
-#include "cameras/CameraTitle.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "cameras/KS7Cam.h"
 #include "logging/KS7OrvexLogger.h"
@@ -38,17 +37,15 @@ bool isPasskey(const QString &text)
            });
 }
 
-/// Shows the label of a rule in bold while the entered passkey breaks the rule. When the passkey begins to
-/// break the rule, a screen reader announces the rule.
-void emphasise(QLabel *rule, bool isBroken)
+/// Shows the rule in bold. Returns whether it was shown otherwise before.
+bool emphasise(QLabel *rule, bool isBroken)
 {
     QFont font = rule->font();
     if (font.bold() == isBroken)
-        return;
+        return false;
     font.setBold(isBroken);
     rule->setFont(font);
-    if (isBroken)
-        announce(rule, rule->text());
+    return true;
 }
 
 void enableItemWithTag(const QToolButton *pulldownMenu, PulldownMenuTag tag, bool enabled)
@@ -90,8 +87,8 @@ void KS7SettingsWindowController::actuallyChangePIN()
     outlets.pinOkayButton->setEnabled(false);
     // setText() also deletes the undo history. After clear(), Ctrl+Z would show the previous passkey.
     outlets.newPINText->setText(QString());
-    if (const auto camera = selectedCam())
-        outlets.pinCamera->setText(cameraTitle(*camera));
+    emphasise(outlets.pinRule, false);
+    nameSelectedCam(outlets.pinSheet, outlets.pinCamera);
     beginSheet(outlets.pinSheet);
 }
 
@@ -99,7 +96,19 @@ void KS7SettingsWindowController::controlTextDidChange(const Notification &)
 {
     const QString text = outlets.newPINText->text();
     outlets.pinOkayButton->setEnabled(isPasskey(text));
-    emphasise(outlets.pinRule, !text.isEmpty() && !isPasskey(text));
+    const bool isBroken = !text.isEmpty() && !isPasskey(text);
+    // Only the first wrong character is news.
+    if (emphasise(outlets.pinRule, isBroken) && isBroken)
+        announce(outlets.pinRule, outlets.pinRule->text());
+}
+
+void KS7SettingsWindowController::newPINEntered()
+{
+    // Return presses OK, which is disabled while the rule is broken.
+    if (outlets.pinOkayButton->isEnabled())
+        return;
+    emphasise(outlets.pinRule, true);
+    announce(outlets.pinRule, outlets.pinRule->text());
 }
 
 void KS7SettingsWindowController::pinOkay(QObject *)

@@ -31,8 +31,10 @@ void KS7SettingsWindowController::showWords()
     facts.isPreferredStreaming = !outlets.addButton->isEnabled();
     facts.isSelectionRemovable = outlets.removeButton->isEnabled();
     facts.cameras = namesOf(mLocalCameraList);
+    facts.isListFocused = outlets.cameraListTable->hasFocus();
     if (const auto camera = selectedCam()) {
         facts.isSelectionStreaming = camera->status() == kKS7CamStreaming;
+        facts.isSelectionSettled = camera->status() != kKS7CamPairing && camera->status() != kKS7CamStarting;
         facts.selectedName = camera->friendlyName();
         facts.selectedStatus = camera->statusString();
     }

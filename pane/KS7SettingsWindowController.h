@@ -23,6 +23,7 @@ struct AlertSheet;
 }
 
 class KS7Cam;
+class QLabel;
 class KS7OrvexLogger;
 class AgentProxyFactory;
 
@@ -121,6 +122,8 @@ public:
     void changePIN(QObject *sender);
     void actuallyChangePIN();
     void controlTextDidChange(const Notification &notification);
+    /// Return in the passkey field: says the rule again while the text breaks it.
+    void newPINEntered();
     void pinOkay(QObject *sender);
     void doPinOkay(void *ignored);
     void pinCancel(QObject *sender);
@@ -184,6 +187,8 @@ private:
     /// Tries to connect and returns the agent's root object. Returns null after the last failed attempt.
     std::shared_ptr<platform::RootProxy> reachAgent();
     void beginSheet(platform::Sheet *sheet);
+    /// Names the selected camera in the label, and as the sheet's description.
+    void nameSelectedCam(platform::Sheet *sheet, QLabel *label);
     void beginAlert(const platform::AlertSheet &alert);
     bool isOptionHeld();
     void startFirmwareUpdate();

@@ -365,6 +365,7 @@ void PaneNib::connectMaintenanceActions()
          {outlets.firmwareCancelButton, &Controller::firmwareCancel}});
     QObject::connect(outlets.newPINText, &QLineEdit::textChanged, controller,
                      [controller] { controller->controlTextDidChange({}); });
+    QObject::connect(outlets.newPINText, &QLineEdit::returnPressed, controller, &Controller::newPINEntered);
     outlets.propertiesSheet->setCancelAction([controller] { controller->propertiesCancel(nullptr); });
     outlets.pinSheet->setCancelAction([controller] { controller->pinCancel(nullptr); });
     outlets.firmwareSheet->setCancelAction([controller] {

@@ -118,6 +118,22 @@ QString PaneSentences::notice(const PaneFacts &facts)
 
 QString PaneSentences::news(const PaneFacts &before, const PaneFacts &now)
 {
+    QStringList sentences{paneNews(before, now), statusNews(before, now)};
+    sentences.removeAll(QString());
+    return sentences.join(QLatin1Char('\n'));
+}
+
+QString PaneSentences::statusNews(const PaneFacts &before, const PaneFacts &now)
+{
+    const bool isSameCamera = !now.selectedName.isNull() && before.selectedName == now.selectedName;
+    const bool isNew = isSameCamera && before.selectedStatus != now.selectedStatus;
+    if (!isNew || !now.isSelectionSettled || now.isListFocused || !reason(now).isEmpty())
+        return {};
+    return tr("%1, %2", "camera name, status").arg(inSentence(now.selectedName), now.selectedStatus);
+}
+
+QString PaneSentences::paneNews(const PaneFacts &before, const PaneFacts &now)
+{
     if (before.isConnected && !now.isConnected)
         return reason(now);
     if (before.isPreviewing != now.isPreviewing)

@@ -16,6 +16,10 @@ struct PaneFacts {
     bool isPreferredStreaming = false;
     bool isSelectionRemovable = false;
     bool isSelectionStreaming = false;
+    /// The selected camera's status lasts: it is neither pairing nor starting.
+    bool isSelectionSettled = true;
+    /// The list has the keyboard: screen readers say a new status of the selected row by themselves.
+    bool isListFocused = false;
     /// The names of all listed cameras, in any order.
     QStringList cameras;
     /// Name and status of the selected camera; null when no camera is selected.
@@ -44,4 +48,10 @@ public:
     static QString notice(const PaneFacts &facts);
     /// The text that a screen reader announces when the state changes from `before` to `now`.
     static QString news(const PaneFacts &before, const PaneFacts &now);
+
+private:
+    static QString paneNews(const PaneFacts &before, const PaneFacts &now);
+    /// The selected camera's new status. Not those that soon give way to another, lest every start is said
+    /// twice.
+    static QString statusNews(const PaneFacts &before, const PaneFacts &now);
 };

@@ -25,7 +25,16 @@ void PaneWords::show(const PaneFacts &facts)
     showList();
     showButtons();
     showPicture();
-    announce(mOutlets.cameraListTable, PaneSentences::news(before, mFacts));
+    const QString news = PaneSentences::news(before, mFacts);
+    if (news != mOutlets.cameraListTable->accessibleDescription() || !isListRead(before))
+        announce(mOutlets.cameraListTable, news);
+}
+
+bool PaneWords::isListRead(const PaneFacts &before) const
+{
+    // The focus moves from a chosen row that goes to the list itself, and a screen reader reads that.
+    const bool losesRow = !before.selectedName.isNull() && mFacts.selectedName.isNull();
+    return losesRow ? mOutlets.cameraListTable->hasFocus() : isDescriptionRead(mOutlets.cameraListTable);
 }
 
 void PaneWords::showList() const

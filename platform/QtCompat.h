@@ -51,4 +51,10 @@ inline bool announces([[maybe_unused]] QObject *source, [[maybe_unused]] const Q
 #endif
 }
 
+/// Whether the toolkit passes a new description's text on to screen readers.
+constexpr bool tellsNewDescriptions()
+{
+    return QT_VERSION_MAJOR >= 6;
+}
+
 } // namespace platform

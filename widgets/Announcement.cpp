@@ -47,4 +47,9 @@ void describe(QWidget *widget, const QString &description)
         widget->setAccessibleDescription(description);
 }
 
+bool isDescriptionRead(const QWidget *widget)
+{
+    return platform::tellsNewDescriptions() && widget->hasFocus();
+}
+
 #include "Announcement.moc"

@@ -9,3 +9,7 @@ void announce(QWidget *source, const QString &text);
 
 /// Sets the accessible description only if it has changed, because Qt would report an equal one as a change.
 void describe(QWidget *widget, const QString &description);
+
+/// Whether screen readers say a new description of the widget by themselves, so that announcing it would say
+/// it twice. They do where the keyboard is.
+[[nodiscard]] bool isDescriptionRead(const QWidget *widget);

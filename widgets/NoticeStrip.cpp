@@ -1,5 +1,7 @@
 #include "widgets/NoticeStrip.h"
 
+#include "widgets/Announcement.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -23,7 +25,7 @@ NoticeStrip::NoticeStrip(QWidget *parent)
 void NoticeStrip::setMessage(const QString &message)
 {
     mMessage->setText(message);
-    mButton->setAccessibleDescription(message);
+    describe(mButton, message);
     setVisible(!message.isEmpty());
 }
 

@@ -377,6 +377,11 @@ Error: %1</source>
         <source>The search has ended.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>camera name, status</comment>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>PaneView</name>

@@ -379,6 +379,11 @@ Fehler: %1</translation>
         <source>The search has ended.</source>
         <translation>Die Suche ist beendet.</translation>
     </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>camera name, status</comment>
+        <translation>%1, %2</translation>
+    </message>
 </context>
 <context>
     <name>PaneView</name>

@@ -127,6 +127,25 @@ const NewsRow NewsRows[] = {
     {"the preview ends", [](auto &f) { f.isPreviewing = true; }, [](auto &) {}, "Preview is off"},
     {"the preview begins", [](auto &) {}, [](auto &f) { f.isPreviewing = f.isSelectionStreaming = true; },
      "Picture of Kitchen"},
+    {"the chosen camera is lost", [](auto &) {},
+     [](auto &f) { f.selectedStatus = QStringLiteral("Not Found"); }, "Kitchen, Not Found"},
+    {"it starts, which does not last", [](auto &) {},
+     [](auto &f) { f.isSelectionSettled = false, f.selectedStatus = QStringLiteral("Starting"); }, ""},
+    {"it has started", [](auto &f) { f.selectedStatus = QStringLiteral("Starting"); },
+     [](auto &f) { f.selectedStatus = QStringLiteral("Streaming"); }, "Kitchen, Streaming"},
+    {"a new status in the focused list", [](auto &) {},
+     [](auto &f) { f.isListFocused = true, f.selectedStatus = QStringLiteral("Not Found"); }, ""},
+    {"a status lost with Bluetooth", [](auto &) {},
+     [](auto &f) { f.isBluetoothOff = true, f.selectedStatus = QStringLiteral("Not Found"); }, ""},
+    {"another choice", [](auto &) {},
+     [](auto &f) {
+         f.selectedName = QStringLiteral("Desk");
+         f.selectedStatus = QStringLiteral("Not Found");
+     },
+     ""},
+    {"two news at once", [](auto &f) { f.isSearching = true; },
+     [](auto &f) { f.selectedStatus = QStringLiteral("Streaming"); },
+     "The search has ended.\nKitchen, Streaming"},
 };
 
 } // namespace

@@ -1,0 +1,347 @@
+#include "agent/NotificationNames.h"
+#include "cameras/KS7AnimatingStatusTableView.h"
+#include "platform/QtCompat.h"
+#include "platform/sheets/Sheets.h"
+#include "tests/support/ActiveWindow.h"
+#include "tests/support/AssistivePrograms.h"
+#include "tests/support/PaneFixture.h"
+#include "widgets/Indicators.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+
+namespace Names = NotificationNames;
+
+namespace {
+
+/// Says what a screen reader says: announcements, what gets the focus, and new descriptions there. Reads a
+/// focused object on the next turn of the event loop, since a real one is another process.
+class Reader : public QObject {
+public:
+    QStringList said;
+    /// Object names of those whose description or name was reported as changed.
+    QStringList changed;
+
+    void hear(QAccessibleEvent *event)
+    {
+        if (const QString news = AssistivePrograms::announcementIn(event); !news.isNull())
+            said.append(news);
+        auto *widget = qobject_cast<QWidget *>(event->object());
+        if (!widget)
+            return;
+        if (event->type() == QAccessible::Focus)
+            follow(widget, event->child());
+        else if (event->type() == QAccessible::DescriptionChanged)
+            hearDescription(widget);
+        else if (event->type() == QAccessible::NameChanged)
+            hearName(widget, event->child());
+    }
+
+    /// The focus comes into a window.
+    void enter(QWidget *window)
+    {
+        said.append(window->accessibleDescription());
+        follow(window->focusWidget(), -1);
+    }
+
+private:
+    void follow(QWidget *widget, int row)
+    {
+        if (mFocus == widget && mRow == row)
+            return;
+        mFocus = widget;
+        mRow = row;
+        const auto read = [this, widget = mFocus, row] {
+            if (auto *focus = mFocus == widget && mRow == row ? reached() : nullptr)
+                said.append(focus->text(row < 0 ? QAccessible::Description : QAccessible::Name));
+        };
+        QMetaObject::invokeMethod(this, read, Qt::QueuedConnection);
+    }
+
+    /// What has the focus; null when a row has gone.
+    [[nodiscard]] QAccessibleInterface *reached() const
+    {
+        auto *focus = mFocus ? QAccessible::queryAccessibleInterface(mFocus) : nullptr;
+        return focus && mRow >= 0 ? focus->child(mRow) : focus;
+    }
+
+    void hearDescription(QWidget *widget)
+    {
+        changed.append(widget->objectName());
+        const bool holdsFocus = reached() && (widget == mFocus || widget->isAncestorOf(mFocus));
+        if (platform::tellsNewDescriptions() && holdsFocus && widget->isVisible())
+            said.append(widget->accessibleDescription());
+    }
+
+    void hearName(QWidget *widget, int row)
+    {
+        changed.append(widget->objectName());
+        if (widget == mFocus && row >= 0 && row == mRow)
+            said.append(reached()->text(QAccessible::Name));
+    }
+
+    QPointer<QWidget> mFocus;
+    int mRow = -1;
+};
+
+Reader *reader = nullptr;
+
+const auto NoAgent =
+    QStringLiteral("The camera agent is not running. Leave this page and open it again to start the agent.");
+
+} // namespace
+
+/// What a screen reader says by itself, and that it says it once.
+class ScreenReaderTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<PaneFixture> mFixture;
+    AssistivePrograms mAssistivePrograms;
+    Reader mReader;
+
+    Outlets &outlets() { return mFixture->outlets(); }
+    KS7SettingsWindowController &controller() { return mFixture->controller(); }
+
+    void addCamera(int status = 1)
+    {
+        mFixture->agent.addCamera(QStringLiteral("a"), QStringLiteral("Kitchen"), status,
+                                  QStringLiteral("2A9C"));
+        mFixture->agent.prefer(QStringLiteral("a"));
+    }
+
+    void showPane()
+    {
+        mFixture->show();
+        makeActive(&mFixture->window);
+        settle();
+        mReader.said.clear();
+        mReader.changed.clear();
+    }
+
+    /// Delivers what waits for the event loop.
+    void settle()
+    {
+        mFixture->runLoop->turn();
+        for (int turn = 0; turn < 3; ++turn)
+            QCoreApplication::processEvents();
+    }
+
+    void focus(QWidget *widget)
+    {
+        widget->setFocus();
+        settle();
+        mReader.said.clear();
+    }
+
+    void agentPosts(const QString &name, const QVariantMap &userInfo = {})
+    {
+        mFixture->agentPosts(name, userInfo);
+        settle();
+    }
+
+    void statusBecomes(int status)
+    {
+        addCamera(status);
+        agentPosts(Names::CameraListChanged);
+    }
+
+    void enter(QWidget *sheet)
+    {
+        makeActive(sheet);
+        mReader.enter(sheet);
+        settle();
+    }
+
+    void openFirmwareSheet()
+    {
+        mFixture->agent.usbAddress = QStringLiteral("a");
+        mFixture->agent.needsFirmware = true;
+        addCamera();
+        showPane();
+        controller().installFirmware(nullptr);
+        enter(outlets().firmwareSheet);
+    }
+
+    /// What was said since the last call and contains the text.
+    int timesSaid(const QString &text)
+    {
+        const auto count = static_cast<int>(mReader.said.filter(text).size());
+        if (count != 1)
+            qWarning() << "said:" << mReader.said;
+        mReader.said.clear();
+        return count;
+    }
+
+public:
+    /// Runs before the application exists. QTEST_MAIN calls it, so it must be public.
+    static void initMain() { AssistivePrograms::prepare(); }
+
+private Q_SLOTS:
+    void init()
+    {
+        reader = &mReader;
+        QAccessible::installUpdateHandler([](QAccessibleEvent *event) { reader->hear(event); });
+        mFixture = std::make_unique<PaneFixture>();
+        // The first test begins without assistive programs.
+        if (QByteArray(QTest::currentTestFunction()) != "theFirstStatusAfterTheReadersStartIsSaid")
+            QVERIFY(mAssistivePrograms.come());
+    }
+    void cleanup() { mFixture.reset(); }
+    void cleanupTestCase() { mAssistivePrograms.leave(); }
+
+    void theFirstStatusAfterTheReadersStartIsSaid()
+    {
+        QVERIFY(!QAccessible::isActive());
+        addCamera();
+        showPane();
+        QVERIFY(mAssistivePrograms.come());
+        outlets().enableKS7Checkbox->setFocus();
+        focus(outlets().cameraListTable);
+        statusBecomes(4);
+        QCOMPARE(timesSaid(QStringLiteral("Kitchen, Streaming")), 1);
+    }
+
+    void aNewStatusIsSaidOnceWhereverTheKeyboardIs_data()
+    {
+        QTest::addColumn<bool>("isInList");
+        QTest::newRow("in the list") << true;
+        QTest::newRow("elsewhere") << false;
+    }
+    void aNewStatusIsSaidOnceWhereverTheKeyboardIs()
+    {
+        QFETCH(bool, isInList);
+        addCamera();
+        showPane();
+        outlets().enableKS7Checkbox->setFocus();
+        focus(isInList ? static_cast<QWidget *>(outlets().cameraListTable) : outlets().enableKS7Checkbox);
+        statusBecomes(3);
+        QCOMPARE(timesSaid(QStringLiteral("Kitchen, Starting")), isInList ? 1 : 0);
+        statusBecomes(4);
+        QCOMPARE(timesSaid(QStringLiteral("Kitchen, Streaming")), 1);
+        agentPosts(Names::CameraListChanged);
+        QCOMPARE(mReader.said, QStringList());
+    }
+
+    void whatTheEmptyListSaysIsSaidOnce()
+    {
+        showPane();
+        outlets().enableKS7Checkbox->setFocus();
+        focus(outlets().cameraListTable);
+        agentPosts(Names::StartedDiscovering);
+        QCOMPARE(timesSaid(QStringLiteral("Searching for cameras…")), 1);
+        agentPosts(Names::StoppedDiscovering);
+        QCOMPARE(timesSaid(QStringLiteral("No cameras found.")), 1);
+    }
+
+    void theAgentsEndIsSaidOnceInTheChosenRow()
+    {
+        addCamera();
+        showPane();
+        outlets().enableKS7Checkbox->setFocus();
+        focus(outlets().cameraListTable);
+        mFixture->connections->killAgent();
+        settle();
+        QCOMPARE(timesSaid(NoAgent), 1);
+    }
+
+    void theNoticeIsReportedWhenItChanges()
+    {
+        showPane();
+        agentPosts(Names::CameraListChanged);
+        QCOMPARE(mReader.changed.filter(QStringLiteral("noticeButton")), QStringList());
+        agentPosts(Names::NoBluetooth);
+        agentPosts(Names::CameraListChanged);
+        QCOMPARE(mReader.changed.filter(QStringLiteral("noticeButton")).size(), 1);
+    }
+
+    void aPercentageIsNoNewName()
+    {
+        showPane();
+        auto &offer = mFixture->updates->offer();
+        offer.offer(QStringLiteral("2.0"));
+        for (int percentage = 0; percentage < 5; ++percentage)
+            offer.progress(percentage);
+        QCOMPARE(mReader.changed.filter(QStringLiteral("updateStrip")).size(), 2);
+        QCOMPARE(timesSaid(QStringLiteral("Installing version 2.0…")), 1);
+    }
+
+    void aSheetSaysItsCameraAndThePasskeysRuleOnce()
+    {
+        addCamera();
+        showPane();
+        controller().actuallyChangePIN();
+        enter(outlets().pinSheet);
+        QCOMPARE(mReader.said,
+                 QStringList({QStringLiteral("Kitchen (2A9C)"), QStringLiteral("1 to 16 digits")}));
+    }
+
+    void aRefusedPasskeyIsRefusedInWordsAtEachReturn()
+    {
+        addCamera();
+        showPane();
+        controller().actuallyChangePIN();
+        enter(outlets().pinSheet);
+        mReader.said.clear();
+        auto *field = outlets().newPINText;
+        const auto rule = QStringLiteral("1 to 16 digits");
+        QTest::keyClick(field, Qt::Key_Return);
+        QCOMPARE(timesSaid(rule), 1);
+        QTest::keyClicks(field, QStringLiteral("12a"));
+        QCOMPARE(timesSaid(rule), 1);
+        for (int time = 0; time < 2; ++time) {
+            QTest::keyClick(field, Qt::Key_Return);
+            QCOMPARE(timesSaid(rule), 1);
+        }
+        QVERIFY(field->hasFocus());
+        QVERIFY(mFixture->sheets->isUp(outlets().pinSheet));
+        field->setText(QStringLiteral("1234"));
+        QTest::keyClick(field, Qt::Key_Return);
+        QCOMPARE(mReader.said.filter(rule), QStringList());
+        QVERIFY(!mFixture->sheets->isUp(outlets().pinSheet));
+    }
+
+    void eachTextOfTheFirmwareSheetIsSaidOnce()
+    {
+        openFirmwareSheet();
+        QVERIFY(mReader.said.contains(QStringLiteral("Kitchen (2A9C)")));
+        QCOMPARE(timesSaid(QStringLiteral("Click Continue to proceed.")), 1);
+        QTest::keyClick(outlets().firmwareContinueButton, Qt::Key_Space);
+        settle();
+        QCOMPARE(timesSaid(QStringLiteral("Click Continue to start the update.")), 1);
+        int timesSaidInWait = 0;
+        mFixture->runLoop->onSlice = [&] {
+            settle();
+            timesSaidInWait = timesSaid(QStringLiteral("Now updating firmware."));
+            mFixture->agentPosts(Names::FirmwareUpdateEnded, {{UserInfoKeys::Result, 0}});
+        };
+        QTest::keyClick(outlets().firmwareContinueButton, Qt::Key_Space);
+        settle();
+        QCOMPARE(timesSaidInWait, 1);
+        QCOMPARE(timesSaid(QStringLiteral("Firmware update complete.")), 1);
+    }
+
+    void aRefusedUpdateIsSaidOnce()
+    {
+        openFirmwareSheet();
+        mFixture->agent.startUpdateResult = -5;
+        QTest::keyClick(outlets().firmwareContinueButton, Qt::Key_Space);
+        QTest::keyClick(outlets().firmwareContinueButton, Qt::Key_Space);
+        settle();
+        QCOMPARE(timesSaid(QStringLiteral("An error occurred updating firmware. Error: -5")), 1);
+    }
+
+    void theFirmwareTextsAreSaidWhereverTheKeyboardIs()
+    {
+        openFirmwareSheet();
+        focus(outlets().firmwareCancelButton);
+        outlets().firmwareContinueButton->click();
+        settle();
+        QCOMPARE(timesSaid(QStringLiteral("Click Continue to start the update.")), 1);
+    }
+};
+
+QTEST_MAIN(ScreenReaderTest)
+#include "ScreenReader_test.moc"
