@@ -30,7 +30,13 @@ public:
     [[nodiscard]] int childCount() const override { return 1; }
     [[nodiscard]] QAccessibleInterface *child(int index) const override
     {
-        return index == 0 ? QAccessible::queryAccessibleInterface(comboBox()->view()) : nullptr;
+        if (index != 0)
+            return nullptr;
+        // Qt reports the current item of a closed list as focused, and a screen reader that starts would go
+        // there.
+        if (!isOpen())
+            comboBox()->view()->selectionModel()->clearCurrentIndex();
+        return QAccessible::queryAccessibleInterface(comboBox()->view());
     }
     [[nodiscard]] QAccessibleInterface *childAt(int x, int y) const override
     {
@@ -41,13 +47,20 @@ public:
         return other->object() == comboBox()->view() ? 0 : -1;
     }
 
-    // Overrides for the action that opens and closes the list.
-    [[nodiscard]] QStringList actionNames() const override { return {showMenuAction(), pressAction()}; }
+    // Two actions open and close the list. Two choose the neighbour, because the items of Qt's list can be
+    // selected by assistive programs, but not chosen.
+    [[nodiscard]] QStringList actionNames() const override
+    {
+        return {showMenuAction(), pressAction(), increaseAction(), decreaseAction()};
+    }
     void doAction(const QString &name) override
     {
         if (!actionNames().contains(name) || !comboBox()->isEnabled())
             return;
-        isOpen() ? comboBox()->hidePopup() : comboBox()->showPopup();
+        if (name == increaseAction() || name == decreaseAction())
+            choose(comboBox()->currentIndex() + (name == increaseAction() ? 1 : -1));
+        else
+            isOpen() ? comboBox()->hidePopup() : comboBox()->showPopup();
     }
 
     // Overrides for the text interface. The text is the current choice, which is read-only here.
@@ -82,6 +95,15 @@ private:
     [[nodiscard]] LabelledComboBox *comboBox() const { return static_cast<LabelledComboBox *>(widget()); }
     [[nodiscard]] QString choice() const { return comboBox()->currentText(); }
     [[nodiscard]] bool isOpen() const { return comboBox()->view()->isVisible(); }
+
+    /// What a person's choice does.
+    void choose(int index)
+    {
+        if (index < 0 || index >= comboBox()->count())
+            return;
+        comboBox()->setCurrentIndex(index);
+        Q_EMIT comboBox()->activated(index);
+    }
 };
 
 } // namespace

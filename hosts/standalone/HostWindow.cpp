@@ -7,7 +7,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QStackedWidget>
+#include <QStackedLayout>
 #include <QStyle>
 #include <QToolButton>
 
@@ -61,7 +61,8 @@ private:
 
 HostWindow::HostWindow(platform::PreferencePane *pane)
     : mShowAll(new QPushButton(tr("Show &All"), this))
-    , mPages(new QStackedWidget(this))
+    // Not a QStackedWidget: screen readers say that it is a layered pane.
+    , mPages(new QStackedLayout)
     , mPanePage(new QWidget)
     , mOverview(new QWidget)
     , mPaneIcon(new QToolButton(mOverview))
@@ -72,7 +73,7 @@ HostWindow::HostWindow(platform::PreferencePane *pane)
     auto *layout = new QVBoxLayout(centralWidget());
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(makeBar());
-    layout->addWidget(mPages, 1);
+    layout->addLayout(mPages, 1);
     buildOverview();
     mPages->addWidget(new PaneArea(mPanePage));
     mPages->addWidget(mOverview);

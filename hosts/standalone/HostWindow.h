@@ -6,7 +6,7 @@
 
 class QLayout;
 class QPushButton;
-class QStackedWidget;
+class QStackedLayout;
 class QToolButton;
 
 /// The only window of the stand-alone host. It shows either the pane or an overview with the pane's icon.
@@ -23,7 +23,7 @@ private:
     void buildOverview();
 
     QPushButton *mShowAll;
-    QStackedWidget *mPages;
+    QStackedLayout *mPages;
     QWidget *mPanePage;
     QWidget *mOverview;
     QToolButton *mPaneIcon;

@@ -2,28 +2,25 @@
 """Tests the stand-alone host's accessible tree: the pane, its sheets, its menu and its alerts."""
 
 import itertools
-import os
 import pathlib
+import plistlib
 import sys
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
 
-from accessible import listen, name_of, role_of, wait_until  # noqa: E402
+from accessible import ANNOUNCEMENTS, listen, name_of, role_of, wait_until  # noqa: E402
 from pipewire_nodes import wait_for_camera  # noqa: E402
-from scripted_pane import KITCHEN, ScriptedPaneTest  # noqa: E402
+from scripted_pane import KITCHEN, PREFERENCES, ScriptedPaneTest  # noqa: E402
 
 DESK = "00-1b-dc-0f-77-01"
 # The roles of controls, which all need a name.
 INTERACTIVE = {"push button", "toggle button", "check box", "radio button", "combo box", "text",
                "password text", "table", "table cell", "link", "menu item", "check menu item", "list item", "slider"}
 # The roles of texts, containers and pictures.
-OTHER = {"application", "frame", "dialog", "alert", "filler", "layered pane", "panel", "label", "progress bar",
+OTHER = {"application", "frame", "dialog", "alert", "filler", "panel", "label", "progress bar",
          "animation", "image", "separator", "list", "popup menu", "menu", "menu bar", "window", "scroll pane"}
 HALL = "00-1b-dc-0f-77-03"
-# The event that carries an announcement. Qt 6.8 sends it directly. With Qt 5, the pane shows a notification object
-# instead.
-ANNOUNCEMENTS = "object:announcement" if os.environ["KS7_QT_VERSION"] == "6" else "object:state-changed:showing"
 METERS = ("Left audio level", "Right audio level")
 # The visible objects of the pane, from top to bottom and from left to right.
 PANE = [
@@ -149,6 +146,16 @@ class AccessibilityTest(ScriptedPaneTest):
         pop_up = self.pane.wait_for("Optimize for", role="combo box")
         self.assertEqual(self.pane.text(pop_up), "Picture quality")
         self.assertEqual(self.pane.names("list item", within=pop_up), ["Smooth motion", "Picture quality"])
+        self.assertFalse([name_of(node) for node in self.pane.nodes(pop_up) if self.pane.has(node, "focused")],
+                         "a closed list never has the keyboard")
+
+    def test_a_choice_is_made_in_the_pop_up(self):
+        self.open_pane()
+        pop_up = self.pane.wait_for("Optimize for", role="combo box")
+        for action, text, stored in (("decrease", "Smooth motion", 0), ("increase", "Picture quality", 1)):
+            self.pane.press(pop_up, action)
+            wait_until(lambda: self.pane.text(pop_up) == text, text, details=self.pane.dump)
+            wait_until(lambda: plistlib.loads(PREFERENCES.read_bytes())["VideoSize2"] == stored, f"{text} stored")
 
     def test_the_table_tells_its_rows_and_which_is_chosen(self):
         self.open_pane()
@@ -208,6 +215,10 @@ class AccessibilityTest(ScriptedPaneTest):
             heard.wait_for("New camera: Hall")
             self.agent.post("KS7StoppedDiscovering", {})
             heard.wait_for("The search has ended.")
+            # In the list, the row's new name would be heard instead.
+            self.pane.focus("Enable KS-7")
+            self.agent.setStatus(KITCHEN, 4)
+            heard.wait_for("Kitchen, Streaming")
             self.agent.die()
             heard.wait_for("The camera agent is not running. Leave this page and open it again to start the agent.")
 
@@ -276,6 +287,7 @@ class AccessibilityTest(ScriptedPaneTest):
         self.choose_action("Change Passkey…")
         self.assert_controls(("text", "New passkey:"), ("push button", "OK"), ("push button", "Cancel"),
                              within="Change Passkey")
+        self.assertEqual(self.pane.wait_for("Change Passkey", role="dialog").get_description(), "Kitchen (2A9C)")
         field = self.pane.wait_for("New passkey:", role="text")
         self.assertEqual(field.get_description(), "1 to 16 digits")
         for line in ("1 to 16 digits", "Kitchen (2A9C)"):
@@ -292,6 +304,7 @@ class AccessibilityTest(ScriptedPaneTest):
         self.open_pane()
         self.choose_action("Update Firmware…")
         self.assert_controls(("push button", "Continue"), ("push button", "Cancel"), within="Update Firmware")
+        self.assertEqual(self.pane.wait_for("Update Firmware", role="dialog").get_description(), "Kitchen (2A9C)")
         self.assert_all_can_be_read()
         self.agent.setBehaviour("firmware", False)
         self.press("Continue", "Update Firmware")

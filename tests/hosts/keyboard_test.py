@@ -8,7 +8,7 @@ import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
 
-from accessible import key, type_text, wait_until  # noqa: E402
+from accessible import ANNOUNCEMENTS, key, listen, type_text, wait_until  # noqa: E402
 from pipewire_nodes import wait_for_camera  # noqa: E402
 from scripted_pane import KITCHEN, PREFERENCES, ScriptedPaneTest  # noqa: E402
 
@@ -127,6 +127,21 @@ class KeyboardTest(ScriptedPaneTest):
         self.tab_to("Cameras")
 
     # Sheets
+
+    def test_a_refused_passkey_keeps_the_keyboard(self):
+        self.agent.plugUSB(KITCHEN, False)
+        self.choose_action(*CHANGE_PASSKEY)
+        self.pane.wait_focused("New passkey:")
+        with listen(ANNOUNCEMENTS) as heard:
+            # The program sends events some time after a listener has come.
+            wait_until(lambda: key("Return") or heard.names(), "the rule", details=self.pane.dump)
+            type_text("12ab")
+            heard.forget()
+            key("Return")
+            heard.wait_for("1 to 16 digits")
+        self.pane.wait_focused("New passkey:")
+        key("Escape")
+        self.pane.wait_focused("Camera Actions")
 
     def test_a_camera_is_renamed(self):
         self.choose_action(*PROPERTIES)

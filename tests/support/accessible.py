@@ -29,6 +29,8 @@ SLOW_ANSWER = 20000
 ACTION_ANSWER = 1000
 # Maps role names of newer AT-SPI and Qt versions to the names that tests use.
 ROLES = {"button": "push button", "push button menu": "push button", "button menu": "push button"}
+# Before Qt 6.8 a notification that comes up says its name.
+ANNOUNCEMENTS = "object:announcement" if os.environ.get("KS7_QT_VERSION") == "6" else "object:state-changed:showing"
 BUS_LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 
 
