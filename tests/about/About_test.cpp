@@ -304,7 +304,8 @@ void AboutTest::releaseOutsideOpensNothing()
     QTest::mouseMove(field(), outside());
     release(outside());
     QCOMPARE(opened(), QStringList());
-    // The first release ended the press. A second release inside the field must not open the page.
+    // The mouse button was already released outside the link field, which ended the press. Another release
+    // inside the field must not open the page.
     release(inside());
     QCOMPARE(opened(), QStringList());
 }
