@@ -11,7 +11,8 @@ class AgentProgramTest : public QObject {
     const QString mInstalled = QStringLiteral("/Library/Application Support/KS-7/KS7Agent.app");
 
 private Q_SLOTS:
-    // The tests require a machine without an installed agent.
+    // The tests fail on a machine with an installed agent. That agent is a folder, and agentProgram() would
+    // return the path of the program inside, not the expected path of the folder.
     void initTestCase() { QVERIFY(!QFile::exists(mInstalled)); }
     void init() { qunsetenv("KS7_AGENT"); }
 

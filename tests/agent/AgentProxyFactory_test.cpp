@@ -31,7 +31,7 @@ QVariantMap record(int status, const QString &cameraID, const QString &name)
 
 constexpr auto JustInTime = 2s;
 constexpr auto JustTooLate = 4500ms;
-/// The result of a failed call of an operation that returns 0 for success.
+/// What startUpdate() and setPassKey() return after a failed call. Their result for success is 0.
 constexpr int NoSuccess = -1;
 
 } // namespace
@@ -359,8 +359,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("error");
         QTest::newRow("failed") << QStringLiteral("org.freedesktop.DBus.Error.Failed");
-        // This error does not prove that the agent is gone. The agent may return the error of its own call to
-        // another service.
+        // ServiceUnknown in a reply does not prove that the agent is gone. The agent may have called another
+        // service itself and may pass on that call's error.
         QTest::newRow("no service") << QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown");
         QTest::newRow("disconnected") << QStringLiteral("org.freedesktop.DBus.Error.Disconnected");
     }

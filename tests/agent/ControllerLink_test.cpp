@@ -197,8 +197,8 @@ private Q_SLOTS:
         QVERIFY(!pane().controller().isStreaming());
         QCOMPARE(pane().takeLog(),
                  (QStringList{QStringLiteral("connectionDidDie:"), QStringLiteral("cameraStatusChanged")}));
-        // The expected order: the sheets end, the table is emptied, the preferences are read without an
-        // agent, and the preview stops.
+        // When the agent dies, the pane first ends its sheets, then empties the table, then reads the
+        // preferences, and finally stops the preview.
         const auto journal = pane().takeJournal();
         QCOMPARE(journal.mid(0, 3),
                  (QStringList{QStringLiteral("end ") + pane().outlets().pinSheet->objectName(),
@@ -340,7 +340,8 @@ private Q_SLOTS:
                            "turned on."));
         QCOMPARE(shown.window, pane().sheets->applicationMainWindow());
         QVERIFY(pane().sheets->dismissAlert());
-        QCOMPARE(pane().runLoop->pendingCount(), 1U); // the only pending call is makeItKey()
+        // The alert has queued no call. The only pending call is makeItKey(), which show() has delayed.
+        QCOMPARE(pane().runLoop->pendingCount(), 1U);
     }
 
     void aLossOfBluetoothStopsThePreviewAndRefreshesBeforeItIsReported()
