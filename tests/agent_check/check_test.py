@@ -30,8 +30,9 @@ def check(*arguments, **options):
 
 
 class Run:
-    """A run of ks7-agent-check with --json. --slow multiplies every limit, because test machines may be busy. A hanging
-    agent takes the whole limit, so tests with such an agent pass a lower factor."""
+    """A run of ks7-agent-check with --json. The option --slow multiplies the program's time limits, because test
+    machines may be busy. With a hanging agent the program waits until a limit ends, so tests of such agents pass a
+    lower factor."""
 
     def __init__(self, *arguments, slow=10):
         done = check("--json", "--slow", str(slow), *arguments)
@@ -248,7 +249,7 @@ class Output(unittest.TestCase):
         try:
             while part := os.read(reader, 4096):
                 out += part
-        except OSError:  # reading fails when the terminal is closed
+        except OSError:  # os.read() fails when the program has closed the terminal
             pass
         self.assertEqual(run.wait(TIMEOUT), 0)
         self.assertIn("…     names.owned".encode(), out)
