@@ -17,7 +17,7 @@ const QColor DarkGray(85, 85, 85);
 
 enum class Dot { Green, Red, Orange, Gray, Unknown };
 
-/// Recognises one of the four dots by the colour of its centre.
+/// Returns which of a camera's four status dots has this colour at its centre.
 Dot dotOfColor(const QColor &color)
 {
     if (color.saturation() < 40)
@@ -44,7 +44,8 @@ private:
     FakeBundle mResources;
 };
 
-/// A table source without rows. No camera is starting, so the table ends its animation at the next tick.
+/// A table source without cameras. The table's cycle() ends the animation if no camera of its source is
+/// starting, so it always does with this source.
 class NoCameras final : public CameraTableSource {
 public:
     int numberOfRowsInTableView(const QObject *) override { return 0; }
@@ -125,8 +126,8 @@ class CamCellTest : public QObject {
         return ink;
     }
 
-    /// Compares with a tolerance. Thin text is blended with the background, so no pixel may have the exact
-    /// colour.
+    /// Returns whether two colours are about equally bright. Thin text is blended with the background, so it
+    /// may have no pixel of the exact colour.
     static bool isAbout(const QColor &color, const QColor &expected)
     {
         return std::abs(qGray(color.rgb()) - qGray(expected.rgb())) <= 24;
@@ -183,8 +184,8 @@ private Q_SLOTS:
         mScale = scale;
         showCamera(QStringLiteral("Kitchen"), 4);
         const auto image = drawn();
-        // In the row, the dot's left edge is at x + 3 and its lower edge at y + 30. The dot is at most 8
-        // pixels wide.
+        // The row begins at (20, 10). The status dot begins 3 pixels right of the row's left edge and ends 30
+        // pixels below its upper edge. The dot is at most 8 pixels wide and high.
         const auto dot = inkWithin(image, QRect(Frame.left(), Frame.top() + 20, 12, 16));
         QVERIFY2(dot.left() >= 23.0 && dot.left() < 24.0, qPrintable(QString::number(dot.left())));
         QVERIFY(dot.bottom() <= 40.0 && dot.bottom() > 39.0);
@@ -252,7 +253,8 @@ private Q_SLOTS:
         mTable->cycle(nullptr);
         mTable->settingsController = nullptr;
         QCOMPARE(int(dotOf(drawn())), int(Dot::Gray));
-        // No camera was starting, so the tick ended the animation. Drawing the row started it again.
+        // cycle() has ended the animation, because `noCameras` contains no starting camera. But drawing the
+        // row has started the animation again, so the dot is orange once more.
         QCOMPARE(int(dotOf(drawn())), int(Dot::Orange));
     }
 
@@ -332,7 +334,7 @@ private Q_SLOTS:
         mCell.setHighlighted(true);
         showCamera(QStringLiteral("Kitchen"), 4);
         const auto image = drawn();
-        // Two points in the dot's white rim: one is left of the dot, the other above it.
+        // The white rim surrounds the dot. Check one point of the rim left of the dot and one above the dot.
         QVERIFY(isAbout(at(image, Frame.topLeft() + QPoint(2, 26)), Qt::white));
         QVERIFY(isAbout(at(image, Frame.topLeft() + QPoint(7, 21)), Qt::white));
     }

@@ -172,7 +172,8 @@ private Q_SLOTS:
         addThreeCameras();
         showPane();
         agent().prefer(Desk);
-        // The pane handles the notification synchronously, before the next turn of the run loop.
+        // After KS7PreferredCameraChanged, the pane must select the row at once and not in the run loop. So
+        // the test checks the selection before it calls turn().
         mFixture->distributedCenter->deliver(Names::PreferredCameraChanged);
         QCOMPARE(table().selectedRow(), 1);
         const QStringList calls{QStringLiteral("indexOfPreferredKS7Cam"),
@@ -516,8 +517,8 @@ private Q_SLOTS:
         QCOMPARE(table().numberOfRows(), 2);
         QVERIFY(!controller().tableViewObjectValue(&table(), QStringLiteral("2"), 0).isValid());
         clickRow(0);
-        // The sorted list contains the address, so the click still selects it. Only the camera's record is
-        // missing.
+        // The agent's sorted list still has Kitchen's address, so the click makes Kitchen the preferred
+        // camera, although its record is missing in cameraDict.
         QCOMPARE(mFixture->takeRemoteCalls().at(1), QStringLiteral("setPreferredDeviceAddress ") + Kitchen);
         QVERIFY(!outlets().removeButton->isEnabled());
     }
@@ -531,8 +532,8 @@ private Q_SLOTS:
         QCOMPARE(table().numberOfRows(), 2);
         QCOMPARE(table().textOfRow(0), QStringLiteral("Kitchen, Streaming"));
         QCOMPARE(table().textOfRow(1), QStringLiteral("Unknown camera"));
-        // The sorted list has three names and the dictionary has two. The third name has a record, but no
-        // row.
+        // The table has two rows, one for each record in cameraDict. The sorted list has three addresses. The
+        // third one has a record, but the table does not show it.
         QVERIFY(cameraInRow(2));
         QCOMPARE(table().selectedRow(), -1);
         QVERIFY(controller().selectedCamAddress().isNull());

@@ -48,8 +48,8 @@ QColor inkWithin(const QImage &image, const QRect &area, const QColor &ground)
     return ink;
 }
 
-/// Compares with a tolerance. Thin text is blended with the background, so no pixel may have the exact
-/// colour.
+/// Returns whether two colours are about equally bright. Thin text is blended with the background, so it may
+/// have no pixel of the exact colour.
 bool isAbout(const QColor &color, const QColor &expected)
 {
     return std::abs(qGray(color.rgb()) - qGray(expected.rgb())) <= 24;

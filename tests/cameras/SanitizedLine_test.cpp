@@ -96,8 +96,9 @@ void SanitizedLineTest::aNameWithOverridesIsIsolated()
 
 void SanitizedLineTest::aLoneIsolateIsWrittenAsItsCode()
 {
-    // An unpaired PDI in a name would end the isolate that surrounds the name. An unpaired isolate start
-    // would also affect the text after the name.
+    // sanitizedLine() puts a name with overrides between the characters that start and end an isolate. In the
+    // name, an unpaired end (U+2069) would end that isolate too early. An unpaired start (U+2067) would also
+    // affect the text after the name.
     QCOMPARE(sanitizedLine(QStringLiteral("\u202Ea\u2069b")),
              QString(Isolate + QStringLiteral("\u202Ea\u27E8U+2069\u27E9b") + Pop));
     QCOMPARE(sanitizedLine(QStringLiteral("a\u2067b\u2066c\u2069")),
