@@ -23,7 +23,9 @@ inline const platform::SleepDelay Delay{QStringLiteral("A program"), QStringLite
 /// A logind that grants inhibitors and counts the inhibitors whose descriptor is still open.
 class FakeLogindInhibitors final : public QDBusVirtualObject {
 public:
-    /// Tests pass this name to QDBusConnection::disconnectFromBus() after they have deleted the object.
+    /// The name of the fake's bus connection, which Qt keeps after the fake is deleted. A test that restarts
+    /// its bus then calls QDBusConnection::disconnectFromBus(), or the next fake would use the dead
+    /// connection.
     inline static const QString ConnectionName = QStringLiteral("fake logind inhibitors");
 
     FakeLogindInhibitors()

@@ -46,7 +46,9 @@ Q_DECLARE_METATYPE(NamedSession)
 /// unregisters it.
 class FakeLogindSession final : public QDBusVirtualObject {
 public:
-    /// Tests pass this name to QDBusConnection::disconnectFromBus() after they have deleted the object.
+    /// The name of the fake's bus connection, which Qt keeps after the fake is deleted. A test that restarts
+    /// its bus then calls QDBusConnection::disconnectFromBus(), or the next fake would use the dead
+    /// connection.
     inline static const QString ConnectionName = QStringLiteral("fake logind session");
     enum class Finds { ByName, ByProcess, ByDisplay };
 

@@ -29,8 +29,8 @@ public:
     [[nodiscard]] bool isUp(const platform::Sheet *sheet) const;
     /// The parent window of an open sheet. Null if the sheet is not open.
     [[nodiscard]] QWidget *windowOf(const platform::Sheet *sheet) const;
-    /// Presses the button of the oldest alert. Returns true if the end handler has hidden the alert and
-    /// removed the focus from its button.
+    /// Calls the end handler of the oldest alert, as a press of its button does. Returns true if the handler
+    /// has hidden the alert's box and moved the focus from the button to the box.
     bool dismissAlert();
     std::vector<ShownAlert> alerts;
     /// The titles of all alerts shown so far.

@@ -19,7 +19,7 @@ public:
     initForBundle(const std::shared_ptr<platform::Bundle> &) override;
     platform::UpdateOffer &offer() override { return mOffer; }
 
-    /// The bundle that each request for an updater passed, in order.
+    /// The bundles that were passed in the requests for an updater, in order.
     std::vector<std::shared_ptr<platform::Bundle>> bundles;
 
 private:

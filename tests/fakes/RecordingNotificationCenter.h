@@ -8,7 +8,8 @@
 /// A notification center that delivers notifications synchronously and records every post.
 class RecordingNotificationCenter final : public platform::NotificationCenter {
 public:
-    /// Whether the journal records only observers that are added or removed, or posts too.
+    /// The events that the journal records: added and removed observers only, or the posts of notifications
+    /// too.
     enum Noted { ObserversOnly, PostsToo };
     explicit RecordingNotificationCenter(Journal journal, Noted noted = ObserversOnly);
     void addObserver(const void *observer, const QString &name,
@@ -21,7 +22,7 @@ public:
     void deliver(const QString &name, const QVariantMap &userInfo = {}, const void *object = nullptr);
     [[nodiscard]] int postCount(const QString &name) const;
     [[nodiscard]] QVariantMap lastUserInfo(const QString &name) const;
-    /// The names that have an observer, in the order of registration.
+    /// The names of the observed notifications, in the order in which their observers were added.
     QStringList registrations;
     std::vector<platform::Notification> posts;
 
