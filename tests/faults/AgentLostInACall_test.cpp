@@ -86,8 +86,8 @@ private:
                                  {{UserInfoKeys::Result, 0}, {UserInfoKeys::PassKey, QStringLiteral("1")}}});
     }
     void plugIn() { controller().enableUSBOptions(); }
-    /// The wait for an update ends only with the update or the host. So the host quits here as soon as the
-    /// agent is lost.
+    /// Starts a firmware update that loses its agent. The pane would wait for the update's end until the host
+    /// quits. So the run loop reports a quit as soon as the agent is lost.
     void updateFirmware()
     {
         controller().installFirmware(nullptr);
@@ -157,7 +157,7 @@ private:
         QVERIFY(!pane().sheets->isUp(pane().outlets().pinSheet));
         QVERIFY(!pane().sheets->isUp(pane().outlets().firmwareSheet));
     }
-    /// Checks that the pane has made this call exactly once, as its last call. Posts do not count.
+    /// Checks that the pane has made `call` exactly once and no call after it. Posts are not calls.
     void heardLastAndOnce(const QString &call)
     {
         const auto isCall = [&](const QString &line) { return line.section(QLatin1Char(' '), 0, 0) == call; };
@@ -185,8 +185,8 @@ private:
         controller().cameraStatusChanged();
         QVERIFY(controller().isConnected());
     }
-    /// Checks that the link is closed before the death is reported. The pane still recognises the connection,
-    /// so it handles the later death notification as usual.
+    /// Checks that the pane uses its agent no longer, although the agent's death is not reported yet. After a
+    /// turn of the event loop the pane handles the death notification, which stops the preview.
     void lateDeathIsTakenIn()
     {
         QVERIFY(!controller().isConnected());

@@ -102,7 +102,8 @@ public:
     }
     QVariant value(int depth = 0)
     {
-        // Cases 12 and above are containers. The limit excludes them at depth 4, so that the nesting ends.
+        // Cases 0 to 11 return simple values, the higher ones containers. At depth 4 only simple values are
+        // chosen, so that the nesting of containers ends.
         switch (below(depth < 4 ? 17 : 12)) {
         case 0:
             return number();

@@ -267,7 +267,8 @@ private Q_SLOTS:
         paneHasNoAgent();
         everyControlAnswers();
         mDaemon.resume();
-        // The bus now delivers the messages that it has queued, in their order.
+        // The resumed bus delivers its queued messages in order. When the agent has received the last one, a
+        // post, it has received all of them.
         QVERIFY(pane().turnUntil([this] { return mAgent->journal().contains(Search); }));
         QCOMPARE(mAgent->takeJournal(), QStringList({QStringLiteral("cameraDict"), Search}));
         QCOMPARE(deaths(), 1);

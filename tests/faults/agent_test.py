@@ -51,8 +51,8 @@ class NoAgent(FaultCase):
         wait_until(overview, "the overview", pane.dump)
 
     def show_again(self, pane):
-        """Opens the pane from the overview until its cameras appear. Half a second after its OK, each error sheet opens
-        the overview, so the second sheet may close the pane again."""
+        """Presses the pane's icon in the overview until the pane shows its cameras. Half a second after OK, an error
+        sheet opens the overview and so closes the pane. There are two such sheets, so one press may not be enough."""
         def cameras():
             icon = pane.find("KS-7", role="push button")
             if icon:

@@ -84,8 +84,8 @@ class SilentFromTheStart(SilentBusCase):
 
 
 class SilentSystemBus(FaultCase):
-    """Tests a silent system bus. kcmshell starts without this bus, and the pane waits for at most one call's
-    timeout."""
+    """Tests the module in kcmshell while the system bus does not reply. kcmshell must start nevertheless. The pane may
+    block for at most the timeout of one call."""
 
     def open_module(self, system_bus):
         module = accessible.launch(["kcmshell" + os.environ["KS7_QT_VERSION"], "kcm_ks7"], env={

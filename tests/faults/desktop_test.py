@@ -181,7 +181,8 @@ class Desktop(FaultCase):
         system_bus = SystemBus()
         self.addCleanup(system_bus.end)
         system_bus.stop()
-        # If the pane made a blocking call on this bus, the window would appear later than the time limit allows.
+        # show_pane() fails if the cameras do not appear within its time limit. A blocking call on the silent system bus
+        # would last longer than this limit.
         self.show_pane(DBUS_SYSTEM_BUS_ADDRESS=system_bus.address)
         self.expect_nothing_to_be_seen()
         self.assertEqual(self.close(self.pane), 0)

@@ -27,8 +27,8 @@ class CrashLoop(FaultCase):
 
     @staticmethod
     def held(pane):
-        """Counts the process's resources. An agent must run meanwhile, because the pane may notice an agent's death
-        later than the test."""
+        """Counts the resources of the pane's process. Count only while an agent runs: the pane may notice an agent's
+        death later than the test, so the counts would depend on the timing."""
         return pane.descriptors(), pane.threads(), pane.match_rules()
 
     def test_the_pane_connects_after_every_restart_and_uses_no_more_memory(self):
@@ -99,8 +99,8 @@ class Bursts(FaultCase):
         calls = self.agent.calls()
         chosen = next(i for i, call in enumerate(calls) if call.startswith("setPreferredDeviceAddress"))
         refreshes = [i for i, call in enumerate(calls) if call == "cameraDict()"]
-        # Besides the refreshes for the list changes, wait_until_heard() causes one refresh and the choice of a camera
-        # causes `of_a_choice`.
+        # Each list change causes one refresh and wait_until_heard() causes another. The click on Desk causes as many as
+        # the earlier click on Kitchen, which is `of_a_choice`.
         self.assertEqual(len(refreshes), LIST_CHANGES + 1 + of_a_choice)
         self.assertLess(chosen, refreshes[-2])
         self.assertEqual(self.close(pane), 0)

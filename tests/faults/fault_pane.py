@@ -50,7 +50,7 @@ class CameraProcess:
         wait_until(self.is_up, "the camera in PipeWire")
 
     def is_up(self):
-        """Returns whether the session manager knows the node. Before that, it links no consumer to the node."""
+        """Returns whether the session manager knows the node. It links consumers only to nodes that it knows."""
         told = subprocess.run(["pw-metadata", "-n", "default", "0"], capture_output=True, text=True,
                               stdin=subprocess.DEVNULL)
         return AGENT_CAMERA in told.stdout
@@ -171,8 +171,8 @@ class FaultCase(unittest.TestCase):
         self.wait_for_rows(pane, *CAMERAS)
 
     def wait_for_no_agent(self, pane):
-        """Waits until the table is empty. The table is also empty while the pane waits for a call, so a button must be
-        readable too."""
+        """Waits until the pane shows an empty table. While the pane blocks in a call, its accessible tree cannot be
+        read and seems to have no rows. So also wait until the button "Add Camera" can be read."""
         wait_until(lambda: not self.rows(pane) and pane.find("Add Camera"), "no row", pane.dump)
         self.assertFalse(pane.ended())
 

@@ -90,12 +90,13 @@ class Quitting(FaultCase):
         self.expect_a_good_end()
 
     def test_during_an_update(self):
-        """Checks that the firmware sheet stays open until the update ends, because closing must not interrupt an
-        update. After that, everything closes."""
+        """During a firmware update, Alt+F4 must not close the sheet, because closing would interrupt the update. After
+        the update, the sheet and the window can be closed."""
         self.start_update()
         self.pane.wait_active("Update Firmware")
         accessible.key("alt+F4")
-        # The pane shows this progress after it has received the key, so the key did not close the sheet.
+        # The pane receives Alt+F4 before this notification. If the pane then shows the update's progress, the key has
+        # not closed the sheet.
         self.post("KS7FirmwareUpdateProgress", {"Value": dbus.Int32(1), "Total": dbus.Int32(4)})
         wait_until(lambda: self.pane.value("Firmware update progress"), "progress", self.pane.dump)
         self.assertTrue(self.pane.find("Now updating firmware."))

@@ -13,8 +13,8 @@ A_NIGHT = 5
 
 
 class StoppedAgent(FaultCase):
-    """Stops the agent's process. The pane drops the connection after one timeout, so the resumed agent finds only one
-    call."""
+    """Tests an agent whose process is stopped. The pane's first call times out, and then the pane closes the
+    connection. So an agent that is resumed later receives only this one call."""
 
     def setUp(self):
         super().setUp()
