@@ -177,7 +177,7 @@ class AccessibilityTest(ScriptedPaneTest):
         self.open_pane()
         wait_until(lambda: len(self.pane.all(role="table cell", showing=False)) == 51, "all cameras",
                    details=self.pane.dump)
-        # This row is outside the visible part of the table.
+        # The table has to be scrolled to show the row of Room 48. A screen reader can press this row nevertheless.
         wanted = self.pane.wait_for("Room 48, Not Streaming", role="table cell", showing=False)
         self.pane.press(wanted)
         wait_until(lambda: self.calls("setPreferredDeviceAddress"), "the choice", details=self.pane.dump)
@@ -241,8 +241,9 @@ class AccessibilityTest(ScriptedPaneTest):
             self.be_heard(heard)
             self.agent.setStatus(KITCHEN, 3)
             heard.wait_for("Kitchen, Starting")
-            # The pane must not announce refreshes without changes, nor changes of other cameras. Both happen before the
-            # next announced status.
+            # The pane must announce neither a refresh without changes nor a new status of a camera that is not
+            # selected. Cause both, and then a change that is announced: no event may come between the two
+            # announcements.
             self.agent.post("KS7CameraListChanged", {})
             self.agent.setStatus(DESK, 1)
             self.pane.wait_for("Desk, Not Streaming")

@@ -98,7 +98,8 @@ class KeyboardTest(ScriptedPaneTest):
             self.agent.addCamera(f"00-1b-dc-0f-88-{number:02x}", f"Room {number:02}", f"88{number:02X}", 1)
         wait_until(lambda: len(self.pane.all(role="table cell", showing=False)) == 51, "all cameras",
                    details=self.pane.dump)
-        # The first item is current after "Right", so "Up" wraps around to the last camera.
+        # "Right" opens the submenu of the cameras and makes its first item current. "Up" then wraps around to the last
+        # camera.
         self.choose_action(*CHOOSE_CAMERA, "Right", "Up")
         self.assertIn("00-1b-dc-0f-88-30", self.wait_call("setPreferredDeviceAddress")[0])
 

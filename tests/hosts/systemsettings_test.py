@@ -18,7 +18,7 @@ import stand_in  # noqa: E402
 from pictures import Picture  # noqa: E402
 from screens import SCREEN  # noqa: E402
 
-# The name of another module on the same page, by Qt version and language.
+# The name of another module on our module's page of System Settings, by Qt version and language.
 OTHER_MODULES = {"5": {"en": "Applications", "de": "Anwendungen"},
                  "6": {"en": "Default Applications", "de": "Standard-Anwendungen"}}[os.environ["KS7_QT_VERSION"]]
 OTHER_MODULE = OTHER_MODULES["en"]

@@ -267,7 +267,8 @@ class WaylandPictureTest(ScriptedPaneTest):
         wait_for_camera()
         self.pane.press("Start Preview")
         x, y, width, height = self.pane.rectangle(self.pane.wait_for("Live picture", role="image"))
-        # Leave out the border: at a fractional scale, the rectangle's edge may include neighbouring pixels.
+        # Leave out four pixels at each edge of the picture. At a fractional scale, its rectangle may include pixels
+        # beside the picture.
         area = (x + 4, y + 4, width - 8, height - 8)
         wait_until(lambda: Picture(area).brightest() > 100, "a picture", details=self.pane.dump)
         first = Picture(area)
