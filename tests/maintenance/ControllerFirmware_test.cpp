@@ -169,8 +169,8 @@ void ControllerFirmwareTest::startUpdate()
     pressContinue();
 }
 
-/// Runs `happening` in slice `number` of the wait. After 1000 slices the run loop reports a quit, so that no
-/// test hangs.
+/// The firmware update waits in short slices of the run loop. Runs `happening` in the slice with this number,
+/// counted from 1. After 1000 slices the run loop reports a quit, so that no test hangs.
 void ControllerFirmwareTest::inSlice(int number, std::function<void()> happening)
 {
     fixture->runLoop->onSlice = [this, number, happening = std::move(happening)] {

@@ -261,7 +261,8 @@ void ControllerPasskeyTest::okNeedsOneToSixteenDigits()
     QFETCH(QString, text);
     QFETCH(bool, enabled);
     openSheet();
-    // The field's previous text must not influence the OK button.
+    // Whether OK is enabled depends only on the present text of the passkey field. So begin once with a valid
+    // text and once with an invalid one.
     for (const auto &before : {QStringLiteral("1"), QStringLiteral("x")}) {
         paste(before);
         paste(text);

@@ -82,7 +82,8 @@ void FirmwareWaitTest::aWaitWithoutASheetCausesNoWakeUps()
     QVERIFY2(endedByItself, "the agent's end did not wake the wait");
     QCOMPARE(fixture.controller().firmwareStep(), 2);
     QVERIFY(!fixture.outlets().firmwareSheet->isVisible());
-    // The measurement lasts 500 ms. A wait in slices of 10 ms would wake up about 50 times.
+    // While the sheet is hidden, the pane must sleep. The wake-ups were counted for 500 ms, in which a wait
+    // in slices of 10 ms would wake up about 50 times.
     QVERIFY2(after - before < 10, qPrintable(QString::number(after - before)));
 }
 

@@ -49,7 +49,8 @@ int main(int argc, char **argv)
     QTimer::singleShot(0, [&] {
         fixture.controller().installFirmware(nullptr);
         fixture.outlets().firmwareContinueButton->click();
-        // Some slices of the wait must elapse before the host quits.
+        // The pane waits in slices of 10 ms. Quit after several slices, so that the test notices an elapsed
+        // slice that replaces the host's exit code.
         QTimer::singleShot(50, [&] {
             std::puts(fixture.controller().firmwareStep() == 1 ? "waited" : "did not wait");
             tell(argc > 1 ? argv[1] : "", fixture);
