@@ -73,7 +73,8 @@ private:
     std::function<void()> mOnSynchronize;
 };
 
-/// Calls a hook when the pane reads the processor clock, which happens while it sets up the pop-up.
+/// Calls a hook when the pane reads the processor clock. The pane does so in setupOptimizePopup(), because a
+/// slow processor hides the pop-up for the picture's size.
 class WatchedClock final : public platform::ProcessorClock {
 public:
     explicit WatchedClock(std::function<void()> onRead)

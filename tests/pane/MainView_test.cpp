@@ -370,7 +370,8 @@ private Q_SLOTS:
         bool wasOpen = false;
         button->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
         QVERIFY(!menu->isVisible());
-        // This timer fires in the event loop of the open menu.
+        // showMenuAction() only requests the menu. The timer's handler runs in the event loop of the opened
+        // menu, so it can check the menu and close it.
         QTimer::singleShot(0, menu, [&] {
             wasOpen = menu->isVisible() && button->state().expanded;
             menu->actions().constLast()->trigger();
@@ -459,7 +460,8 @@ private Q_SLOTS:
         mFixture->agentPosts(Names::StartedDiscovering);
         QVERIFY(spinner->isVisible());
         QVERIFY(outlets().discoveringMessage->isVisible());
-        // The indicator does not change the minimum size, because otherwise the window would grow.
+        // The visible spinner must not increase the view's minimum size, because the window would then grow
+        // whenever a search starts.
         QTRY_COMPARE_WITH_TIMEOUT(view()->minimumSizeHint(), least, Timeout);
         mFixture->agentPosts(Names::StoppedDiscovering);
         QVERIFY(!spinner->isVisible());
@@ -490,7 +492,7 @@ private Q_SLOTS:
         QCOMPARE(timers(), 0);
     }
 
-    // The sentence for each state
+    // Tests of the sentences that explain the state of the pane
 
     void aBlackPictureSaysWhy()
     {
