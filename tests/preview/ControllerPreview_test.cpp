@@ -313,7 +313,8 @@ private Q_SLOTS:
         preview.stopSession();
         QCOMPARE(mPane->takeJournal(),
                  (QStringList{QStringLiteral("stop session"), QStringLiteral("close device")}));
-        QCOMPARE(mPane->capture->sessions.back().use_count(), 2L); // the view holds one reference
+        // Only the fake's list and the view still hold the session. The controller has released it.
+        QCOMPARE(mPane->capture->sessions.back().use_count(), 2L);
         preview.stopSession();
         QVERIFY(mPane->takeJournal().isEmpty());
         preview.doSeqGrab();
@@ -339,7 +340,8 @@ private Q_SLOTS:
         mPane->takeJournal();
         mPane->outlets().previewView->stopSession();
         QCOMPARE(mPane->takeJournal(), QStringList());
-        // The next start must look up the camera again.
+        // stopSession() has dropped the session of the failed start. So the next start must look up the
+        // camera again and find the one that is added here.
         mCamera = mPane->capture->addDevice(CameraID);
         pressButton();
         compareRunning();

@@ -100,7 +100,8 @@ private Q_SLOTS:
         mCameras.back()->tell(QStringLiteral("tell"));
         QCOMPARE(mPreview->doSeqGrab(), std::int16_t(KS7PreviewController::NoCamera));
         QVERIFY(view().isHidden());
-        // After a start without the camera, the next start runs and shows a black picture.
+        // The failed start has kept its session without a camera. The next start runs this session, so the
+        // picture is black.
         QCOMPARE(mPreview->doSeqGrab(), std::int16_t(KS7PreviewController::Running));
         QTRY_VERIFY_WITH_TIMEOUT(view().isVisible(), Timeout);
         QCOMPARE(shown(), Black);
@@ -143,8 +144,8 @@ private Q_SLOTS:
         mPreview->endGrab();
         mPreview->display();
         QVERIFY(view().isHidden());
-        // Wait for the reveal of a second preview, which started later. The first preview's reveal would have
-        // happened before.
+        // A preview shows its view after a delay, which endGrab() must cancel. Wait for the same delay: start
+        // a second preview and wait until its view is visible.
         KS7PreviewController other(mCapture, platform::makeQtRunLoop());
         KS7QTCaptureView otherView;
         other.qtView = &otherView;
