@@ -257,7 +257,8 @@ void ControllerSettingsTest::slowProcessorsHideThePopUp()
     QCOMPARE(KS7SettingsWindowController::getCPUMhz(*fixture->clock), megahertz);
     QCOMPARE(KS7SettingsWindowController::forceQVGA(*fixture->clock), hidden);
     QCOMPARE(popUpIsHidden(), hidden);
-    // A hidden pop-up still shows the item that the interface file selects.
+    // While the pop-up is hidden, the pane does not set it to the stored size. It keeps item 0, which the
+    // interface file selects.
     QCOMPARE(shownSize(), hidden ? 0 : 1);
 }
 
@@ -376,8 +377,8 @@ void ControllerSettingsTest::aSizeThatCannotBeWrittenIsNotShown()
 {
     agentWrites(PreferenceKeys::VideoSize2, 1);
     fixture->show();
-    // Without this observer the pane does not receive its own post, so the post cannot correct the shown
-    // value.
+    // The pane observes its own post KS7ChangedOptimizedPreference and then shows the stored size. Remove
+    // this observer, so that only the failed write can make the pane show the stored size again.
     fixture->distributedCenter->removeObserver(&fixture->controller(),
                                                NotificationNames::ChangedOptimizedPreference);
     fixture->defaults->diskIsFull = true;
@@ -490,7 +491,8 @@ void ControllerSettingsTest::startPreview()
     QVERIFY(fixture->controller().isStreaming());
 }
 
-// The handler reads the preferences twice: first for the check box, then for the preview.
+// When KS7OnOffChanged is posted, the pane reads its on/off switch twice: first for the check box, then for
+// the preview. Here the agent stores "off" between the two.
 void ControllerSettingsTest::offBetweenTheReadsStopsThePreview()
 {
     startPreview();
