@@ -55,7 +55,7 @@ WIRE = {
 
 
 def methods_of(xml_text, interface):
-    """Returns the operations of an interface in their order, in the notation of WIRE."""
+    """Returns the operations of an interface in order, each as "name(type argument, ...) -> (type argument, ...)"."""
     def arguments(method, direction):
         return ", ".join(f"{arg.get('type')} {arg.get('name')}" for arg in method.iter("arg")
                          if arg.get("direction") == direction)
