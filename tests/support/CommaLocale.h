@@ -7,8 +7,8 @@
 
 #include <clocale>
 
-/// Sets a locale with a decimal comma. The machine need not have it, because the class writes the LC_NUMERIC
-/// file as localedef does.
+/// Sets a locale with a decimal comma. No such locale has to be installed, because the class writes the file
+/// LC_NUMERIC of the locale itself.
 class CommaLocale {
 public:
     CommaLocale()

@@ -26,7 +26,7 @@ void PrivateBus::start()
     mDaemon.start(QStringLiteral("dbus-daemon"),
                   {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address"),
                    QStringLiteral("--address=unix:path=") + mSocket});
-    // The daemon prints its address as soon as it accepts connections.
+    // Wait until the daemon prints its address, because from then on it accepts connections.
     mDaemon.waitForReadyRead();
 }
 

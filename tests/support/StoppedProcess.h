@@ -18,7 +18,7 @@ inline bool isStopped(pid_t process)
     while (threads.hasNext()) {
         QFile stat(threads.next() + QStringLiteral("/stat"));
         if (!stat.open(QIODevice::ReadOnly))
-            continue; // The thread has ended.
+            continue; // The thread has ended since its folder was listed.
         const QByteArray line = stat.readAll();
         if (line.mid(line.lastIndexOf(')') + 2, 1) != "T")
             return false;

@@ -394,8 +394,8 @@ class Program:
     # Using the controls
 
     def press_if_there(self, node):
-        """Presses a button that disappears, and waits until it has. AT-SPI animates a press for 0.1 s before it counts,
-        and a second press would restart the animation."""
+        """Presses a button that disappears when it is pressed, and waits until it has disappeared. Qt performs a press
+        through AT-SPI only after an animation of 0.1 s. A second press would restart the animation."""
         with contextlib.suppress(NotThere):
             self.press(node, timeout=2)
             wait_until(lambda: not self.has(node, "showing"), f"the going of {name_of(node)!r}", timeout=2)
@@ -407,7 +407,7 @@ class Program:
         interface = node.get_action_iface()
 
         def offered():
-            # The program may rebuild its menu while the actions are read.
+            # The object may disappear during the reading, if the program rebuilds its menu. Then it offers no action.
             names = _asked(lambda: [interface.get_action_name(index).lower()
                                     for index in range(interface.get_n_actions())], [])
             return next((names.index(name) + 1 for name in wanted if name in names), 0)
@@ -465,7 +465,8 @@ def _asked(question, otherwise):
     """Returns the result of the call, or `otherwise` if the object no longer exists."""
     try:
         return question()
-    except Exception as error:  # GLib.Error, but its class exists only after gi is loaded
+    except Exception as error:
+        # GLib reports a missing object with a GLib.Error. Compare the class's name, because gi may not be loaded yet.
         if type(error).__name__ not in ("GError", "Error", "AttributeError"):
             raise
         return otherwise

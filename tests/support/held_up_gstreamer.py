@@ -11,7 +11,8 @@ import os
 import pathlib
 import tempfile
 
-# A number greater than the number of helpers that GStreamer ever starts.
+# The number of lines that let_go() writes to the pipe. Each line releases one blocked script, and GStreamer starts
+# fewer.
 HELPERS = 100
 
 
@@ -28,16 +29,16 @@ class HeldUpGStreamer:
         self._helper.chmod(0o700)
 
     def environment(self):
-        """Returns the environment of the program to be delayed: an empty plug-in registry, and the blocked script as
-        the plug-in scanner."""
+        """Returns environment variables for the program to be delayed. With an empty registry GStreamer scans all
+        plug-ins, and its scanner is a script that blocks until let_go()."""
         return {"GST_REGISTRY": str(self._folder / "registry"), "GST_PLUGIN_SCANNER_1_0": str(self._helper)}
 
     def has_begun(self):
         return self._begun.exists()
 
     def let_go(self):
-        """Releases the blocked script and all later ones. When its helper exits, GStreamer scans the plug-ins by
-        itself."""
+        """Ends the blocked script, and each script that GStreamer starts later. Without a helper, GStreamer scans the
+        plug-ins in the program's own process."""
         if not self._gate.closed:
             self._gate.write(b"\n" * HELPERS)
 

@@ -13,7 +13,7 @@ def nodes():
     """Returns the properties of every node."""
     text = subprocess.run(["pw-dump"], capture_output=True, text=True, check=True, stdin=subprocess.DEVNULL).stdout.strip()
     objects = {}
-    # If objects change while pw-dump runs, pw-dump prints a second list with the changes.
+    # If objects change while pw-dump runs, it prints further lists with the changes after the first one. Read them all.
     while text:
         listed, end = json.JSONDecoder().raw_decode(text)
         objects |= {each["id"]: each for each in listed}

@@ -57,8 +57,8 @@ class Session:
         self.write_wireplumber_settings()
 
     def move_runtime_folder(self):
-        """Gives the private buses a runtime folder of their own. WAYLAND_DISPLAY becomes a full path, because the
-        socket stays in the caller's runtime folder."""
+        """Makes a private folder the runtime folder XDG_RUNTIME_DIR. The socket of the caller's Wayland display stays
+        in the caller's runtime folder, so its full path is put into WAYLAND_DISPLAY."""
         wayland = self.env.get("WAYLAND_DISPLAY")
         if wayland:
             self.env["WAYLAND_DISPLAY"] = os.path.join(self.env.get("XDG_RUNTIME_DIR", ""), wayland)
@@ -151,8 +151,8 @@ class Session:
         self.env["QT_QPA_PLATFORM"] = "xcb"
 
     def display_number(self, reader):
-        """Reads the display's number up to the line end. Xvfb writes the two separately, and dies if the pipe is closed
-        before the second write."""
+        """Reads the display's number and the line end after it. Xvfb writes the number and the line end separately, and
+        dies if the pipe is closed in between."""
         line = b""
         with selectors.DefaultSelector() as selector:
             selector.register(reader, selectors.EVENT_READ)

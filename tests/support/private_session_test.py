@@ -37,7 +37,7 @@ class PrivateSessionTest(unittest.TestCase):
         return WITHOUT_SYSTEMD
 
     def add_program(self, name, script):
-        """Puts a shell script into PATH before the program of that name."""
+        """Makes a shell script run instead of the program `name`: its folder becomes the first one in PATH."""
         folder = FOLDER / "programs"
         folder.mkdir()
         (folder / name).write_text(f"#!/bin/sh\n{script}\n")

@@ -14,7 +14,7 @@ def is_stopped(pid):
         try:
             states.append(stat.read_text().rpartition(")")[2].split()[0])
         except (FileNotFoundError, ProcessLookupError):
-            pass  # The thread has ended.
+            pass  # The thread has ended since its folder was listed.
     return bool(states) and set(states) == {"T"}
 
 

@@ -142,7 +142,8 @@ private:
     pw_main_loop *const mLoop;
     std::string mInput;
     std::uint32_t mColor = Last;
-    std::uintptr_t mLook = 1; // changes with each command, so that every buffer is repainted once
+    // Increases with each command. A buffer that was painted before the last command is painted again.
+    std::uintptr_t mLook = 1;
     std::uint32_t mNumber = 0;
     bool mPaused = false;
     bool mNumbered = false;
