@@ -1,5 +1,6 @@
 #include "hosts/standalone/HostWindow.h"
 #include "hosts/standalone/PrefPanesManager.h"
+#include "platform/QtCompat.h"
 #include "platform/desktop/HostClasses.h"
 #include "tests/hosts/RecordingPane.h"
 #include "tests/support/Timeout.h"
@@ -72,7 +73,9 @@ void HostWindowTest::showAllGoesToTheOverviewAndItsIconBack()
     QCOMPARE(button("paneIcon")->text(), QStringLiteral("KS-7"));
     const QIcon drawing(QStringLiteral(":/host/ks7-preferences.svg"));
     QVERIFY(!drawing.pixmap(64).isNull());
-    QCOMPARE(button("paneIcon")->icon().pixmap(64).toImage(), drawing.pixmap(64).toImage());
+    for (const qreal scale : {1.0, 2.0})
+        QCOMPARE(platform::pixmapOf(button("paneIcon")->icon(), {64, 64}, scale).toImage(),
+                 platform::pixmapOf(drawing, {64, 64}, scale).toImage());
     QVERIFY(!button("showAllButton")->isEnabled());
 
     mPane->told.clear();
