@@ -32,7 +32,8 @@ CAMERA = "00-1b-dc-0f-00-01"
 FORMATS = ("YUY2 640x480", "BGRx 640x480", "YUY2 1280x720")
 BITS = 16
 HALF_A_PICTURE = 1000 / 30 / 2
-TICKS = os.sysconf("SC_CLK_TCK")
+# The kernel's clock of another process's processor time (CPUCLOCK_SCHED), which counts in nanoseconds.
+PROCESSOR_CLOCK = 2
 
 
 class XImage(ctypes.Structure):
@@ -123,14 +124,18 @@ class Camera:
         self.sent = {}
         self.process = subprocess.Popen([program, NODE, "KS-7", "0x2a6099", form, "30"], stdin=subprocess.PIPE,
                                         stdout=subprocess.PIPE, text=True)
-        self.process.stdin.write("number\ntell\n")
-        self.process.stdin.flush()
+        self.obey("number\ntell")
         threading.Thread(target=self.listen, daemon=True).start()
+
+    def obey(self, command):
+        self.process.stdin.write(command + "\n")
+        self.process.stdin.flush()
 
     def listen(self):
         for line in self.process.stdout:
-            _, number, moment = line.split()
-            self.sent[int(number) % 2 ** BITS] = int(moment) / 1e9
+            what, number, moment = line.split()
+            if what == "sent":
+                self.sent[int(number) % 2 ** BITS] = int(moment) / 1e9
 
     def end(self):
         self.process.kill()
@@ -138,8 +143,15 @@ class Camera:
 
 
 def processor_time(pid):
-    words = pathlib.Path(f"/proc/{pid}/stat").read_text().rsplit(")", 1)[1].split()
-    return (int(words[11]) + int(words[12])) / TICKS
+    """Returns the seconds of user and system time of all threads, ended ones included."""
+    return time.clock_gettime(~pid << 3 | PROCESSOR_CLOCK)
+
+
+def processor_share(pid, seconds):
+    """Returns the processor time of the next seconds in percent of one core."""
+    before, begin = processor_time(pid), time.monotonic()
+    time.sleep(seconds)
+    return (processor_time(pid) - before) / (time.monotonic() - begin) * 100
 
 
 def play(operation, *arguments):
@@ -217,21 +229,23 @@ class ScalingLaunch(Launch):
 
 
 def measure(side, camera, seconds):
-    """Runs one of the compared programs. Returns a dictionary: its processor time in percent of one core, the percentage of
-    the sent frames that were seen, and the median delay in milliseconds."""
+    """Runs one of the compared programs. Returns a dictionary: its processor time in percent of one core, with frames and of
+    the frames alone, the percentage of the sent frames that were seen, and the median delay in milliseconds."""
     process, eye = side.start()
-    before = processor_time(process.pid)
-    time.sleep(seconds)
-    used = processor_time(process.pid) - before
+    used = processor_share(process.pid, seconds)
     begin = time.monotonic()
     seen = eye.watch(max(3, seconds / 3))
     # Ignore frames of the last 0.3 s, because they may not be visible yet.
     sent = {number: moment for number, moment in camera.sent.items() if begin < moment < time.monotonic() - 0.3}
     delays = [seen[number] - moment for number, moment in sent.items() if number in seen]
+    camera.obey("pause")
+    time.sleep(1)
+    without = processor_share(process.pid, seconds / 2)
+    camera.obey("resume")
     process.terminate()
     process.wait()
     eye.close()
-    told = {"processor": used / seconds * 100, "shown": len(delays) / len(sent) * 100,
+    told = {"processor": used, "frames": used - without, "shown": len(delays) / len(sent) * 100,
             "delay": statistics.median(delays) * 1000}
     print(side.name, {what: round(value, 2) for what, value in told.items()}, flush=True)
     return told
@@ -243,12 +257,15 @@ def figures(form, told):
     def samples(side, what):
         return [each[what] for each in told[side]]
     ours, theirs, scaling = (samples(side, "processor") for side in ("ours", "launch", "scaling"))
+    alone, scaling_alone = (samples(side, "frames") for side in ("ours", "scaling"))
     beside = "gst-launch-1.0 pipewiresrc ! videoconvert ! ximagesink"
     scaled = "gst-launch-1.0 pipewiresrc ! videoconvertscale ! the pane's size ! ximagesink"
     picture = f"preview of {form} at 30 a second"
+    alone_what = f"{picture}: processor time of the frames, less what each program takes while none comes"
     # A limit is always an upper limit, so report the share of frames that were not seen.
     return [(10, f"{picture}: processor time", beside, [a / b for a, b in zip(ours, theirs)], None, "×"),
             (10, f"{picture}: processor time", scaled, [a / b for a, b in zip(ours, scaling)], 1.1, "×"),
+            (10, alone_what, scaled, [a / b for a, b in zip(alone, scaling_alone)], 1.1, "×"),
             (10, f"{picture}: pictures sent and not seen", "none", [100 - each for each in samples("ours", "shown")], 1, " %"),
             (10, f"{picture}: from the camera's clock to the screen", "half the time between two pictures",
              samples("ours", "delay"), HALF_A_PICTURE, " ms"),
