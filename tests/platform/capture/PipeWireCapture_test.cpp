@@ -101,6 +101,12 @@ std::map<int, void (*)(int)> signalHandlers()
     return handlers;
 }
 
+/// The alpha in memory of the first pixel: QImage::pixel() is always opaque for a format without alpha.
+int storedAlpha(const QImage &picture)
+{
+    return qAlpha(*reinterpret_cast<const QRgb *>(picture.constScanLine(0)));
+}
+
 } // namespace
 
 /// Tests cameras of a real PipeWire, from their look-up to the pixels in the view.
@@ -355,7 +361,7 @@ private Q_SLOTS:
         mCapture.reset();
         mCamera.reset();
         QVERIFY(looksLike(kept.pixel(160, 120), Red));
-        QCOMPARE(qAlpha(kept.pixel(160, 120)), 255);
+        QCOMPARE(storedAlpha(kept), 255);
     }
 
     void aLargePictureComesAsLargeAsItIsShown_data()
@@ -383,7 +389,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(mFrames > 0, Timeout);
         QVERIFY(arrived(Red));
         QCOMPARE(mLast.size(), expected);
-        QCOMPARE(qAlpha(mLast.pixel(0, 0)), 255);
+        QCOMPARE(storedAlpha(mLast), 255);
         QVERIFY(mErrors.empty());
     }
 
