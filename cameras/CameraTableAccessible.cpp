@@ -115,6 +115,14 @@ public:
     ~TableAccessible() override { forgetRowsFrom(0); }
 
     // QAccessibleInterface
+    [[nodiscard]] QAccessible::State state() const override
+    {
+        auto state = QAccessibleWidget::state();
+        // The selected row is focused instead. A screen reader that starts would take the first focused
+        // object, the table, and not say a new status of the row.
+        state.focused = state.focused && table()->selectedRow() < 0;
+        return state;
+    }
     [[nodiscard]] int childCount() const override { return rowCount(); }
     [[nodiscard]] QAccessibleInterface *child(int row) const override { return cellAt(row, 0); }
     [[nodiscard]] QAccessibleInterface *childAt(int x, int y) const override

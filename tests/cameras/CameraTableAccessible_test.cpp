@@ -202,6 +202,18 @@ private Q_SLOTS:
         QCOMPARE(told, QStringList{QStringLiteral("focus 0")});
     }
 
+    void onlyOneOfTableAndRowIsFocused()
+    {
+        showThreeCameras();
+        makeActive(&mFixture->window);
+        table().setFocus();
+        QVERIFY(accessible()->child(0)->state().focused);
+        QVERIFY(!accessible()->state().focused);
+        table().setAllowsEmptySelection(true);
+        table().deselectAll();
+        QVERIFY(accessible()->state().focused);
+    }
+
     void rowsThatComeAndGoAreTold()
     {
         showThreeCameras();

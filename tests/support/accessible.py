@@ -312,10 +312,12 @@ class Program:
         return bool(_asked(lambda: node.get_state_set().contains(value), False))
 
     def focused(self):
-        """Returns the name of the focused object, or "". For a table or list, returns the table's or list's name, not
-        the row's."""
-        with_focus = [node for node in self.nodes() if self.has(node, "focused") and role_of(node) not in ("table cell", "list item")]
-        return name_of(with_focus[-1]) if with_focus else ""
+        """Returns the name of the focused object, or "". For a row of a table, returns the table's name."""
+        with_focus = [node for node in self.nodes() if self.has(node, "focused") and role_of(node) != "list item"]
+        if not with_focus:
+            return ""
+        is_row = role_of(with_focus[-1]) == "table cell"
+        return name_of(with_focus[-1].get_parent() if is_row else with_focus[-1])
 
     def wait_focused(self, name):
         wait_until(lambda: self.focused() == name, f"the keyboard on {name!r}",
