@@ -57,6 +57,7 @@ install(PROGRAMS ${PROJECT_SOURCE_DIR}/docs/examples/ks7_agent.py
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/ks7-agent-dev/examples COMPONENT development)
 
 if(EXISTS /etc/debian_version)
+  cmake_host_system_information(RESULT KS7_DEBIAN_RELEASE QUERY DISTRIB_VERSION_CODENAME)
   configure_file(${resources}/debian/copyright.in ${packaging}/copyright @ONLY)
   configure_file(${resources}/debian/changelog.in ${packaging}/changelog.Debian @ONLY)
   ks7_compress(${packaging}/changelog.Debian)
@@ -123,6 +124,6 @@ set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
 For those who write an agent for the settings pane of the KS-7: its contract,
 the D-Bus interfaces with a pkg-config file, an example in Python, and
 ks7-agent-check, which checks an agent against the contract.")
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "ks7-agent-simulator, python3-gi, pkg-config")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "ks7-agent-simulator, python3-gi, pkgconf")
 
 include(CPack)
