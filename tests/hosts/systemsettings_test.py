@@ -173,7 +173,7 @@ class SystemSettingsTest(unittest.TestCase):
     def test_closing_under_a_sheet_ends_the_program_well_when_the_sheet_is_left(self):
         with self.settings_without_warnings() as settings:
             self.open_sheet(settings)
-            SCREEN.close(next(window for window in settings.windows() if window.title != "Camera Properties"))
+            SCREEN.close(next(window for window in settings.windows() if "Camera Properties" not in window.title))
             accessible.key("alt+F4")
             settings.wait_gone("Camera ID:", role="text")
             self.assertEqual(self.quit(settings), 0)

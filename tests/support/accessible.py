@@ -486,7 +486,9 @@ def role_of(node):
 
 
 def name_of(node):
-    return _asked(node.get_name, "") or ""
+    """Returns the name, for a dialog without the program's name, which Qt 6.11 adds."""
+    name = _asked(node.get_name, "") or ""
+    return name.partition(" — ")[0] if " — " in name and role_of(node) in ("alert", "dialog") else name
 
 
 def _matches(program, node, name, role, showing):
