@@ -64,7 +64,8 @@ void UpdateStrip::follow()
 
 void UpdateStrip::say(Stage stage)
 {
-    // Qt would report an equal name as a change, and the percentage changes often.
+    // Set the name only if it differs: Qt would report an equal name as a change, at each change of the
+    // percentage.
     if (accessibleName() != message())
         setAccessibleName(message());
     // Announce only a new stage. Otherwise screen readers would speak at every change of the percentage.

@@ -266,7 +266,7 @@ void CameraTableAnnouncer::tellOfFocus(int row)
 {
     if (row >= 0)
         return tellOfRow(row, QAccessible::Focus);
-    // Screen readers would stay at the row that is gone.
+    // Without this event, screen readers would stay at the row that has been removed.
     QAccessibleEvent event(mTable, QAccessible::Focus);
     QAccessible::updateAccessibility(&event);
 }

@@ -7,7 +7,8 @@
 
 namespace {
 
-/// Names the format, because Qt loads every image plug-in to detect one. Other formats are still detected.
+/// Reads the image as PNG first: to detect a format, Qt would load all its image plug-ins. A file in another
+/// format is read with detection.
 QPixmap pixmapFrom(const QString &path)
 {
     QImageReader reader(path, "png");

@@ -42,8 +42,8 @@ void announceTexts(const Outlets &outlets)
              inOneLine(outlets.firmwareMainText->text(), outlets.firmwareStatusText->text()));
 }
 
-/// Enables Continue, which then takes the keyboard. Announces the texts unless a screen reader reads them by
-/// itself, as the description of the control that gets the keyboard.
+/// Enables the Continue button and gives it the focus. Announces the texts, unless a screen reader reads them
+/// as the description of the control that gets the focus.
 void enableContinue(const Outlets &outlets)
 {
     auto *button = outlets.firmwareContinueButton;
@@ -54,8 +54,8 @@ void enableContinue(const Outlets &outlets)
         announceTexts(outlets);
 }
 
-/// Shows the bar and moves the keyboard there: a disabled button cannot keep it. `texts` become the bar's
-/// description first, because a screen reader would say those of a bar that already has the keyboard twice.
+/// Shows the progress bar and moves the focus to it, because the button with the focus is disabled here.
+/// `texts` become the bar's description before that: a screen reader then says them once.
 void moveToBar(const Outlets &outlets, const QString &texts)
 {
     auto *bar = outlets.firmwareCheckingIndicator;

@@ -37,7 +37,7 @@ bool isPasskey(const QString &text)
            });
 }
 
-/// Shows the rule in bold. Returns whether it was shown otherwise before.
+/// Shows the rule in bold if it is broken. Returns true if that changes the label.
 bool emphasise(QLabel *rule, bool isBroken)
 {
     QFont font = rule->font();
@@ -97,14 +97,14 @@ void KS7SettingsWindowController::controlTextDidChange(const Notification &)
     const QString text = outlets.newPINText->text();
     outlets.pinOkayButton->setEnabled(isPasskey(text));
     const bool isBroken = !text.isEmpty() && !isPasskey(text);
-    // Only the first wrong character is news.
+    // Announce only the first wrong character: the rule stays broken at the next ones.
     if (emphasise(outlets.pinRule, isBroken) && isBroken)
         announce(outlets.pinRule, outlets.pinRule->text());
 }
 
 void KS7SettingsWindowController::newPINEntered()
 {
-    // Return presses OK, which is disabled while the rule is broken.
+    // While the rule is broken, the OK button is disabled and Return has no effect, so announce the rule.
     if (outlets.pinOkayButton->isEnabled())
         return;
     emphasise(outlets.pinRule, true);

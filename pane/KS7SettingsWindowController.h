@@ -122,7 +122,7 @@ public:
     void changePIN(QObject *sender);
     void actuallyChangePIN();
     void controlTextDidChange(const Notification &notification);
-    /// Return in the passkey field: says the rule again while the text breaks it.
+    /// Called when Return is pressed in the passkey field. Announces the rule again if the text breaks it.
     void newPINEntered();
     void pinOkay(QObject *sender);
     void doPinOkay(void *ignored);
@@ -187,7 +187,7 @@ private:
     /// Tries to connect and returns the agent's root object. Returns null after the last failed attempt.
     std::shared_ptr<platform::RootProxy> reachAgent();
     void beginSheet(platform::Sheet *sheet);
-    /// Names the selected camera in the label, and as the sheet's description.
+    /// Writes the selected camera's name into the label and into the sheet's accessible description.
     void nameSelectedCam(platform::Sheet *sheet, QLabel *label);
     void beginAlert(const platform::AlertSheet &alert);
     bool isOptionHeld();

@@ -16,9 +16,10 @@ struct PaneFacts {
     bool isPreferredStreaming = false;
     bool isSelectionRemovable = false;
     bool isSelectionStreaming = false;
-    /// The selected camera's status lasts: it is neither pairing nor starting.
+    /// False while the selected camera pairs or starts. Such a status soon changes again.
     bool isSelectionSettled = true;
-    /// The list has the keyboard: screen readers say a new status of the selected row by themselves.
+    /// Whether the list has the focus. Screen readers then say a new status of the selected row by
+    /// themselves.
     bool isListFocused = false;
     /// The names of all listed cameras, in any order.
     QStringList cameras;
@@ -51,7 +52,7 @@ public:
 
 private:
     static QString paneNews(const PaneFacts &before, const PaneFacts &now);
-    /// The selected camera's new status. Not those that soon give way to another, lest every start is said
-    /// twice.
+    /// Announcement of the selected camera's new status. Empty for a status that soon changes again: a start
+    /// would be announced twice.
     static QString statusNews(const PaneFacts &before, const PaneFacts &now);
 };

@@ -32,7 +32,8 @@ void PaneWords::show(const PaneFacts &facts)
 
 bool PaneWords::isListRead(const PaneFacts &before) const
 {
-    // The focus moves from a chosen row that goes to the list itself, and a screen reader reads that.
+    // When the selected row is removed, the focus moves to the list itself, and a screen reader reads the
+    // list's description.
     const bool losesRow = !before.selectedName.isNull() && mFacts.selectedName.isNull();
     return losesRow ? mOutlets.cameraListTable->hasFocus() : isDescriptionRead(mOutlets.cameraListTable);
 }

@@ -18,7 +18,8 @@ private:
     void showList() const;
     void showButtons() const;
     void showPicture() const;
-    /// Whether a screen reader says the list's description by itself after this change.
+    /// Whether a screen reader says the list's description by itself after the change from `before`. An
+    /// announcement would repeat it.
     [[nodiscard]] bool isListRead(const PaneFacts &before) const;
 
     const Outlets &mOutlets;

@@ -51,7 +51,7 @@ inline bool announces([[maybe_unused]] QObject *source, [[maybe_unused]] const Q
 #endif
 }
 
-/// Whether the toolkit passes a new description's text on to screen readers.
+/// Whether Qt sends the text of a changed description to screen readers. Qt 5 sends the event without it.
 constexpr bool tellsNewDescriptions()
 {
     return QT_VERSION_MAJOR >= 6;

@@ -32,8 +32,8 @@ public:
     {
         if (index != 0)
             return nullptr;
-        // Qt reports the current item of a closed list as focused, and a screen reader that starts would go
-        // there.
+        // Clear the current item: Qt reports the current item of a closed list as focused, and a screen
+        // reader that starts would go there.
         if (!isOpen())
             comboBox()->view()->selectionModel()->clearCurrentIndex();
         return QAccessible::queryAccessibleInterface(comboBox()->view());
@@ -96,7 +96,7 @@ private:
     [[nodiscard]] QString choice() const { return comboBox()->currentText(); }
     [[nodiscard]] bool isOpen() const { return comboBox()->view()->isVisible(); }
 
-    /// What a person's choice does.
+    /// Does the same as a choice by mouse or keyboard.
     void choose(int index)
     {
         if (index < 0 || index >= comboBox()->count())

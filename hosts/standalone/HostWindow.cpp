@@ -61,7 +61,7 @@ private:
 
 HostWindow::HostWindow(platform::PreferencePane *pane)
     : mShowAll(new QPushButton(tr("Show &All"), this))
-    // Not a QStackedWidget: screen readers say that it is a layered pane.
+    // A layout and not a QStackedWidget, because screen readers announce that one as a layered pane.
     , mPages(new QStackedLayout)
     , mPanePage(new QWidget)
     , mOverview(new QWidget)

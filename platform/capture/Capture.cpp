@@ -8,8 +8,8 @@ namespace {
 
 constexpr QSize UsualPicture{640, 480};
 
-/// The whole logical pixels inside `picture`: at a fractional scale it covers its outermost ones only in
-/// part.
+/// The logical pixels that `picture` covers completely. At a fractional scale it covers its outermost pixels
+/// only in part.
 QRect coveredRect(const QRectF &picture)
 {
     const QRect whole = picture.toAlignedRect();

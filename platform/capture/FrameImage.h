@@ -20,8 +20,8 @@ inline constexpr auto NativeFormat = "xRGB";
 /// frame must have NativeFormat. The image keeps the sample's buffer alive.
 QImage imageOver(GstSample *sample);
 
-/// Sets the unused byte of each pixel in a frame in NativeFormat, which may have any value. `frame` must be
-/// writable.
+/// Makes all pixels of a frame in NativeFormat opaque. Cameras may write any value into the fourth byte,
+/// which Qt reads as opacity. `frame` must be writable.
 void makeOpaque(GstBuffer *frame);
 
 } // namespace platform

@@ -39,7 +39,7 @@ GstMiniObject *cameraMemoryOf(GstBuffer *frame)
     return memory && memory->parent ? GST_MINI_OBJECT_CAST(memory->parent) : nullptr;
 }
 
-/// Takes `frame` and returns it in memory that only we write to.
+/// Takes ownership of `frame`. Returns it, or a copy if the camera may still write into its memory.
 GstBuffer *ownFrame(GstBuffer *frame)
 {
     if (!cameraMemoryOf(frame))

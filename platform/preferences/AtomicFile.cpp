@@ -20,7 +20,7 @@ constexpr int MaximumLinks = 40;
 constexpr mode_t OwnerOnly = S_IRUSR | S_IWUSR;
 constexpr mode_t PermissionBits = 07777;
 
-/// Closes its descriptor, which is negative after a failed open().
+/// Owner of a file descriptor, which it closes. The number is negative after a failed open().
 class Descriptor {
 public:
     explicit Descriptor(int number)
@@ -47,7 +47,7 @@ int errorFor(const struct stat &status)
     return S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
 }
 
-/// Calls read() or write() again when a signal has interrupted it.
+/// Calls `transfer`, which reads or writes, again as long as a signal interrupts it.
 template <typename Transfer>
 ssize_t uninterrupted(Transfer transfer)
 {
@@ -58,7 +58,7 @@ ssize_t uninterrupted(Transfer transfer)
     return count;
 }
 
-/// Reads to the end, which may not be at `size`: the file may change meanwhile.
+/// Reads the whole file. `size` is only the expected length: the file may change during the reading.
 Contents readToEnd(int file, qint64 size)
 {
     QByteArray bytes(static_cast<int>(size) + 1, Qt::Uninitialized);

@@ -16,10 +16,10 @@ struct Contents {
 /// Reads the file. Files that are not regular or too large for preferences are an error.
 Contents read(const QString &path);
 
-/// Whether read() would find no file. Looks at the name only.
+/// Whether there is no file of that name. Does not open it.
 bool isAbsent(const QString &path);
 
-/// Whether this errno means that there is no file.
+/// Whether this errno of an open() means that the file does not exist.
 bool meansAbsent(int error);
 
 /// Writes the file atomically and creates missing parent folders. If the path is a symbolic link, its target

@@ -83,8 +83,8 @@ bool isForbidden(QChar character)
     return (code < 0x20 && code != u'\t' && code != u'\n' && code != u'\r') || code >= 0xFFFE;
 }
 
-/// Replaces each half of a surrogate pair by U+FFFD. For it, QString::toUtf8() writes '?' in Qt 6.8 and
-/// nothing in Qt 6.11.
+/// Replaces each unpaired surrogate by U+FFFD. QString::toUtf8() would write '?' for it in Qt 6.8 and nothing
+/// in Qt 6.11.
 QString wellFormed(const QString &text)
 {
     return QString::fromStdU32String(text.toStdU32String());
@@ -355,7 +355,8 @@ QVariant PropertyListDictionary::value(const QString &key) const
 
 bool PropertyListDictionary::readsBack(const QVariant &value, const QString &element)
 {
-    // Parsing takes most of the time of a change. Strings, dates and nested values may be beyond a parser.
+    // Do not parse plain numbers again, because parsing takes most of a change's time. Other values may
+    // contain something that the parser refuses.
     const auto type = static_cast<int>(value.userType());
     const bool isPlain = type == QMetaType::Bool || type == QMetaType::Int || type == QMetaType::LongLong;
     return isPlain || Parser(element).readSingleValue().isValid();

@@ -215,7 +215,7 @@ class AccessibilityTest(ScriptedPaneTest):
             heard.wait_for("New camera: Hall")
             self.agent.post("KS7StoppedDiscovering", {})
             heard.wait_for("The search has ended.")
-            # In the list, the row's new name would be heard instead.
+            # The focus must be outside of the list: there the row's new name is reported in place of an announcement.
             self.pane.focus("Enable KS-7")
             self.agent.setStatus(KITCHEN, 4)
             heard.wait_for("Kitchen, Streaming")

@@ -24,7 +24,7 @@ INSTALLED = "Version 2.0-1 is installed. Restart this application to use it."
 class UpdateTest(ScriptedPaneTest):
     def setUp(self):
         super().setUp()
-        # The package service is queried once a day.
+        # The pane queries the package service once a day.
         UPDATES.unlink(missing_ok=True)
         self.told = pathlib.Path(os.environ["KS7_SESSION_FOLDER"]) / "packagekit"
         behaviour = {"owners": {str(PLUGIN): "ks7-preferences;1.0-1;amd64;installed"},
@@ -62,7 +62,7 @@ class UpdateTest(ScriptedPaneTest):
         self.press_key_on("Install")
         self.pane.wait_for(INSTALLED)
         self.assertTrue(self.is_installing())
-        # Installing hides the button that had the keyboard.
+        # The installation hides the button that had the focus, so the focus must move on.
         wait_until(lambda: self.pane.focused(), "a focus", details=self.pane.dump)
 
     def test_the_offer_is_put_off_with_its_letter(self):

@@ -17,12 +17,13 @@ namespace Names = NotificationNames;
 
 namespace {
 
-/// Says what a screen reader says: announcements, what gets the focus, and new descriptions there. Reads a
-/// focused object on the next turn of the event loop, since a real one is another process.
+/// Collects the texts that a screen reader would say: announcements, the object that gets the focus, and new
+/// descriptions of that object. It reads an object on the next turn of the event loop, because a screen
+/// reader is another process.
 class Reader : public QObject {
 public:
     QStringList said;
-    /// Object names of those whose description or name was reported as changed.
+    /// Object names of the widgets whose description or name was reported as changed.
     QStringList changed;
 
     void hear(QAccessibleEvent *event)
@@ -40,7 +41,7 @@ public:
             hearName(widget, event->child());
     }
 
-    /// The focus comes into a window.
+    /// Simulates that a window gets the focus.
     void enter(QWidget *window)
     {
         said.append(window->accessibleDescription());
@@ -61,7 +62,7 @@ private:
         QMetaObject::invokeMethod(this, read, Qt::QueuedConnection);
     }
 
-    /// What has the focus; null when a row has gone.
+    /// The object with the focus; null after its row was removed.
     [[nodiscard]] QAccessibleInterface *reached() const
     {
         auto *focus = mFocus ? QAccessible::queryAccessibleInterface(mFocus) : nullptr;
@@ -94,7 +95,7 @@ const auto NoAgent =
 
 } // namespace
 
-/// What a screen reader says by itself, and that it says it once.
+/// Tests which texts a screen reader says without a request, and that it says each text once.
 class ScreenReaderTest : public QObject {
     Q_OBJECT
 
@@ -121,7 +122,7 @@ class ScreenReaderTest : public QObject {
         mReader.changed.clear();
     }
 
-    /// Delivers what waits for the event loop.
+    /// Delivers the events that are queued in the event loop.
     void settle()
     {
         mFixture->runLoop->turn();
@@ -165,7 +166,7 @@ class ScreenReaderTest : public QObject {
         enter(outlets().firmwareSheet);
     }
 
-    /// What was said since the last call and contains the text.
+    /// Returns the texts said since the last call that contain `text`.
     int timesSaid(const QString &text)
     {
         const auto count = static_cast<int>(mReader.said.filter(text).size());
@@ -176,7 +177,8 @@ class ScreenReaderTest : public QObject {
     }
 
 public:
-    /// Runs before the application exists. QTEST_MAIN calls it, so it must be public.
+    /// QTEST_MAIN calls initMain() before it constructs the application. The function must be public for
+    /// that.
     static void initMain() { AssistivePrograms::prepare(); }
 
 private Q_SLOTS:
@@ -185,7 +187,7 @@ private Q_SLOTS:
         reader = &mReader;
         QAccessible::installUpdateHandler([](QAccessibleEvent *event) { reader->hear(event); });
         mFixture = std::make_unique<PaneFixture>();
-        // The first test begins without assistive programs.
+        // No assistive program is active when the first test starts.
         if (QByteArray(QTest::currentTestFunction()) != "theFirstStatusAfterTheReadersStartIsSaid")
             QVERIFY(mAssistivePrograms.come());
     }

@@ -18,7 +18,7 @@ Q_DECLARE_METATYPE(QDialogButtonBox::ButtonLayout)
 
 namespace {
 
-/// The toolkit's style with a desktop's order of buttons.
+/// Qt's style with the button order of a given desktop.
 class DesktopsStyle final : public QProxyStyle {
 public:
     explicit DesktopsStyle(QDialogButtonBox::ButtonLayout order)
@@ -37,7 +37,7 @@ private:
 
 } // namespace
 
-/// The sheets' buttons in the order of each desktop.
+/// Tests that the buttons of each sheet stand in the order of the desktop.
 class SheetButtonsTest : public QObject {
     Q_OBJECT
 
@@ -71,7 +71,7 @@ class SheetButtonsTest : public QObject {
         return names;
     }
 
-    /// "Okay Cancel" becomes the object names with that beginning.
+    /// Turns "Okay Cancel" into the object names of a sheet's buttons, which begin with the sheet's name.
     static QStringList named(const char *beginning, const QString &words)
     {
         QStringList names;

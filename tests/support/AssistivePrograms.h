@@ -4,12 +4,12 @@
 #include <QProcess>
 #include <QTest>
 
-/// The accessibility bus of a test's private session: while it is up, Qt tells assistive programs of events.
+/// The accessibility bus of a test's private session. While it runs, Qt sends events to assistive programs.
 class AssistivePrograms {
 public:
     ~AssistivePrograms() { leave(); }
 
-    /// To be called before the application exists.
+    /// Sets the environment. Call it before the application object is constructed.
     static void prepare()
     {
         qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
@@ -17,8 +17,8 @@ public:
         qunsetenv("NO_AT_BRIDGE");
     }
 
-    /// Qt asks for the accessibility bus once each time its launcher appears, possibly too early. Restart the
-    /// launcher until Qt has found the bus.
+    /// Starts the launcher of the accessibility bus until Qt has found that bus. Qt searches only once after
+    /// each start of the launcher. A search that comes too early fails, so the launcher is then restarted.
     bool come()
     {
         for (int attempt = 0; attempt < 10 && !QAccessible::isActive(); ++attempt) {
@@ -41,7 +41,7 @@ public:
         mBus.waitForFinished();
     }
 
-    /// The text that a screen reader is asked to say; null for other events.
+    /// Text of an announcement event, which a screen reader speaks. Null for other events.
     static QString announcementIn(QAccessibleEvent *event)
     {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)

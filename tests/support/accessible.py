@@ -29,7 +29,7 @@ SLOW_ANSWER = 20000
 ACTION_ANSWER = 1000
 # Maps role names of newer AT-SPI and Qt versions to the names that tests use.
 ROLES = {"button": "push button", "push button menu": "push button", "button menu": "push button"}
-# Before Qt 6.8 a notification that comes up says its name.
+# The event of an announcement. Qt 6.8 has one for it. With Qt 5 the pane shows a notification object instead.
 ANNOUNCEMENTS = "object:announcement" if os.environ.get("KS7_QT_VERSION") == "6" else "object:state-changed:showing"
 BUS_LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 

@@ -140,7 +140,7 @@ extern "C" int rename(const char *from, const char *to) noexcept
     return static_cast<int>(::syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0U));
 }
 
-/// Counts how often a file is opened.
+/// Counts with inotify how often a file is opened.
 class OpenCounter {
 public:
     explicit OpenCounter(const QString &path)
@@ -155,7 +155,8 @@ public:
 
     [[nodiscard]] int count() const
     {
-        // The kernel merges equal events that follow one another, so IN_CLOSE is watched too.
+        // IN_CLOSE is watched too, because the kernel merges consecutive equal events and two openings would
+        // count as one.
         std::array<inotify_event, 64> events{};
         const ssize_t size = ::read(mWatch, events.data(), sizeof events);
         const auto end = events.begin() + std::max<ssize_t>(0, size) / ssize_t(sizeof(inotify_event));
@@ -916,7 +917,7 @@ void UserDefaultsTest::aChangeReadsTheFileOnceForItsValuesAndOnceBeforeTheWrite(
 
 void UserDefaultsTest::aFileThatIsLongerThanItsSizeIsReadToTheEnd()
 {
-    // The kernel gives this file the size 0, as if it had grown since.
+    // The kernel reports the size 0 for this file, so reading it is like reading a file that has grown.
     const QString path = QStringLiteral("/proc/filesystems");
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
