@@ -16,8 +16,7 @@
 /// the view moves to the place that was created or shown last.
 class PaneOnScreen : public QObject {
 public:
-    /// The place and this object may be destroyed in any order. When a host ends, it destroys the place
-    /// first.
+    /// `place` and this object may be destroyed in either order. A host that ends destroys `place` first.
     PaneOnScreen(platform::PreferencePane *pane, QWidget *place)
         : mPane(pane)
         , mPlace(place)

@@ -25,15 +25,19 @@ QString inOneLine(const QString &headline, const QString &secondLine)
     return headline + QLatin1Char(' ') + secondLine;
 }
 
+/// Makes the texts the description of the bar and of the Continue button. A screen reader reads the
+/// description of the focused control, and one of these two has the focus.
+void describeByTexts(const Outlets &outlets, const QString &texts)
+{
+    describe(outlets.firmwareCheckingIndicator, texts);
+    describe(outlets.firmwareContinueButton, texts);
+}
+
 void setTexts(const Outlets &outlets, const QString &headline, const QString &secondLine)
 {
     outlets.firmwareMainText->setText(headline);
     outlets.firmwareStatusText->setText(secondLine);
-    // A screen reader reads the description of the focused control. The bar or the Continue button may have
-    // the focus, so set the description of both.
-    const QString both = inOneLine(headline, secondLine);
-    describe(outlets.firmwareCheckingIndicator, both);
-    describe(outlets.firmwareContinueButton, both);
+    describeByTexts(outlets, inOneLine(headline, secondLine));
 }
 
 void announceTexts(const Outlets &outlets)
@@ -42,15 +46,12 @@ void announceTexts(const Outlets &outlets)
              inOneLine(outlets.firmwareMainText->text(), outlets.firmwareStatusText->text()));
 }
 
-/// Enables the Continue button and gives it the focus. Announces the texts, unless a screen reader reads them
-/// as the description of the control that gets the focus.
-void enableContinue(const Outlets &outlets)
+/// Announces the texts, unless a screen reader reads them as the description of the Continue button: when the
+/// button has got the focus, or when the description changes while the button has the focus.
+void announceUnlessRead(const Outlets &outlets, bool hadFocus)
 {
-    auto *button = outlets.firmwareContinueButton;
-    const bool hadFocus = button->hasFocus();
-    button->setEnabled(true);
-    const bool isRead = hadFocus ? isDescriptionRead(button) : button->hasFocus();
-    if (!isRead)
+    const auto *button = outlets.firmwareContinueButton;
+    if (!(hadFocus ? isDescriptionRead(button) : button->hasFocus()))
         announceTexts(outlets);
 }
 
@@ -64,7 +65,6 @@ void moveToBar(const Outlets &outlets, const QString &texts)
     bar->show();
     bar->startAnimation();
     bar->setFocus(Qt::OtherFocusReason);
-    outlets.firmwareContinueButton->setEnabled(false);
 }
 
 } // namespace
@@ -88,7 +88,7 @@ void KS7SettingsWindowController::firmwareContinue(QObject *)
     case Offered:
         setTexts(outlets, tr("Do not disconnect the camera until the update is complete."),
                  tr("Click Continue to start the update."));
-        enableContinue(outlets);
+        announceUnlessRead(outlets, outlets.firmwareContinueButton->hasFocus());
         setFirmwareStep(Confirmed);
         break;
     case Confirmed:
@@ -107,9 +107,10 @@ void KS7SettingsWindowController::startFirmwareUpdate()
 {
     const QString headline = tr("Now updating firmware.");
     const QString secondLine = tr("Do not disconnect the camera.");
-    outlets.firmwareCancelButton->hide();
     moveToBar(outlets, inOneLine(headline, secondLine));
     setTexts(outlets, headline, secondLine);
+    outlets.firmwareCancelButton->hide();
+    outlets.firmwareContinueButton->setEnabled(false);
     if (!outlets.firmwareCheckingIndicator->hasFocus())
         announceTexts(outlets);
     const int error = mSharedUSBController->startUpdate();
@@ -153,7 +154,9 @@ void KS7SettingsWindowController::firmwareUpdateIsOver()
     // This function also runs after an update that ended with an error. The text then replaces the error
     // text; the error code remains in the log.
     setTexts(outlets, tr("Firmware update complete."), tr("Please disconnect the camera now."));
-    enableContinue(outlets);
+    const bool hadFocus = outlets.firmwareContinueButton->hasFocus();
+    outlets.firmwareContinueButton->setEnabled(true);
+    announceUnlessRead(outlets, hadFocus);
 }
 
 void KS7SettingsWindowController::firmwareCancel(QObject *)
@@ -164,9 +167,15 @@ void KS7SettingsWindowController::firmwareCancel(QObject *)
 
 void KS7SettingsWindowController::firmwareError(int code)
 {
+    const QString headline = tr("An error occurred updating firmware.");
+    const QString secondLine = tr("Error: %1").arg(code);
+    const bool hadFocus = outlets.firmwareContinueButton->hasFocus();
+    // Describe the button before it gets the focus. A screen reader then says the texts once.
+    describeByTexts(outlets, inOneLine(headline, secondLine));
+    outlets.firmwareContinueButton->setEnabled(true);
     outlets.firmwareCheckingIndicator->hide();
-    setTexts(outlets, tr("An error occurred updating firmware."), tr("Error: %1").arg(code));
-    enableContinue(outlets);
+    setTexts(outlets, headline, secondLine);
+    announceUnlessRead(outlets, hadFocus);
 }
 
 void KS7SettingsWindowController::firmwareUpdateProgress(const Notification &notification)

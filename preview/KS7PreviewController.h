@@ -34,7 +34,8 @@ public:
     void awakeFromNib();
     /// Starts the capture and, after a delay, shows the view. The first start finds and opens the camera.
     /// Returns Running or NoCamera. For another failure it returns the capture system's error code or,
-    /// without a code, CannotOpen or CannotAdd. After a failure the next start runs without a camera.
+    /// without a code, CannotOpen or CannotAdd. After a failure each later start runs
+    /// the session without a camera and returns Running.
     std::int16_t doSeqGrab();
     /// Shows `qtView`.
     void swapViewIn(void *ignored = nullptr);

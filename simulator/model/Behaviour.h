@@ -53,8 +53,8 @@ struct Timing {
 /// Switches for the actions that the agent takes by itself, their durations, and the error codes that a
 /// script has set.
 struct Behaviour {
-    /// Whether the preferred camera pairs, starts and streams by itself, and whether a loss of Bluetooth
-    /// changes the list.
+    /// Whether the agent acts by itself on its hardware: it streams the preferred camera and changes statuses
+    /// with Bluetooth and the cable. If false, only a script does so.
     bool connect = true;
     /// Whether a search for cameras is announced, lasts some time and finds a camera.
     bool discover = true;

@@ -29,8 +29,9 @@ public:
     [[nodiscard]] bool isUp(const platform::Sheet *sheet) const;
     /// The parent window of an open sheet. Null if the sheet is not open.
     [[nodiscard]] QWidget *windowOf(const platform::Sheet *sheet) const;
-    /// Calls the end handler of the oldest alert, as a press of its button does. Returns true if the handler
-    /// has hidden the alert's box and moved the focus from the button to the box.
+    /// Calls the end handler of the oldest alert, as a press of its button does, with a box made here.
+    /// Returns whether the handler did what sheetDidEnd() must do: move the focus from the button to the box,
+    /// and hide the box.
     bool dismissAlert();
     std::vector<ShownAlert> alerts;
     /// The titles of all alerts shown so far.

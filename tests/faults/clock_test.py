@@ -32,7 +32,8 @@ class Clock(FaultCase):
         self.agent.wait_for_call("getPreferredKS7Cam", 2)
 
     def put(self, offset):
-        """Replaces the clock's file with a rename, because the pane may read the file at any time."""
+        """Sets the pane's faked time. Renames a new file over libfaketime's file, so that the pane never reads a
+        half-written one."""
         new = self.clock.with_suffix(".new")
         new.write_text(offset + "\n")
         new.replace(self.clock)

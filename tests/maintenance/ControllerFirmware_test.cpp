@@ -69,6 +69,27 @@ Look failed(int code)
             2};
 }
 
+/// Records the headline at each change of the button between enabled and disabled.
+class HeadlinesAtChange : public QObject {
+public:
+    HeadlinesAtChange(QPushButton *button, const QLabel *headline)
+        : mHeadline(headline)
+    {
+        button->installEventFilter(this);
+    }
+    QStringList headlines;
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::EnabledChange)
+            headlines.append(mHeadline->text());
+        return false;
+    }
+
+private:
+    const QLabel *mHeadline;
+};
+
 } // namespace
 
 /// Tests the three steps of a firmware update. In the second step the pane waits for the camera.
@@ -105,6 +126,7 @@ private Q_SLOTS:
     void everyMomentLooksAsItShould();
     void theAgentRefusesAtOnce_data();
     void theAgentRefusesAtOnce();
+    void continueIsDisabledAfterAndEnabledBeforeTheTexts();
     void anErrorAtTheEndIsOverwritten();
     void anErrorIsShownUntilTheWaitNoticesTheEnd();
     void theWaitRunsInSlicesOfTenMilliseconds();
@@ -239,6 +261,18 @@ void ControllerFirmwareTest::theAgentRefusesAtOnce()
     pressContinue();
     QVERIFY(!sheetIsUp());
     QCOMPARE(fixture->controller().firmwareStep(), 0);
+}
+
+void ControllerFirmwareTest::continueIsDisabledAfterAndEnabledBeforeTheTexts()
+{
+    fixture->agent.startUpdateResult = -7;
+    openSheet();
+    pressContinue();
+    const auto &outlets = fixture->outlets();
+    const HeadlinesAtChange changes(outlets.firmwareContinueButton, outlets.firmwareMainText);
+    pressContinue();
+    QCOMPARE(look(), failed(-7));
+    QCOMPARE(changes.headlines, (QStringList{Updating.headline, Updating.headline}));
 }
 
 void ControllerFirmwareTest::anErrorAtTheEndIsOverwritten()

@@ -377,8 +377,8 @@ void ControllerSettingsTest::aSizeThatCannotBeWrittenIsNotShown()
 {
     agentWrites(PreferenceKeys::VideoSize2, 1);
     fixture->show();
-    // The pane observes its own post KS7ChangedOptimizedPreference and then shows the stored size. Remove
-    // this observer, so that only the failed write can make the pane show the stored size again.
+    // The pane observes its own notification KS7ChangedOptimizedPreference and then shows the stored size.
+    // Remove this observer, so that only the failed write can make the pane show the stored size again.
     fixture->distributedCenter->removeObserver(&fixture->controller(),
                                                NotificationNames::ChangedOptimizedPreference);
     fixture->defaults->diskIsFull = true;

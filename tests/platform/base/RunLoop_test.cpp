@@ -61,8 +61,8 @@ void RunLoopTest::aSliceSleepsWhileNothingHappens()
             runLoop->runFor(10ms);
         QCoreApplication::quit();
     });
-    // The thread must sleep at least once in each slice. Many more sleeps would mean that it wakes up without
-    // events.
+    // Nothing happens during the calls of runFor(), so the thread sleeps at least once in each. Over ten
+    // sleeps per call would mean that it wakes up without events.
     QVERIFY(sleeps.size() >= Rounds);
     QVERIFY(sleeps.size() <= 10 * Rounds);
 }

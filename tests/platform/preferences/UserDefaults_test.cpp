@@ -37,7 +37,8 @@ constexpr uid_t Nobody = 65534;
 /// The calls of fsync() and rename() in their order. The replacements of these functions record them.
 QStringList safeSteps;
 
-/// Drops root's rights until the destructor runs, because root may read and write every file.
+/// Drops root's rights until the destructor runs. Root may read and write every file, so a
+/// test of missing permissions would find no refusal.
 class WithoutPrivileges {
 public:
     explicit WithoutPrivileges(const QString &ownFolder)
