@@ -56,13 +56,13 @@ class ContractPage(unittest.TestCase):
 
     def test_the_notifications_are_those_of_the_code(self):
         text = (ROOT / "agent/NotificationNames.h").read_text()
-        from_agent, to_agent = re.search(r"// From the agent(.*?)// To the agent(.*?)// Inside", text, re.DOTALL).groups()
-        def names(part):
-            return re.findall(r'"(KS7\w+)"', part)
-        self.assertEqual([code(row[0])[0] for row in rows("### From the agent")], names(from_agent))
-        both = names(from_agent)[-1]
-        self.assertEqual([code(row[0])[0] for row in rows("### To the agent")], [*names(to_agent), both])
-        self.assertEqual((len(names(from_agent)), len(names(to_agent)) + 1), (18, 6))
+        # Blank lines separate the notifications from the agent and those to it.
+        groups = [re.findall(r'"(KS7\w+)"', block) for block in text.split("\n\n")]
+        from_agent, to_agent = filter(None, groups)
+        self.assertEqual([code(row[0])[0] for row in rows("### From the agent")], from_agent)
+        both = from_agent[-1]
+        self.assertEqual([code(row[0])[0] for row in rows("### To the agent")], [*to_agent, both])
+        self.assertEqual((len(from_agent), len(to_agent) + 1), (18, 6))
 
     def test_the_user_info_has_the_keys_of_the_code(self):
         page = {key for table in ("### From the agent", "### To the agent") for row in rows(table) for key in code(row[1])}
