@@ -273,9 +273,11 @@ void CameraTableAnnouncer::tellOfFocus(int row)
 
 void CameraTableAnnouncer::tellOfRow(int row, int accessibleEvent)
 {
-    if (!QAccessible::isActive() || row < 0 || row >= mTable->numberOfRows())
+    auto *table = QAccessible::isActive() ? QAccessible::queryAccessibleInterface(mTable) : nullptr;
+    auto *cell = table ? table->child(row) : nullptr;
+    if (!cell)
         return;
-    QAccessibleEvent event(mTable, static_cast<QAccessible::Event>(accessibleEvent));
-    event.setChild(row);
+    // Qt 6.11 warns about setChild() on an event of the table when the row is about to be removed.
+    QAccessibleEvent event(cell, static_cast<QAccessible::Event>(accessibleEvent));
     QAccessible::updateAccessibility(&event);
 }

@@ -18,20 +18,24 @@ void hear(QAccessibleEvent *event)
 {
     if (const QString news = AssistivePrograms::announcementIn(event); !news.isNull())
         told.append(QStringLiteral("news ") + news);
-    if (!qobject_cast<KS7AnimatingStatusTableView *>(event->object()) || event->child() < 0)
+    auto *source = event->accessibleInterface();
+    auto *cell = source ? source->tableCellInterface() : nullptr;
+    if (!cell)
         return;
+    const int row = cell->rowIndex();
     if (event->type() == QAccessible::NameChanged)
-        told.append(QStringLiteral("name %1").arg(event->child()));
+        told.append(QStringLiteral("name %1").arg(row));
     if (event->type() == QAccessible::Selection)
-        told.append(QStringLiteral("selection %1").arg(event->child()));
+        told.append(QStringLiteral("selection %1").arg(row));
     if (event->type() == QAccessible::SelectionRemove)
-        told.append(QStringLiteral("deselection %1").arg(event->child()));
+        told.append(QStringLiteral("deselection %1").arg(row));
     if (event->type() == QAccessible::Focus)
-        told.append(QStringLiteral("focus %1").arg(event->child()));
+        told.append(QStringLiteral("focus %1").arg(row));
     if (event->type() == QAccessible::ObjectCreated)
-        told.append(QStringLiteral("creation %1").arg(event->child()));
-    if (event->type() == QAccessible::ObjectDestroyed)
-        told.append(QStringLiteral("destruction %1").arg(event->child()));
+        told.append(QStringLiteral("creation %1").arg(row));
+    // Qt 6.11 tells once more when it deletes the interface of a row that is gone.
+    if (event->type() == QAccessible::ObjectDestroyed && source->isValid())
+        told.append(QStringLiteral("destruction %1").arg(row));
 }
 
 } // namespace

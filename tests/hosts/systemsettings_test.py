@@ -43,7 +43,8 @@ def system_settings(*arguments, language="en", agent=BUILD / "bin" / "ks7-agent-
 def is_about_us(line):
     """Returns whether our code caused this message of the host. The failed search for updates is expected, because the
     session has no system bus."""
-    return any(word in line for word in ("ks7", "KS7", "QWidget", "QLayout", "QObject::", "QBackingStore", "QWindow")) \
+    return any(word in line for word in ("ks7", "KS7", "QWidget", "QLayout", "QObject::", "QBackingStore", "QWindow",
+                                         "QAccessible")) \
         and "The search for updates failed" not in line
 
 

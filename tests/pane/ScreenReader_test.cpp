@@ -30,15 +30,18 @@ public:
     {
         if (const QString news = AssistivePrograms::announcementIn(event); !news.isNull())
             said.append(news);
-        auto *widget = qobject_cast<QWidget *>(event->object());
+        auto *source = event->accessibleInterface();
+        auto *cell = source ? source->tableCellInterface() : nullptr;
+        auto *widget = source ? qobject_cast<QWidget *>((cell ? cell->table() : source)->object()) : nullptr;
         if (!widget)
             return;
+        const int row = cell ? cell->rowIndex() : -1;
         if (event->type() == QAccessible::Focus)
-            follow(widget, event->child());
+            follow(widget, row);
         else if (event->type() == QAccessible::DescriptionChanged)
             hearDescription(widget);
         else if (event->type() == QAccessible::NameChanged)
-            hearName(widget, event->child());
+            hearName(widget, row);
     }
 
     /// Simulates that a window gets the focus.
