@@ -451,7 +451,7 @@ class Program:
     def focus(self, node):
         node = self._node(node)
         node.get_component_iface().grab_focus()
-        self.wait_state(node, "focused")
+        self.wait_focused(name_of(node))
 
     def set_text(self, node, text):
         """Replaces the text of a field and waits until the field has it."""
