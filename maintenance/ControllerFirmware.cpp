@@ -25,19 +25,15 @@ QString inOneLine(const QString &headline, const QString &secondLine)
     return headline + QLatin1Char(' ') + secondLine;
 }
 
-/// Makes the texts the description of the bar and of the Continue button. A screen reader reads the
-/// description of the focused control, and one of these two has the focus.
-void describeByTexts(const Outlets &outlets, const QString &texts)
-{
-    describe(outlets.firmwareCheckingIndicator, texts);
-    describe(outlets.firmwareContinueButton, texts);
-}
-
 void setTexts(const Outlets &outlets, const QString &headline, const QString &secondLine)
 {
     outlets.firmwareMainText->setText(headline);
     outlets.firmwareStatusText->setText(secondLine);
-    describeByTexts(outlets, inOneLine(headline, secondLine));
+    // A screen reader reads the description of the focused control. The bar or the Continue button may have
+    // the focus, so set the description of both.
+    const QString both = inOneLine(headline, secondLine);
+    describe(outlets.firmwareCheckingIndicator, both);
+    describe(outlets.firmwareContinueButton, both);
 }
 
 void announceTexts(const Outlets &outlets)
@@ -171,7 +167,7 @@ void KS7SettingsWindowController::firmwareError(int code)
     const QString secondLine = tr("Error: %1").arg(code);
     const bool hadFocus = outlets.firmwareContinueButton->hasFocus();
     // Describe the button before it gets the focus. A screen reader then says the texts once.
-    describeByTexts(outlets, inOneLine(headline, secondLine));
+    describe(outlets.firmwareContinueButton, inOneLine(headline, secondLine));
     outlets.firmwareContinueButton->setEnabled(true);
     outlets.firmwareCheckingIndicator->hide();
     setTexts(outlets, headline, secondLine);
