@@ -47,9 +47,10 @@ class Clock(FaultCase):
         return process
 
     def expect_a_refresh(self):
-        asked = len(self.agent.calls("cameraDict"))
+        # getPreferredKS7Cam() is the last call of a refresh. After it, no call of this refresh is left to be recorded.
+        asked = len(self.agent.calls("getPreferredKS7Cam"))
         self.post("KS7CameraListChanged")
-        self.agent.wait_for_call("cameraDict", asked + 1)
+        self.agent.wait_for_call("getPreferredKS7Cam", asked + 1)
 
     def expect_one_time_out(self, offset):
         """Checks that a call without a reply ends although the clock jumps, and that the pane then makes its next
