@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
@@ -16,6 +17,7 @@ namespace {
 using std::filesystem::path;
 
 constexpr qint64 MaximumSize = qint64(64) << 20;
+constexpr qint64 SmallestBuffer = 4096;
 constexpr int MaximumLinks = 40;
 constexpr mode_t OwnerOnly = S_IRUSR | S_IWUSR;
 constexpr mode_t PermissionBits = 07777;
@@ -58,10 +60,11 @@ ssize_t uninterrupted(Transfer transfer)
     return count;
 }
 
-/// Reads the whole file. `size` is only the expected length: the file may change during the reading.
+/// Reads the whole file, up to MaximumSize. `size` is only the expected length: the file may change during
+/// the reading.
 Contents readToEnd(int file, qint64 size)
 {
-    QByteArray bytes(static_cast<int>(size) + 1, Qt::Uninitialized);
+    QByteArray bytes(static_cast<int>(std::max(size + 1, SmallestBuffer)), Qt::Uninitialized);
     int filled = 0;
     for (;;) {
         const auto count = uninterrupted(
@@ -71,6 +74,8 @@ Contents readToEnd(int file, qint64 size)
             return count == 0 ? Contents{0, bytes} : Contents{EIO, {}};
         }
         filled += static_cast<int>(count);
+        if (filled > MaximumSize)
+            return {EFBIG, {}};
         if (filled == bytes.size())
             bytes.resize(2 * filled);
     }

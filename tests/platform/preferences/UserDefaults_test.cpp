@@ -219,6 +219,7 @@ private Q_SLOTS:
     void anIdleSynchronizeOpensNothing();
     void aChangeReadsTheFileOnceForItsValuesAndOnceBeforeTheWrite();
     void aFileThatIsLongerThanItsSizeIsReadToTheEnd();
+    void aFileThatNeverEndsIsTooLarge();
 
     void cutAtEveryByte();
     void unusableFilesAreLeftAsTheyAre_data();
@@ -925,6 +926,12 @@ void UserDefaultsTest::aFileThatIsLongerThanItsSizeIsReadToTheEnd()
     const QByteArray expected = file.readAll();
     QVERIFY(expected.size() > 16);
     QCOMPARE(platform::AtomicFile::read(path).bytes, expected);
+}
+
+void UserDefaultsTest::aFileThatNeverEndsIsTooLarge()
+{
+    // The kernel reports the size 0 for this file, but it has eight bytes for each page of the address space.
+    QCOMPARE(platform::AtomicFile::read(QStringLiteral("/proc/self/pagemap")).error, EFBIG);
 }
 
 void UserDefaultsTest::cutAtEveryByte()
