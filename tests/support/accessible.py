@@ -254,6 +254,9 @@ class Program:
     def close_by_key(self):
         """Closes the window with Alt+F4 and returns the program's exit code."""
         self.wait_active()
+        # The window manager closes the window that it knows as active. It may learn of the focus after the program.
+        wait_until(lambda: any(window.active for window in self.windows()), "the window manager's active window",
+                   details=self.dump)
         key("alt+F4")
         return self.wait_ended()
 

@@ -35,6 +35,9 @@ class ScriptedPaneTest(unittest.TestCase):
     def open_pane(self, row="Kitchen, Not Streaming", **env):
         self.pane = accessible.launch([BUILD / "bin" / "ks7-preferences"], env=env)
         self.pane.wait_for(row)
+        # A moment after it is shown, the pane moves the focus to the list. Wait for that, or it takes away a focus that
+        # the test has set.
+        self.pane.wait_focused("Cameras")
 
     def calls(self, operation):
         return self.simulator.calls(operation)
