@@ -41,10 +41,8 @@ LogFile::~LogFile()
 
 void LogFile::writeLine(const QByteArray &line)
 {
-    ssize_t written = 0;
-    do
-        written = ::write(mDescriptor, line.constData(), static_cast<std::size_t>(line.size()));
-    while (written < 0 && errno == EINTR);
+    const auto written =
+        TEMP_FAILURE_RETRY(::write(mDescriptor, line.constData(), static_cast<std::size_t>(line.size())));
     if (written > 0 && written < line.size())
         takeBack(written);
 }

@@ -33,7 +33,8 @@ public:
         if (index != 0)
             return nullptr;
         // Clear the current item: Qt reports the current item of a closed list as focused, and a screen
-        // reader that starts would go there.
+        // reader that starts would go there. The closing itself is too early for this, because Qt reads the
+        // chosen item after it.
         if (!isOpen())
             comboBox()->view()->selectionModel()->clearCurrentIndex();
         return QAccessible::queryAccessibleInterface(comboBox()->view());

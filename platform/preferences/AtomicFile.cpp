@@ -49,17 +49,6 @@ int errorFor(const struct stat &status)
     return S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
 }
 
-/// Calls `transfer`, which reads or writes, again as long as a signal interrupts it.
-template <typename Transfer>
-ssize_t uninterrupted(Transfer transfer)
-{
-    ssize_t count = 0;
-    do
-        count = transfer();
-    while (count < 0 && errno == EINTR);
-    return count;
-}
-
 /// Reads the whole file, up to MaximumSize. `size` is only the expected length: the file may change during
 /// the reading.
 Contents readToEnd(int file, qint64 size)
@@ -67,8 +56,8 @@ Contents readToEnd(int file, qint64 size)
     QByteArray bytes(static_cast<int>(std::max(size + 1, SmallestBuffer)), Qt::Uninitialized);
     int filled = 0;
     for (;;) {
-        const auto count = uninterrupted(
-            [&] { return ::read(file, bytes.data() + filled, std::size_t(bytes.size() - filled)); });
+        const auto count =
+            TEMP_FAILURE_RETRY(::read(file, bytes.data() + filled, std::size_t(bytes.size() - filled)));
         if (count <= 0) {
             bytes.truncate(filled);
             return count == 0 ? Contents{0, bytes} : Contents{EIO, {}};
@@ -85,8 +74,7 @@ bool writeAll(int file, const QByteArray &bytes)
 {
     const char *next = bytes.constData();
     while (next != bytes.constEnd()) {
-        const auto count =
-            uninterrupted([&] { return ::write(file, next, std::size_t(bytes.constEnd() - next)); });
+        const auto count = TEMP_FAILURE_RETRY(::write(file, next, std::size_t(bytes.constEnd() - next)));
         if (count < 0)
             return false;
         next += count;
