@@ -50,12 +50,23 @@ class WaylandTest(ScriptedPaneTest):
         self.pane.click(self.pane.wait_for(item, role="menu item"))
 
     def look_inactive(self):
-        """Takes a picture of the main window while it is inactive and the pointer is outside of it."""
+        """Takes a picture of the main window while it is inactive and the pointer is outside of it. The list must have
+        the focus, because the end of its focus frame shows that the window has been painted as inactive."""
+        wait_until(self.shows_focus_frame, "the list's focus frame")
         point_at(2, 2)
         SCREEN.activate_nothing()
         wait_until(lambda: not any(window.active for window in self.pane.windows()), "an inactive window")
         self.pane.wait_state(self.pane.wait_for("KS-7", role="frame"), "active", False)
+        wait_until(lambda: not self.shows_focus_frame(), "a list without its focus frame")
         return self.steady_picture(self.main_window().box)
+
+    def shows_focus_frame(self):
+        """Checks whether the left edge of the list is coloured. Looks below the rows, because a selected row is
+        coloured too."""
+        x, y, _, height = self.pane.rectangle("Cameras")
+        bottom = y + height - round(12 * SCREEN.scale)
+        edge = Picture((x, bottom, round(6 * SCREEN.scale), 1))
+        return any(max(pixel) - min(pixel) > 60 for pixel in edge.row(bottom, x, x + edge.width))
 
     def steady_picture(self, area):
         """Takes pictures until two in a row are equal, and returns the last one."""
