@@ -5,7 +5,6 @@
 #include "cameras/SanitizedLine.h"
 #include "platform/QtCompat.h"
 
-#include <QFontInfo>
 #include <QPainter>
 
 #include <algorithm>
@@ -17,14 +16,24 @@ constexpr int StatusFontSize = 10;
 constexpr QSize DotSize{8, 8};
 constexpr QColor DarkGray{85, 85, 85};
 
-/// Default text size in points. Desktops use 9 to 12 points unless the user changes the size. Only a larger
-/// size enlarges the rows.
-constexpr double DefaultPoints = 12.0;
+/// Default text size: 12 points at 96 DPI. Desktops use 9 to 12 points unless the user changes the size. Only
+/// a larger size enlarges the rows.
+constexpr double DefaultPixels = 16.0;
+constexpr double DefaultDpi = 96.0;
+constexpr double PointsPerInch = 72.0;
+/// The smallest font DPI that enlarges the rows: 125 %, the first step that desktops offer. A smaller one is
+/// not the user's choice. Qt 5 computes it from the size of the screen.
+constexpr double SmallestLargeDpi = 120.0;
+
+double fontDpi(const QWidget *view)
+{
+    return view->logicalDpiY() < SmallestLargeDpi ? DefaultDpi : view->logicalDpiY();
+}
 
 QFont fontOfPixelSize(const QWidget *view, int size)
 {
     QFont font = view->font();
-    font.setPixelSize(qRound(size * textScale(view->font())));
+    font.setPixelSize(qRound(size * textScale(view)));
     return font;
 }
 
@@ -49,11 +58,12 @@ struct CamCell::Dots {
 
 CamCell::Dots *CamCell::mDots = nullptr;
 
-double textScale(const QFont &font)
+double textScale(const QWidget *view)
 {
-    // QFontInfo rounds the size to whole pixels, so use it only for a font whose size is set in pixels.
-    const double points = font.pointSizeF() > 0 ? font.pointSizeF() : QFontInfo(font).pointSizeF();
-    return std::max(1.0, points / DefaultPoints);
+    const QFont font = view->font();
+    const double pixels =
+        font.pixelSize() > 0 ? font.pixelSize() : font.pointSizeF() * fontDpi(view) / PointsPerInch;
+    return std::max(1.0, pixels / DefaultPixels);
 }
 
 CamCellLayout camCellLayout(const QRect &frame, const QSize &dotSize, double scale)
@@ -101,7 +111,7 @@ std::int32_t CamCell::status() const
 
 void CamCell::drawWithFrame(QPainter *painter, const QRect &frame, KS7AnimatingStatusTableView *inView) const
 {
-    const auto layout = camCellLayout(frame, DotSize, textScale(inView->font()));
+    const auto layout = camCellLayout(frame, DotSize, textScale(inView));
     painter->save();
     drawName(painter, layout, inView);
     drawStatus(painter, layout, inView);

@@ -29,8 +29,9 @@ struct CamCellLayout {
 /// size.
 CamCellLayout camCellLayout(const QRect &frame, const QSize &dotSize, double scale = 1.0);
 
-/// Returns the ratio of the desktop's text size to the default text size; at least 1.
-double textScale(const QFont &font);
+/// Returns the ratio of the view's text size to the default text size; at least 1. The size depends on the
+/// font and on the desktop's font DPI.
+double textScale(const QWidget *view);
 
 /// Draws a row of the camera table: name, status and a coloured dot. One cell draws all rows of a table.
 class CamCell {

@@ -72,16 +72,11 @@ QVariant CameraTableModel::data(const QModelIndex &index, int role) const
 QString CameraTableModel::toolTipOfRow(int row) const
 {
     const auto camera = data(index(row, 0), RecordRole).value<std::shared_ptr<KS7Cam>>();
-    return camera ? tr("%1, %2", "camera name, status").arg(cameraTitle(*camera), camera->statusString())
-                  : textOfRow(row);
+    return camera ? titleAndStatus(cameraTitle(*camera), *camera) : textOfRow(row);
 }
 
 QString CameraTableModel::textOfRow(int row) const
 {
     const auto camera = data(index(row, 0), RecordRole).value<std::shared_ptr<KS7Cam>>();
-    if (!camera)
-        return tr("Unknown camera");
-    const auto name = sanitizedLine(camera->friendlyName());
-    const auto status = camera->statusString();
-    return status.isEmpty() ? name : tr("%1, %2", "camera name, status").arg(name, status);
+    return camera ? titleAndStatus(sanitizedLine(camera->friendlyName()), *camera) : tr("Unknown camera");
 }

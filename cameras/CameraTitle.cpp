@@ -12,3 +12,11 @@ QString cameraTitle(const KS7Cam &camera)
     return id.isEmpty() ? name
                         : QCoreApplication::translate("KS7Cam", "%1 (%2)", "camera name, ID").arg(name, id);
 }
+
+QString titleAndStatus(const QString &title, const KS7Cam &camera)
+{
+    const QString status = camera.statusString();
+    return status.isEmpty()
+        ? title
+        : QCoreApplication::translate("KS7Cam", "%1, %2", "camera name, status").arg(title, status);
+}

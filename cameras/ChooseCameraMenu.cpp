@@ -43,7 +43,7 @@ QString ChooseCameraMenu::textOfEntry(int row, const QStringList &names) const
     const auto camera = mTable->cameraInRow(row);
     if (!camera || names.count(camera->friendlyName()) == 1)
         return mTable->textOfRow(row);
-    return tr("%1, %2", "camera name and ID, status").arg(cameraTitle(*camera), camera->statusString());
+    return titleAndStatus(cameraTitle(*camera), *camera);
 }
 
 void ChooseCameraMenu::rebuild()

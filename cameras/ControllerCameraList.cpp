@@ -77,6 +77,7 @@ void KS7SettingsWindowController::cameraStatusChanged()
 
 void KS7SettingsWindowController::copyCamerasLocal()
 {
+    mListWasRead = isConnected();
     const auto entries = mSharedDeviceController->cameraDict();
     const auto sorted = mSharedDeviceController->sortedDeviceList();
     mLocalCameraList.clear();

@@ -190,10 +190,12 @@ void KS7AnimatingStatusTableView::showEvent(QShowEvent *event)
 
 void KS7AnimatingStatusTableView::setUsable(bool usable)
 {
-    const bool losesFocus = !usable && isEnabled() && window()->focusWidget() == this;
+    const bool isSwitchedOff = !usable && isEnabled();
+    const bool hadFocus = window()->focusWidget() == this;
     setEnabled(usable);
-    if (losesFocus)
-        mFocusHeir = window()->focusWidget();
+    // Forget an heir of an earlier time: its focus may be the user's choice by now.
+    if (isSwitchedOff)
+        mFocusHeir = hadFocus ? window()->focusWidget() : nullptr;
 }
 
 void KS7AnimatingStatusTableView::takeFocusBack()
@@ -356,7 +358,7 @@ void KS7AnimatingStatusTableView::changeEvent(QEvent *event)
 
 int KS7AnimatingStatusTableView::scaledRowHeight() const
 {
-    return qRound(RowHeight * textScale(font()));
+    return qRound(RowHeight * textScale(this));
 }
 
 QSize KS7AnimatingStatusTableView::sizeHint() const

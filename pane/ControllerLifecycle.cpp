@@ -117,6 +117,7 @@ void KS7SettingsWindowController::setupUI()
 
 void KS7SettingsWindowController::prefPaneWillShow()
 {
+    mIsShown = true;
     mServices.distributedCenter->postNotificationName(NotificationNames::SystemPrefsShowing);
     if (!mSharedDeviceController)
         setupConnections();
@@ -139,6 +140,8 @@ void KS7SettingsWindowController::prefPaneWillShow()
 
 void KS7SettingsWindowController::prefPaneDidHide()
 {
+    // Screen readers must not say that the hidden pane has lost the agent.
+    mIsShown = false;
     outlets.previewView->endGrab();
     closeConnections();
     auto &workspace = *mServices.workspaceCenter;

@@ -22,7 +22,9 @@ QStringList namesOf(const QHash<QString, std::shared_ptr<KS7Cam>> &cameras)
 void KS7SettingsWindowController::showWords()
 {
     PaneFacts facts;
+    facts.isShown = mIsShown && !mSwitchedOut;
     facts.isConnected = isConnected();
+    facts.isListRead = mListWasRead;
     facts.isOn = mWasOn;
     facts.isBluetoothOff = mBluetoothOff;
     facts.isSearching = !outlets.discoveringMessage->isHidden();
@@ -33,6 +35,7 @@ void KS7SettingsWindowController::showWords()
     facts.cameras = namesOf(mLocalCameraList);
     facts.isListFocused = outlets.cameraListTable->hasFocus();
     if (const auto camera = selectedCam()) {
+        facts.hasSelection = true;
         facts.isSelectionStreaming = camera->status() == kKS7CamStreaming;
         facts.isSelectionSettled = camera->status() != kKS7CamPairing && camera->status() != kKS7CamStarting;
         facts.selectedName = camera->friendlyName();

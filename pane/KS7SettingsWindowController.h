@@ -214,10 +214,14 @@ private:
     /// Counts how often the firmware sheet was opened. waitForFirmwareUpdate() compares it to detect a newer
     /// opening.
     std::uint32_t mFirmwareOpening = 0;
+    /// Whether the host shows the pane.
+    bool mIsShown = false;
     bool mSwitchedOut = false;
     bool mBluetoothOff = false;
     /// Whether the camera service was switched on in the preferences at the last refresh.
     bool mWasOn = true;
+    /// Whether the last refresh read the camera list from the agent. Without an agent it could not.
+    bool mListWasRead = false;
 
     platform::Services mServices;
     std::shared_ptr<AgentProxyFactory> mProtocols;

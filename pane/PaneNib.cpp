@@ -317,8 +317,8 @@ void PaneNib::fillPulldownMenu()
         item->setData(tag);
         connectAction(item, &QAction::triggered, controller, action);
     };
-    menu->addMenu(new ChooseCameraMenu(controller->outlets.cameraListTable, menu));
     add(KS7SettingsWindowController::tr("Use This Camera"), &Controller::setActiveCamera);
+    menu->addMenu(new ChooseCameraMenu(controller->outlets.cameraListTable, menu));
     add(KS7SettingsWindowController::tr("Properties…"), &Controller::showCameraProperties);
     add(KS7SettingsWindowController::tr("Change Passkey…"), &Controller::changePIN, ChangePasskeyTag);
     add(KS7SettingsWindowController::tr("Update Firmware…"), &Controller::installFirmware, UpdateFirmwareTag);

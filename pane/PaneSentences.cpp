@@ -10,6 +10,8 @@ constexpr int LongestName = 40;
 /// pair is cut.
 QString inSentence(const QString &name)
 {
+    if (name.isEmpty())
+        return PaneSentences::tr("(no name)");
     const auto characters = sanitizedLine(name).toUcs4();
     const auto cut = [&characters](int from, int count) {
         return QString::fromUcs4(reinterpret_cast<const char32_t *>(characters.constData()) + from, count);
@@ -43,14 +45,17 @@ QString PaneSentences::emptyList(const PaneFacts &facts)
 {
     if (QString why = reason(facts); !why.isEmpty())
         return why;
-    return facts.isSearching ? tr("Searching for cameras…") : tr("No cameras found. Choose + to search.");
+    if (facts.isSearching)
+        return tr("Searching for cameras…");
+    return facts.isListRead
+        ? tr("No cameras found. Choose + to search.")
+        : tr("The list of cameras is out of date. Leave this page and open it again to update the list.");
 }
 
 QString PaneSentences::hint(const PaneFacts &facts)
 {
     const bool canChoose = reason(facts).isEmpty() && !facts.cameras.isEmpty();
-    return canChoose && facts.selectedName.isNull() ? tr("Choose a camera in the list to use it.")
-                                                    : QString();
+    return canChoose && !facts.hasSelection ? tr("Choose a camera in the list to use it.") : QString();
 }
 
 QString PaneSentences::listDescription(const PaneFacts &facts)
@@ -68,7 +73,7 @@ QString PaneSentences::caption(const PaneFacts &facts)
         return tr("Preview is off");
     if (!facts.hasPicture)
         return tr("No picture: the first start failed. Restart this application to try again.");
-    if (facts.selectedName.isNull())
+    if (!facts.hasSelection)
         return tr("Waiting for a picture: no camera is chosen");
     const QString name = inSentence(facts.selectedName);
     return facts.isSelectionStreaming
@@ -88,7 +93,7 @@ QString PaneSentences::removeButton(const PaneFacts &facts)
 {
     if (QString why = reason(facts); !why.isEmpty())
         return why;
-    if (facts.selectedName.isNull())
+    if (!facts.hasSelection)
         return tr("Remove the selected camera: none is selected");
     return facts.isSelectionRemovable ? tr("Remove the selected camera")
                                       : tr("A camera can be removed only while it is not in use");
@@ -107,8 +112,8 @@ QString PaneSentences::startButton(const PaneFacts &facts)
         return tr("End the live picture and its sound levels");
     if (QString why = reason(facts); !why.isEmpty())
         return why;
-    return facts.selectedName.isNull() ? tr("Choose a camera in the list first")
-                                       : tr("Show the live picture and its sound levels here");
+    return facts.hasSelection ? tr("Show the live picture and its sound levels here")
+                              : tr("Choose a camera in the list first");
 }
 
 QString PaneSentences::notice(const PaneFacts &facts)
@@ -118,6 +123,8 @@ QString PaneSentences::notice(const PaneFacts &facts)
 
 QString PaneSentences::news(const PaneFacts &before, const PaneFacts &now)
 {
+    if (!now.isShown)
+        return {};
     QStringList sentences{paneNews(before, now), statusNews(before, now)};
     sentences.removeAll(QString());
     return sentences.join(QLatin1Char('\n'));
@@ -125,7 +132,8 @@ QString PaneSentences::news(const PaneFacts &before, const PaneFacts &now)
 
 QString PaneSentences::statusNews(const PaneFacts &before, const PaneFacts &now)
 {
-    const bool isSameCamera = !now.selectedName.isNull() && before.selectedName == now.selectedName;
+    const bool isSameCamera =
+        before.hasSelection && now.hasSelection && before.selectedName == now.selectedName;
     const bool isNew = isSameCamera && before.selectedStatus != now.selectedStatus;
     if (!isNew || !now.isSelectionSettled || now.isListFocused || !reason(now).isEmpty())
         return {};

@@ -5,7 +5,11 @@
 
 /// The state of the pane from which PaneSentences makes its texts.
 struct PaneFacts {
+    /// False while the pane is hidden or another user's session is on the screen. There is then no news.
+    bool isShown = true;
     bool isConnected = false;
+    /// Whether the list of cameras was read since the pane connected.
+    bool isListRead = true;
     bool isOn = true;
     bool isBluetoothOff = false;
     bool isSearching = false;
@@ -23,7 +27,8 @@ struct PaneFacts {
     bool isListFocused = false;
     /// The names of all listed cameras, in any order.
     QStringList cameras;
-    /// Name and status of the selected camera; null when no camera is selected.
+    bool hasSelection = false;
+    /// Name and status of the selected camera.
     QString selectedName;
     QString selectedStatus;
 };

@@ -34,7 +34,7 @@ bool PaneWords::isListRead(const PaneFacts &before) const
 {
     // When the selected row is removed, the focus moves to the list itself, and a screen reader reads the
     // list's description.
-    const bool losesRow = !before.selectedName.isNull() && mFacts.selectedName.isNull();
+    const bool losesRow = before.hasSelection && !mFacts.hasSelection;
     return losesRow ? mOutlets.cameraListTable->hasFocus() : isDescriptionRead(mOutlets.cameraListTable);
 }
 

@@ -22,21 +22,11 @@
         <source>Unknown camera</source>
         <translation type="unfinished"></translation>
     </message>
-    <message>
-        <source>%1, %2</source>
-        <comment>camera name, status</comment>
-        <translation type="unfinished"></translation>
-    </message>
 </context>
 <context>
     <name>ChooseCameraMenu</name>
     <message>
         <source>Choose Camera</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1, %2</source>
-        <comment>camera name and ID, status</comment>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -122,6 +112,11 @@
     <message>
         <source>%1 (%2)</source>
         <comment>camera name, ID</comment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>camera name, status</comment>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -380,6 +375,14 @@ Error: %1</source>
     <message>
         <source>%1, %2</source>
         <comment>camera name, status</comment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>(no name)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The list of cameras is out of date. Leave this page and open it again to update the list.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

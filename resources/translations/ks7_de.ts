@@ -22,22 +22,12 @@
         <source>Unknown camera</source>
         <translation>Unbekannte Kamera</translation>
     </message>
-    <message>
-        <source>%1, %2</source>
-        <comment>camera name, status</comment>
-        <translation>%1, %2</translation>
-    </message>
 </context>
 <context>
     <name>ChooseCameraMenu</name>
     <message>
         <source>Choose Camera</source>
         <translation>Kamera auswählen</translation>
-    </message>
-    <message>
-        <source>%1, %2</source>
-        <comment>camera name and ID, status</comment>
-        <translation>%1, %2</translation>
     </message>
 </context>
 <context>
@@ -123,6 +113,11 @@
         <source>%1 (%2)</source>
         <comment>camera name, ID</comment>
         <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>camera name, status</comment>
+        <translation>%1, %2</translation>
     </message>
 </context>
 <context>
@@ -383,6 +378,14 @@ Fehler: %1</translation>
         <source>%1, %2</source>
         <comment>camera name, status</comment>
         <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>(no name)</source>
+        <translation>(ohne Namen)</translation>
+    </message>
+    <message>
+        <source>The list of cameras is out of date. Leave this page and open it again to update the list.</source>
+        <translation>Die Liste der Kameras ist veraltet. Verlassen Sie diese Seite und öffnen Sie sie erneut, um die Liste zu aktualisieren.</translation>
     </message>
 </context>
 <context>

@@ -57,6 +57,18 @@ private:
     QHash<QString, std::shared_ptr<KS7Cam>> mCameras;
 };
 
+/// A widget on a screen with a given font DPI.
+class ViewOfDpi final : public QWidget {
+public:
+    int dpi = 96;
+
+protected:
+    [[nodiscard]] int metric(PaintDeviceMetric metric) const override
+    {
+        return metric == PdmDpiY ? dpi : QWidget::metric(metric);
+    }
+};
+
 /// Tests the rows of the camera table by their pixels.
 class CamCellTest : public QObject {
     Q_OBJECT
@@ -204,13 +216,23 @@ private Q_SLOTS:
         QCOMPARE(layout.name, QRect(26, 16, 180, 40));
         QCOMPARE(layout.status, QPoint(46, 48));
         QCOMPARE(layout.dot, QRect(26, 54, 16, 16));
+        ViewOfDpi view;
         QFont font;
-        font.setPointSizeF(12.0);
-        QCOMPARE(textScale(font), 1.0);
-        font.setPointSizeF(8.0);
-        QCOMPARE(textScale(font), 1.0);
-        font.setPointSizeF(24.0);
-        QCOMPARE(textScale(font), 2.0);
+        const auto scaleOf = [&](double points) {
+            font.setPointSizeF(points);
+            view.setFont(font);
+            return textScale(&view);
+        };
+        QCOMPARE(scaleOf(12.0), 1.0);
+        QCOMPARE(scaleOf(8.0), 1.0);
+        QCOMPARE(scaleOf(24.0), 2.0);
+        view.dpi = 110;
+        QCOMPARE(scaleOf(12.0), 1.0);
+        view.dpi = 192;
+        QCOMPARE(scaleOf(12.0), 2.0);
+        font.setPixelSize(24);
+        view.setFont(font);
+        QCOMPARE(textScale(&view), 1.5);
     }
 
     void theDotTellsTheStatus_data()

@@ -69,6 +69,20 @@ class ControllerCameraListTest : public QObject {
             .value<std::shared_ptr<KS7Cam>>();
     }
 
+    /// Checks whether a row has dark pixels beside its dot.
+    bool showsText(int row)
+    {
+        const QRect beside = table().visualRect(table().model()->index(row, 0)).adjusted(13, 3, -13, -3);
+        const QImage image = table().viewport()->grab(beside).toImage();
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (qGray(image.pixel(x, y)) < 128)
+                    return true;
+            }
+        }
+        return false;
+    }
+
     static QStringList refreshCalls()
     {
         // A refresh calls enableUSBOptions() twice. Each call asks whether the camera on the cable is the
@@ -692,6 +706,18 @@ private Q_SLOTS:
         agent().addCamera(Kitchen, QStringLiteral("Kitchen"), 17);
         showPane();
         QCOMPARE(table().textOfRow(0), QStringLiteral("Kitchen"));
+        const auto *rows = table().model();
+        QCOMPARE(rows->data(rows->index(0, 0), Qt::ToolTipRole).toString(),
+                 QStringLiteral("<qt>Kitchen</qt>"));
+    }
+
+    void aRowWithoutACameraKeepsNothingOfTheRowAbove()
+    {
+        addThreeCameras();
+        agent().sorted.removeLast();
+        showPane();
+        QVERIFY(showsText(1));
+        QVERIFY(!showsText(2));
     }
 
     void aNameIsNoMarkupInItsToolTip()

@@ -259,7 +259,7 @@ class AccessibilityTest(ScriptedPaneTest):
         self.pane.press("Camera Actions", "showmenu")
         self.pane.wait_for("Properties…", role="menu item")
         self.assertEqual([name for name in self.pane.names("menu item") if name],
-                         ["Choose Camera", "Use This Camera", "Properties…", "Change Passkey…", "Update Firmware…",
+                         ["Use This Camera", "Choose Camera", "Properties…", "Change Passkey…", "Update Firmware…",
                           "About KS-7…"])
         self.assert_all_can_be_read()
         self.pane.wait_state("Camera Actions", "expanded")

@@ -16,7 +16,7 @@ DESK = "00-1b-dc-0f-77-01"
 READING_ORDER = ["Show All", "Enable KS-7", "Optimize for", "Cameras", "Add Camera", "Remove Camera", "Camera Actions",
                  "Start Preview", "Show status menu"]
 # The arrow keys that reach each item in the menu of the camera actions.
-CHOOSE_CAMERA, PROPERTIES, CHANGE_PASSKEY = ("Down",), ("Down",) * 3, ("Down",) * 4
+CHOOSE_CAMERA, PROPERTIES, CHANGE_PASSKEY = ("Down",) * 2, ("Down",) * 3, ("Down",) * 4
 UPDATE_FIRMWARE, ABOUT = ("Up", "Up"), ("Up",)
 
 

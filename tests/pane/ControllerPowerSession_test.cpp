@@ -1,3 +1,4 @@
+#include "cameras/KS7AnimatingStatusTableView.h"
 #include "platform/desktop/Workspace.h"
 #include "tests/support/PaneFixture.h"
 
@@ -112,6 +113,22 @@ private Q_SLOTS:
         QVERIFY(controller().isConnected());
         QVERIFY(!controller().isStreaming());
         QCOMPARE(mPane->takeJournal(QStringLiteral("connect ")).count(QStringLiteral("KS7AgentServer")), 1);
+    }
+
+    void afterComingBackTheListSaysHowToUpdateIt()
+    {
+        showPaneWithPreview();
+        const auto *table = mPane->outlets().cameraListTable;
+        switchAway();
+        comeBack();
+        QCOMPARE(
+            table->placeholderText(),
+            QStringLiteral("The list of cameras is out of date. Leave this page and open it again to update "
+                           "the list."));
+        QCOMPARE(mPane->outlets().addButton->toolTip(), QStringLiteral("Search for cameras to add"));
+        mPane->hide();
+        mPane->show();
+        QCOMPARE(table->numberOfRows(), 1);
     }
 
     void aPreviewAfterComingBackOpensTheCameraAnew()

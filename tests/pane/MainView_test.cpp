@@ -332,16 +332,16 @@ private Q_SLOTS:
         QStringList titles;
         QList<int> tags;
         for (const auto *item : outlets().pulldownMenu->menu()->actions()) {
-            if (item->isSeparator() || item->menu())
+            if (item->isSeparator())
                 continue;
             titles.append(item->text());
             tags.append(item->data().toInt());
         }
         QCOMPARE(titles,
-                 QStringList({QStringLiteral("Use This Camera"), QStringLiteral("Properties…"),
-                              QStringLiteral("Change Passkey…"), QStringLiteral("Update Firmware…"),
-                              QStringLiteral("About KS-7…")}));
-        QCOMPARE(tags, QList<int>({0, 0, 34, 35, 0}));
+                 QStringList({QStringLiteral("Use This Camera"), QStringLiteral("Choose Camera"),
+                              QStringLiteral("Properties…"), QStringLiteral("Change Passkey…"),
+                              QStringLiteral("Update Firmware…"), QStringLiteral("About KS-7…")}));
+        QCOMPARE(tags, QList<int>({0, 0, 0, 34, 35, 0}));
     }
 
     void thePopUpIsNamedByItsLabel()
@@ -557,6 +557,24 @@ private Q_SLOTS:
         outlets().statusMenuCheckbox->setFocus();
         mFixture->agentPosts(Names::FoundBluetooth);
         QVERIFY2(outlets().statusMenuCheckbox->hasFocus(), "a focus that moved on stays");
+    }
+
+    void bluetoothDoesNotBringBackAFocusThatWasLostToTheService()
+    {
+        addTwoCameras();
+        showPane();
+        mFixture->window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window, Timeout));
+        table().setFocus();
+        for (const bool isOn : {false, true}) {
+            mFixture->defaults->agentWrites(QStringLiteral("KS7On"), isOn);
+            mFixture->agentPosts(Names::OnOffChanged);
+        }
+        auto *focus = mFixture->window.focusWidget();
+        QVERIFY(focus && focus != &table());
+        mFixture->agentPosts(Names::NoBluetooth);
+        mFixture->agentPosts(Names::FoundBluetooth);
+        QCOMPARE(mFixture->window.focusWidget(), focus);
     }
 
     void aFirstSearchLeadsToTheUseOfACamera()

@@ -17,6 +17,7 @@ PaneFacts usual()
     facts.isConnected = true;
     facts.isSelectionRemovable = true;
     facts.cameras = QStringList{QStringLiteral("Kitchen"), QStringLiteral("Desk")};
+    facts.hasSelection = true;
     facts.selectedName = QStringLiteral("Kitchen");
     facts.selectedStatus = QStringLiteral("Not Streaming");
     return facts;
@@ -25,6 +26,7 @@ PaneFacts usual()
 void empty(PaneFacts &facts)
 {
     facts.cameras.clear();
+    facts.hasSelection = false;
     facts.selectedName = QString();
     facts.selectedStatus = QString();
 }
@@ -51,12 +53,22 @@ const Row Rows[] = {
     {"no Bluetooth", &S::emptyList, [](auto &f) { empty(f), f.isBluetoothOff = true; }, "Bluetooth is off."},
     {"searching", &S::emptyList, [](auto &f) { empty(f), f.isSearching = true; }, "Searching for cameras…"},
     {"none found", &S::emptyList, empty, "No cameras found. Choose + to search."},
+    {"connected, but not read", &S::emptyList, [](auto &f) { empty(f), f.isListRead = false; },
+     "The list of cameras is out of date. Leave this page and open it again to update the list."},
 
     {"chosen", &S::hint, [](auto &) {}, ""},
-    {"none chosen", &S::hint, [](auto &f) { f.selectedName = QString(); },
+    {"none chosen", &S::hint, [](auto &f) { f.hasSelection = false; },
      "Choose a camera in the list to use it."},
-    {"none chosen, but off", &S::hint, [](auto &f) { f.selectedName = QString(), f.isOn = false; }, ""},
+    {"none chosen, but off", &S::hint, [](auto &f) { f.hasSelection = f.isOn = false; }, ""},
     {"none to choose", &S::hint, empty, ""},
+    {"chosen, but without a name", &S::hint, [](auto &f) { f.selectedName = QString(); }, ""},
+    {"start without a name", &S::startButton, [](auto &f) { f.selectedName = QString(); },
+     "Show the live picture and its sound levels here"},
+    {"− without a name", &S::removeButton, [](auto &f) { f.selectedName = QString(); },
+     "Remove the selected camera"},
+    {"picture of a camera without a name", &S::caption,
+     [](auto &f) { f.isPreviewing = f.isSelectionStreaming = true, f.selectedName = QString(); },
+     "Picture of (no name)"},
 
     {"list", &S::listDescription, [](auto &) {}, HowToChoose},
     {"empty list", &S::listDescription, empty, "No cameras found. Choose + to search."},
@@ -96,7 +108,7 @@ const Row Rows[] = {
     {"start", &S::startButton, [](auto &) {}, "Show the live picture and its sound levels here"},
     {"stop", &S::startButton, [](auto &f) { f.isPreviewing = true; },
      "End the live picture and its sound levels"},
-    {"start without a choice", &S::startButton, [](auto &f) { f.selectedName = QString(); },
+    {"start without a choice", &S::startButton, [](auto &f) { f.hasSelection = false; },
      "Choose a camera in the list first"},
     {"start without Bluetooth", &S::startButton, [](auto &f) { f.isBluetoothOff = true; },
      "Bluetooth is off."},
@@ -116,6 +128,8 @@ const NewsRow NewsRows[] = {
     {"nothing", [](auto &) {}, [](auto &) {}, ""},
     {"the first list", [](auto &f) { empty(f), f.isConnected = false; }, [](auto &) {}, ""},
     {"the agent is lost", [](auto &) {}, [](auto &f) { empty(f), f.isConnected = false; }, NoAgent},
+    {"a hidden pane loses the agent", [](auto &) {},
+     [](auto &f) { empty(f), f.isConnected = f.isShown = false; }, ""},
     {"a search begins", [](auto &) {}, [](auto &f) { f.isSearching = true; }, "Searching for cameras…"},
     {"a search finds a camera", [](auto &f) { f.isSearching = true; },
      [](auto &f) { f.isSearching = true, f.cameras.append(QStringLiteral("Hall")); }, "New camera: Hall"},

@@ -1,6 +1,7 @@
 #include "agent/NotificationNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "platform/QtCompat.h"
+#include "platform/desktop/Workspace.h"
 #include "platform/sheets/Sheets.h"
 #include "tests/support/ActiveWindow.h"
 #include "tests/support/AssistivePrograms.h"
@@ -250,6 +251,29 @@ private Q_SLOTS:
         mFixture->connections->killAgent();
         settle();
         QCOMPARE(timesSaid(NoAgent), 1);
+    }
+
+    void aPaneThatIsLeftSaysNothing()
+    {
+        addCamera();
+        showPane();
+        mFixture->hide();
+        settle();
+        QCOMPARE(mReader.said, QStringList());
+        agentPosts(Names::StartedDiscovering);
+        agentPosts(Names::StoppedDiscovering);
+        QCOMPARE(mReader.said, QStringList());
+    }
+
+    void aSessionThatIsLeftSaysNothing()
+    {
+        addCamera();
+        showPane();
+        mFixture->workspaceCenter->deliver(platform::NSWorkspaceSessionDidResignActiveNotification);
+        settle();
+        mFixture->workspaceCenter->deliver(platform::NSWorkspaceSessionDidBecomeActiveNotification);
+        settle();
+        QCOMPARE(mReader.said, QStringList());
     }
 
     void theNoticeIsReportedWhenItChanges()
