@@ -2,6 +2,7 @@
 
 #include "platform/sheets/MainWindow.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 
 #include <algorithm>
@@ -13,6 +14,9 @@ QtSheetPresenter::QtSheetPresenter()
 {
     QObject::connect(&mAlerts, &AlertQueue::ended, this, &QtSheetPresenter::passFocusOn);
     QObject::connect(&mAlerts, &AlertQueue::presented, this, &QtSheetPresenter::watchActivation);
+    // End the sheets before Qt delivers the last deferred deletes, which would show a hidden sheet again.
+    QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
+                     &QtSheetPresenter::endAll);
 }
 
 QWidget *QtSheetPresenter::applicationMainWindow()
@@ -39,7 +43,8 @@ void QtSheetPresenter::beginSheet(Sheet *sheet, QWidget *modalForWindow, SheetDi
     QObject::connect(sheet, &QObject::destroyed, this, [this] {
         std::erase_if(mSheets, [](const BegunSheet &candidate) { return candidate.place.dialog.isNull(); });
     });
-    QObject::connect(sheet, &Sheet::closedByHost, this, [this, sheet] { endSheet(sheet); });
+    QObject::connect(sheet, &Sheet::closedBySession, this, [this, sheet] { endSheet(sheet); });
+    QObject::connect(sheet, &Sheet::quitDelivered, this, [this, sheet] { showAgainOrEnd(sheet); });
     sheet->show();
 }
 
@@ -56,6 +61,25 @@ void QtSheetPresenter::endSheet(Sheet *sheet)
     passFocusOn(ended.place);
 }
 
+void QtSheetPresenter::showAgainOrEnd(Sheet *sheet)
+{
+    const auto begun = find(sheet);
+    if (begun == mSheets.end() || sheet->isVisible())
+        return;
+    // A visible window refused to close, so the quit was cancelled.
+    if (begun->place.window && begun->place.window->isVisible())
+        sheet->show();
+    else
+        endSheet(sheet);
+}
+
+void QtSheetPresenter::endAll()
+{
+    const auto begun = mSheets;
+    for (const auto &sheet : begun)
+        endSheet(qobject_cast<Sheet *>(sheet.place.dialog));
+}
+
 QtSheetPresenter::BegunSheets::iterator QtSheetPresenter::find(const Sheet *sheet)
 {
     return std::find_if(mSheets.begin(), mSheets.end(),
@@ -65,7 +89,8 @@ QtSheetPresenter::BegunSheets::iterator QtSheetPresenter::find(const Sheet *shee
 QDialog *QtSheetPresenter::newestSheetOver(const QWidget *window) const
 {
     const auto sheet = std::find_if(mSheets.rbegin(), mSheets.rend(), [window](const BegunSheet &begun) {
-        return begun.place.dialog && begun.place.window == window;
+        const auto &dialog = begun.place.dialog;
+        return dialog && dialog->isVisible() && begun.place.window == window;
     });
     return sheet == mSheets.rend() ? nullptr : sheet->place.dialog.data();
 }

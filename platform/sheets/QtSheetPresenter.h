@@ -31,6 +31,9 @@ private:
     using BegunSheets = std::vector<BegunSheet>;
 
     BegunSheets::iterator find(const Sheet *sheet);
+    /// Shows a sheet again that a quit event has hidden. If its window was closed meanwhile, ends the sheet.
+    void showAgainOrEnd(Sheet *sheet);
+    void endAll();
     [[nodiscard]] QDialog *newestSheetOver(const QWidget *window) const;
     [[nodiscard]] QDialog *newestOver(const QWidget *window) const;
     /// From now on, activates the newest dialog over the window whenever the window becomes active.

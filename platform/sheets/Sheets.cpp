@@ -55,28 +55,29 @@ void Sheet::hideEvent(QHideEvent *event)
 
 bool Sheet::eventFilter(QObject *watched, QEvent *event)
 {
-    // Qt 6 closes every window during a quit event, and a window that refuses to close cancels the quit. So a
+    // Qt closes every window during a quit event, and a window that refuses to close cancels the quit. So a
     // sheet may close while mQuitInDelivery exists. deleteLater() destroys that object after the event, even
-    // if another window runs a nested event loop while it closes.
+    // if another window runs a nested event loop while it closes. The sheet is not the owner, because
+    // ~QWidget would destroy the object and so emit quitDelivered() from a sheet that no longer exists.
     if (watched == qApp && event->type() == QEvent::Quit && !mQuitInDelivery) {
-        mQuitInDelivery = new QObject(this);
+        mQuitInDelivery = new QObject(qApp);
+        QObject::connect(mQuitInDelivery, &QObject::destroyed, this, &Sheet::quitDelivered);
         mQuitInDelivery->deleteLater();
     }
     return QDialog::eventFilter(watched, event);
 }
 
-bool Sheet::isClosedByHost() const
-{
-    return mQuitInDelivery || qApp->isSavingSession();
-}
-
 void Sheet::closeEvent(QCloseEvent *event)
 {
+    if (mQuitInDelivery) {
+        event->accept();
+        return;
+    }
     reject();
-    const bool byHost = isClosedByHost();
-    event->setAccepted(byHost || !isVisible());
-    if (byHost && isVisible())
-        Q_EMIT closedByHost();
+    const bool bySession = qApp->isSavingSession();
+    event->setAccepted(bySession || !isVisible());
+    if (bySession && isVisible())
+        Q_EMIT closedBySession();
 }
 
 void Sheet::paintEvent(QPaintEvent *event)

@@ -26,7 +26,8 @@ struct AlertSheet {
 
 /// A dialog from an interface file that blocks one window. Escape and the close button run the cancel action.
 /// If there is none, or if it does not end the sheet, the sheet stays open. When the host quits or the
-/// session ends, the sheet closes in any case.
+/// session ends, the sheet closes in any case. A quit only hides the sheet, because another window may still
+/// cancel the quit.
 class Sheet : public QDialog {
     Q_OBJECT
 public:
@@ -42,9 +43,11 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
-    /// Emitted when the sheet has to close because the host quits or the session ends. The presenter must
-    /// then end the sheet.
-    void closedByHost();
+    /// Emitted when the sheet has to close because the session ends. The presenter must then end the sheet.
+    void closedBySession();
+    /// Emitted when a quit event has been delivered that the sheet has seen. If the event has hidden the
+    /// sheet, the presenter must show the sheet again or end it.
+    void quitDelivered();
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -53,8 +56,6 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    [[nodiscard]] bool isClosedByHost() const;
-
     int mWantedWidth = 0;
     std::function<void()> mCancelAction;
     /// An object that exists only while a QEvent::Quit is being delivered.

@@ -2,6 +2,7 @@
 #include "tests/support/Timeout.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -44,6 +45,10 @@ public:
     QLineEdit field;
     QPushButton button;
     int clicks = 0;
+    bool refusesToClose = false;
+
+protected:
+    void closeEvent(QCloseEvent *event) override { event->setAccepted(!refusesToClose); }
 };
 
 /// Lets the application receive a quit event without quitting. During that event `whatCloses` runs, which may
@@ -67,6 +72,25 @@ public:
 
 private:
     std::function<void()> mWhatCloses;
+};
+
+/// Counts a widget's events of one type.
+class Events : public QObject {
+public:
+    Events(QWidget *widget, QEvent::Type type)
+        : mType(type)
+    {
+        widget->installEventFilter(this);
+    }
+    int count = 0;
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == mType ? 1 : 0;
+        return false;
+    }
+
+private:
+    QEvent::Type mType;
 };
 
 const AlertSheet Failure{QStringLiteral("A Failure"), QStringLiteral("OK"),
@@ -116,6 +140,35 @@ private:
         QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), static_cast<QWidget *>(theAlert()), Timeout);
     }
     static void turnTheLoop() { QTest::qWait(0); }
+    /// Sends a quit event, for which Qt closes one window after the other until one refuses.
+    static void tellToQuit()
+    {
+        QEvent quit(QEvent::Quit);
+        QCoreApplication::sendEvent(qApp, &quit);
+    }
+    static void inTheEventLoop(const std::function<void()> &happening)
+    {
+        QEventLoop application;
+        QTimer::singleShot(0, &application, [&] {
+            happening();
+            application.quit();
+        });
+        application.exec();
+    }
+    /// Runs a nested event loop, such as that of an application's question "Really quit?".
+    static void askInANestedLoop()
+    {
+        QEventLoop question;
+        QTimer::singleShot(20, &question, &QEventLoop::quit);
+        question.exec();
+    }
+    void expectToBeUpAndToRefuse(Sheet &sheet)
+    {
+        QVERIFY(sheet.isVisible());
+        QVERIFY(!sheet.close());
+        QVERIFY(sheet.isVisible());
+        QCOMPARE(mEnded, 0);
+    }
     static bool hangsOn(const QWidget *dialog, const QWidget *window)
     {
         return dialog->windowHandle()->transientParent() == window->windowHandle()
@@ -434,17 +487,22 @@ private Q_SLOTS:
         HostThatStays host;
         Sheet sheet;
         for (int ended = 1; ended <= 2; ++ended) {
+            mWindow->show();
             mPresenter->beginSheet(&sheet, mWindow.get(), counting());
             QVERIFY(!sheet.close());
             QVERIFY(sheet.isVisible());
-            host.isToldToQuit([&] { QVERIFY(sheet.close()); });
+            host.isToldToQuit([&] {
+                QVERIFY(sheet.close());
+                QVERIFY(mWindow->close());
+            });
+            QVERIFY(!sheet.isVisible());
+            turnTheLoop();
             QVERIFY(!sheet.isVisible());
             QCOMPARE(mEnded, ended);
-            turnTheLoop();
         }
     }
 
-    void aCancelledQuitLeavesTheSheetAsItWas()
+    void aQuitThatClosesNothingLeavesTheSheetAsItWas()
     {
         mWindow->appear();
         HostThatStays host;
@@ -452,9 +510,55 @@ private Q_SLOTS:
         mPresenter->beginSheet(&sheet, mWindow.get(), counting());
         host.isToldToQuit();
         turnTheLoop();
-        QVERIFY(!sheet.close());
+        expectToBeUpAndToRefuse(sheet);
+    }
+
+    void aCancelledQuitLeavesTheSheetAsItWas()
+    {
+        mWindow->appear();
+        mWindow->refusesToClose = true;
+        Sheet sheet;
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        Events hidden(&sheet, QEvent::Hide);
+        for (int time = 1; time <= 2; ++time) {
+            tellToQuit();
+            QVERIFY2(hidden.count == time, "the sheet closes before the window refuses");
+            turnTheLoop();
+            expectToBeUpAndToRefuse(sheet);
+            QVERIFY(hangsOn(&sheet, mWindow.get()));
+        }
+        mPresenter->endSheet(&sheet);
+        QCOMPARE(mEnded, 1);
+        QVERIFY(!sheet.isVisible());
+    }
+
+    void aCancelledQuitCancelsNoSheet()
+    {
+        mWindow->appear();
+        mWindow->refusesToClose = true;
+        Sheet sheet;
+        sheet.setCancelAction([&] { mPresenter->endSheet(&sheet); });
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        tellToQuit();
+        turnTheLoop();
         QVERIFY(sheet.isVisible());
         QCOMPARE(mEnded, 0);
+        mPresenter->endSheet(&sheet);
+    }
+
+    void aSheetThatEndsDuringAQuitDoesNotComeBack()
+    {
+        mWindow->appear();
+        HostThatStays host;
+        Sheet sheet;
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        host.isToldToQuit([&] {
+            sheet.close();
+            mPresenter->endSheet(&sheet);
+        });
+        turnTheLoop();
+        QVERIFY(!sheet.isVisible());
+        QCOMPARE(mEnded, 1);
     }
 
     void aQuitThatAsksFirstStillClosesTheSheet()
@@ -463,18 +567,79 @@ private Q_SLOTS:
         HostThatStays host;
         Sheet sheet;
         mPresenter->beginSheet(&sheet, mWindow.get(), counting());
-        QEventLoop application;
-        QTimer::singleShot(0, &application, [&] {
+        inTheEventLoop([&] {
             host.isToldToQuit([&] {
-                // A nested event loop, such as that of an application's question "Really quit?"
-                QEventLoop question;
-                QTimer::singleShot(20, &question, &QEventLoop::quit);
-                question.exec();
+                askInANestedLoop();
                 sheet.close();
+                mWindow->close();
             });
-            application.quit();
         });
-        application.exec();
+        turnTheLoop();
+        QVERIFY(!sheet.isVisible());
+        QCOMPARE(mEnded, 1);
+    }
+
+    void aSheetStaysAwayUntilTheQuitIsDecided()
+    {
+        mWindow->appear();
+        HostThatStays host;
+        Sheet sheet;
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        bool wasAway = false;
+        inTheEventLoop([&] {
+            host.isToldToQuit([&] {
+                sheet.close();
+                askInANestedLoop();
+                wasAway = !sheet.isVisible();
+            });
+        });
+        QVERIFY(wasAway);
+        turnTheLoop();
+        expectToBeUpAndToRefuse(sheet);
+    }
+
+    void aQuitEndsTheSheet_data()
+    {
+        QTest::addColumn<bool>("closesTheWindow");
+        QTest::newRow("after all windows have closed") << true;
+        QTest::newRow("while the window is visible") << false;
+    }
+    void aQuitEndsTheSheet()
+    {
+        QFETCH(bool, closesTheWindow);
+        mWindow->appear();
+        Sheet sheet;
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        QTimer::singleShot(0, qApp, [closesTheWindow] {
+            if (closesTheWindow)
+                tellToQuit();
+            else
+                QCoreApplication::exit();
+        });
+        QCoreApplication::exec();
+        QVERIFY(!sheet.isVisible());
+        QCOMPARE(mEnded, 1);
+        turnTheLoop();
+        QVERIFY(!sheet.isVisible());
+        QCOMPARE(mEnded, 1);
+    }
+
+    void aSheetThatAQuitHasClosedStaysAwayWhenTheHostEnds()
+    {
+        mWindow->appear();
+        HostThatStays host;
+        Sheet sheet;
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        Events shown(&sheet, QEvent::Show);
+        QTimer::singleShot(0, qApp, [&] {
+            host.isToldToQuit([&] { sheet.close(); });
+            // The event loop ends here, so Qt delivers the deferred deletes after aboutToQuit.
+            QCoreApplication::exit();
+        });
+        QCoreApplication::exec();
+        turnTheLoop();
+        QCOMPARE(shown.count, 0);
+        QVERIFY(!sheet.isVisible());
         QCOMPARE(mEnded, 1);
     }
 
