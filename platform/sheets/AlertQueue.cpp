@@ -108,13 +108,19 @@ void AlertQueue::presentWaiting()
     auto *window = applicationMainWindow();
     if (!window)
         return;
+    // Collect the windows first, because presentNext() may let alerts begin or end.
+    std::vector<QPointer<QWidget>> windows;
     for (auto &alert : mAlerts) {
-        if (!alert.place.dialog && (!alert.place.window || !alert.place.window->isVisible()))
+        if (alert.place.dialog)
+            continue;
+        if (!alert.place.window || !alert.place.window->isVisible())
             alert.place = {nullptr, window, nullptr, window};
+        windows.push_back(alert.place.window);
     }
-    presentNext(window);
     qApp->removeEventFilter(this);
     mWatching = false;
+    for (const auto &waitedFor : windows)
+        presentNext(waitedFor);
 }
 
 void AlertQueue::finish(const QDialog *box)

@@ -376,6 +376,17 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(theAlert(), Timeout);
     }
 
+    void anAlertForAWindowOutOfSightWaitsBesideAnotherWindow()
+    {
+        HostWindow other;
+        other.appear();
+        beginAlert(Failure, mWindow.get());
+        mWindow->show();
+        other.activateWindow();
+        QTRY_VERIFY_WITH_TIMEOUT(theAlert(), Timeout);
+        QVERIFY(hangsOn(theAlert(), mWindow.get()));
+    }
+
     void anAlertWithoutAWindowUsesTheNextOne()
     {
         auto other = std::make_unique<HostWindow>();
