@@ -84,7 +84,6 @@ DialogPlace placeDialog(QDialog *dialog, QWidget *window)
 
 void restoreFocus(const DialogPlace &place)
 {
-    place.window->activateWindow();
     if (place.focus && place.focus->isVisible())
         place.focus->setFocus(Qt::ActiveWindowFocusReason);
 }

@@ -18,7 +18,7 @@ struct DialogPlace {
 /// With a null `window`, the dialog blocks nothing. The dialog never becomes a child of `window`.
 DialogPlace placeDialog(QDialog *dialog, QWidget *window);
 
-/// Activates the window again and gives the focus back to the widget that had it before.
+/// Gives the focus inside the window back to the widget that had it before. Does not activate the window.
 void restoreFocus(const DialogPlace &place);
 
 } // namespace platform

@@ -12,7 +12,8 @@ namespace platform {
 
 QtSheetPresenter::QtSheetPresenter()
 {
-    QObject::connect(&mAlerts, &AlertQueue::ended, this, &QtSheetPresenter::passFocusOn);
+    QObject::connect(&mAlerts, &AlertQueue::ended, this,
+                     [this](const DialogPlace &place) { passFocusOn(place, true); });
     QObject::connect(&mAlerts, &AlertQueue::presented, this, &QtSheetPresenter::watchActivation);
     // End the sheets before Qt delivers the last deferred deletes, which would show a hidden sheet again.
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
@@ -56,9 +57,12 @@ void QtSheetPresenter::endSheet(Sheet *sheet)
     const BegunSheet ended = std::move(*begun);
     mSheets.erase(begun);
     QObject::disconnect(sheet, nullptr, this, nullptr);
+    // The agent ends sheets too, while the person may work elsewhere. Ask this before the end handler,
+    // because it hides the sheet.
+    const bool wasActive = sheet->isActiveWindow();
     if (ended.didEnd)
         ended.didEnd(sheet, 0, nullptr);
-    passFocusOn(ended.place);
+    passFocusOn(ended.place, wasActive);
 }
 
 void QtSheetPresenter::showAgainOrEnd(Sheet *sheet)
@@ -101,13 +105,14 @@ QDialog *QtSheetPresenter::newestOver(const QWidget *window) const
     return alert ? alert : newestSheetOver(window);
 }
 
-void QtSheetPresenter::passFocusOn(const DialogPlace &place)
+void QtSheetPresenter::passFocusOn(const DialogPlace &place, bool wasActive)
 {
     if (!place.window || !place.window->isVisible())
         return;
-    if (auto *other = newestOver(place.window))
-        other->activateWindow();
-    else
+    auto *other = newestOver(place.window);
+    if (wasActive)
+        (other ? other : place.window.data())->activateWindow();
+    if (!other)
         restoreFocus(place);
 }
 

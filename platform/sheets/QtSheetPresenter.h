@@ -10,8 +10,8 @@
 
 namespace platform {
 
-/// Shows sheets as window-modal dialogs, and alerts one at a time. When a dialog ends, the newest other
-/// dialog over its window gets the focus, or else the window.
+/// Shows sheets as window-modal dialogs, and alerts one at a time. When an active dialog ends, the newest
+/// other dialog over its window gets the focus, or else the window.
 class QtSheetPresenter final : public QObject, public SheetPresenter {
     Q_OBJECT
 public:
@@ -38,7 +38,8 @@ private:
     [[nodiscard]] QDialog *newestOver(const QWidget *window) const;
     /// From now on, activates the newest dialog over the window whenever the window becomes active.
     void watchActivation(QWidget *window);
-    void passFocusOn(const DialogPlace &place);
+    /// Activates the window only if the dialog that has ended was active.
+    void passFocusOn(const DialogPlace &place, bool wasActive);
     void forgetWindow(const QObject *window);
 
     BegunSheets mSheets;

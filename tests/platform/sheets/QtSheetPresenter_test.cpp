@@ -757,6 +757,31 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(mWindow->field.hasFocus(), Timeout);
     }
 
+    void aSheetThatEndsWhileThePersonIsElsewhereActivatesNothing_data()
+    {
+        QTest::addColumn<bool>("hasAnotherSheet");
+        QTest::newRow("the window's only sheet") << false;
+        QTest::newRow("one sheet of two") << true;
+    }
+    void aSheetThatEndsWhileThePersonIsElsewhereActivatesNothing()
+    {
+        QFETCH(bool, hasAnotherSheet);
+        mWindow->appear();
+        mWindow->button.setFocus();
+        Sheet other;
+        Sheet sheet;
+        if (hasAnotherSheet)
+            mPresenter->beginSheet(&other, mWindow.get(), counting());
+        mPresenter->beginSheet(&sheet, mWindow.get(), counting());
+        HostWindow elsewhere;
+        elsewhere.appear();
+        mPresenter->endSheet(&sheet);
+        turnTheLoop();
+        QCOMPARE(QApplication::activeWindow(), &elsewhere);
+        QVERIFY(elsewhere.field.hasFocus());
+        QCOMPARE(mWindow->focusWidget(), &mWindow->button);
+    }
+
     void endingASheetThatIsNotUpDoesNothing()
     {
         Sheet sheet;
