@@ -36,8 +36,11 @@ void setTexts(const Outlets &outlets, const QString &headline, const QString &se
     describe(outlets.firmwareContinueButton, both);
 }
 
+/// Announces the texts if the sheet is visible. The agent reports the end of an update in any case.
 void announceTexts(const Outlets &outlets)
 {
+    if (!outlets.firmwareSheet->isVisible())
+        return;
     announce(outlets.firmwareMainText,
              inOneLine(outlets.firmwareMainText->text(), outlets.firmwareStatusText->text()));
 }

@@ -370,6 +370,17 @@ private Q_SLOTS:
         settle();
         QCOMPARE(timesSaid(QStringLiteral("Click Continue to start the update.")), 1);
     }
+
+    void theFirmwareTextsAreSaidOnlyWhileTheSheetIsVisible()
+    {
+        addCamera();
+        showPane();
+        agentPosts(Names::FirmwareUpdateEnded, {{UserInfoKeys::Result, 7}});
+        QCOMPARE(mReader.said, QStringList());
+        openFirmwareSheet();
+        agentPosts(Names::FirmwareUpdateEnded, {{UserInfoKeys::Result, 7}});
+        QCOMPARE(timesSaid(QStringLiteral("An error occurred updating firmware. Error: 7")), 1);
+    }
 };
 
 QTEST_MAIN(ScreenReaderTest)
