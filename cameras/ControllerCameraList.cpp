@@ -161,9 +161,9 @@ void KS7SettingsWindowController::clickedTableRow(QObject *sender)
     setActiveCamera(sender);
 }
 
-void KS7SettingsWindowController::doubleClickCamera(QObject *sender)
+void KS7SettingsWindowController::doubleClickCamera(QObject *)
 {
-    showCameraProperties(sender);
+    showCameraProperties(nullptr);
 }
 
 void KS7SettingsWindowController::discover(QObject *)
