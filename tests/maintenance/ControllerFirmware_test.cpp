@@ -133,6 +133,7 @@ private Q_SLOTS:
     void theEndMayComeInsideTheCallThatStarts();
     void cancelClosesAndGoesBackToStepZero();
     void escapeCancelsOnlyWhileCancelIsThere();
+    void anUpdateWithoutAnEndKeepsItsSheet();
     void progressMovesTheIndicator_data();
     void progressMovesTheIndicator();
     void everyUpdateBeginsAtNought();
@@ -347,6 +348,27 @@ void ControllerFirmwareTest::escapeCancelsOnlyWhileCancelIsThere()
     QTest::keyClick(sheet, Qt::Key_Escape);
     QVERIFY(sheetIsUp());
     QCOMPARE(look(), Complete);
+}
+
+void ControllerFirmwareTest::anUpdateWithoutAnEndKeepsItsSheet()
+{
+    // The agent lives and reports everything but the end, until the host quits.
+    auto *sheet = fixture->outlets().firmwareSheet;
+    fixture->runLoop->onSlice = [&] {
+        if (++slice == 1) {
+            agentReportsProgress({{UserInfoKeys::Value, 10}, {UserInfoKeys::Total, 10}});
+            fixture->agentPosts(NotificationNames::USBDeviceDisconnected);
+            fixture->agentPosts(NotificationNames::CameraListChanged);
+        }
+        QTest::keyClick(sheet, Qt::Key_Escape);
+        QVERIFY(!sheet->close());
+        QVERIFY(sheetIsUp());
+        QCOMPARE(look(), Updating);
+        fixture->runLoop->quitting = slice == 3;
+    };
+    startUpdate();
+    QCOMPARE(slice, 3);
+    QVERIFY(fixture->controller().isConnected());
 }
 
 void ControllerFirmwareTest::progressMovesTheIndicator_data()

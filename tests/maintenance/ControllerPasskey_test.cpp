@@ -68,6 +68,8 @@ private Q_SLOTS:
     void escapeCancels();
     void okEndsTheSheetAndSendsHalfASecondLater();
     void theTextIsReadWhenItIsSent();
+    void aSheetOpenedAgainAtOnceSendsItsOwnText_data();
+    void aSheetOpenedAgainAtOnceSendsItsOwnText();
     void unpluggingAndHidingAfterOkSendsNothing();
     void returnOnCancelCancels();
     void undoBringsNoPasskeyBack();
@@ -321,6 +323,29 @@ void ControllerPasskeyTest::theTextIsReadWhenItIsSent()
     fixture->runLoop->advance(500ms);
     QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")),
              QStringList{QStringLiteral("setPassKey 77")});
+}
+
+void ControllerPasskeyTest::aSheetOpenedAgainAtOnceSendsItsOwnText_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("empty") << QString();
+    QTest::newRow("half-typed") << QStringLiteral("5");
+    QTest::newRow("no passkey") << QStringLiteral("5x");
+}
+
+void ControllerPasskeyTest::aSheetOpenedAgainAtOnceSendsItsOwnText()
+{
+    QFETCH(QString, typed);
+    openSheet();
+    paste(QStringLiteral("1234"));
+    pressOkay();
+    fixture->takeJournal();
+    changePasskey();
+    fixture->outlets().newPINText->setText(typed);
+    fixture->runLoop->advance(500ms);
+    QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")),
+             QStringList{QStringLiteral("setPassKey ") + typed});
+    QVERIFY(sheetIsUp());
 }
 
 void ControllerPasskeyTest::unpluggingAndHidingAfterOkSendsNothing()

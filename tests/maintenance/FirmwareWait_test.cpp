@@ -5,6 +5,8 @@
 #include "widgets/Indicators.h"
 
 #include <QAbstractEventDispatcher>
+#include <QDeadlineTimer>
+#include <QEvent>
 #include <QLabel>
 #include <QProcess>
 #include <QPushButton>
@@ -12,12 +14,30 @@
 #include <QTest>
 #include <QTimer>
 
+namespace {
+
+/// Refuses to let a window close.
+class Refusal : public QObject {
+public:
+    explicit Refusal(QWidget *window) { window->installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() != QEvent::Close)
+            return false;
+        event->ignore();
+        return true;
+    }
+};
+
+} // namespace
+
 /// Tests the wait for a firmware update on a real event loop. The wait handles notifications and ends when
 /// the host quits.
 class FirmwareWaitTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void theWaitHearsProgressAndEnd();
+    void aCancelledQuitLeavesTheUpdateOnScreen();
     void aWaitWithoutASheetCausesNoWakeUps();
     void aHostToldToEndEnds_data();
     void aHostToldToEndEnds();
@@ -51,6 +71,41 @@ void FirmwareWaitTest::theWaitHearsProgressAndEnd()
     QCOMPARE(fixture.outlets().firmwareMainText->text(), QStringLiteral("Firmware update complete."));
     fixture.outlets().firmwareContinueButton->click();
     QVERIFY(!fixture.outlets().firmwareSheet->isVisible());
+}
+
+void FirmwareWaitTest::aCancelledQuitLeavesTheUpdateOnScreen()
+{
+    PaneFixture fixture;
+    fixture.refit = [](platform::Services &services) {
+        services.runLoop = platform::makeQtRunLoop();
+        services.sheets = platform::makeQtSheetPresenter();
+    };
+    fixture.show();
+    const Refusal refusal(&fixture.window);
+    fixture.controller().installFirmware(nullptr);
+    fixture.outlets().firmwareContinueButton->click();
+    auto *sheet = fixture.outlets().firmwareSheet;
+    bool wasHidden = false;
+    bool refuses = false;
+    const QDeadlineTimer limit(Timeout);
+    QTimer happening;
+    QObject::connect(&happening, &QTimer::timeout, &happening, [&] {
+        if (!wasHidden) {
+            QEvent quit(QEvent::Quit);
+            QCoreApplication::sendEvent(qApp, &quit);
+            wasHidden = !sheet->isVisible();
+        } else if (sheet->isVisible() || limit.hasExpired()) {
+            happening.stop();
+            refuses = sheet->isVisible() && !sheet->close();
+            fixture.agentPosts(NotificationNames::FirmwareUpdateEnded, {{UserInfoKeys::Result, 0}});
+        }
+    });
+    happening.start(1);
+    fixture.outlets().firmwareContinueButton->click();
+    QVERIFY(wasHidden);
+    QVERIFY(refuses);
+    QVERIFY(sheet->isVisible());
+    QCOMPARE(fixture.outlets().firmwareMainText->text(), QStringLiteral("Firmware update complete."));
 }
 
 void FirmwareWaitTest::aWaitWithoutASheetCausesNoWakeUps()
