@@ -53,9 +53,9 @@ QString inWords(ServiceProbe::Presence presence)
 }
 
 /// Returns the start time and process ID of a bus name's owner, formatted as the end of a report line.
-QString sinceWhen(ServiceProbe &survey, const QString &busName)
+QString sinceWhen(ServiceProbe &probe, const QString &busName)
 {
-    const auto process = survey.processOf(busName);
+    const auto process = probe.processOf(busName);
     if (!process)
         return {};
     const QDateTime start = platform::processStart(*process);
@@ -95,11 +95,14 @@ Diagnosis::Diagnosis(platform::Services services, std::shared_ptr<AgentProxyFact
 QString Diagnosis::report()
 {
     mLines.clear();
+    // Make both probes before the first question, so that two silent buses are waited for together.
+    ServiceProbe sessionBus(QDBusConnection::SessionBus);
+    ServiceProbe systemBus(QDBusConnection::SystemBus);
     describeProgram();
-    describeAgent();
-    describeCameras();
+    describeAgent(sessionBus);
+    describeCameras(sessionBus);
     describePicture();
-    describeSystemServices();
+    describeSystemServices(systemBus);
     describePreferences();
     describeLogs();
     return mLines.join(QLatin1Char('\n')) + QLatin1Char('\n');
@@ -120,25 +123,27 @@ void Diagnosis::describeProgram()
                  QSysInfo::currentCpuArchitecture(), QString::fromLatin1(qVersion())));
 }
 
-void Diagnosis::describeAgent()
+void Diagnosis::describeAgent(ServiceProbe &sessionBus)
 {
-    describeConnection(RemoteNames::AgentServer);
-    describeConnection(RemoteNames::AgentServerUSB);
+    describeConnection(sessionBus, RemoteNames::AgentServer);
+    describeConnection(sessionBus, RemoteNames::AgentServerUSB);
     add(QStringLiteral("KS7_AGENT"), orNone(qEnvironmentVariable("KS7_AGENT")));
 }
 
-void Diagnosis::describeConnection(const QString &registeredName)
+void Diagnosis::describeConnection(ServiceProbe &sessionBus, const QString &registeredName)
 {
-    ServiceProbe survey(QDBusConnection::SessionBus);
     const QString busName = RemoteNames::busName(registeredName);
-    const auto presence = survey.presenceOf(busName);
+    const auto presence = sessionBus.presenceOf(busName);
     const bool runs = presence == ServiceProbe::Presence::Running;
-    add(busName, inWords(presence) + (runs ? sinceWhen(survey, busName) : QString()));
+    add(busName, inWords(presence) + (runs ? sinceWhen(sessionBus, busName) : QString()));
 }
 
-void Diagnosis::describeCameras()
+void Diagnosis::describeCameras(ServiceProbe &sessionBus)
 {
     const QString subject = QStringLiteral("Cameras");
+    // Looking the agent up on a hung bus would wait again, because the pane has a connection of its own.
+    if (!sessionBus.isReachable())
+        return add(subject, inWords(ServiceProbe::Presence::NoBus));
     const auto connection = mServices.connections->connectionWithRegisteredName(RemoteNames::AgentServer);
     if (!connection)
         return add(subject, QStringLiteral("unknown, no agent"));
@@ -168,12 +173,11 @@ void Diagnosis::describePicture()
     add(QStringLiteral("KS-7 node"), orNone(camera));
 }
 
-void Diagnosis::describeSystemServices()
+void Diagnosis::describeSystemServices(ServiceProbe &systemBus)
 {
-    ServiceProbe survey(QDBusConnection::SystemBus);
-    add(QStringLiteral("BlueZ"), inWords(survey.presenceOf(platform::bus::BlueZ)));
-    add(QStringLiteral("logind"), inWords(survey.presenceOf(platform::bus::Logind)));
-    add(QStringLiteral("PackageKit"), inWords(survey.presenceOf(platform::bus::PackageKit)));
+    add(QStringLiteral("BlueZ"), inWords(systemBus.presenceOf(platform::bus::BlueZ)));
+    add(QStringLiteral("logind"), inWords(systemBus.presenceOf(platform::bus::Logind)));
+    add(QStringLiteral("PackageKit"), inWords(systemBus.presenceOf(platform::bus::PackageKit)));
 }
 
 void Diagnosis::describePreferences()

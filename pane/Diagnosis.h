@@ -8,9 +8,13 @@
 
 class AgentProxyFactory;
 
+namespace platform {
+class ServiceProbe;
+}
+
 /// Describes this machine in plain text for a bug report. The text is for developers: it is not translated,
-/// and it contains no passkey and no values of settings. The diagnosis starts no service and waits only a few
-/// seconds for a hung one.
+/// and it contains no passkey and no values of settings. The diagnosis starts no service. It waits at most
+/// three seconds for both buses or the agent, and three for PipeWire.
 class Diagnosis {
 public:
     Diagnosis(platform::Services services, std::shared_ptr<AgentProxyFactory> protocols);
@@ -21,11 +25,11 @@ public:
 
 private:
     void describeProgram();
-    void describeAgent();
-    void describeConnection(const QString &registeredName);
-    void describeCameras();
+    void describeAgent(platform::ServiceProbe &sessionBus);
+    void describeConnection(platform::ServiceProbe &sessionBus, const QString &registeredName);
+    void describeCameras(platform::ServiceProbe &sessionBus);
     void describePicture();
-    void describeSystemServices();
+    void describeSystemServices(platform::ServiceProbe &systemBus);
     void describePreferences();
     void describeLogs();
     void add(const QString &subject, const QString &finding);

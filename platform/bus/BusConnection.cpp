@@ -110,6 +110,7 @@ void BusConnection::tryToOpen(Patience patience)
         return;
     }
     mHandshake.reset();
+    BusHandshake::forget(mType);
     if (outcome == BusHandshake::Outcome::Answered)
         connectToBus();
     if (!isOpen())

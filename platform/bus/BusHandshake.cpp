@@ -79,6 +79,14 @@ bool greet(int socket)
     return ::send(socket, Question, Length, MSG_NOSIGNAL) == Length;
 }
 
+/// The latest handshake with each bus. One with a silent bus stays here after its callers have gone, so that
+/// later callers do not wait again.
+std::map<QDBusConnection::BusType, std::shared_ptr<BusHandshake>> &latestHandshakes()
+{
+    static std::map<QDBusConnection::BusType, std::shared_ptr<BusHandshake>> handshakes;
+    return handshakes;
+}
+
 } // namespace
 
 BusHandshake::BusHandshake(QDBusConnection::BusType type)
@@ -96,12 +104,15 @@ BusHandshake::BusHandshake(QDBusConnection::BusType type)
 
 std::shared_ptr<BusHandshake> BusHandshake::shared(QDBusConnection::BusType type)
 {
-    static std::map<QDBusConnection::BusType, std::weak_ptr<BusHandshake>> latest;
-    auto handshake = latest[type].lock();
-    if (!handshake || handshake->look() != Outcome::Silent)
-        handshake = std::make_shared<BusHandshake>(type);
-    latest[type] = handshake;
-    return handshake;
+    auto &latest = latestHandshakes()[type];
+    if (!latest || latest->look() != Outcome::Silent)
+        latest = std::make_shared<BusHandshake>(type);
+    return latest;
+}
+
+void BusHandshake::forget(QDBusConnection::BusType type)
+{
+    latestHandshakes().erase(type);
 }
 
 BusHandshake::~BusHandshake()
@@ -151,9 +162,7 @@ void keepToolkitOffSilentBus()
 {
     const auto handshake = BusHandshake::shared(QDBusConnection::SessionBus);
     if (handshake->wait() != BusHandshake::Outcome::Silent)
-        return;
-    // Keep this handshake: shared() then returns it, and the pane's own connection does not wait again.
-    static const auto waitedFor = handshake;
+        return BusHandshake::forget(QDBusConnection::SessionBus);
     const QByteArray address = qgetenv(SessionAddress);
     qputenv(SessionAddress, "unix:path=/nonexistent");
     // Open Qt's session bus now, with an address that fails at once. Qt keeps the failed connection, so that

@@ -17,8 +17,11 @@ public:
     /// Connects and sends a first message without blocking. The reply must arrive within CallTimeout.
     explicit BusHandshake(QDBusConnection::BusType type);
     /// Returns the unfinished handshake with a silent bus, else a new one, so that all callers share one
-    /// wait.
+    /// wait, also one after the other.
     static std::shared_ptr<BusHandshake> shared(QDBusConnection::BusType type);
+    /// Releases the handshake that shared() keeps. Call it when the bus has replied or refused; otherwise the
+    /// socket stays open.
+    static void forget(QDBusConnection::BusType type);
     ~BusHandshake();
     BusHandshake(const BusHandshake &) = delete;
     BusHandshake &operator=(const BusHandshake &) = delete;

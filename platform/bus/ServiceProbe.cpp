@@ -43,11 +43,13 @@ qint64 startTicks(std::uint32_t process)
 ServiceProbe::ServiceProbe(QDBusConnection::BusType type)
     : mBus(type)
 {
-    mBus.reopenIfLost();
+    mBus.openInBackground();
 }
 
-bool ServiceProbe::isReachable() const
+bool ServiceProbe::isReachable()
 {
+    if (!mHangs)
+        mBus.reopenIfLost();
     return mBus.isOpen() && !mHangs;
 }
 

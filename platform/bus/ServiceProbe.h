@@ -11,15 +11,16 @@
 
 namespace platform {
 
-/// Finds the owners of bus names. It calls the bus daemon only, so that no service is started. Each call
-/// takes at most three seconds, and no call is sent after a timeout.
+/// Finds the owners of bus names. It calls the bus daemon only, so that no service is started. Only the first
+/// question to a hung bus waits, for at most three seconds. The time for opening the bus starts with the
+/// probe, so that probes of several buses wait together.
 class ServiceProbe {
 public:
     enum class Presence { NoBus, Absent, Startable, Running };
 
     explicit ServiceProbe(QDBusConnection::BusType type);
 
-    [[nodiscard]] bool isReachable() const;
+    [[nodiscard]] bool isReachable();
     Presence presenceOf(const QString &busName);
     /// Returns the process ID of the name's owner, or nothing if there is no owner or no reply.
     std::optional<std::uint32_t> processOf(const QString &busName);

@@ -111,6 +111,27 @@ private Q_SLOTS:
         }
     }
 
+    void objectsInTurnWaitForASilentBusTogether()
+    {
+        stopTheBusUnopened();
+        for (int i = 0; i < Many; ++i) {
+            BusConnection other(QDBusConnection::SessionBus);
+            QVERIFY(!other.connection().isConnected());
+        }
+    }
+
+    void theNextObjectUsesABusThatRepliesAgain()
+    {
+        stopTheBusUnopened();
+        {
+            BusConnection other(QDBusConnection::SessionBus);
+            QVERIFY(!other.connection().isConnected());
+        }
+        mDaemon.resume();
+        QTRY_VERIFY_WITH_TIMEOUT(BusConnection(QDBusConnection::SessionBus).connection().isConnected(),
+                                 Timeout);
+    }
+
     void aSilentBusIsUsedWhenItReplies()
     {
         stopTheBusUnopened();
