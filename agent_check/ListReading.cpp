@@ -33,7 +33,7 @@ QString problemOfRecord(const QString &address, const QVariantMap &record)
     if (status.userType() != QMetaType::Int)
         return Words::tr("%1 has no \"%2\" of type %3").arg(address, RecordKeys::Status, QStringLiteral("i"));
     if (status.toInt() < kKS7CamNotFound || status.toInt() > kKS7CamError)
-        return Words::tr("%1 has the status %2").arg(address).arg(status.toInt());
+        return Words::tr("%1 has the status %2").arg(address, QString::number(status.toInt()));
     for (const QString &key : {RecordKeys::CameraIDString, RecordKeys::FriendlyName}) {
         if (record.value(key).userType() != QMetaType::QString)
             return Words::tr("%1 has no \"%2\" of type %3").arg(address, key, QStringLiteral("s"));

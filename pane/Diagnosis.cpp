@@ -68,11 +68,10 @@ QString describeCamera(const QVariantMap &record)
     const auto told = recordFromDictionary(record).value_or(CameraRecord());
     const auto camera = KS7Cam::camWithName(told.friendlyName, told.cameraIDString, told.status);
     // sanitizedLine() escapes line breaks. Otherwise a camera's name could imitate another line of the
-    // report.
+    // report. A single arg() fills all markers, because a second one would fill those in the name.
     return QStringLiteral("%1 (%2): status %3 %4")
-        .arg(sanitizedLine(camera->friendlyName()), sanitizedLine(camera->cameraIDString()))
-        .arg(camera->status())
-        .arg(camera->statusString())
+        .arg(sanitizedLine(camera->friendlyName()), sanitizedLine(camera->cameraIDString()),
+             QString::number(camera->status()), camera->statusString())
         .trimmed();
 }
 

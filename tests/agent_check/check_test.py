@@ -134,6 +134,10 @@ class Broken(unittest.TestCase):
         self.assertIn("list.order", run.ids("fail"))
         self.assertIn(f"sortedDeviceList has [{PORCH}]", run.detail("list.order"))
 
+    def test_one_whose_address_has_a_place_marker(self):
+        self.agent.script.addCamera("%1", "Kitchen", "2A9C", 99, signature="sssi")
+        self.assertIn("%1 has the status 99", self.only("list").detail("list.records"))
+
     def test_one_that_dies(self):
         self.agent.script.dieDuring("cameras")
         run = self.only("operation", "list", "end")

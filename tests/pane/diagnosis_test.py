@@ -111,6 +111,14 @@ class DiagnosisTest(unittest.TestCase):
         # The line break is shown as its code, so that a camera's name cannot look like a line of the report.
         self.assertIn("Desk⟨U+000A⟩PackageKit: running (1122): status 0 Not Found", report["cameras"])
 
+    def test_shows_place_markers_in_names_as_they_are(self):
+        with agent("--scenario", "scripted") as (_, script):
+            script.addCamera("00-1b-dc-0f-2a-9c", "Cam %1", "2A9C", 4)
+            script.addCamera("00-1b-dc-0f-11-22", "%4 %2 %99", "%3", 0)
+            report = diagnose()
+        self.assertEqual(set(report["cameras"]),
+                         {"Cam %1 (2A9C): status 4 Streaming", "%4 %2 %99 (%3): status 0 Not Found"})
+
     def test_gives_up_on_an_agent_that_hangs(self):
         with agent("--scenario", "scripted") as (process, _):
             stop_process(process.pid)
