@@ -11,6 +11,7 @@
 #include "widgets/Indicators.h"
 
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QToolButton>
 
@@ -202,7 +203,11 @@ void KS7SettingsWindowController::stoppedDiscovering(const Notification &)
 
 void KS7SettingsWindowController::cameraListChanged(const Notification &)
 {
-    mServices.runLoop->performOnMainThread([this] { cameraStatusChanged(); });
+    // The host may destroy the controller before the call, and the run loop may outlive it.
+    mServices.runLoop->performOnMainThread([controller = QPointer(this)] {
+        if (controller)
+            controller->cameraStatusChanged();
+    });
 }
 
 void KS7SettingsWindowController::cameraSelectionChanged(const Notification &)
@@ -228,7 +233,10 @@ void KS7SettingsWindowController::streamingEnded(const Notification &)
 
 void KS7SettingsWindowController::receivedData(const Notification &)
 {
-    mServices.runLoop->performOnMainThread([this] { doReceivedData(nullptr); });
+    mServices.runLoop->performOnMainThread([controller = QPointer(this)] {
+        if (controller)
+            controller->doReceivedData(nullptr);
+    });
 }
 
 void KS7SettingsWindowController::doReceivedData(void *)

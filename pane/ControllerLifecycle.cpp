@@ -29,6 +29,8 @@ KS7SettingsWindowController::KS7SettingsWindowController(platform::Services serv
 
 KS7SettingsWindowController::~KS7SettingsWindowController()
 {
+    // The run loop may outlive the controller, so cancel the delayed calls.
+    mServices.runLoop->cancelPreviousPerformRequests(this);
     // The nested event loop of a firmware update may still be on the call stack. Wake it, so that it returns.
     mServices.runLoop->wake();
 }

@@ -429,6 +429,22 @@ private Q_SLOTS:
         QCOMPARE(fixture.window.focusWidget(), static_cast<QWidget *>(fixture.outlets().cameraListTable));
     }
 
+    void aDestroyedPaneIsNotCalledAnyMore()
+    {
+        PaneFixture fixture;
+        fixture.show();
+        fixture.runLoop->turn();
+        fixture.distributedCenter->deliver(Names::CameraListChanged);
+        fixture.distributedCenter->deliver(Names::StreamingStarted);
+        fixture.takeJournal();
+        fixture.pane->mainView()->setParent(nullptr);
+        fixture.pane.reset();
+        QCOMPARE(fixture.runLoop->pendingCount(), std::size_t(0));
+        fixture.takeJournal();
+        fixture.runLoop->turn();
+        QCOMPARE(fixture.takeJournal(), QStringList());
+    }
+
     void hidingDisconnectsAndStopsWatchingTheSession()
     {
         PaneFixture fixture;
