@@ -36,7 +36,8 @@ public:
         mSocket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
         mListens = ::bind(mSocket, reinterpret_cast<sockaddr *>(&address), sizeof address) == 0
             && ::listen(mSocket, SOMAXCONN) == 0;
-        qputenv(addressVariable, "unix:path=" + path);
+        const QByteArray busAddress = "unix:path=" + path;
+        qputenv(addressVariable, busAddress);
     }
     ~SilentBus()
     {
