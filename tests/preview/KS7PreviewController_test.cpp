@@ -94,6 +94,21 @@ private Q_SLOTS:
         QVERIFY(mErrors.empty());
     }
 
+    void anIdThatIsOnlyLikeItsIdsIsNoCamera_data()
+    {
+        QTest::addColumn<QString>("id");
+        QTest::newRow("its name and a number") << CameraID + QStringLiteral(" 2");
+        QTest::newRow("its name in small letters") << CameraID.toLower();
+        QTest::newRow("the older one and a letter") << LegacyCameraID + QLatin1Char('x');
+    }
+    void anIdThatIsOnlyLikeItsIdsIsNoCamera()
+    {
+        QFETCH(QString, id);
+        plugIn(id, QStringLiteral("Kitchen"), Blue);
+        QCOMPARE(mPreview->doSeqGrab(), std::int16_t(-333));
+        QVERIFY(view().isHidden());
+    }
+
     void aDisplayNameIsNoId()
     {
         plugIn(QStringLiteral("Built-in"), CameraID, Blue);
