@@ -164,9 +164,15 @@ class Session:
         return line.decode().strip()
 
     def start_window_manager(self):
+        self.use_keyboard()
         with self.log("window-manager") as log:
             manager = self.spawn(["openbox", "--sm-disable"], stdout=log, stderr=log)
         self.wait_for(self.has_window_manager, manager, "the window manager")
+
+    def use_keyboard(self):
+        """Sends the display's first key. Without it, the window manager sometimes misses the first shortcut of a test,
+        such as Alt+F4."""
+        subprocess.run(["xdotool", "key", "Shift_L"], env=self.env, stdin=subprocess.DEVNULL, check=True)
 
     def has_window_manager(self):
         asked = subprocess.run(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], env=self.env, capture_output=True,
