@@ -29,6 +29,17 @@ public:
     }
 };
 
+/// Replaces the fakes of the run loop and the sheets by the real services. Call it before show().
+std::shared_ptr<platform::RunLoop> useRealEventLoop(PaneFixture &fixture)
+{
+    const auto runLoop = platform::makeQtRunLoop();
+    fixture.refit = [runLoop](platform::Services &services) {
+        services.runLoop = runLoop;
+        services.sheets = platform::makeQtSheetPresenter();
+    };
+    return runLoop;
+}
+
 } // namespace
 
 /// Tests the wait for a firmware update on a real event loop. The wait handles notifications and ends when
@@ -46,10 +57,7 @@ private Q_SLOTS:
 void FirmwareWaitTest::theWaitHearsProgressAndEnd()
 {
     PaneFixture fixture;
-    fixture.refit = [](platform::Services &services) {
-        services.runLoop = platform::makeQtRunLoop();
-        services.sheets = platform::makeQtSheetPresenter();
-    };
+    useRealEventLoop(fixture);
     fixture.show();
     fixture.controller().installFirmware(nullptr);
     fixture.outlets().firmwareContinueButton->click();
@@ -76,10 +84,7 @@ void FirmwareWaitTest::theWaitHearsProgressAndEnd()
 void FirmwareWaitTest::aCancelledQuitLeavesTheUpdateOnScreen()
 {
     PaneFixture fixture;
-    fixture.refit = [](platform::Services &services) {
-        services.runLoop = platform::makeQtRunLoop();
-        services.sheets = platform::makeQtSheetPresenter();
-    };
+    useRealEventLoop(fixture);
     fixture.show();
     const Refusal refusal(&fixture.window);
     fixture.controller().installFirmware(nullptr);
@@ -111,11 +116,7 @@ void FirmwareWaitTest::aCancelledQuitLeavesTheUpdateOnScreen()
 void FirmwareWaitTest::aWaitWithoutASheetCausesNoWakeUps()
 {
     PaneFixture fixture;
-    const auto runLoop = platform::makeQtRunLoop();
-    fixture.refit = [runLoop](platform::Services &services) {
-        services.runLoop = runLoop;
-        services.sheets = platform::makeQtSheetPresenter();
-    };
+    const auto runLoop = useRealEventLoop(fixture);
     fixture.show();
     fixture.controller().installFirmware(nullptr);
     fixture.outlets().firmwareContinueButton->click();
