@@ -87,7 +87,9 @@ bool isForbidden(QChar character)
 /// in Qt 6.11.
 QString wellFormed(const QString &text)
 {
-    return QString::fromStdU32String(text.toStdU32String());
+    // The conversion removes a byte order mark at the start. Add one, so that one of the text's own stays.
+    constexpr char32_t ByteOrderMark = U'\uFEFF';
+    return QString::fromStdU32String(ByteOrderMark + text.toStdU32String());
 }
 
 QString escaped(const QString &value)

@@ -189,6 +189,7 @@ private Q_SLOTS:
     void aKeyOfManyReferencesIsReadInLinearTime();
     void everyTypeThatIsSetIsReadByAnotherWriter();
     void valuesThatXmlCannotHoldDoNotSpoilTheFile();
+    void aByteOrderMarkInATextStays();
     void aChangedCopyLeavesTheOriginal();
     void keysKeepTheirOrder();
     void anInvalidValueRemovesTheKey();
@@ -571,6 +572,17 @@ void UserDefaultsTest::valuesThatXmlCannotHoldDoNotSpoilTheFile()
     QVERIFY(again);
     QCOMPARE(again->keys(), QStringList({QStringLiteral("name"), replaced}));
     QCOMPARE(again->value(QStringLiteral("name")).toString(), replaced);
+}
+
+void UserDefaultsTest::aByteOrderMarkInATextStays()
+{
+    const QString text = QString(2, QChar(QChar::ByteOrderMark)) + QStringLiteral("Kitchen");
+    PropertyListDictionary list;
+    list.setValue(text, text);
+    const auto again = PropertyListDictionary::fromXml(list.toXml());
+    QVERIFY(again);
+    QCOMPARE(again->keys(), QStringList(text));
+    QCOMPARE(again->value(text).toString(), text);
 }
 
 void UserDefaultsTest::aChangedCopyLeavesTheOriginal()
