@@ -16,6 +16,7 @@
 #include <QToolButton>
 
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -41,6 +42,17 @@ std::optional<CameraRecord> recordOf(const std::shared_ptr<KS7Cam> &camera)
     if (!camera)
         return std::nullopt;
     return CameraRecord{camera->status(), camera->cameraIDString(), camera->friendlyName()};
+}
+
+/// Queues `work` for the main thread. Drops it if the host destroys the controller before, because the run
+/// loop may outlive the controller.
+void performLater(platform::RunLoop &runLoop, KS7SettingsWindowController *controller,
+                  platform::RunLoop::Work work)
+{
+    runLoop.performOnMainThread([guard = QPointer(controller), work = std::move(work)] {
+        if (guard)
+            work();
+    });
 }
 
 } // namespace
@@ -203,11 +215,7 @@ void KS7SettingsWindowController::stoppedDiscovering(const Notification &)
 
 void KS7SettingsWindowController::cameraListChanged(const Notification &)
 {
-    // The host may destroy the controller before the call, and the run loop may outlive it.
-    mServices.runLoop->performOnMainThread([controller = QPointer(this)] {
-        if (controller)
-            controller->cameraStatusChanged();
-    });
+    performLater(*mServices.runLoop, this, [this] { cameraStatusChanged(); });
 }
 
 void KS7SettingsWindowController::cameraSelectionChanged(const Notification &)
@@ -233,10 +241,7 @@ void KS7SettingsWindowController::streamingEnded(const Notification &)
 
 void KS7SettingsWindowController::receivedData(const Notification &)
 {
-    mServices.runLoop->performOnMainThread([controller = QPointer(this)] {
-        if (controller)
-            controller->doReceivedData(nullptr);
-    });
+    performLater(*mServices.runLoop, this, [this] { doReceivedData(nullptr); });
 }
 
 void KS7SettingsWindowController::doReceivedData(void *)

@@ -3,6 +3,7 @@
 #include "platform/sheets/Sheets.h"
 #include "preview/KS7PreviewController.h"
 #include "preview/KS7QTCaptureView.h"
+#include "tests/support/ActiveWindow.h"
 #include "tests/support/PaintWatch.h"
 #include "tests/support/PaneFixture.h"
 #include "tests/support/Timeout.h"
@@ -546,8 +547,7 @@ private Q_SLOTS:
     {
         addTwoCameras();
         showPane();
-        mFixture->window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window, Timeout));
+        makeActive(&mFixture->window);
         table().setFocus();
         mFixture->agentPosts(Names::NoBluetooth);
         QVERIFY(!table().hasFocus());
@@ -563,8 +563,7 @@ private Q_SLOTS:
     {
         addTwoCameras();
         showPane();
-        mFixture->window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window, Timeout));
+        makeActive(&mFixture->window);
         table().setFocus();
         for (const bool isOn : {false, true}) {
             mFixture->defaults->agentWrites(QStringLiteral("KS7On"), isOn);
@@ -733,8 +732,7 @@ private Q_SLOTS:
     void theListShowsThatItHasTheKeyboard()
     {
         showPane();
-        mFixture->window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window, Timeout));
+        makeActive(&mFixture->window);
         outlets().statusMenuCheckbox->setFocus();
         const auto without = table().viewport()->grab().toImage();
         table().setFocus();
@@ -749,8 +747,7 @@ private Q_SLOTS:
         addTwoCameras();
         mFixture->agent.prefer(QStringLiteral("a"));
         showPane();
-        mFixture->window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&mFixture->window, Timeout));
+        makeActive(&mFixture->window);
         outlets().enableKS7Checkbox->setFocus();
         QList<QWidget *> visited;
         for (int step = 0; step < 20 && !visited.contains(mFixture->window.focusWidget()); ++step) {
