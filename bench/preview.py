@@ -31,7 +31,7 @@ SCRIPT = "com.orvex.KS7AgentSimulator"
 CAMERA = "00-1b-dc-0f-00-01"
 FORMATS = ("YUY2 640x480", "BGRx 640x480", "YUY2 1280x720")
 BITS = 16
-HALF_A_PICTURE = 1000 / 30 / 2
+HALF_A_FRAME_INTERVAL = 1000 / 30 / 2
 # The kernel's clock of another process's processor time (CPUCLOCK_SCHED), which counts in nanoseconds.
 PROCESSOR_CLOCK = 2
 
@@ -98,11 +98,11 @@ class Eye:
             self.x11.XNextEvent(self.display, ctypes.byref(self.event))
         return True
 
-    def wait_for_picture(self, patience=30):
+    def wait_for_frame(self, patience=30):
         end = time.monotonic() + patience
         while not self.bars:
             if not self.changed(end):
-                sys.exit("no picture was shown")
+                sys.exit("no frame was shown")
             self.bars = self.find_bars()
 
     def close(self):
@@ -170,7 +170,7 @@ class Pane:
     def __init__(self, build):
         self.command = [build / "bin" / "ks7-preferences"]
         self.environment = dict(os.environ, KS7_AGENT="/nonexistent")
-        self.first_pictures = []
+        self.first_frames = []
         # Find the button through accessibility in an extra run, so that the measured run works without accessibility.
         with accessible.launch(self.command, env={"KS7_AGENT": "/nonexistent"}) as pane:
             button = pane.wait_for("Start Preview", role="push button")
@@ -182,7 +182,7 @@ class Pane:
             pane.press(button)
             self.view = pane.rectangle(pane.wait_for("Live picture"))[2:]
 
-    def picture_size(self, form):
+    def frame_size(self, form):
         """Returns the size in which the pane shows frames of a format. It scales them down to its view, but never up."""
         width, height = map(int, form.split()[1].split("x"))
         scale = min(1, self.view[0] / width, self.view[1] / height)
@@ -199,8 +199,8 @@ class Pane:
         accessible.xdotool("mousemove", "--sync", "--window", window, *self.button)
         clicked = time.monotonic()
         accessible.xdotool("click", 1)
-        eye.wait_for_picture()
-        self.first_pictures.append((time.monotonic() - clicked) * 1000)
+        eye.wait_for_frame()
+        self.first_frames.append((time.monotonic() - clicked) * 1000)
         return process, eye
 
 
@@ -214,7 +214,7 @@ class Launch:
         process = subprocess.Popen(["gst-launch-1.0", "-q", "pipewiresrc", f"target-object={NODE}", *self.chain,
                                     "!", "ximagesink"], stdin=subprocess.DEVNULL)
         eye = Eye(window_of("--name", "gst-launch"))
-        eye.wait_for_picture()
+        eye.wait_for_frame()
         return process, eye
 
 
@@ -258,25 +258,21 @@ def figures(form, told):
         return [each[what] for each in told[side]]
     ours, theirs, scaling = (samples(side, "processor") for side in ("ours", "launch", "scaling"))
     alone, scaling_alone = (samples(side, "frames") for side in ("ours", "scaling"))
-    beside = "gst-launch-1.0 pipewiresrc ! videoconvert ! ximagesink"
-    scaled = "gst-launch-1.0 pipewiresrc ! videoconvertscale ! the pane's size ! ximagesink"
-    picture = f"preview of {form} at 30 a second"
-    alone_what = f"{picture}: processor time of the frames, less what each program takes while none comes"
-    # A limit is always an upper limit, so report the share of frames that were not seen.
-    return [(10, f"{picture}: processor time", beside, [a / b for a, b in zip(ours, theirs)], None, "×"),
-            (10, f"{picture}: processor time", scaled, [a / b for a, b in zip(ours, scaling)], 1.1, "×"),
-            (10, alone_what, scaled, [a / b for a, b in zip(alone, scaling_alone)], 1.1, "×"),
-            (10, f"{picture}: pictures sent and not seen", "none", [100 - each for each in samples("ours", "shown")], 1, " %"),
-            (10, f"{picture}: from the camera's clock to the screen", "half the time between two pictures",
-             samples("ours", "delay"), HALF_A_PICTURE, " ms"),
-            (10, f"{picture}: from the camera's clock to the screen, {beside}", "-", samples("launch", "delay"), None, " ms")]
+    # A limit is always an upper limit, so report the share of frames that were not shown.
+    return [(10, f"processor time, {form}", "gst-launch", [a / b for a, b in zip(ours, theirs)], None, "×"),
+            (10, f"processor time, {form}", "scaling gst-launch", [a / b for a, b in zip(ours, scaling)], 1.1, "×"),
+            (10, f"processor time, {form}, frames alone", "scaling gst-launch", [a / b for a, b in zip(alone, scaling_alone)],
+             1.1, "×"),
+            (10, f"lost frames, {form}", "–", [100 - each for each in samples("ours", "shown")], 1, " %"),
+            (10, f"camera to screen, {form}", "half a frame interval", samples("ours", "delay"), HALF_A_FRAME_INTERVAL, " ms"),
+            (10, f"camera to screen, {form}, gst-launch", "–", samples("launch", "delay"), None, " ms")]
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--build", default=str(ROOT / "build-bench"))
-    parser.add_argument("--seconds", type=float, default=12)
-    parser.add_argument("--rounds", type=int, default=2)
+    parser.add_argument("--build", default=str(ROOT / "build-bench"), help="the build folder; default: build-bench")
+    parser.add_argument("--seconds", type=float, default=12, help="duration of a measurement; default: 12")
+    parser.add_argument("--rounds", type=int, default=2, help="measurements of each program for each format; default: 2")
     options = parser.parse_args()
     if "KS7_SESSION_FOLDER" not in os.environ:
         os.execv(SUPPORT / "private_session.py", ["private_session.py", "--bus", "--window-manager", "--pipewire", "--",
@@ -302,7 +298,7 @@ def main():
         for form in FORMATS:
             camera = Camera(program, form)
             told = collections.defaultdict(list)
-            sides = pane, Launch(), ScalingLaunch(pane.picture_size(form))
+            sides = pane, Launch(), ScalingLaunch(pane.frame_size(form))
             try:
                 for _ in range(options.rounds):
                     for side in sides:
@@ -311,8 +307,7 @@ def main():
                 camera.end()
             for figure in figures(form, told):
                 print(json.dumps(figure), flush=True)
-        print(json.dumps((10, "preview: from the click to the first picture, 750 ms of it by design", "-",
-                          pane.first_pictures, None, " ms")), flush=True)
+        print(json.dumps((10, "click to first frame, 750 ms by design", "–", pane.first_frames, None, " ms")), flush=True)
 
 
 if __name__ == "__main__":
