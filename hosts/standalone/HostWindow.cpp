@@ -13,6 +13,9 @@
 
 namespace {
 
+/// Room for the frame that the window manager adds to the window, in logical pixels.
+constexpr QSize Frame{16, 48};
+
 /// Shows the pane. Adds scroll bars if the screen is too small; on larger screens the window cannot become
 /// smaller than the pane.
 class PaneArea final : public QScrollArea {
@@ -105,6 +108,13 @@ void HostWindow::buildOverview()
     mPaneIcon->setFocusPolicy(Qt::StrongFocus);
     connect(mPaneIcon, &QToolButton::clicked, this, &HostWindow::showPane);
     (new QVBoxLayout(mOverview))->addWidget(mPaneIcon, 0, Qt::AlignTop | Qt::AlignLeft);
+}
+
+QSize HostWindow::sizeHint() const
+{
+    constexpr QSize ListBesidePicture{860, 560};
+    const QSize wanted = QMainWindow::sizeHint().expandedTo(ListBesidePicture);
+    return wanted.boundedTo(screen()->availableSize() - Frame);
 }
 
 void HostWindow::showPane()

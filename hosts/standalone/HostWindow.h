@@ -17,6 +17,8 @@ public:
 
     void showPane();
     void showOverview();
+    /// Wide enough for the list beside the picture, but with the window's frame not larger than the screen.
+    [[nodiscard]] QSize sizeHint() const override;
 
 private:
     [[nodiscard]] QLayout *makeBar();

@@ -9,7 +9,6 @@
 #include <QApplication>
 #include <QIcon>
 #include <QMessageBox>
-#include <QScreen>
 #include <QTextStream>
 
 namespace {
@@ -68,8 +67,7 @@ int main(int argc, char **argv)
         return refuse(loader.error());
     HostWindow window(loader.factory()->pane());
     const PrefPanesManager manager([&window] { window.showOverview(); });
-    // Make the window wide enough for the list beside the picture, but not larger than the screen.
-    window.resize(window.sizeHint().expandedTo({860, 560}).boundedTo(window.screen()->availableSize()));
+    window.resize(window.sizeHint());
     window.show();
     return QApplication::exec();
 }

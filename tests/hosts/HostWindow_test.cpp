@@ -26,6 +26,7 @@ private Q_SLOTS:
     void closingTheWindowHidesThePane();
     void isNoNarrowerThanWhatItShows();
     void scrollsWhatIsLargerThanTheScreen();
+    void opensSmallerThanTheScreen();
 
 private:
     [[nodiscard]] QAbstractButton *button(const char *name) const
@@ -123,6 +124,14 @@ void HostWindowTest::scrollsWhatIsLargerThanTheScreen()
     const QSize screen = mWindow->screen()->availableSize();
     QVERIFY(mWindow->minimumSizeHint().width() <= screen.width());
     QVERIFY(mWindow->minimumSizeHint().height() <= screen.height());
+}
+
+void HostWindowTest::opensSmallerThanTheScreen()
+{
+    mPane->view.setMinimumSize(3000, 3000);
+    const QSize screen = mWindow->screen()->availableSize();
+    QTRY_VERIFY_WITH_TIMEOUT(mWindow->sizeHint().width() < screen.width(), Timeout);
+    QVERIFY2(mWindow->sizeHint().height() < screen.height(), "the title bar needs room");
 }
 
 QTEST_MAIN(HostWindowTest)
