@@ -106,7 +106,7 @@ class SilentSystemBus(FaultCase):
         module.wait_state("Camera Actions", "enabled")
         system_bus.resume()
         self.wait_for_cameras(module)
-        self.assertEqual(module.close_by_key(), 0)
+        self.assertEqual(self.close(module), 0)
 
 
 if __name__ == "__main__":

@@ -15,6 +15,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 import accessible  # noqa: E402
 import stand_in  # noqa: E402
 from accessible import wait_until  # noqa: E402
+from close_requests import request_close, topmost_window  # noqa: E402
 from pipewire_nodes import AGENT_CAMERA  # noqa: E402
 from stand_in import NOTIFICATIONS, NOTIFICATIONS_PATH  # noqa: E402, F401
 
@@ -185,10 +186,17 @@ class FaultCase(unittest.TestCase):
         agent.wait_for_call("connectedCamNeedsFirmwareUpdate")
 
     def close(self, pane):
-        """Closes the active window until the program has ended. Returns the exit code."""
-        def closed():
-            if not pane.ended():
-                accessible.key("alt+F4")
+        """Requests the close of the topmost window until the program has ended, and returns the exit code. Qt ignores a
+        request to a window under a modal sheet. So each window gets one request each time it becomes the topmost one,
+        and never a second one while it stays there."""
+        asked = None
+
+        def ended():
+            nonlocal asked
+            top = topmost_window(pane.x_windows())
+            if top not in (None, asked):
+                request_close(top)
+                asked = top
             return pane.ended()
-        wait_until(closed, "the end of the program", pane.dump)
+        wait_until(ended, "the end of the program", pane.dump)
         return pane.process.returncode

@@ -6,7 +6,7 @@ import pathlib
 import subprocess
 import unittest
 
-from fault_pane import KITCHEN, CameraProcess, FaultCase, accessible, wait_until
+from fault_pane import KITCHEN, CameraProcess, FaultCase, accessible, request_close, topmost_window, wait_until
 from held_up_gstreamer import HeldUpGStreamer
 from pipewire_nodes import watchers
 
@@ -60,14 +60,15 @@ class PictureCase(FaultCase):
 
 
 class Picture(PictureCase):
-    def start_and(self, *keys):
-        """Queues a click and keys in the X server at once, so that the keys arrive before the picture appears."""
+    def click_start(self, *input_after):
+        """Clicks "Start Preview". Queues more input in the X server at once, so that it arrives before the picture
+        appears."""
         button = self.pane.wait_for("Start Preview")
         self.pane.wait_state(button, "enabled")
         self.pane.wait_active("KS-7")
         x, y, width, height = self.pane.rectangle(button)
         accessible.point_at(x + width // 2, y + height // 2)
-        accessible.xdotool("click", 1, "key", *keys)
+        accessible.xdotool("click", 1, *input_after)
 
     def test_pipewire_is_killed_during_the_preview(self):
         self.expect_a_preview()
@@ -97,7 +98,7 @@ class Picture(PictureCase):
         self.expect_a_preview()
 
     def test_the_pane_is_left_before_the_picture_shows(self):
-        self.start_and("alt+a")
+        self.click_start("key", "alt+a")
         icon = self.pane.wait_for("KS-7", role="push button")
         self.assertIsNone(self.pane.find("Live picture"))
         self.pane.press(icon)
@@ -107,7 +108,9 @@ class Picture(PictureCase):
         self.assertEqual(self.close(self.pane), 0)
 
     def test_the_window_is_closed_before_the_picture_shows(self):
-        self.start_and("alt+F4")
+        window = topmost_window(self.pane.x_windows())
+        self.click_start()
+        request_close(window)
         self.assertEqual(self.pane.wait_ended(), 0)
 
     def test_the_window_is_closed_during_the_preview(self):
