@@ -26,6 +26,7 @@ MOCK = "org.freedesktop.DBus.Mock"
 KITCHEN = "00-1b-dc-0f-2a-9c"
 # A process without a wake-up for this many seconds is idle, because all timers of the preview are faster.
 CALM = 3
+OUT_OF_DATE = "The list of cameras is out of date. Leave this page and open it again to update the list."
 
 
 class Logind:
@@ -202,23 +203,36 @@ class SwitchTest(PaneWithLogind):
         self.pane.wait_gone(role="table cell")
         self.pane.wait_state("Start Preview", "enabled", False)
 
-    def come_back(self):
-        """Checks that the pane connects again. The pane reads the cameras after the agent's next notification."""
-        self.logind.gives_the_screen(True)
+    def post(self, name):
+        self.agent.post(name, dbus.Dictionary({}, signature="sv"))
 
-        def is_listed():
-            self.agent.post("KS7CameraListChanged", dbus.Dictionary({}, signature="sv"))
-            return self.pane.find("Kitchen, Streaming")
-        wait_until(is_listed, "the camera", details=self.pane.dump)
+    def wait_until_heard(self):
+        """Starts and stops a search, which shows that the pane has received all earlier notifications. The bus keeps
+        their order."""
+        self.post("KS7StartedDiscovering")
+        self.pane.wait_for("Searching for cameras…")
+        self.post("KS7StoppedDiscovering")
+        self.pane.wait_gone("Searching for cameras…")
+
+    def list_says(self):
+        return self.pane.wait_for("Cameras", role="table").get_description()
+
+    def come_back(self):
+        """Checks that the pane connects again and reads the cameras after the agent's next notification."""
+        self.logind.gives_the_screen(True)
+        wait_until(lambda: self.list_says() == OUT_OF_DATE, "the connection", details=self.list_says)
+        self.post("KS7CameraListChanged")
+        self.pane.wait_for("Kitchen, Streaming")
 
     def test_the_pane_lets_go_of_agent_and_picture_and_finds_them_again(self):
         for _ in range(2):
             self.start_preview()
             self.switch_away()
             self.agent.clearRecord()
-            self.agent.post("KS7CameraListChanged", dbus.Dictionary({}, signature="sv"))
+            self.post("KS7CameraListChanged")
             self.agent.setStatus(KITCHEN, 4)
             self.pane.press("Show status menu")
+            self.wait_until_heard()
             self.assertEqual(self.agent.recordedCalls(), [])
             self.come_back()
             self.assert_stopped()
@@ -242,6 +256,7 @@ class SwitchTest(PaneWithLogind):
         self.switch_away()
         self.pane.wait_gone("New passkey:", role="text")
         self.agent.setStatus(KITCHEN, 4)
+        self.wait_until_heard()
         self.come_back()
 
     def test_news_of_the_screen_without_a_switch_changes_nothing(self):
