@@ -200,7 +200,7 @@ class SleepTest(PaneWithLogind):
 
 
 class SwitchTest(PaneWithLogind):
-    """Tests that another user's session becomes active, and that the pane's session is active again later."""
+    """Tests the pane while another user's session is active, and after its own session has become active again."""
     agent_of_the_pane = BUILD / "bin" / "ks7-agent-simulator"
 
     def switch_away(self):
