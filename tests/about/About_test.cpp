@@ -90,8 +90,8 @@ private Q_SLOTS:
     void theVersionLineEndsInALink();
     void aMissingVersionIsAQuestionMark();
     void theVersionLineOpensNothing();
-    void theLinkCanBeReadOnDark();
-    void theAboutBoxTellsVersionAndSite();
+    void theLinkIsReadableOnADarkBackground();
+    void theAboutBoxShowsVersionAndSite();
     void theTitleIsReadOutAtEveryShowing();
     void theMenuShowsOneAboutBox();
     void okAndEscapeCloseTheBox();
@@ -105,12 +105,12 @@ private Q_SLOTS:
     void otherButtonsOpenNothing();
     void anotherButtonDuringAPressChangesNothing();
     void anInactiveWindowIsOnlyActivated();
-    void thePressThatActivatedIsHandedOnForNothing();
-    void theHandShowsOverTheWholeField();
-    void twoQuickClicksAreTwo();
+    void aPressFromBeforeTheActivationOpensNothing();
+    void theHandCursorCoversTheField();
+    void aDoubleClickOpensTwice();
     void aClickSelectsNothing();
     void returnAndSpaceOpen();
-    void assistiveToolsMeetALink();
+    void assistiveProgramsFindALink();
 };
 
 void AboutTest::cleanup()
@@ -196,7 +196,7 @@ void AboutTest::theVersionLineOpensNothing()
     QCOMPARE(fixture->outlets().copyright->focusPolicy(), Qt::NoFocus);
 }
 
-void AboutTest::theLinkCanBeReadOnDark()
+void AboutTest::theLinkIsReadableOnADarkBackground()
 {
     fixture->show();
     const auto company = [this] { return runsOf(fixture->outlets().copyright).constLast(); };
@@ -209,7 +209,7 @@ void AboutTest::theLinkCanBeReadOnDark()
     QTRY_COMPARE_WITH_TIMEOUT(company().color, QColor(Qt::blue), Timeout);
 }
 
-void AboutTest::theAboutBoxTellsVersionAndSite()
+void AboutTest::theAboutBoxShowsVersionAndSite()
 {
     fixture->bundle->info = {{QStringLiteral("CFBundleVersion"), QStringLiteral("2.1.3")}};
     showAboutBox();
@@ -359,7 +359,7 @@ void AboutTest::anInactiveWindowIsOnlyActivated()
     QVERIFY(!field()->acceptsFirstMouse());
 }
 
-void AboutTest::thePressThatActivatedIsHandedOnForNothing()
+void AboutTest::aPressFromBeforeTheActivationOpensNothing()
 {
     using namespace std::chrono;
     showAboutBox();
@@ -381,14 +381,14 @@ void AboutTest::thePressThatActivatedIsHandedOnForNothing()
     QCOMPARE(opened(), QStringList{Site});
 }
 
-void AboutTest::theHandShowsOverTheWholeField()
+void AboutTest::theHandCursorCoversTheField()
 {
     showAboutBox();
     QCOMPARE(field()->cursor().shape(), Qt::PointingHandCursor);
     QVERIFY(field()->findChildren<QWidget *>().isEmpty());
 }
 
-void AboutTest::twoQuickClicksAreTwo()
+void AboutTest::aDoubleClickOpensTwice()
 {
     showAboutBox();
     press(inside());
@@ -421,7 +421,7 @@ void AboutTest::returnAndSpaceOpen()
     QVERIFY(!box()->isVisible());
 }
 
-void AboutTest::assistiveToolsMeetALink()
+void AboutTest::assistiveProgramsFindALink()
 {
     showAboutBox();
     auto *accessible = QAccessible::queryAccessibleInterface(field());

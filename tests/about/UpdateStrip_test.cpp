@@ -24,16 +24,16 @@ private Q_SLOTS:
     void cleanup();
 
     void everyShowingStartsTheUpdater();
-    void theUpdaterIsTheFrameworksForThePanesBundle();
-    void theUpdaterIsOneOfTheFramework();
+    void theFrameworkMakesTheUpdaterForThePanesBundle();
+    void theUpdaterDerivesFromTheFrameworksUpdater();
     void nothingIsShownWithoutAnOffer();
     void theOfferStandsAboveThePane();
-    void theOfferTakesRoomFromThePane();
-    void answersReachTheUpdater();
+    void theOfferMovesThePaneDown();
+    void choicesReachTheUpdater();
     void progressIsShownWhileInstalling();
     void theResultIsShownPlainly();
     void theReasonOfAFailureIsPlainText();
-    void theKeyboardComesToTheOfferFirst();
+    void theOfferIsFirstInTheTabOrder();
     void theOfferNeverTakesTheFocus();
     void theOfferIsAnsweredWithTheKeyboard();
     void theOfferIsAnsweredThroughTheAccessibilityTree();
@@ -87,7 +87,7 @@ void UpdateStripTest::everyShowingStartsTheUpdater()
              QStringList({QStringLiteral("shared"), QStringLiteral("started")}));
 }
 
-void UpdateStripTest::theUpdaterIsTheFrameworksForThePanesBundle()
+void UpdateStripTest::theFrameworkMakesTheUpdaterForThePanesBundle()
 {
     mPane->takeJournal();
     KSUpdater::sharedUpdater(*mPane->updates, mPane->bundle);
@@ -100,7 +100,7 @@ void UpdateStripTest::theUpdaterIsTheFrameworksForThePanesBundle()
         QCOMPARE(bundle, std::shared_ptr<platform::Bundle>(mPane->bundle));
 }
 
-void UpdateStripTest::theUpdaterIsOneOfTheFramework()
+void UpdateStripTest::theUpdaterDerivesFromTheFrameworksUpdater()
 {
     static_assert(std::is_base_of_v<KS7SUUpdater, KSUpdater>);
     const std::shared_ptr<KS7SUUpdater> shared = KSUpdater::sharedUpdater(*mPane->updates, mPane->bundle);
@@ -130,7 +130,7 @@ void UpdateStripTest::theOfferStandsAboveThePane()
     QVERIFY(strip<QProgressBar>("updateProgress")->isHidden());
 }
 
-void UpdateStripTest::theOfferTakesRoomFromThePane()
+void UpdateStripTest::theOfferMovesThePaneDown()
 {
     auto *checkbox = mPane->window.findChild<QWidget *>(QStringLiteral("enableKS7Checkbox"));
     auto *frame = strip<QFrame>("updateStrip");
@@ -143,7 +143,7 @@ void UpdateStripTest::theOfferTakesRoomFromThePane()
     QTRY_COMPARE_WITH_TIMEOUT(top(), before, Timeout);
 }
 
-void UpdateStripTest::answersReachTheUpdater()
+void UpdateStripTest::choicesReachTheUpdater()
 {
     QSignalSpy install(&offer(), &UpdateOffer::installChosen);
     QSignalSpy later(&offer(), &UpdateOffer::laterChosen);
@@ -196,7 +196,7 @@ void UpdateStripTest::theReasonOfAFailureIsPlainText()
     QVERIFY(strip("updateDismiss")->isVisible());
 }
 
-void UpdateStripTest::theKeyboardComesToTheOfferFirst()
+void UpdateStripTest::theOfferIsFirstInTheTabOrder()
 {
     offer().offer(QStringLiteral("2.0"));
     strip("updateSkip")->setFocus();

@@ -16,27 +16,27 @@ private Q_SLOTS:
     void initTestCase() { QVERIFY(!QFile::exists(mInstalled)); }
     void init() { qunsetenv("KS7_AGENT"); }
 
-    void theInstalledOneIsTheDefault()
+    void theInstalledAgentIsTheDefault()
     {
         QCOMPARE(agentProgram(), mInstalled);
         qputenv("KS7_AGENT", "");
         QCOMPARE(agentProgram(), mInstalled);
     }
 
-    void theVariableNamesAnother()
+    void theVariableNamesAnotherProgram()
     {
         qputenv("KS7_AGENT", "/no/such/agent");
         QCOMPARE(agentProgram(), QStringLiteral("/no/such/agent"));
     }
 
-    void aFolderStandsForTheProgramInIt()
+    void aFolderMeansTheProgramInIt()
     {
         const QTemporaryDir folder;
         qputenv("KS7_AGENT", folder.path().toUtf8());
         QCOMPARE(agentProgram(), folder.filePath(QStringLiteral("KS7Agent")));
     }
 
-    void aRelativePathCountsFromTheWorkingFolder()
+    void aRelativePathStartsAtTheWorkingFolder()
     {
         qputenv("KS7_AGENT", "agent");
         QCOMPARE(agentProgram(), QDir::current().filePath(QStringLiteral("agent")));

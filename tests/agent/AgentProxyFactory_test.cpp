@@ -119,7 +119,7 @@ private Q_SLOTS:
         QCOMPARE(usbCall.interface(), QStringLiteral("com.orvex.TernUSBCommandControllerProxy"));
     }
 
-    void operationsWithoutArgumentsArriveAsThemselves()
+    void operationsWithoutArgumentsArriveUnderTheirNames()
     {
         mDevice->flush();
         mDevice->streamingStarted();
@@ -132,7 +132,7 @@ private Q_SLOTS:
                      QStringLiteral("streamingStopped"), QStringLiteral("getKnownZephraDevices")});
     }
 
-    void theCameraDictionaryComesWhole()
+    void theCameraDictionaryArrivesComplete()
     {
         const CameraDictionary cameras{{Address, record(4, QStringLiteral("4455"), Name)},
                                        {QStringLiteral("b"), record(0, {}, {})}};
@@ -141,7 +141,7 @@ private Q_SLOTS:
         expectCalls({QStringLiteral("cameraDict")});
     }
 
-    void fiveThousandCamerasComeWhole()
+    void fiveThousandCamerasArriveComplete()
     {
         CameraDictionary cameras;
         for (int i = 0; i < 5000; ++i)
@@ -175,14 +175,14 @@ private Q_SLOTS:
         expectCalls({QStringLiteral("setName %1 %2").arg(Name, Address)});
     }
 
-    void longNamesArriveWhole()
+    void longNamesArriveComplete()
     {
         const QString name(10'000, QLatin1Char('n'));
         mDevice->setName(name, Address);
         QCOMPARE(agent().lastCall(QStringLiteral("setName")).arguments().constFirst().toString(), name);
     }
 
-    void aRemovedRecordTravelsAsADictionary()
+    void aRemovedRecordIsSentAsADictionary()
     {
         mDevice->checkRemoveCurrentCam(CameraRecord{3, QStringLiteral("4455"), Name});
         expectSignature("checkRemoveCurrentCam", "a{sv}");
@@ -191,7 +191,7 @@ private Q_SLOTS:
         QCOMPARE(sent, record(3, QStringLiteral("4455"), Name));
     }
 
-    void aNilRecordTravelsAsTheEmptyDictionary()
+    void aNilRecordIsSentAsAnEmptyDictionary()
     {
         mDevice->checkRemoveCurrentCam({});
         expectSignature("checkRemoveCurrentCam", "a{sv}");
@@ -230,7 +230,7 @@ private Q_SLOTS:
             {QStringLiteral("removeCameraAtIndex -1 true"), QStringLiteral("removeCameraAtIndex 7 false")});
     }
 
-    void theSortedListComesInOrder()
+    void theSortedListKeepsItsOrder()
     {
         const QStringList addresses{QStringLiteral("b"), QStringLiteral("a"), QString(QLatin1String("")),
                                     QStringLiteral("a")};
@@ -238,7 +238,7 @@ private Q_SLOTS:
         QCOMPARE(mDevice->sortedDeviceList(), addresses);
     }
 
-    void camerasComeAsRecords()
+    void camerasArriveAsRecords()
     {
         const CameraRecords cameras{record(1, {}, Name), record(2, {}, {})};
         agentAnswers("cameras", {QVariant::fromValue(cameras)});
@@ -257,7 +257,7 @@ private Q_SLOTS:
 
     void noPreferredCameraIsTheEmptyDictionary() { QVERIFY(!mDevice->getPreferredKS7Cam()); }
 
-    void wrongValuesInARecordReadAsNothing()
+    void wrongTypesInARecordReadAsZeroOrNull()
     {
         agentAnswers("getPreferredKS7Cam",
                      {QVariantMap{{RecordKeys::Status, QStringLiteral("4")},
@@ -281,13 +281,13 @@ private Q_SLOTS:
                      QStringLiteral("setPreferredDeviceAddress")});
     }
 
-    void aNullStringTravelsAsTheEmptyOne()
+    void aNullStringIsSentAsAnEmptyString()
     {
         mDevice->setPreferredDeviceAddress(QString());
         expectSignature("setPreferredDeviceAddress", "s");
     }
 
-    void theUSBOperationsTravelBothWays()
+    void theUSBOperationsSendArgumentsAndReturnResults()
     {
         agentAnswers("startUpdate", {-3});
         agentAnswers("setPassKey", {17});
@@ -302,7 +302,7 @@ private Q_SLOTS:
                      QStringLiteral("connectedCamHasBTAddress ") + Address});
     }
 
-    void answersOfOtherTypesCountAsNone_data()
+    void repliesOfOtherTypesCountAsNoReply_data()
     {
         QTest::addColumn<QVariantList>("garbage");
         QTest::newRow("nothing") << QVariantList();
@@ -312,7 +312,7 @@ private Q_SLOTS:
             << QVariantList{QVariant::fromValue(QVariantMap{{QStringLiteral("a"), 1}}), 1};
         QTest::newRow("two of everything") << QVariantList{true, QStringLiteral("s"), 7};
     }
-    void answersOfOtherTypesCountAsNone()
+    void repliesOfOtherTypesCountAsNoReply()
     {
         QFETCH(QVariantList, garbage);
         for (const char *method :
@@ -336,7 +336,7 @@ private Q_SLOTS:
         QVERIFY2(mConnection->isValid(), "an agent with wrong replies is not dead");
     }
 
-    void aResultWhereNoneIsDeclaredIsReported()
+    void anUndeclaredResultIsLogged()
     {
         agentAnswers("flush", {1});
         const LogLines log;
@@ -344,7 +344,7 @@ private Q_SLOTS:
         QCOMPARE(log.lines.size(), 1);
     }
 
-    void anErrorCountsAsNoAnswerAndChangesNothing()
+    void anErrorCountsAsNoReplyAndChangesNothing()
     {
         agent().answerError(QStringLiteral("validateName"));
         agent().answerError(QStringLiteral("flush"));
@@ -355,7 +355,7 @@ private Q_SLOTS:
         QCOMPARE(mDevice->indexOfPreferredKS7Cam(), std::uint64_t(3));
     }
 
-    void anErrorIsNoSuccessWhereZeroIsOne_data()
+    void anErrorReplyIsNotReportedAsZero_data()
     {
         QTest::addColumn<QString>("error");
         QTest::newRow("failed") << QStringLiteral("org.freedesktop.DBus.Error.Failed");
@@ -364,7 +364,7 @@ private Q_SLOTS:
         QTest::newRow("no service") << QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown");
         QTest::newRow("disconnected") << QStringLiteral("org.freedesktop.DBus.Error.Disconnected");
     }
-    void anErrorIsNoSuccessWhereZeroIsOne()
+    void anErrorReplyIsNotReportedAsZero()
     {
         QFETCH(QString, error);
         for (const char *method : {"startUpdate", "setPassKey"})
@@ -377,13 +377,13 @@ private Q_SLOTS:
         expectCalls({QStringLiteral("startUpdate"), QStringLiteral("setPassKey ") + Name});
     }
 
-    void theEndOfTheLinkIsNoError_data()
+    void theEndOfTheConnectionIsNotAnError_data()
     {
         QTest::addColumn<QString>("method");
         QTest::newRow("firmware") << QStringLiteral("startUpdate");
         QTest::newRow("passkey") << QStringLiteral("setPassKey");
     }
-    void theEndOfTheLinkIsNoError()
+    void theEndOfTheConnectionIsNotAnError()
     {
         QFETCH(QString, method);
         agent().dieIn(method);
@@ -392,7 +392,7 @@ private Q_SLOTS:
         QCOMPARE(callSlowly(method), 0);
     }
 
-    void aCallToAnOwnerThatHasLeftIsTheEndOfTheLink()
+    void aCallToAFormerOwnerEndsTheConnection()
     {
         agent().leaveBus();
         QCOMPARE(mUSB->setPassKey(Name), 0);
@@ -445,7 +445,7 @@ private Q_SLOTS:
         QVERIFY(mConnection->isValid());
     }
 
-    void workOnTheCamerasMemoryHasHalfAMinute_data()
+    void slowOperationsHaveThirtySeconds_data()
     {
         QTest::addColumn<QString>("method");
         QTest::addColumn<int>("secondsOfWork");
@@ -453,7 +453,7 @@ private Q_SLOTS:
         QTest::newRow("an update in time") << QStringLiteral("startUpdate") << 27 << true;
         QTest::newRow("a passkey too late") << QStringLiteral("setPassKey") << 33 << false;
     }
-    void workOnTheCamerasMemoryHasHalfAMinute()
+    void slowOperationsHaveThirtySeconds()
     {
         QFETCH(QString, method);
         QFETCH(int, secondsOfWork);
@@ -464,14 +464,14 @@ private Q_SLOTS:
         QCOMPARE(mUSBConnection->isValid(), inTime);
     }
 
-    void callsWithoutAResultWaitForTheirAnswer()
+    void callsWithoutAResultWaitForTheirReply()
     {
         agent().hangIn(QStringLiteral("flush"));
         mDevice->flush();
         QVERIFY(!mConnection->isValid());
     }
 
-    void textsComeAsTheyAre_data()
+    void textsArriveUnchanged_data()
     {
         QTest::addColumn<QString>("text");
         QTest::newRow("format directives") << QStringLiteral("%s %n %@ %1");
@@ -480,14 +480,14 @@ private Q_SLOTS:
         QTest::newRow("control characters") << QStringLiteral("a\nb\tc\u0007");
         QTest::newRow("large") << QString(1'000'000, QLatin1Char('x'));
     }
-    void textsComeAsTheyAre()
+    void textsArriveUnchanged()
     {
         QFETCH(QString, text);
         agentAnswers("sortedDeviceList", {QStringList{text}});
         QCOMPARE(mDevice->sortedDeviceList(), QStringList{text});
     }
 
-    void deadConnectionsAreAnsweredWithoutTraffic()
+    void callsOnDeadConnectionsCauseNoTraffic()
     {
         mConnection->invalidate();
         mDevice->flush();
@@ -506,7 +506,7 @@ private Q_SLOTS:
         expectCalls({});
     }
 
-    void callsGoToTheOwnerThatWasThereAtTheStart()
+    void callsGoToTheFirstOwner()
     {
         agent().release(RemoteNames::AgentServer);
         RecordingAgent successor;
@@ -515,7 +515,7 @@ private Q_SLOTS:
         QCOMPARE(successor.journal(), QStringList());
     }
 
-    void theRecorderWouldSeeIntrospection()
+    void theRecorderRecordsIntrospection()
     {
         const auto message = QDBusMessage::createMethodCall(
             agent().uniqueName(), RemoteNames::objectPath(RemoteNames::AgentServer),

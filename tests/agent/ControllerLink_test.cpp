@@ -101,7 +101,7 @@ private Q_SLOTS:
         mPane = nullptr;
     }
 
-    void aRunningAgentIsReachedAtOnceAndPausedFor()
+    void aRunningAgentIsReachedAtTheFirstAttempt()
     {
         pane().load();
         QCOMPARE(linkJournal(), (QStringList{attempt(), pause(), usbAttempt()}));
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(pane().launcher->launches, 0);
     }
 
-    void aMissingAgentIsLaunchedOnceAndWaitedFor()
+    void aMissingAgentIsLaunchedOnceAndLookedUpAgain()
     {
         startWithoutAgent();
         pane().agent.appearsAtAttempt = 4;
@@ -121,7 +121,7 @@ private Q_SLOTS:
         QVERIFY(pane().sheets->alertTitles.isEmpty());
     }
 
-    void anAgentThatComesAtTheLastAttemptIsInTime()
+    void anAgentThatAppearsAtTheLastAttemptIsUsed()
     {
         startWithoutAgent();
         pane().agent.appearsAtAttempt = 21;
@@ -130,7 +130,7 @@ private Q_SLOTS:
         QVERIFY(pane().sheets->alertTitles.isEmpty());
     }
 
-    void anAgentThatNeverComesCostsTwentyOneAttempts()
+    void anAgentThatNeverAppearsCostsTwentyOneAttempts()
     {
         agentErrorShown();
         QStringList expected{attempt(), QStringLiteral("launch"), pause()};
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QCOMPARE(shown.window, pane().sheets->applicationMainWindow());
     }
 
-    void aMissingUSBServerIsSilent()
+    void aMissingUSBServerShowsNoAlert()
     {
         pane().agent.usbServerRunning = false;
         pane().load();
@@ -208,7 +208,7 @@ private Q_SLOTS:
         QVERIFY(journal.filter(QStringLiteral("remote ")).isEmpty());
     }
 
-    void theUSBConnectionsDeathDropsBoth()
+    void theUSBConnectionsDeathEndsBothConnections()
     {
         pane().show();
         const auto device = pane().connections->last(RemoteNames::AgentServer);
@@ -256,7 +256,7 @@ private Q_SLOTS:
         QCOMPARE(pane().takeLog(), QStringList{QStringLiteral("connectionDidDie:")});
     }
 
-    void hidingClosesBothAndTheNextShowingReconnects()
+    void hidingClosesBothConnectionsAndTheNextShowingReconnects()
     {
         pane().show();
         const auto device = pane().connections->last(RemoteNames::AgentServer);
@@ -282,7 +282,7 @@ private Q_SLOTS:
         QVERIFY(!usb->isValid());
     }
 
-    void theAgentsStartBringsTheLinkBack()
+    void theAgentsStartReconnects()
     {
         startWithoutAgent();
         pane().show();
@@ -303,7 +303,7 @@ private Q_SLOTS:
         QCOMPARE(refreshes(), 1);
     }
 
-    void anAgentsStartRefreshesThoughItCannotBeReached()
+    void anUnreachableAgentsStartRefreshes()
     {
         pane().keepLog();
         pane().agent.running = false;
@@ -376,7 +376,7 @@ private Q_SLOTS:
         QCOMPARE(pane().sheets->alertTitles.size(), 1);
     }
 
-    void hidingDoesNotBringBluetoothBack()
+    void hidingKeepsTheLossOfBluetooth()
     {
         pane().show();
         pane().agentPosts(NotificationNames::NoBluetooth);
@@ -398,7 +398,7 @@ private Q_SLOTS:
         QCOMPARE(host.lastSender, nullptr);
     }
 
-    void aManagerThatGoesMeanwhileIsNotCalled()
+    void aManagerThatIsDestroyedMeanwhileIsNotCalled()
     {
         HostManager host;
         auto manager = std::make_unique<HostManager>();
@@ -441,7 +441,7 @@ private Q_SLOTS:
         QCOMPARE(pane().runLoop->pendingCount(), pending);
     }
 
-    void noManagerStaysWhereItIs()
+    void aNullManagerStaysWhereItIs()
     {
         HostManager host;
         host.manager = nullptr;

@@ -110,7 +110,7 @@ private Q_SLOTS:
                      + refresh(Desk) + QStringList({QStringLiteral("getPreferredKS7Cam")}));
     }
 
-    void showingTwiceConnectsOnceAndAsksTwice()
+    void showingTwiceConnectsOnceAndRefreshesTwice()
     {
         pane().show();
         heard();
@@ -139,7 +139,7 @@ private Q_SLOTS:
         QCOMPARE(heard(), expected);
     }
 
-    void hidingSaysNothing()
+    void hidingSendsNothing()
     {
         pane().show();
         heard();
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QVERIFY(!pane().controller().isConnected());
     }
 
-    void theSwitchesSpeakTheAgentsWords()
+    void theSwitchesPostTheAgentsNotifications()
     {
         pane().keyboard->held = platform::KeyboardModifiers::OptionKey;
         pane().show();
@@ -164,7 +164,7 @@ private Q_SLOTS:
                               QStringLiteral("post KS7ChangedOptimizedPreference")}));
     }
 
-    void theAgentsWordsAreUnderstood()
+    void theAgentsNotificationsAreHandled()
     {
         pane().show();
         agent().post(QStringLiteral("KS7FirmwareUpdateProgress"),
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QVERIFY(pane().sheets->alerts[1].alert.message.endsWith(QStringLiteral("Error: 5")));
     }
 
-    void aHiddenPaneStillHears()
+    void aHiddenPaneStillReceivesNotifications()
     {
         pane().show();
         pane().hide();

@@ -27,7 +27,7 @@ class Generating(unittest.TestCase):
         header = (self.folder / "ThingProxy.h").read_text(encoding="utf-8")
         self.assertIn("    /// Opens it.\n    virtual void open() { }\n    virtual void close() { }\n", header)
 
-    def test_refuses_a_type_that_nothing_translates(self):
+    def test_refuses_a_type_without_a_translation(self):
         done = self.generate('<method name="open"><arg name="door" type="(iv)" direction="in"/></method>')
         self.assertNotEqual(done.returncode, 0)
         self.assertIn("open: no C++ type for (iv)", done.stderr)

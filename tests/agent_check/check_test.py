@@ -69,10 +69,10 @@ class Good(unittest.TestCase):
         self.assertEqual((run.code, run.report["failed"], run.report["complete"]), (0, 0, True))
         self.assertEqual([node for node in cameras() if node == AGENT_CAMERA], [])
 
-    def test_the_stand_in_passes_whole(self):
+    def test_the_stand_in_passes_all_demands(self):
         self.passes_whole(Run("--launch", quick_stand_in(), "--allow-changes", WORKSHOP, "--passkey", "1234"), [])
 
-    def test_the_example_passes_whole(self):
+    def test_the_example_passes_all_demands(self):
         run = Run("--launch", EXAMPLE, "--allow-changes", PORCH)
         self.passes_whole(run, ["change.passkey", "change.firmware"])
 
@@ -106,14 +106,14 @@ class Broken(unittest.TestCase):
     def only(self, *groups, slow=10):
         return Run(*(part for group in groups for part in ("--only", group)), slow=slow)
 
-    def test_one_that_hangs_in_a_call(self):
+    def test_an_agent_that_hangs_in_a_call(self):
         self.agent.script.hangDuring("cameraDict", 0.0)
         run = self.only("operation", "end", slow=1)
         self.assertEqual(run.ids("fail"), ["operation.cameraDict", "end.alive"])
         self.assertIn("no reply within 3 s", run.detail("operation.cameraDict"))
         self.assertEqual(run.code, 1)
 
-    def test_one_that_hangs_in_everything(self):
+    def test_an_agent_that_hangs_in_every_call(self):
         stop_process(self.agent.process.pid)
         run = self.only("operation", "load", "end", slow=1)
         self.agent.process.send_signal(signal.SIGCONT)
@@ -121,24 +121,24 @@ class Broken(unittest.TestCase):
         self.assertEqual(run.ids("fail"), ["operation.flush", "end.alive"])
         self.assertEqual(run.detail("load.hundred"), "the agent replies to nothing")
 
-    def test_one_that_replies_with_another_type(self):
+    def test_an_agent_that_replies_with_another_type(self):
         for kind, came in (("wrongType", 'instead of "as"'), ("empty", 'nothing instead of "as"'), ("error", "as a script wanted")):
             self.agent.script.garbage("sortedDeviceList", kind)
             run = self.only("operation", "load", "list", "posts")
             self.assertEqual(run.ids("fail"), ["operation.sortedDeviceList"])
             self.assertIn(came, run.detail("operation.sortedDeviceList"))
 
-    def test_one_whose_list_contradicts_itself(self):
+    def test_an_agent_whose_list_contradicts_itself(self):
         self.agent.script.setSorted([PORCH], signature="as")
         run = self.only("list")
         self.assertIn("list.order", run.ids("fail"))
         self.assertIn(f"sortedDeviceList has [{PORCH}]", run.detail("list.order"))
 
-    def test_one_whose_address_has_a_place_marker(self):
+    def test_an_agent_whose_address_has_a_place_marker(self):
         self.agent.script.addCamera("%1", "Kitchen", "2A9C", 99, signature="sssi")
         self.assertIn("%1 has the status 99", self.only("list").detail("list.records"))
 
-    def test_one_that_dies(self):
+    def test_an_agent_that_dies(self):
         self.agent.script.dieDuring("cameras")
         run = self.only("operation", "list", "end")
         self.assertEqual(run.ids("fail"), ["operation.cameras", "end.alive"])
@@ -146,13 +146,13 @@ class Broken(unittest.TestCase):
         self.assertIn("has gone", run.detail("list.order"))
         self.assertEqual(run.code, 1)
 
-    def test_one_that_posts_nothing(self):
+    def test_an_agent_that_posts_nothing(self):
         self.agent.script.mute(True)
         run = self.only("posts", slow=1)
         self.assertIn("KS7StartedDiscovering has not come", run.detail("posts.search"))
         self.assertIn("posts.search", run.ids("fail"))
 
-    def test_one_that_forgets_keys(self):
+    def test_an_agent_that_omits_keys(self):
         self.agent.script.forgetKeys(True)
         before = preferences()
         run = Run("--only", "file", "--allow-changes", KITCHEN)
@@ -160,7 +160,7 @@ class Broken(unittest.TestCase):
         self.assertIn("has dropped the key com.orvex.KS7AgentCheck.", run.detail("file.foreign"))
         self.assertEqual(preferences(), {**before, "FriendlyNames": preferences()["FriendlyNames"]})
 
-    def test_one_with_two_nodes(self):
+    def test_an_agent_with_two_nodes(self):
         twins = [subprocess.Popen([PROGRAM, "--picture-only"]) for _ in range(2)]
         try:
             wait_until(lambda: sum(each.get("node.name") == AGENT_CAMERA for each in nodes()) == 2, "both nodes")
@@ -172,7 +172,7 @@ class Broken(unittest.TestCase):
         self.assertEqual(run.ids("fail"), ["picture.node"])
         self.assertEqual(run.detail("picture.node"), "there are 2")
 
-    def test_one_that_shares_the_names_with_another(self):
+    def test_an_agent_that_shares_the_names_with_another(self):
         self.agent.script.releaseName("KS7AgentServerUSB")
         owner = subprocess.Popen([sys.executable, "-c", "import dbus, sys; bus = dbus.SessionBus();"
                                   "bus.request_name('com.orvex.KS7AgentServerUSB'); print('up', flush=True); sys.stdin.read()"],
@@ -202,7 +202,7 @@ class NothingToCheck(unittest.TestCase):
     def test_no_program(self):
         self.assert_refused("cannot be started", "--launch", "/nowhere")
 
-    def test_a_program_that_is_no_agent(self):
+    def test_a_program_that_is_not_an_agent(self):
         self.assert_refused("has not taken the agent's names", "--launch", "/bin/true")
 
     def test_another_agent_and_another_camera(self):
@@ -213,7 +213,7 @@ class NothingToCheck(unittest.TestCase):
         finally:
             agent.end()
 
-    def test_arguments_that_make_no_sense(self):
+    def test_invalid_arguments(self):
         for arguments, reason in ((["--only", "x"], "no group"), (["--slow", "0"], "a number from 1"), (["x"], "too many"),
                                   (["--odd"], "odd")):
             self.assert_refused(reason, *arguments)
@@ -259,7 +259,7 @@ class Output(unittest.TestCase):
         self.assertIn("…     names.owned".encode(), out)
         self.assertIn(b"\033[32mpass", out)
 
-    def test_it_speaks_german(self):
+    def test_its_output_is_translated_into_german(self):
         german = {**ENVIRONMENT, "LC_ALL": "de_DE.UTF-8", "LANGUAGE": "de"}
         self.assertIn("Beide Busnamen haben einen Besitzer", check("--only", "names", env=german).stdout)
         self.assertIn("Startet dieses Programm", check("--help", env=german).stdout)

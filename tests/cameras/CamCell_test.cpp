@@ -189,8 +189,8 @@ private Q_SLOTS:
         drawn(QRect(0, 0, 5, 36));
     }
 
-    void thePartsOfARowAreWhereTheyBelong_data() { scales(); }
-    void thePartsOfARowAreWhereTheyBelong()
+    void thePartsOfARowAreInTheirRectangles_data() { scales(); }
+    void thePartsOfARowAreInTheirRectangles()
     {
         QFETCH(qreal, scale);
         mScale = scale;
@@ -235,7 +235,7 @@ private Q_SLOTS:
         QCOMPARE(textScale(&view), 1.5);
     }
 
-    void theDotTellsTheStatus_data()
+    void theDotShowsTheStatus_data()
     {
         QTest::addColumn<int>("status");
         QTest::addColumn<int>("dot");
@@ -245,10 +245,10 @@ private Q_SLOTS:
         QTest::newRow("starting") << 3 << int(Dot::Orange);
         QTest::newRow("streaming") << 4 << int(Dot::Green);
         QTest::newRow("error") << 5 << int(Dot::Gray);
-        QTest::newRow("unheard of") << 17 << int(Dot::Gray);
+        QTest::newRow("unknown") << 17 << int(Dot::Gray);
         QTest::newRow("negative") << -1 << int(Dot::Gray);
     }
-    void theDotTellsTheStatus()
+    void theDotShowsTheStatus()
     {
         QFETCH(int, status);
         QFETCH(int, dot);
@@ -296,7 +296,7 @@ private Q_SLOTS:
         QCOMPARE(mBundle->asked, loaded);
     }
 
-    void theNameIsOfTwelvePixelsAndTheStatusOfTen()
+    void theNameHasTwelvePixelsAndTheStatusTen()
     {
         showCamera(QStringLiteral("Kitchen"), 4);
         const auto image = drawn();
@@ -316,8 +316,8 @@ private Q_SLOTS:
         QCOMPARE(image.copy(besideTheDot), expected.copy(besideTheDot));
     }
 
-    void aRowWithoutARecordIsARedDotAlone_data() { scales(); }
-    void aRowWithoutARecordIsARedDotAlone()
+    void aRowWithoutARecordIsOnlyARedDot_data() { scales(); }
+    void aRowWithoutARecordIsOnlyARedDot()
     {
         QFETCH(qreal, scale);
         mScale = scale;
@@ -419,14 +419,14 @@ private Q_SLOTS:
         }
     }
 
-    void startingAndPairingRowsHaveTheTableAnimate_data()
+    void startingAndPairingRowsAnimateTheTable_data()
     {
         QTest::addColumn<int>("status");
         QTest::addColumn<bool>("animates");
         for (int status = -1; status <= 6; ++status)
             QTest::addRow("status %d", status) << status << (status == 2 || status == 3);
     }
-    void startingAndPairingRowsHaveTheTableAnimate()
+    void startingAndPairingRowsAnimateTheTable()
     {
         QFETCH(int, status);
         QFETCH(bool, animates);
@@ -436,7 +436,7 @@ private Q_SLOTS:
         QCOMPARE(mRunLoop->timerCount(), std::size_t(animates ? 1 : 0));
     }
 
-    void aCopyHoldsNoRecordAndDrawsLikeOneWithout()
+    void aCopyHasNoRecordAndPaintsARedDot()
     {
         showCamera(QStringLiteral("Kitchen"), 4);
         const auto copy = mCell.copy();
@@ -446,7 +446,7 @@ private Q_SLOTS:
         QCOMPARE(int(dotOf(drawn())), int(Dot::Red));
     }
 
-    void theFourDotsComeWithThePaneAndFitLeftOfTheStatus()
+    void theFourDotsAreInThePluginAndFitLeftOfTheStatus()
     {
         for (const auto *name : {"greendot", "reddot", "orangedot", "graydot"}) {
             const auto icon = imageNamedFromOurBundle(*mBundle, QLatin1String(name));

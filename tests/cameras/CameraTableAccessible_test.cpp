@@ -144,7 +144,7 @@ private Q_SLOTS:
         QCOMPARE(table().selectedRow(), 0);
     }
 
-    void pressingARowDoesWhatAClickDoes()
+    void pressingARowActsLikeAClick()
     {
         showThreeCameras();
         agent().indexOfPreferred = 1;
@@ -155,7 +155,7 @@ private Q_SLOTS:
         QCOMPARE(table().selectedRow(), 1);
     }
 
-    void selectingARowDoesWhatAClickDoes()
+    void selectingARowActsLikeAClick()
     {
         showThreeCameras();
         agent().indexOfPreferred = 2;
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QVERIFY(!accessible()->tableInterface()->selectRow(7));
     }
 
-    void aDisabledTableIsPressedInVain()
+    void aDisabledTableIgnoresPresses()
     {
         showThreeCameras();
         table().setEnabled(false);
@@ -174,7 +174,7 @@ private Q_SLOTS:
         QVERIFY(mFixture->takeRemoteCalls().isEmpty());
     }
 
-    void aNewStatusOfTheSelectedCameraIsToldOnce()
+    void aNewStatusOfTheSelectedCameraIsAnnouncedOnce()
     {
         const auto names = [] { return told.filter(QStringLiteral("name ")); };
         showThreeCameras();
@@ -186,7 +186,7 @@ private Q_SLOTS:
         QCOMPARE(names().size(), 1);
     }
 
-    void anotherSelectionIsTold()
+    void anotherSelectionIsAnnounced()
     {
         showThreeCameras();
         agent().prefer(QStringLiteral("b"));
@@ -194,7 +194,7 @@ private Q_SLOTS:
         QCOMPARE(told, QStringList({QStringLiteral("deselection 0"), QStringLiteral("selection 1")}));
     }
 
-    void theChosenCameraIsToldWhenTheListGetsTheKeyboard()
+    void theChosenCameraIsAnnouncedWhenTheListGetsTheFocus()
     {
         showThreeCameras();
         makeActive(&mFixture->window);
@@ -218,7 +218,7 @@ private Q_SLOTS:
         QVERIFY(accessible()->state().focused);
     }
 
-    void rowsThatComeAndGoAreTold()
+    void addedAndRemovedRowsAreReported()
     {
         showThreeCameras();
         agent().addCamera(QStringLiteral("d"), QStringLiteral("Hall"), 1);
@@ -244,7 +244,7 @@ private Q_SLOTS:
         QCOMPARE(told, QStringList{QStringLiteral("name 0")});
     }
 
-    void aRowThatIsGoneIsGone()
+    void aRemovedRowHasNoAccessibleObject()
     {
         showThreeCameras();
         QVERIFY(accessible()->child(2)->isValid());

@@ -113,7 +113,7 @@ private Q_SLOTS:
         QCOMPARE(controller().cameras().size(), 3);
     }
 
-    void aRefreshAsksExactlyThis()
+    void aRefreshMakesExactlyTheseCalls()
     {
         addThreeCameras();
         showPane();
@@ -121,7 +121,7 @@ private Q_SLOTS:
         QCOMPARE(mFixture->takeRemoteCalls(), refreshCalls());
     }
 
-    void aRefreshReadsTheSwitchBeforeTheListAndAgainBeforeTheChoice()
+    void aRefreshReadsTheSwitchBeforeTheListAndAgainBeforeTheSelection()
     {
         addThreeCameras();
         showPane();
@@ -136,7 +136,7 @@ private Q_SLOTS:
                               QStringLiteral("remote getPreferredKS7Cam")}));
     }
 
-    void switchedOffNothingIsSelectedAnyMoreWhenTheAgentIsAsked()
+    void switchingOffClearsTheSelectionBeforeTheAgentIsCalled()
     {
         addThreeCameras();
         agent().prefer(Desk);
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(mFixture->takeRemoteCalls().count(QStringLiteral("cameraDict")), 5);
     }
 
-    void someEventsRefreshAtOnceAndOthersOnTheNextTurn_data()
+    void someEventsRefreshAtOnceAndOthersAreQueued_data()
     {
         QTest::addColumn<QString>("notification");
         QTest::addColumn<bool>("atOnce");
@@ -170,7 +170,7 @@ private Q_SLOTS:
         QTest::newRow("streaming") << Names::StreamingStarted << false;
         QTest::newRow("list") << Names::CameraListChanged << false;
     }
-    void someEventsRefreshAtOnceAndOthersOnTheNextTurn()
+    void someEventsRefreshAtOnceAndOthersAreQueued()
     {
         QFETCH(QString, notification);
         QFETCH(bool, atOnce);
@@ -212,16 +212,16 @@ private Q_SLOTS:
         QCOMPARE(table().clickedRow(), -1);
     }
 
-    void aClickSettlesTheRemoveButtonBeforeTheAgentIsTold_data()
+    void aClickUpdatesTheRemoveButtonBeforeTheAgentIsCalled_data()
     {
         QTest::addColumn<int>("status");
         QTest::addColumn<bool>("removable");
-        QTest::newRow("at rest") << 1 << true;
+        QTest::newRow("idle") << 1 << true;
         QTest::newRow("pairing") << 2 << false;
         QTest::newRow("starting") << 3 << false;
         QTest::newRow("streaming") << 4 << false;
     }
-    void aClickSettlesTheRemoveButtonBeforeTheAgentIsTold()
+    void aClickUpdatesTheRemoveButtonBeforeTheAgentIsCalled()
     {
         QFETCH(int, status);
         QFETCH(bool, removable);
@@ -237,7 +237,7 @@ private Q_SLOTS:
         QCOMPARE(enabled, std::optional<bool>(removable));
     }
 
-    void aClickOnARowWithoutACameraMakesItRemovableForTheMoment()
+    void aClickOnARowWithoutACameraEnablesRemovalUntilTheRefresh()
     {
         addThreeCameras();
         agent().sorted.removeLast();
@@ -251,7 +251,7 @@ private Q_SLOTS:
         QVERIFY(!outlets().removeButton->isEnabled());
     }
 
-    void useThisCameraWithoutASelectionSendsNil()
+    void choosingWithoutASelectionSendsNil()
     {
         addThreeCameras();
         showPane();
@@ -268,7 +268,7 @@ private Q_SLOTS:
         QVERIFY(mFixture->takeRemoteCalls().isEmpty());
     }
 
-    void switchedOffTheTableIsDisabledAndEmptyHanded()
+    void switchingOffDisablesTheTableAndClearsTheSelection()
     {
         addThreeCameras();
         agent().prefer(Desk);
@@ -330,7 +330,7 @@ private Q_SLOTS:
         QVERIFY(outlets().addButton->isEnabled());
     }
 
-    void onlyACameraAtRestCanBeRemoved_data()
+    void onlyAnIdleCameraCanBeRemoved_data()
     {
         QTest::addColumn<int>("status");
         QTest::addColumn<bool>("removable");
@@ -340,9 +340,9 @@ private Q_SLOTS:
         QTest::newRow("starting") << 3 << false;
         QTest::newRow("streaming") << 4 << false;
         QTest::newRow("error") << 5 << true;
-        QTest::newRow("unheard of") << 99 << true;
+        QTest::newRow("unknown") << 99 << true;
     }
-    void onlyACameraAtRestCanBeRemoved()
+    void onlyAnIdleCameraCanBeRemoved()
     {
         QFETCH(int, status);
         QFETCH(bool, removable);
@@ -379,7 +379,7 @@ private Q_SLOTS:
         QVERIFY(!outlets().pulldownMenu->isEnabled());
     }
 
-    void withoutAConnectionNoRowIsCountedAndTheMenuIsLeftAlone()
+    void withoutAConnectionThereAreNoRowsAndTheMenuIsUnchanged()
     {
         addThreeCameras();
         showPane();
@@ -398,7 +398,7 @@ private Q_SLOTS:
         QVERIFY(outlets().pulldownMenu->isEnabled());
     }
 
-    void theChoiceIsMadeBeforeTheRowsAreDrawn()
+    void theSelectionIsMadeBeforeTheRowsArePainted()
     {
         addThreeCameras();
         showPane();
@@ -436,7 +436,7 @@ private Q_SLOTS:
         QCOMPARE(paintsOfARefresh(), 1);
     }
 
-    void removingTellsTheAgentAndWaitsForItsAnswer()
+    void removingCallsTheAgentAndWaitsForItsReply()
     {
         addThreeCameras();
         agent().prefer(Desk);
@@ -448,7 +448,7 @@ private Q_SLOTS:
         QCOMPARE(table().numberOfRows(), 3);
     }
 
-    void removingNothingAsksForRowMinusOneAndNoRecord()
+    void removingWithoutASelectionSendsRowMinusOneAndNoRecord()
     {
         addThreeCameras();
         showPane();
@@ -458,7 +458,7 @@ private Q_SLOTS:
                               QStringLiteral("checkRemoveCurrentCam nil")}));
     }
 
-    void removingDuringAClickHandsOverTheClickedRecord()
+    void removingDuringAClickSendsTheClickedRecord()
     {
         addThreeCameras();
         showPane();
@@ -473,7 +473,7 @@ private Q_SLOTS:
                               QStringLiteral("checkRemoveCurrentCam 0 2A9E Attic")}));
     }
 
-    void theRecordToRemoveIsTheOneBeforeTheRemoval()
+    void removingSendsTheRecordFromBeforeTheRemoval()
     {
         addThreeCameras();
         agent().prefer(Desk);
@@ -487,7 +487,7 @@ private Q_SLOTS:
         QCOMPARE(mFixture->takeRemoteCalls().last(), QStringLiteral("checkRemoveCurrentCam 1 2A9D Desk"));
     }
 
-    void plusAsksForDiscoveryAndShowsNothingYet()
+    void plusRequestsDiscoveryAndShowsNothingYet()
     {
         showPane();
         const int before = mFixture->distributedCenter->postCount(Names::StartDiscovering);
@@ -537,7 +537,7 @@ private Q_SLOTS:
         QVERIFY(!outlets().removeButton->isEnabled());
     }
 
-    void aSortedListLongerThanTheDictionaryLosesItsEnd()
+    void aSortedListLongerThanTheDictionaryIsCut()
     {
         addThreeCameras();
         agent().cameraDict.remove(Desk);
@@ -562,7 +562,7 @@ private Q_SLOTS:
             QVERIFY(!controller().tableViewObjectValue(&table(), QStringLiteral("2"), row).isValid());
     }
 
-    void aRowThatTheListDoesNotCountHasNoAddressThoughItIsSorted()
+    void aSortedRowBeyondTheCountHasNoAddress()
     {
         addThreeCameras();
         showPane();
@@ -615,7 +615,7 @@ private Q_SLOTS:
         QCOMPARE(controller().selectedCam(), std::shared_ptr<KS7Cam>());
     }
 
-    void anIndexThatIsNoRowLeavesTheSelectionAlone_data()
+    void anIndexWithoutARowKeepsTheSelection_data()
     {
         QTest::addColumn<qulonglong>("index");
         QTest::addColumn<int>("kept");
@@ -626,7 +626,7 @@ private Q_SLOTS:
         QTest::newRow("negative in 32 bits") << 0xFFFF'FFF0ULL << -16;
         QTest::newRow("largest 32 bits") << 0x7FFF'FFFFULL << 0x7FFF'FFFF;
     }
-    void anIndexThatIsNoRowLeavesTheSelectionAlone()
+    void anIndexWithoutARowKeepsTheSelection()
     {
         QFETCH(qulonglong, index);
         QFETCH(int, kept);
@@ -639,7 +639,7 @@ private Q_SLOTS:
         QCOMPARE(controller().indexOfPreferred(), kept);
     }
 
-    void malformedEntriesReadAsNothing()
+    void malformedEntriesReadAsZeroOrNull()
     {
         agent().cameraDict[Kitchen] = {{QStringLiteral("Status"), QStringLiteral("four")},
                                        {QStringLiteral("FriendlyName"), 12},
@@ -679,7 +679,7 @@ private Q_SLOTS:
         }
     }
 
-    void anEmptyAddressIsAnAddress()
+    void anEmptyAddressIsValid()
     {
         agent().addCamera(QStringLiteral(""), QStringLiteral("Nowhere"), 1);
         showPane();
@@ -688,7 +688,7 @@ private Q_SLOTS:
         QVERIFY(!controller().selectedCamAddress().isNull());
     }
 
-    void oddNamesAreShown()
+    void unusualNamesAreShown()
     {
         agent().addCamera(Kitchen, QString(), 4);
         agent().addCamera(Desk, QString(10000, QLatin1Char('x')), 3);
@@ -711,7 +711,7 @@ private Q_SLOTS:
                  QStringLiteral("<qt>Kitchen</qt>"));
     }
 
-    void aRowWithoutACameraKeepsNothingOfTheRowAbove()
+    void aRowWithoutACameraIsNotPaintedLikeTheRowAbove()
     {
         addThreeCameras();
         agent().sorted.removeLast();
@@ -720,7 +720,7 @@ private Q_SLOTS:
         QVERIFY(!showsText(2));
     }
 
-    void aNameIsNoMarkupInItsToolTip()
+    void aNameIsPlainTextInItsToolTip()
     {
         agent().addCamera(Kitchen, QStringLiteral("<b>Kitchen</b>"), 4);
         showPane();
@@ -729,7 +729,7 @@ private Q_SLOTS:
                  QStringLiteral("<qt>&lt;b&gt;Kitchen&lt;/b&gt;, Streaming</qt>"));
     }
 
-    void fiveThousandCamerasCostTheRowsInSight()
+    void fiveThousandCamerasCostOnlyTheVisibleRows()
     {
         for (int number = 0; number < 5000; ++number)
             agent().addCamera(QStringLiteral("address %1").arg(number), QStringLiteral("Camera"), 1);
@@ -742,7 +742,7 @@ private Q_SLOTS:
         QVERIFY(mFixture->takeRemoteCalls().size() < 12);
     }
 
-    void aCameraThatVanishesTakesItsSelectionAlong()
+    void aVanishedCameraLosesItsSelection()
     {
         addThreeCameras();
         agent().prefer(Attic);

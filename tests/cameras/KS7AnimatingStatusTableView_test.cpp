@@ -226,7 +226,7 @@ private Q_SLOTS:
         QCOMPARE(table().selectedRow(), 2);
     }
 
-    void noClickLeavesATableWithoutSelectionThatAllowsNone()
+    void noClickClearsARequiredSelection()
     {
         showCameras(3);
         recordActions();
@@ -259,7 +259,7 @@ private Q_SLOTS:
         QCOMPARE(table().selectedRow(), -1);
     }
 
-    void clicksByOtherMeansAreCheckedToo()
+    void clickRowIgnoresRowsThatDoNotExist()
     {
         showCameras(3);
         recordActions();
@@ -272,7 +272,7 @@ private Q_SLOTS:
 
     // Keys
 
-    void everyKeyIsSwallowed_data()
+    void everyKeyIsConsumed_data()
     {
         QTest::addColumn<int>("key");
         QTest::addColumn<int>("modifiers");
@@ -283,7 +283,7 @@ private Q_SLOTS:
                   Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape, Qt::Key_Delete, Qt::Key_F2})
                 QTest::addRow("%x with %x", unsigned(key), unsigned(modifier)) << int(key) << int(modifier);
     }
-    void everyKeyIsSwallowed()
+    void everyKeyIsConsumed()
     {
         QFETCH(int, key);
         QFETCH(int, modifiers);
@@ -344,7 +344,7 @@ private Q_SLOTS:
         QCOMPARE(table().numberOfRows(), 2);
     }
 
-    void reloadedRowsArePaintedAnew()
+    void reloadedRowsAreRepainted()
     {
         showCameras(3);
         PaintWatch paints(table().viewport());
@@ -354,7 +354,7 @@ private Q_SLOTS:
         QVERIFY(paints.all.contains(spotInRow(2)));
     }
 
-    void reloadingKeepsTheSelectionAndThePlace()
+    void reloadingKeepsTheSelectionAndTheScrollPosition()
     {
         showCameras(200);
         table().selectRow(150);
@@ -400,14 +400,14 @@ private Q_SLOTS:
         QCOMPARE(table().visualRect(table().model()->index(1, 0)).top(), 72);
     }
 
-    void whiteIsReadOnAnyHighlight_data()
+    void whiteTextIsReadableOnAnyHighlight_data()
     {
         QTest::addColumn<QColor>("theme");
         QTest::newRow("Breeze") << QColor(61, 174, 233);
         QTest::newRow("yellow") << QColor(Qt::yellow);
         QTest::newRow("dark") << QColor(20, 60, 90);
     }
-    void whiteIsReadOnAnyHighlight()
+    void whiteTextIsReadableOnAnyHighlight()
     {
         QFETCH(QColor, theme);
         const QPalette before = QApplication::palette();
@@ -427,7 +427,7 @@ private Q_SLOTS:
         QVERIFY2(1.05 / (luminance + 0.05) >= 4.5, qPrintable(ground.name()));
     }
 
-    void blackTextStaysOnALightGroundInADarkTheme()
+    void blackTextStaysOnALightBackgroundInADarkTheme()
     {
         const QPalette before = QApplication::palette();
         QPalette dark(QColor(40, 40, 40));
@@ -475,7 +475,7 @@ private Q_SLOTS:
         QVERIFY(isAbout(inkOfRow(1).status, White));
     }
 
-    void paintingAsksForTheRowsInSightOnly()
+    void paintingReadsOnlyTheVisibleRows()
     {
         showCameras(5000);
         int asked = 0;
@@ -581,7 +581,7 @@ private Q_SLOTS:
         QVERIFY(table().isAnimatingStatus());
     }
 
-    void startsAreNotCounted()
+    void oneStopEndsAnyNumberOfStarts()
     {
         showCameras(1);
         table().startAnimatingStatus();

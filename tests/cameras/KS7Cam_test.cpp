@@ -41,9 +41,9 @@ private Q_SLOTS:
 
     void everyStatusHasItsText_data();
     void everyStatusHasItsText();
-    void aLiveStatusIsFoundForGood_data();
-    void aLiveStatusIsFoundForGood();
-    void aRecordOfTheAgentAnswersWhatItWasGiven();
+    void aLiveStatusMarksTheCameraAsFoundPermanently_data();
+    void aLiveStatusMarksTheCameraAsFoundPermanently();
+    void aRecordOfTheAgentReturnsItsValues();
     void aRecordOfTheAgentIsNeverIgnored();
     void aRecordOfTheAgentWritesNothing();
     void aDeviceRecordStartsEmpty();
@@ -52,7 +52,7 @@ private Q_SLOTS:
     void theIDIsTheEndOfTheAddress_data();
     void theIDIsTheEndOfTheAddress();
     void aDeviceWithoutAnAddress();
-    void theStoredNameWins();
+    void theStoredNameHasPriority();
     void aStoredEmptyNameIsAName();
     void namesAreKeyedByTheAddressAsItIsSpelled();
     void aNewNameKeepsTheOthers();
@@ -119,7 +119,7 @@ void KS7CamTest::everyStatusHasItsText()
     QTEST(KS7Cam::camWithName(QString(), QString(), status)->statusString(), "text");
 }
 
-void KS7CamTest::aLiveStatusIsFoundForGood_data()
+void KS7CamTest::aLiveStatusMarksTheCameraAsFoundPermanently_data()
 {
     QTest::addColumn<int>("status");
     QTest::addColumn<bool>("found");
@@ -127,7 +127,7 @@ void KS7CamTest::aLiveStatusIsFoundForGood_data()
         QTest::addRow("%d", status) << status << (status == 1 || status == 2 || status == 4);
 }
 
-void KS7CamTest::aLiveStatusIsFoundForGood()
+void KS7CamTest::aLiveStatusMarksTheCameraAsFoundPermanently()
 {
     QFETCH(int, status);
     const auto cam = cameraAt(Address);
@@ -138,7 +138,7 @@ void KS7CamTest::aLiveStatusIsFoundForGood()
     QTEST(cam->wasFound(), "found");
 }
 
-void KS7CamTest::aRecordOfTheAgentAnswersWhatItWasGiven()
+void KS7CamTest::aRecordOfTheAgentReturnsItsValues()
 {
     const auto cam = KS7Cam::camWithName(QStringLiteral("Kitchen"), QStringLiteral("2a9c"), kKS7CamStreaming);
     QCOMPARE(cam->friendlyName(), QStringLiteral("Kitchen"));
@@ -230,7 +230,7 @@ void KS7CamTest::aDeviceWithoutAnAddress()
     QCOMPARE(mDefaults->domains[DomainName].toXml(), before);
 }
 
-void KS7CamTest::theStoredNameWins()
+void KS7CamTest::theStoredNameHasPriority()
 {
     stored(Names, QVariantMap{{Address, QStringLiteral("K\u00fcche %1")}});
     QCOMPARE(cameraAt(Address)->friendlyName(), QStringLiteral("K\u00fcche %1"));

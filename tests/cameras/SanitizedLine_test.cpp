@@ -9,16 +9,16 @@ class SanitizedLineTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void namesStayAsTheyAre_data();
-    void namesStayAsTheyAre();
-    void charactersThatCannotBeSeenAreWrittenAsCodes_data();
-    void charactersThatCannotBeSeenAreWrittenAsCodes();
+    void ordinaryNamesAreUnchanged_data();
+    void ordinaryNamesAreUnchanged();
+    void invisibleCharactersAreWrittenAsCodes_data();
+    void invisibleCharactersAreWrittenAsCodes();
     void aNameWithOverridesIsIsolated_data();
     void aNameWithOverridesIsIsolated();
     void aLoneIsolateIsWrittenAsItsCode();
-    void aMonstrousNameLosesItsMiddle();
+    void aVeryLongNameLosesItsMiddle();
     void aPairOfSurrogatesIsNeverSplit();
-    void differentNamesNeverReadTheSame();
+    void differentNamesStayDifferent();
 
 private:
     static QString monstrous(const QString &middle);
@@ -38,25 +38,26 @@ QString SanitizedLineTest::monstrous(const QString &middle)
     return side + middle + side;
 }
 
-void SanitizedLineTest::namesStayAsTheyAre_data()
+void SanitizedLineTest::ordinaryNamesAreUnchanged_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("null") << QString();
     QTest::newRow("plain") << QStringLiteral("Kitchen");
     QTest::newRow("markup") << QStringLiteral("<b>&amp;</b> %1 \\n");
-    QTest::newRow("emoji of several") << QString::fromUtf8("\xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x91\xA7");
+    QTest::newRow("emoji of several code points")
+        << QString::fromUtf8("\xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x91\xA7");
     QTest::newRow("Hebrew with marks") << QStringLiteral("\u200F\u05DE\u05D8\u05D1\u05D7\u200E 2");
     QTest::newRow("Arabic with a mark") << QStringLiteral("\u061C\u0645\u0637\u0628\u062E");
     QTest::newRow("isolates") << QStringLiteral("\u2067\u05DE\u2066A\u2069\u2069 \u2068B\u2069");
 }
 
-void SanitizedLineTest::namesStayAsTheyAre()
+void SanitizedLineTest::ordinaryNamesAreUnchanged()
 {
     QFETCH(QString, name);
     QCOMPARE(sanitizedLine(name), name);
 }
 
-void SanitizedLineTest::charactersThatCannotBeSeenAreWrittenAsCodes_data()
+void SanitizedLineTest::invisibleCharactersAreWrittenAsCodes_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("expected");
@@ -73,7 +74,7 @@ void SanitizedLineTest::charactersThatCannotBeSeenAreWrittenAsCodes_data()
     row("the bracket of a code", QStringLiteral("\u27E8"), "27E8");
 }
 
-void SanitizedLineTest::charactersThatCannotBeSeenAreWrittenAsCodes()
+void SanitizedLineTest::invisibleCharactersAreWrittenAsCodes()
 {
     QFETCH(QString, name);
     QTEST(sanitizedLine(name), "expected");
@@ -105,7 +106,7 @@ void SanitizedLineTest::aLoneIsolateIsWrittenAsItsCode()
              QStringLiteral("a\u27E8U+2067\u27E9b\u2066c\u2069"));
 }
 
-void SanitizedLineTest::aMonstrousNameLosesItsMiddle()
+void SanitizedLineTest::aVeryLongNameLosesItsMiddle()
 {
     const QString line = sanitizedLine(monstrous(QStringLiteral("y")));
     QVERIFY(line.size() < 1100);
@@ -125,7 +126,7 @@ void SanitizedLineTest::aPairOfSurrogatesIsNeverSplit()
     }
 }
 
-void SanitizedLineTest::differentNamesNeverReadTheSame()
+void SanitizedLineTest::differentNamesStayDifferent()
 {
     QStringList names{QString(), monstrous(QStringLiteral("a")), monstrous(QStringLiteral("b"))};
     for (const char16_t *part :

@@ -58,16 +58,16 @@ class QtVersionTest(unittest.TestCase):
         self.assertEqual(self.chosen(KF6KCMUtils="6.13", KF5KCMUtils="5.116", **both), "6")
         self.assertEqual(self.chosen(KF5KCMUtils="5.103", **both), "5")
 
-    def test_without_them_it_is_the_newest_that_is_supported(self):
+    def test_without_kde_frameworks_the_newest_supported_qt_is_used(self):
         self.assertEqual(self.chosen(Qt6Widgets="6.8.2"), "6")
         self.assertEqual(self.chosen(Qt5Widgets="5.15.8"), "5")
         self.assertEqual(self.chosen(Qt5Widgets="5.15.15", Qt6Widgets="6.8.2"), "6")
         self.assertEqual(self.chosen(Qt5Widgets="5.15.8", Qt6Widgets="6.4.2"), "5")
 
-    def test_without_any_qt_the_newest_is_asked_for(self):
+    def test_without_any_qt_the_newest_is_required(self):
         self.assertEqual(self.chosen(), "6")
 
-    def test_a_system_without_kde_frameworks_builds_the_stand_alone_host_and_says_so(self):
+    def test_a_system_without_kde_frameworks_builds_the_stand_alone_host_with_a_message(self):
         absent = [f"-DCMAKE_DISABLE_FIND_PACKAGE_KF{version}KCMUtils=ON" for version in (5, 6)]
         build = self.folder / "build"
         code, said = configure(SOURCES, build, "-G", "Ninja", "-DKS7_BUILD_TESTS=OFF", *absent)

@@ -284,14 +284,14 @@ private Q_SLOTS:
         connectsToTheNextAgent();
     }
 
-    void aDeathThatComesAfterThePaneWasHiddenStillCounts()
+    void aDeathReportedAfterHidingIsHandled()
     {
         loseAgentUnheard();
         pane().hide();
         lateDeathIsTakenIn();
     }
 
-    void aDeathThatComesAfterAnotherUserTookTheScreenStillCounts()
+    void aDeathReportedAfterASessionSwitchIsHandled()
     {
         loseAgentUnheard();
         pane().workspaceCenter->deliver(platform::NSWorkspaceSessionDidResignActiveNotification);
@@ -335,7 +335,7 @@ private Q_SLOTS:
         endsConnectedTo(successor);
     }
 
-    void namesThatGoStraightToAnotherAgentAreADeath()
+    void aDirectChangeOfOwnerEndsTheConnection()
     {
         RecordingAgent successor;
         takeBothNames(successor);
@@ -344,7 +344,7 @@ private Q_SLOTS:
         endsConnectedTo(successor);
     }
 
-    void aUSBServerAloneIsNoLink()
+    void aUSBServerAloneIsNotAConnection()
     {
         agent().release(RemoteNames::AgentServer);
         paneIsLeftWithoutAgent();
@@ -374,7 +374,7 @@ private Q_SLOTS:
         QCOMPARE(deaths(), 1);
     }
 
-    void theDeathComesBeforeWhatWasPostedDuringTheCall()
+    void theDeathIsHandledBeforePostsMadeDuringTheCall()
     {
         pane().takeLog();
         hangInARefreshWhile([this] { agent().post(NotificationNames::USBDeviceDisconnected); });

@@ -286,13 +286,13 @@ private Q_SLOTS:
         mAgent.reset();
     }
 
-    void thePaneGoesOn_data()
+    void thePaneSurvivesRandomReplies_data()
     {
         QTest::addColumn<unsigned>("seed");
         for (unsigned seed = 1; seed <= 8; ++seed)
             QTest::addRow("seed %u", seed) << seed;
     }
-    void thePaneGoesOn()
+    void thePaneSurvivesRandomReplies()
     {
         QFETCH(unsigned, seed);
         mAny = std::make_unique<AnyValues>(seed);

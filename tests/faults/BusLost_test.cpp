@@ -143,7 +143,7 @@ private Q_SLOTS:
         agentIsHeardAgain();
     }
 
-    void aLossOfWhichNoWordHasComeIsNotInTheWayOfTheNextShowing()
+    void anUnreportedLossDoesNotPreventTheNextShowing()
     {
         mDaemon.kill();
         bringTheBusBack();
@@ -172,7 +172,7 @@ private Q_SLOTS:
         agentIsHeardAgain();
     }
 
-    void aSearchIsPostedOnABusThatIsThereAgain()
+    void aSearchIsPostedOnARestartedBus()
     {
         loseTheBus();
         bringTheBusBack();
@@ -213,13 +213,13 @@ private Q_SLOTS:
         }
     }
 
-    void aBusThatIsLostInThePauseOfAnAttemptIsNoLink_data()
+    void aBusLostBetweenAttemptsIsNotAConnection_data()
     {
         QTest::addColumn<bool>("whileLoading");
         QTest::newRow("at load") << true;
         QTest::newRow("at showing") << false;
     }
-    void aBusThatIsLostInThePauseOfAnAttemptIsNoLink()
+    void aBusLostBetweenAttemptsIsNotAConnection()
     {
         QFETCH(bool, whileLoading);
         makePane();

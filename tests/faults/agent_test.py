@@ -84,7 +84,7 @@ class NoAgent(FaultCase):
 
 
 class DyingAgent(FaultCase):
-    def test_in_the_midst_of_any_call(self):
+    def test_an_agent_that_dies_during_any_call(self):
         self.start_agent().add_cameras()
         pane = self.open_pane()
         for call in ("cameraDict", "sortedDeviceList", "indexOfPreferredKS7Cam", "connectedCamHasBTAddress",

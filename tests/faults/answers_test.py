@@ -42,7 +42,7 @@ class Answers(FaultCase):
         self.assertEqual(len(heights), 1)
         self.assertLess(heights.pop(), 80)
 
-    def test_nonsense_is_no_answer(self):
+    def test_malformed_replies_count_as_no_reply(self):
         for operation in REFRESH:
             for kind in KINDS:
                 with self.subTest(operation=operation, kind=kind):
@@ -63,7 +63,7 @@ class Answers(FaultCase):
         self.agent.script.renameCamera(KITCHEN, "Kitchen")
         self.wait_for_cameras(self.pane)
 
-    def test_text_is_text(self):
+    def test_hostile_names_are_one_line_of_plain_text(self):
         for kind, name in HOSTILE.items():
             with self.subTest(kind):
                 self.agent.script.addCamera(KITCHEN, name, name[:4], NOT_STREAMING, signature="sssi")
@@ -82,7 +82,7 @@ class Answers(FaultCase):
             # The direction override must end with the camera's name, so that the status stays readable.
             self.assertRegex(text, "^\u2068.*\u202e.*\u2069, Not Streaming$")
 
-    def test_the_name_field_shows_mark_up_as_it_is(self):
+    def test_the_name_field_shows_markup_as_plain_text(self):
         name = HOSTILE["mark-up"]
         self.agent.script.addCamera(DESK, name, "<i>1</i>", NOT_STREAMING, signature="sssi")
         row = wait_until(lambda: next((cell for cell in self.pane.all(role="table cell")

@@ -42,7 +42,7 @@ class StoppedBus(SilentBusCase):
         self.pane = self.open_pane()
         self.wait_for_cameras(self.pane)
 
-    def test_the_host_answers_and_takes_the_agent_up_again(self):
+    def test_the_host_responds_and_reconnects_to_the_agent(self):
         self.stop_the_bus()
         self.pane.click("Desk, Not Streaming")
         self.wait_for_no_agent(self.pane)
@@ -74,7 +74,7 @@ class SilentFromTheStart(SilentBusCase):
         windows = accessible.xdotool("search", "--onlyvisible", "--pid", process.pid, "--name", ".").split()
         return [accessible.xdotool("getwindowname", window) for window in windows]
 
-    def test_the_window_comes_and_says_what_is_wrong(self):
+    def test_the_window_opens_and_shows_the_error(self):
         self.stop_the_bus()
         process = subprocess.Popen([HOST], env=dict(os.environ, KS7_AGENT=NOWHERE), stdin=subprocess.DEVNULL)
         self.addCleanup(self.end_process, process)
@@ -95,7 +95,7 @@ class SilentSystemBus(FaultCase):
         return module
 
     @unittest.skipUnless((BUILD / "plugins" / "plasma").exists(), "built without the module of System Settings")
-    def test_the_module_comes_lists_its_cameras_and_closes(self):
+    def test_the_module_opens_lists_its_cameras_and_closes(self):
         self.start_agent().add_cameras()
         system_bus = SystemBus()
         self.addCleanup(system_bus.end)

@@ -127,7 +127,7 @@ class Desktop(FaultCase):
 
     # logind
 
-    def test_a_logind_that_starts_again_finds_one_inhibitor(self):
+    def test_a_restarted_logind_gets_one_inhibitor(self):
         logind = self.start(Logind)
         self.show_pane()
         self.wait_for_inhibitors(logind, 1)
@@ -146,7 +146,7 @@ class Desktop(FaultCase):
         self.assertEqual(self.close(self.pane), 0)
         self.wait_for_inhibitors(logind, 0)
 
-    def test_a_logind_that_answers_errors(self):
+    def test_a_logind_that_replies_with_errors(self):
         logind = self.start(Logind.that_refuses)
         self.show_pane()
         self.agent.script.clearRecord()
@@ -177,7 +177,7 @@ class Desktop(FaultCase):
 
     # The system bus
 
-    def test_a_silent_system_bus_keeps_no_window_back(self):
+    def test_a_silent_system_bus_does_not_delay_the_window(self):
         system_bus = SystemBus()
         self.addCleanup(system_bus.end)
         system_bus.stop()
@@ -187,21 +187,21 @@ class Desktop(FaultCase):
         self.expect_nothing_to_be_seen()
         self.assertEqual(self.close(self.pane), 0)
 
-    def test_a_system_bus_that_is_not_there(self):
+    def test_an_absent_system_bus(self):
         self.show_pane(DBUS_SYSTEM_BUS_ADDRESS="unix:path=/nonexistent/bus")
         self.expect_nothing_to_be_seen()
         self.assertEqual(self.close(self.pane), 0)
 
     # PackageKit
 
-    def test_a_package_service_that_answers_errors(self):
+    def test_a_package_service_that_replies_with_errors(self):
         packagekit = self.start(PackageKit, query="failed")
         self.show_pane()
         packagekit.wait_for_call("SearchFiles")
         self.expect_nothing_to_be_seen()
         self.assertEqual(self.close(self.pane), 0)
 
-    def test_a_package_service_that_goes_in_the_midst_of_a_question_and_comes_back(self):
+    def test_a_package_service_that_ends_during_a_search_and_restarts(self):
         packagekit = self.start(PackageKit, query="vanish")
         self.show_pane()
         packagekit.wait_for_call("SearchFiles")

@@ -67,7 +67,7 @@ class Bursts(FaultCase):
         self.post("KS7CameraListChanged")
         self.agent.wait_for_call("cameraDict", asked + 1)
 
-    def test_unknown_names_and_names_that_only_show_something_leave_nothing(self):
+    def test_unknown_and_display_only_notifications_leak_nothing(self):
         pane = self.show_pane()
         number = dbus.Int32(1)
         kinds = (("KS7NobodyKnowsThis", {"Value": number}),
@@ -84,7 +84,7 @@ class Bursts(FaultCase):
                 self.assertLess(pane.kept() - kept, MEGABYTE)
                 self.assertLess(pane.resident() - resident, 2 * MEGABYTE)
 
-    def test_every_change_of_the_list_is_a_refresh_and_a_click_is_answered_between(self):
+    def test_every_change_of_the_list_is_a_refresh_and_a_click_is_handled_between(self):
         pane = self.open_pane()
         self.wait_for_cameras(pane)
         kitchen, desk = (pane.rectangle(f"{name}, Not Streaming") for name in ("Kitchen", "Desk"))

@@ -132,7 +132,7 @@ class FirstPreview(PictureCase):
         self.expect_a_preview()
         wait_until(self.gstreamer.has_begun, "the picture is held up")
 
-    def test_the_window_answers_meanwhile_and_the_picture_comes_later(self):
+    def test_the_window_responds_meanwhile_and_the_picture_appears_later(self):
         self.agent.script.renameCamera(KITCHEN, "Pantry")
         self.wait_for_rows(self.pane, "Pantry, Not Streaming", "Desk, Not Streaming")
         self.assertEqual(watchers(), 0)
@@ -140,7 +140,7 @@ class FirstPreview(PictureCase):
         wait_until(lambda: watchers() == 1, "the picture is taken")
         self.assertEqual(self.close(self.pane), 0)
 
-    def test_a_preview_stopped_meanwhile_is_not_in_the_way_of_the_next(self):
+    def test_a_preview_stopped_meanwhile_does_not_block_the_next(self):
         self.pane.press("Stop Preview")
         self.pane.wait_gone("Live picture")
         self.expect_a_preview()

@@ -71,7 +71,7 @@ class Quitting(FaultCase):
         self.pane.wait_for("New passkey:")
         self.expect_a_good_end()
 
-    def test_in_the_moment_after_a_new_passkey(self):
+    def test_right_after_a_new_passkey(self):
         self.show_pane()
         self.choose_and_plug_in()
         self.pane.choose("Camera Actions", "Change Passkey…")

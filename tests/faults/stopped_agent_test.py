@@ -69,7 +69,7 @@ class StoppedAgent(FaultCase):
         self.start_agent().add_cameras()
         self.wait_for_cameras(self.pane)
 
-    def test_while_an_update_is_begun(self):
+    def test_while_an_update_starts(self):
         """This test takes 30 s, the timeout of calls that make the agent write to the camera."""
         self.agent.script.setPreferred(KITCHEN)
         self.plug_in(self.agent)
@@ -117,13 +117,13 @@ class SleepingMachine(FaultCase):
         self.wait_for_cameras(self.pane)
         self.assertEqual(self.close(self.pane), 0)
 
-    def test_the_agent_wakes_first_and_answers(self):
+    def test_the_agent_continues_first_and_replies(self):
         self.agent.resume()
         self.agent.script.resume()
         self.pane.process.send_signal(signal.SIGCONT)
         self.expect_a_connection_to_the_agent()
 
-    def test_the_pane_wakes_first(self):
+    def test_the_pane_continues_first(self):
         self.pane.process.send_signal(signal.SIGCONT)
         self.wait_for_no_agent(self.pane)
         self.agent.resume()

@@ -21,11 +21,11 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void opensOnThePane();
-    void showAllGoesToTheOverviewAndItsIconBack();
-    void thePaneFindsItsWayToTheOverview();
+    void showAllOpensTheOverviewAndItsIconThePane();
+    void thePaneCanShowTheOverview();
     void closingTheWindowHidesThePane();
-    void isNoNarrowerThanWhatItShows();
-    void scrollsWhatIsLargerThanTheScreen();
+    void isAtLeastAsLargeAsItsContents();
+    void scrollsContentsThatExceedTheScreen();
     void opensSmallerThanTheScreen();
 
 private:
@@ -65,7 +65,7 @@ void HostWindowTest::opensOnThePane()
     QVERIFY(button("showAllButton")->isEnabled());
 }
 
-void HostWindowTest::showAllGoesToTheOverviewAndItsIconBack()
+void HostWindowTest::showAllOpensTheOverviewAndItsIconThePane()
 {
     click("showAllButton");
     QCOMPARE(mPane->told, QStringList{QStringLiteral("didUnselect")});
@@ -86,7 +86,7 @@ void HostWindowTest::showAllGoesToTheOverviewAndItsIconBack()
     QCOMPARE(mWindow->windowTitle(), QStringLiteral("KS-7"));
 }
 
-void HostWindowTest::thePaneFindsItsWayToTheOverview()
+void HostWindowTest::thePaneCanShowTheOverview()
 {
     const auto classes = platform::makeHostClasses();
     QVERIFY(!classes->classNamed(QStringLiteral("NSOtherManager")) && !classes->classNamed({}));
@@ -106,7 +106,7 @@ void HostWindowTest::closingTheWindowHidesThePane()
     QCOMPARE(mPane->told, QStringList{QStringLiteral("didUnselect")});
 }
 
-void HostWindowTest::isNoNarrowerThanWhatItShows()
+void HostWindowTest::isAtLeastAsLargeAsItsContents()
 {
     mPane->view.setMinimumSize(700, 300);
     QTRY_VERIFY_WITH_TIMEOUT(mWindow->width() >= 700, Timeout);
@@ -115,7 +115,7 @@ void HostWindowTest::isNoNarrowerThanWhatItShows()
     QVERIFY(mWindow->height() >= 300);
 }
 
-void HostWindowTest::scrollsWhatIsLargerThanTheScreen()
+void HostWindowTest::scrollsContentsThatExceedTheScreen()
 {
     mPane->view.setMinimumSize(3000, 3000);
     auto *area = mWindow->findChild<QScrollArea *>();

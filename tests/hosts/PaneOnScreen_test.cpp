@@ -30,18 +30,18 @@ class PaneOnScreenTest : public QObject {
 
 private Q_SLOTS:
     void init();
-    void thePaneIsToldOnceThatItIsShown();
-    void thePaneIsToldOnceThatItIsHidden();
-    void aShowingThatIsTakenBackAtOnceIsNoShowing();
-    void showingTellsNothingWhileTheWindowIsNot();
+    void thePaneIsNotifiedOnceWhenShown();
+    void thePaneIsNotifiedOnceWhenHidden();
+    void aShowThatIsUndoneAtOnceIsNotReported();
+    void showingInAHiddenWindowIsNotReported();
     void anIconifiedWindowStillShowsThePane();
     void theViewOutlivesTheModule();
-    void theViewOutlivesAPlaceThatGoesBeforeItsModule();
+    void theViewOutlivesAParentDestroyedBeforeItsModule();
     void aLaterModuleKeepsTheView();
-    void anOlderModuleThatGoesLeavesTheNewerOneConnected_data();
-    void anOlderModuleThatGoesLeavesTheNewerOneConnected();
-    void anOlderModuleThatIsShownAgainTakesTheViewBack();
-    void modulesComeAndGoTenTimes();
+    void theEndOfAnOlderModuleKeepsTheNewerOneConnected_data();
+    void theEndOfAnOlderModuleKeepsTheNewerOneConnected();
+    void anOlderModuleThatIsShownAgainGetsTheView();
+    void tenModulesAreCreatedAndDestroyed();
     void quittingWhileShownHidesThePane();
 
 private:
@@ -67,7 +67,7 @@ void PaneOnScreenTest::open(QWidget &module, const QStringList &told)
     QTRY_COMPARE_WITH_TIMEOUT(mPane->told, told, Timeout);
 }
 
-void PaneOnScreenTest::thePaneIsToldOnceThatItIsShown()
+void PaneOnScreenTest::thePaneIsNotifiedOnceWhenShown()
 {
     openModule();
     mModule->show();
@@ -76,7 +76,7 @@ void PaneOnScreenTest::thePaneIsToldOnceThatItIsShown()
     QVERIFY(mPane->view.isVisible());
 }
 
-void PaneOnScreenTest::thePaneIsToldOnceThatItIsHidden()
+void PaneOnScreenTest::thePaneIsNotifiedOnceWhenHidden()
 {
     openModule();
     mModule->hide();
@@ -86,7 +86,7 @@ void PaneOnScreenTest::thePaneIsToldOnceThatItIsHidden()
     QCOMPARE(mPane->told, ShownAndHidden);
 }
 
-void PaneOnScreenTest::aShowingThatIsTakenBackAtOnceIsNoShowing()
+void PaneOnScreenTest::aShowThatIsUndoneAtOnceIsNotReported()
 {
     mModule->show();
     mModule->hide();
@@ -94,7 +94,7 @@ void PaneOnScreenTest::aShowingThatIsTakenBackAtOnceIsNoShowing()
     QCOMPARE(mPane->told, QStringList());
 }
 
-void PaneOnScreenTest::showingTellsNothingWhileTheWindowIsNot()
+void PaneOnScreenTest::showingInAHiddenWindowIsNotReported()
 {
     QWidget window;
     mModule->setParent(&window);
@@ -126,7 +126,7 @@ void PaneOnScreenTest::theViewOutlivesTheModule()
     QCOMPARE(mPane->view.text(), QStringLiteral("the pane"));
 }
 
-void PaneOnScreenTest::theViewOutlivesAPlaceThatGoesBeforeItsModule()
+void PaneOnScreenTest::theViewOutlivesAParentDestroyedBeforeItsModule()
 {
     auto place = std::make_unique<QWidget>();
     PaneOnScreen onScreen(mPane.get(), place.get());
@@ -143,14 +143,14 @@ void PaneOnScreenTest::aLaterModuleKeepsTheView()
     QCOMPARE(mPane->view.parentWidget(), &later);
 }
 
-void PaneOnScreenTest::anOlderModuleThatGoesLeavesTheNewerOneConnected_data()
+void PaneOnScreenTest::theEndOfAnOlderModuleKeepsTheNewerOneConnected_data()
 {
     QTest::addColumn<bool>("isDestroyed");
     QTest::newRow("hidden") << false;
     QTest::newRow("destroyed") << true;
 }
 
-void PaneOnScreenTest::anOlderModuleThatGoesLeavesTheNewerOneConnected()
+void PaneOnScreenTest::theEndOfAnOlderModuleKeepsTheNewerOneConnected()
 {
     QFETCH(bool, isDestroyed);
     openModule();
@@ -166,7 +166,7 @@ void PaneOnScreenTest::anOlderModuleThatGoesLeavesTheNewerOneConnected()
     QCOMPARE(mPane->told, ShownAndHidden + ShownAndHidden);
 }
 
-void PaneOnScreenTest::anOlderModuleThatIsShownAgainTakesTheViewBack()
+void PaneOnScreenTest::anOlderModuleThatIsShownAgainGetsTheView()
 {
     Module newer(*mPane);
     open(newer, Shown);
@@ -177,7 +177,7 @@ void PaneOnScreenTest::anOlderModuleThatIsShownAgainTakesTheViewBack()
     QCOMPARE(mPane->told, ShownAndHidden + Shown);
 }
 
-void PaneOnScreenTest::modulesComeAndGoTenTimes()
+void PaneOnScreenTest::tenModulesAreCreatedAndDestroyed()
 {
     for (int time = 0; time < 10; ++time) {
         openModule();

@@ -13,7 +13,7 @@ class PluginReloadTest : public QObject {
 
 private Q_SLOTS:
     void initTestCase();
-    void thePaneSurvivesThatItsPluginIsUnloaded();
+    void thePaneSurvivesTheUnloadingOfItsPlugin();
 
 private:
     static QString plugin()
@@ -35,7 +35,7 @@ platform::PreferencePane *PluginReloadTest::paneOf(QPluginLoader &loader)
     return factory ? factory->pane() : nullptr;
 }
 
-void PluginReloadTest::thePaneSurvivesThatItsPluginIsUnloaded()
+void PluginReloadTest::thePaneSurvivesTheUnloadingOfItsPlugin()
 {
     QPluginLoader loader(plugin());
     auto *pane = paneOf(loader);

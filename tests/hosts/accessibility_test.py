@@ -141,7 +141,7 @@ class AccessibilityTest(ScriptedPaneTest):
         for button in ("Add Camera", "Remove Camera", "Camera Actions"):
             self.assertTrue(self.pane.wait_for(button).get_description(), button)
 
-    def test_the_pop_up_reads_its_choice(self):
+    def test_the_pop_up_exposes_its_choice(self):
         self.open_pane()
         pop_up = self.pane.wait_for("Optimize for", role="combo box")
         self.assertEqual(self.pane.text(pop_up), "Picture quality")
@@ -157,7 +157,7 @@ class AccessibilityTest(ScriptedPaneTest):
             wait_until(lambda: self.pane.text(pop_up) == text, text, details=self.pane.dump)
             wait_until(lambda: plistlib.loads(PREFERENCES.read_bytes())["VideoSize2"] == stored, f"{text} stored")
 
-    def test_the_table_tells_its_rows_and_which_is_chosen(self):
+    def test_the_table_exposes_its_rows_and_the_selection(self):
         self.open_pane()
         table = self.pane.wait_for("Cameras", role="table").get_table_iface()
         self.assertEqual((table.get_n_rows(), table.get_n_columns()), (2, 1))
@@ -207,7 +207,7 @@ class AccessibilityTest(ScriptedPaneTest):
         self.agent.die()
         self.wait_described(table, "The camera agent is not running. Leave this page and open it again to start the agent.")
 
-    def test_what_is_new_is_announced(self):
+    def test_changes_are_announced(self):
         self.open_pane()
         with listen(ANNOUNCEMENTS) as heard:
             self.be_told(heard)
@@ -222,7 +222,7 @@ class AccessibilityTest(ScriptedPaneTest):
             self.agent.die()
             heard.wait_for("The camera agent is not running. Leave this page and open it again to start the agent.")
 
-    def test_lost_bluetooth_is_said_as_long_as_it_lasts(self):
+    def test_lost_bluetooth_is_shown_until_it_returns(self):
         self.open_pane()
         self.agent.post("KS7NoBluetooth", {})
         self.press("OK", "Bluetooth Error")
@@ -343,7 +343,7 @@ class AccessibilityTest(ScriptedPaneTest):
 class MetersTest(ScriptedPaneTest):
     agent_options = ()
 
-    def test_the_meters_read_what_is_heard(self):
+    def test_the_meters_expose_the_audio_levels(self):
         self.open_pane()
         self.agent.setStatus(KITCHEN, 4)
         self.pane.wait_for("Kitchen, Streaming")

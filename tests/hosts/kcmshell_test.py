@@ -76,7 +76,7 @@ class KcmshellTest(unittest.TestCase):
             module.wait_active("KS-7")
             self.assertIsNone(module.find(role="alert"))
 
-    def test_the_module_says_whom_to_turn_to(self):
+    def test_the_module_names_its_authors_and_its_web_site(self):
         module = (BUILD / "plugins/plasma/kcms/systemsettings/kcm_ks7.so").read_bytes()
         for entry in (b"BugReportUrl", b"Authors", b"Orvex Network", b"License", b"Website"):
             self.assertIn(entry, module)

@@ -69,7 +69,7 @@ class KeyboardTest(ScriptedPaneTest):
         back = [self.tab("shift+Tab") for _ in READING_ORDER]
         self.assertEqual(back, READING_ORDER[::-1])
 
-    def test_the_marked_letters_lead_to_their_controls(self):
+    def test_the_mnemonics_activate_their_controls(self):
         for chord, box in (("alt+m", "Show status menu"), ("alt+e", "Enable KS-7")):
             key(chord)
             self.pane.wait_state(box, "checked", False)
@@ -102,7 +102,7 @@ class KeyboardTest(ScriptedPaneTest):
         self.choose_action(*CHOOSE_CAMERA, "Right", "Up")
         self.assertIn("00-1b-dc-0f-88-30", self.wait_call("setPreferredDeviceAddress")[0])
 
-    def test_a_menu_that_is_left_gives_the_keyboard_back(self):
+    def test_a_closed_menu_returns_the_focus(self):
         self.open_actions()
         key("Escape")
         self.pane.wait_gone("Properties…", role="menu item")
@@ -118,7 +118,7 @@ class KeyboardTest(ScriptedPaneTest):
         self.pane.wait_gone("Searching for cameras…")
         self.pane.wait_focused("Add Camera")
 
-    def test_a_camera_is_removed_and_the_keyboard_goes_on(self):
+    def test_a_camera_is_removed_and_tab_still_works(self):
         self.tab_to("Remove Camera")
         key("space")
         self.assertIn("removeCameraAtIndex(0, true)", self.wait_call("removeCameraAtIndex")[0])
@@ -151,7 +151,7 @@ class KeyboardTest(ScriptedPaneTest):
         self.pane.wait_for("Hall, Not Streaming")
         self.pane.wait_focused("Camera Actions")
 
-    def test_the_properties_are_gone_through_and_left(self):
+    def test_tab_goes_through_the_properties(self):
         self.choose_action(*PROPERTIES)
         self.pane.wait_focused("Name:")
         fields = ["Name:", "Camera ID:", "Ignore this camera", "OK", "Cancel"]
@@ -166,7 +166,7 @@ class KeyboardTest(ScriptedPaneTest):
         self.pane.wait_focused("Camera Actions")
         self.assertEqual(self.calls("setName"), [])
 
-    def test_the_keyboard_comes_back_from_sheet_and_alert(self):
+    def test_sheets_and_alerts_return_the_focus(self):
         self.agent.plugUSB(KITCHEN, False)
         self.choose_action(*CHANGE_PASSKEY)
         self.pane.wait_focused("New passkey:")

@@ -69,7 +69,7 @@ class StandaloneTest(unittest.TestCase):
             self.wait_for_cameras(host)
             self.assertEqual(host.close_by_key(), 0)
 
-    def test_without_an_agent_one_key_leads_to_the_overview_each_time(self):
+    def test_without_an_agent_one_key_opens_the_overview_each_time(self):
         with self.open_host(agent="/nonexistent") as host:
             for _ in range(2):
                 # Loading and showing the pane request alerts with the same text, so only one alert appears.
@@ -93,7 +93,7 @@ class StandaloneTest(unittest.TestCase):
             accessible.wait_until(is_centred, "the alert over its window",
                                   details=lambda: f"{host.rectangle(window)} {host.rectangle(alert)}")
 
-    def test_a_plugin_that_is_missing_is_said_in_a_window_and_in_words(self):
+    def test_a_missing_plugin_is_reported_in_a_window_and_on_stderr(self):
         with tempfile.TemporaryDirectory() as folder:
             moved = pathlib.Path(folder) / "bin" / "ks7-preferences"
             moved.parent.mkdir()
@@ -105,12 +105,12 @@ class StandaloneTest(unittest.TestCase):
                 self.assertIn("The KS-7 pane cannot be loaded.", host.process.stderr.read())
                 host.process.stderr.close()
 
-    def test_says_its_version_and_its_options_without_a_display(self):
+    def test_prints_its_version_and_its_options_without_a_display(self):
         version = without_display("--version")
         self.assertEqual((version.returncode, version.stdout), (0, "ks7-preferences 1.0\n"))
         self.assertIn("--version", without_display("--help").stdout)
 
-    def test_says_its_options_in_the_language_of_the_session(self):
+    def test_prints_its_options_in_the_language_of_the_session(self):
         told = without_display("--help", LC_ALL="de_DE.UTF-8", LANGUAGE="de").stdout
         self.assertIn("Zeigt die Einstellungen der drahtlosen Webcam KS-7.", told)
 

@@ -81,7 +81,7 @@ class SystemSettingsTest(unittest.TestCase):
             self.choose(settings, "KS-7")
             self.wait_for_cameras(settings)
 
-    def test_is_found_by_what_a_person_calls_it(self):
+    def test_is_found_by_its_keywords(self):
         for language, words in KEYWORDS.items():
             for word in words:
                 with self.subTest(word), system_settings(language=language) as settings:
@@ -106,7 +106,7 @@ class SystemSettingsTest(unittest.TestCase):
             self.assertEqual(self.showings() - before, 10)
             self.assertEqual(self.quit(settings), 0)
 
-    def test_has_its_title_and_no_buttons_of_settings_that_are_applied(self):
+    def test_has_its_title_and_no_apply_buttons(self):
         with system_settings("kcm_ks7") as settings:
             self.wait_for_cameras(settings)
             self.assertIn("KS-7", settings.title())
@@ -131,7 +131,7 @@ class SystemSettingsTest(unittest.TestCase):
                            abs(seen[at + 2] - LENS[2]) < 25 for at in range(0, len(seen), 3))
             accessible.wait_until(sees_the_lens, "the colour of the icon's lens", details=settings.dump)
 
-    def test_keyboard_and_wheel_leave_the_list_as_in_other_modules(self):
+    def test_tab_leaves_the_list_and_the_wheel_changes_no_choice(self):
         with system_settings("kcm_ks7") as settings:
             self.wait_for_cameras(settings)
             settings.wait_active()
@@ -202,7 +202,7 @@ class SystemSettingsTest(unittest.TestCase):
         settings.press("Start Preview")
         settings.wait_for("Stop Preview")
 
-    def test_a_whole_walk_writes_no_warning_about_us(self):
+    def test_using_the_pane_writes_no_warnings(self):
         with self.settings_without_warnings() as settings:
             self.open_and_leave_sheet(settings)
             settings.open_menu("Camera Actions")
@@ -212,7 +212,7 @@ class SystemSettingsTest(unittest.TestCase):
             self.choose(settings, "KS-7")
             self.wait_for_cameras(settings)
 
-    def test_what_the_agent_reports_while_another_module_is_shown_is_seen(self):
+    def test_changes_made_while_another_module_is_shown_appear(self):
         with system_settings("kcm_ks7") as settings:
             self.wait_for_cameras(settings)
             self.choose(settings, OTHER_MODULE)

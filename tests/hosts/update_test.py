@@ -64,14 +64,14 @@ class UpdateTest(ScriptedPaneTest):
         # The installation hides the button that had the focus, so the focus must move on.
         wait_until(lambda: self.pane.focused(), "a focus", details=self.pane.dump)
 
-    def test_the_offer_is_put_off_with_its_letter(self):
+    def test_the_offer_is_postponed_with_its_mnemonic(self):
         self.open_offer()
         key("alt+l")
         self.pane.wait_gone(OFFER)
         self.assertFalse(self.is_installing())
         wait_until(lambda: self.pane.focused(), "a focus", details=self.pane.dump)
 
-    def test_the_offer_is_accepted_through_the_tree(self):
+    def test_the_offer_is_accepted_through_the_accessibility_tree(self):
         self.open_offer()
         with listen(ANNOUNCEMENTS) as heard:
             self.be_heard(heard)
@@ -90,7 +90,7 @@ class UpdateTest(ScriptedPaneTest):
             return heard.names()
         wait_until(told, "the first news", details=self.pane.dump)
 
-    def test_the_offer_is_skipped_through_the_tree(self):
+    def test_the_offer_is_skipped_through_the_accessibility_tree(self):
         self.open_offer()
         self.pane.press("Skip This Version")
         self.pane.wait_gone(OFFER)

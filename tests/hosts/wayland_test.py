@@ -188,7 +188,7 @@ class WaylandTest(ScriptedPaneTest):
 
     # Looks
 
-    def test_the_window_bears_the_name_of_its_desktop_file(self):
+    def test_the_window_has_the_name_of_its_desktop_file(self):
         self.open_pane()
         self.assertEqual(self.main_window().desktop_file, "ks7-preferences")
 
@@ -240,7 +240,7 @@ class WaylandTest(ScriptedPaneTest):
                 x, row = x + step_x, row + step_y
             self.assertEqual(picture.pixel(x, row), background, (step_x, step_y))
 
-    def test_dots_are_sharp_and_whole(self):
+    def test_dots_are_sharp_and_not_clipped(self):
         """Tests that the green dot is round and eight units wide at the display's scale, with a dark edge next to
         white."""
         self.open_pane()
@@ -271,7 +271,7 @@ class WaylandTest(ScriptedPaneTest):
 class WaylandPictureTest(ScriptedPaneTest):
     agent_options = ()
 
-    def test_the_preview_is_seen_and_moves(self):
+    def test_the_preview_shows_changing_frames(self):
         self.open_pane()
         self.agent.setStatus(KITCHEN, 4)
         self.pane.wait_for("Kitchen, Streaming")

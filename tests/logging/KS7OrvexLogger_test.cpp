@@ -189,44 +189,44 @@ private Q_SLOTS:
     void cleanup();
 
     void withoutADefaultLoggerNothingIsWritten();
-    void errorsReachTheSystemConsoleAllTheSame();
+    void errorsReachTheSystemConsoleWithoutADefaultLogger();
     void errorsReachTheDefaultLoggerToo();
     void theNameIsTheProgramsUntilOneIsSet();
 
     void aNewLoggerStartsAFileInItsFolder();
     void withoutFileLoggingThereIsNoFolder();
     void aLineHasATimeAndTheMessage();
-    void theTimeIsTheWallClocks();
+    void theTimeIsWallClockTime();
     void aLaterLineHasALaterTime();
     void aNewTimeZoneIsNoticed();
     void aLineIsInTheFileAtOnce();
-    void aMessageThatEndsItsLineIsNotEndedTwice();
-    void textThatIsNoTextDoesNoHarm();
-    void longMessagesAreWhole();
+    void aMessageWithANewlineGetsNoSecondOne();
+    void malformedTextIsLogged();
+    void longMessagesAreNotCut();
 
     void standardOutputHasTheNameToo();
     void aLineIsOnStandardOutputAtOnce();
     void fileAndStandardOutputHaveTheSameTime();
-    void theSystemLogHasTheMessageAlone();
-    void theMessageIsTheFormatOfTwoSinks();
-    void conversionsWithoutArgumentsStand();
+    void theSystemLogHasOnlyTheMessage();
+    void twoSinksUseTheMessageAsAFormat();
+    void conversionsWithoutArgumentsAreUnchanged();
     void withAllSinksOffTheClockIsNotRead();
     void aPercentSignInTheNameIsPartOfTheFormat();
-    void errnoIsLeftAlone();
+    void errnoIsPreserved();
 
     void functionsFormat();
-    void aSecondDefaultLoggerLeavesTheFirst();
+    void aSecondDefaultLoggerKeepsTheFirst();
 
     void everySwitchToOnStartsAFile();
     void switchingOnTwiceKeepsTheFile();
     void linesWhileOffAreNotWritten();
     void twoFilesOfOneSecondAreOne();
-    void aFileThatIsEmptiedGoesOnAtItsBeginning();
+    void anEmptiedFileContinuesAtItsBeginning();
     void anotherFolderStartsAFile();
     void anotherFolderHasTheLinesThatFollow();
-    void theHomeFolderIsATilde();
+    void theHomeFolderIsShownAsATilde();
     void theSeparatorIsWrittenOnDemand();
-    void theFileIsSeenToTheDiskWhenAskedFor();
+    void theFileIsSyncedOnRequest();
     void withoutAFileNothingWaitsForTheDisk();
 
     void openingAndRevealing();
@@ -237,8 +237,8 @@ private Q_SLOTS:
     void aFolderThatFailsEndsTheFile();
     void aFolderThatCannotBeWritten();
     void aFolderInTheFilesPlace();
-    void theNextFileMakesAFailureGood();
-    void failuresOfTheFirstLoggerGoNowhere();
+    void theNextFileRecoversFromAFailure();
+    void failuresOfTheFirstLoggerAreNotPrinted();
     void aFolderThatGoesAwayWhileLogging();
     void aDeviceThatIsFull();
     void aDiskThatFillsUpTearsNoLine();
@@ -347,7 +347,7 @@ void KS7OrvexLoggerTest::withoutADefaultLoggerNothingIsWritten()
     QVERIFY(QDir(mHome->path()).isEmpty());
 }
 
-void KS7OrvexLoggerTest::errorsReachTheSystemConsoleAllTheSame()
+void KS7OrvexLoggerTest::errorsReachTheSystemConsoleWithoutADefaultLogger()
 {
     const QString camera = QStringLiteral("Desk %d");
     const QByteArray text = written(stderr, [&] { OrvexErrorLog(u"lost %@: %d", &camera, 5); });
@@ -402,7 +402,7 @@ void KS7OrvexLoggerTest::aLineHasATimeAndTheMessage()
     QVERIFY(matches(stampPattern(), lines()[1]));
 }
 
-void KS7OrvexLoggerTest::theTimeIsTheWallClocks()
+void KS7OrvexLoggerTest::theTimeIsWallClockTime()
 {
     loggerToFile();
     // Allow 2 ms on both sides, because the logger's clock and this test's clock may differ by a millisecond.
@@ -455,7 +455,7 @@ void KS7OrvexLoggerTest::aLineIsInTheFileAtOnce()
     }
 }
 
-void KS7OrvexLoggerTest::aMessageThatEndsItsLineIsNotEndedTwice()
+void KS7OrvexLoggerTest::aMessageWithANewlineGetsNoSecondOne()
 {
     loggerToFile();
     OrvexLog(u"one\n");
@@ -467,7 +467,7 @@ void KS7OrvexLoggerTest::aMessageThatEndsItsLineIsNotEndedTwice()
     QVERIFY(matches(stampPattern(), lines()[3]));
 }
 
-void KS7OrvexLoggerTest::textThatIsNoTextDoesNoHarm()
+void KS7OrvexLoggerTest::malformedTextIsLogged()
 {
     loggerToFile();
     QString text = QStringLiteral("a") + QChar(0xD800) + QStringLiteral("b") + QChar(0xDC00) + QChar(0xD83D);
@@ -479,7 +479,7 @@ void KS7OrvexLoggerTest::textThatIsNoTextDoesNoHarm()
     QVERIFY(lines()[1].endsWith(text));
 }
 
-void KS7OrvexLoggerTest::longMessagesAreWhole()
+void KS7OrvexLoggerTest::longMessagesAreNotCut()
 {
     loggerToFile();
     const QString text(1'000'000, QChar(0x00fc));
@@ -539,7 +539,7 @@ void KS7OrvexLoggerTest::fileAndStandardOutputHaveTheSameTime()
     QCOMPARE(text.left(StampSize), lines()[0].left(StampSize));
 }
 
-void KS7OrvexLoggerTest::theSystemLogHasTheMessageAlone()
+void KS7OrvexLoggerTest::theSystemLogHasOnlyTheMessage()
 {
     KS7OrvexLogger::createDefaultLoggerToFile(false, false)->setLogToConsole(true);
     OrvexLog(u"K\u00fcche");
@@ -553,7 +553,7 @@ void KS7OrvexLoggerTest::theSystemLogHasTheMessageAlone()
                                                 {LOG_ERR, "ended\n"}}));
 }
 
-void KS7OrvexLoggerTest::theMessageIsTheFormatOfTwoSinks()
+void KS7OrvexLoggerTest::twoSinksUseTheMessageAsAFormat()
 {
     KS7OrvexLogger::createDefaultLoggerToFile(true, true)->setLogToConsole(true);
     const QByteArray text = written(stdout, [] {
@@ -566,7 +566,7 @@ void KS7OrvexLoggerTest::theMessageIsTheFormatOfTwoSinks()
     QVERIFY(lines()[0].endsWith(QStringLiteral(" 50%% %m")));
 }
 
-void KS7OrvexLoggerTest::conversionsWithoutArgumentsStand()
+void KS7OrvexLoggerTest::conversionsWithoutArgumentsAreUnchanged()
 {
     KS7OrvexLogger::createDefaultLoggerToFile(true, true)->setLogToConsole(true);
     const QString message = QStringLiteral("%s%n%d %5.3f %@ %* %");
@@ -599,7 +599,7 @@ void KS7OrvexLoggerTest::aPercentSignInTheNameIsPartOfTheFormat()
              text.constData());
 }
 
-void KS7OrvexLoggerTest::errnoIsLeftAlone()
+void KS7OrvexLoggerTest::errnoIsPreserved()
 {
     loggerToFile();
     errno = EDOM;
@@ -619,7 +619,7 @@ void KS7OrvexLoggerTest::functionsFormat()
     QCOMPARE(lines().size(), 3);
 }
 
-void KS7OrvexLoggerTest::aSecondDefaultLoggerLeavesTheFirst()
+void KS7OrvexLoggerTest::aSecondDefaultLoggerKeepsTheFirst()
 {
     std::unique_ptr<KS7OrvexLogger> first(loggerToFile());
     QVERIFY(KS7OrvexLogger::createDefaultLoggerToFile(false, false) != first.get());
@@ -669,7 +669,7 @@ void KS7OrvexLoggerTest::linesWhileOffAreNotWritten()
     QCOMPARE(openDescriptors(), open);
 }
 
-void KS7OrvexLoggerTest::aFileThatIsEmptiedGoesOnAtItsBeginning()
+void KS7OrvexLoggerTest::anEmptiedFileContinuesAtItsBeginning()
 {
     loggerToFile();
     OrvexLog(u"gone");
@@ -724,7 +724,7 @@ void KS7OrvexLoggerTest::anotherFolderHasTheLinesThatFollow()
     QVERIFY(lines()[0].endsWith(QStringLiteral(" here")));
 }
 
-void KS7OrvexLoggerTest::theHomeFolderIsATilde()
+void KS7OrvexLoggerTest::theHomeFolderIsShownAsATilde()
 {
     loggerToFile();
     gMainLogger->setLogFileLocation(QStringLiteral("~/logs"));
@@ -748,7 +748,7 @@ void KS7OrvexLoggerTest::theSeparatorIsWrittenOnDemand()
     QVERIFY(matches(QStringLiteral("===== \\S+ \\S+.* ====="), lines()[1]));
 }
 
-void KS7OrvexLoggerTest::theFileIsSeenToTheDiskWhenAskedFor()
+void KS7OrvexLoggerTest::theFileIsSyncedOnRequest()
 {
     loggerToFile();
     const auto waits = [](const std::function<void()> &work) {
@@ -887,7 +887,7 @@ void KS7OrvexLoggerTest::aFolderInTheFilesPlace()
     QVERIFY(workspace->selected[0].startsWith(folder() + QLatin1Char('/') + AppName));
 }
 
-void KS7OrvexLoggerTest::theNextFileMakesAFailureGood()
+void KS7OrvexLoggerTest::theNextFileRecoversFromAFailure()
 {
     everyFileNameSoonIs([](const QString &path) { return QDir().mkpath(path); });
     const auto workspace = std::make_shared<RecordingWorkspace>();
@@ -905,7 +905,7 @@ void KS7OrvexLoggerTest::theNextFileMakesAFailureGood()
     QVERIFY(matches(stampPattern() + QStringLiteral("there again"), lines()[0]));
 }
 
-void KS7OrvexLoggerTest::failuresOfTheFirstLoggerGoNowhere()
+void KS7OrvexLoggerTest::failuresOfTheFirstLoggerAreNotPrinted()
 {
     QVERIFY(QDir().mkpath(QFileInfo(folder()).path()));
     QFile file(folder());

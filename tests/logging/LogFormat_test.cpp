@@ -28,24 +28,24 @@ class LogFormatTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void plainTextStays();
+    void plainTextIsUnchanged();
     void stringObjects();
     void integersOfEveryLength();
     void flagsWidthAndPrecision();
     void reals();
-    void realsAreTheSameInEveryCountry();
+    void realsDoNotDependOnTheLocale();
     void texts();
-    void aPrecisionBoundsWhatIsRead();
+    void aPrecisionLimitsTheBytesRead();
     void characters();
     void pointersAndPercent();
-    void unknownConversionsStand_data();
-    void unknownConversionsStand();
+    void unknownConversionsAreUnchanged_data();
+    void unknownConversionsAreUnchanged();
     void hostileSizesAreBounded();
     void withoutArgumentsOnlyPercentIsConverted_data();
     void withoutArgumentsOnlyPercentIsConverted();
 };
 
-void LogFormatTest::plainTextStays()
+void LogFormatTest::plainTextIsUnchanged()
 {
     QCOMPARE(formatted(u""), QString());
     QCOMPARE(formatted(u"cameraStatusChanged"), QStringLiteral("cameraStatusChanged"));
@@ -95,7 +95,7 @@ void LogFormatTest::reals()
     QCOMPARE(formatted(u"%.0f", DBL_MAX).size(), 309);
 }
 
-void LogFormatTest::realsAreTheSameInEveryCountry()
+void LogFormatTest::realsDoNotDependOnTheLocale()
 {
     const CommaLocale comma;
     QVERIFY(comma.inForce());
@@ -111,7 +111,7 @@ void LogFormatTest::texts()
     QVERIFY(formatted(u"%s.", "\xff\xfe").endsWith(QLatin1Char('.')));
 }
 
-void LogFormatTest::aPrecisionBoundsWhatIsRead()
+void LogFormatTest::aPrecisionLimitsTheBytesRead()
 {
     const auto unterminated = std::make_unique<char[]>(3);
     std::memcpy(unterminated.get(), "abc", 3);
@@ -131,7 +131,7 @@ void LogFormatTest::pointersAndPercent()
     QCOMPARE(formatted(u"%p %%%d%%", reinterpret_cast<void *>(0x1234), 5), QStringLiteral("0x1234 %5%"));
 }
 
-void LogFormatTest::unknownConversionsStand_data()
+void LogFormatTest::unknownConversionsAreUnchanged_data()
 {
     QTest::addColumn<QString>("format");
     for (const char *format : {"%",    "100%", "%5",        "%-",  "%.",   "%*",          "%*d", "%ll",
@@ -140,7 +140,7 @@ void LogFormatTest::unknownConversionsStand_data()
         QTest::newRow(format) << QString::fromUtf8(format);
 }
 
-void LogFormatTest::unknownConversionsStand()
+void LogFormatTest::unknownConversionsAreUnchanged()
 {
     QFETCH(QString, format);
     const QString whole = QStringLiteral("%d") + format;

@@ -123,34 +123,34 @@ private Q_SLOTS:
     void init();
     void cleanup() { fixture.reset(); }
 
-    void everyMomentLooksAsItShould();
+    void theSheetsAppearanceFollowsEachStep();
     void theAgentRefusesAtOnce_data();
     void theAgentRefusesAtOnce();
     void continueIsDisabledAfterAndEnabledBeforeTheTexts();
     void anErrorAtTheEndIsOverwritten();
     void anErrorIsShownUntilTheWaitNoticesTheEnd();
     void theWaitRunsInSlicesOfTenMilliseconds();
-    void theEndMayComeInsideTheCallThatStarts();
+    void theEndMayArriveDuringTheStartCall();
     void cancelClosesAndGoesBackToStepZero();
-    void escapeCancelsOnlyWhileCancelIsThere();
+    void escapeCancelsOnlyWhileCancelIsVisible();
     void anUpdateWithoutAnEndKeepsItsSheet();
     void progressMovesTheIndicator_data();
     void progressMovesTheIndicator();
-    void everyUpdateBeginsAtNought();
-    void anEndAfterARefusalLeavesTheSheetInert();
+    void everyUpdateStartsAtZero();
+    void anEndAfterARefusalMakesContinueDoNothing();
     void reopeningStartsAtStepZero();
-    void unpluggingInStepOneLeavesSheetAndWait();
-    void theAgentsEndClosesTheSheetAndTheWaitGoesOn();
+    void unpluggingInStepOneKeepsSheetAndWait();
+    void theAgentsEndClosesTheSheetAndTheWaitContinues();
     void anotherInstallFirmwareEndsTheWait();
-    void hidingThePaneClosesTheSheetAndTheWaitGoesOn();
-    void quittingEndsTheWaitAndTouchesNothing();
-    void anAlertMayStandOverTheSheet();
-    void endsOutsideAnUpdateOnlyCount();
+    void hidingThePaneClosesTheSheetAndTheWaitContinues();
+    void quittingEndsTheWaitAndChangesNothing();
+    void anAlertMayCoverTheSheet();
+    void endsOutsideAnUpdateOnlyAdvanceTheStep();
     void everyEndIsLogged();
-    void noTextResizesOrLeavesTheSheet();
+    void noTextResizesOrExceedsTheSheet();
     void returnContinues();
     void returnOnCancelCancels();
-    void anOutdatedWaitLeavesANewUpdateAlone();
+    void anOutdatedWaitDoesNotAffectANewUpdate();
     void aWaitWithoutASheetIsNotSliced();
 };
 
@@ -215,7 +215,7 @@ Look ControllerFirmwareTest::look() const
             fixture->controller().firmwareStep()};
 }
 
-void ControllerFirmwareTest::everyMomentLooksAsItShould()
+void ControllerFirmwareTest::theSheetsAppearanceFollowsEachStep()
 {
     openSheet();
     QCOMPARE(fixture->sheets->windowOf(fixture->outlets().firmwareSheet), &fixture->window);
@@ -313,7 +313,7 @@ void ControllerFirmwareTest::theWaitRunsInSlicesOfTenMilliseconds()
     QCOMPARE(fixture->journal->filter(QStringLiteral("slice")).size(), 5);
 }
 
-void ControllerFirmwareTest::theEndMayComeInsideTheCallThatStarts()
+void ControllerFirmwareTest::theEndMayArriveDuringTheStartCall()
 {
     fixture->agent.during[QStringLiteral("startUpdate")] = [&] { agentReportsEnd(0); };
     startUpdate();
@@ -331,7 +331,7 @@ void ControllerFirmwareTest::cancelClosesAndGoesBackToStepZero()
     QCOMPARE(fixture->takeRemoteCalls().count(QStringLiteral("startUpdate")), 0);
 }
 
-void ControllerFirmwareTest::escapeCancelsOnlyWhileCancelIsThere()
+void ControllerFirmwareTest::escapeCancelsOnlyWhileCancelIsVisible()
 {
     auto *sheet = fixture->outlets().firmwareSheet;
     openSheet();
@@ -407,7 +407,7 @@ void ControllerFirmwareTest::progressMovesTheIndicator()
     QCOMPARE(look(), Opened);
 }
 
-void ControllerFirmwareTest::everyUpdateBeginsAtNought()
+void ControllerFirmwareTest::everyUpdateStartsAtZero()
 {
     agentReportsProgress({{UserInfoKeys::Value, 3}, {UserInfoKeys::Total, 4}});
     QCOMPARE(indicator()->doubleValue(), 0.75);
@@ -420,7 +420,7 @@ void ControllerFirmwareTest::everyUpdateBeginsAtNought()
     QCOMPARE(atTheStart, 0.0);
 }
 
-void ControllerFirmwareTest::anEndAfterARefusalLeavesTheSheetInert()
+void ControllerFirmwareTest::anEndAfterARefusalMakesContinueDoNothing()
 {
     fixture->agent.startUpdateResult = 1;
     startUpdate();
@@ -444,7 +444,7 @@ void ControllerFirmwareTest::reopeningStartsAtStepZero()
     QCOMPARE(look(), Opened);
 }
 
-void ControllerFirmwareTest::unpluggingInStepOneLeavesSheetAndWait()
+void ControllerFirmwareTest::unpluggingInStepOneKeepsSheetAndWait()
 {
     bool upAndWaiting = false;
     inSlice(1, [&] { fixture->agentPosts(NotificationNames::USBDeviceDisconnected); });
@@ -461,7 +461,7 @@ void ControllerFirmwareTest::unpluggingInStepOneLeavesSheetAndWait()
     QCOMPARE(look(), Complete);
 }
 
-void ControllerFirmwareTest::theAgentsEndClosesTheSheetAndTheWaitGoesOn()
+void ControllerFirmwareTest::theAgentsEndClosesTheSheetAndTheWaitContinues()
 {
     bool closedAndWaiting = false;
     inSlice(1, [&] { fixture->connections->killAgent(); });
@@ -495,7 +495,7 @@ void ControllerFirmwareTest::anotherInstallFirmwareEndsTheWait()
     QCOMPARE(look(), Confirmed);
 }
 
-void ControllerFirmwareTest::hidingThePaneClosesTheSheetAndTheWaitGoesOn()
+void ControllerFirmwareTest::hidingThePaneClosesTheSheetAndTheWaitContinues()
 {
     inSlice(1, [&] { fixture->hide(); });
     bool closed = false;
@@ -512,7 +512,7 @@ void ControllerFirmwareTest::hidingThePaneClosesTheSheetAndTheWaitGoesOn()
     QCOMPARE(look(), Complete);
 }
 
-void ControllerFirmwareTest::quittingEndsTheWaitAndTouchesNothing()
+void ControllerFirmwareTest::quittingEndsTheWaitAndChangesNothing()
 {
     inSlice(3, [&] { fixture->runLoop->quitting = true; });
     fixture->runLoop->onSlice = [this] { fixture->runLoop->quitting = ++slice == 3; };
@@ -522,7 +522,7 @@ void ControllerFirmwareTest::quittingEndsTheWaitAndTouchesNothing()
     QVERIFY(indicator()->isAnimating());
 }
 
-void ControllerFirmwareTest::anAlertMayStandOverTheSheet()
+void ControllerFirmwareTest::anAlertMayCoverTheSheet()
 {
     inSlice(1, [&] {
         fixture->controller().pinError(3);
@@ -536,7 +536,7 @@ void ControllerFirmwareTest::anAlertMayStandOverTheSheet()
     QVERIFY(!sheetIsUp());
 }
 
-void ControllerFirmwareTest::endsOutsideAnUpdateOnlyCount()
+void ControllerFirmwareTest::endsOutsideAnUpdateOnlyAdvanceTheStep()
 {
     agentReportsEnd(0);
     agentReportsEnd(0);
@@ -563,7 +563,7 @@ void ControllerFirmwareTest::everyEndIsLogged()
                      QStringLiteral("firmwareUpdateEnded: 0")}));
 }
 
-void ControllerFirmwareTest::noTextResizesOrLeavesTheSheet()
+void ControllerFirmwareTest::noTextResizesOrExceedsTheSheet()
 {
     auto *sheet = fixture->outlets().firmwareSheet;
     QList<QSize> sizes;
@@ -618,7 +618,7 @@ void ControllerFirmwareTest::returnOnCancelCancels()
     QCOMPARE(fixture->takeRemoteCalls().count(QStringLiteral("startUpdate")), 0);
 }
 
-void ControllerFirmwareTest::anOutdatedWaitLeavesANewUpdateAlone()
+void ControllerFirmwareTest::anOutdatedWaitDoesNotAffectANewUpdate()
 {
     // The first update's agent dies. While the first update still waits, a second update starts and ends.
     Look secondUpdate;

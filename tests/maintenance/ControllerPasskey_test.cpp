@@ -55,11 +55,11 @@ private Q_SLOTS:
     void init() { fixture = std::make_unique<PaneFixture>(); }
     void cleanup() { fixture.reset(); }
 
-    void withoutACableThePersonIsToldToConnect_data();
-    void withoutACableThePersonIsToldToConnect();
-    void aCameraInUseIsNotTouched_data();
-    void aCameraInUseIsNotTouched();
-    void withNoCameraTheAgentsAnswerCounts();
+    void withoutACableAnAlertAsksForOne_data();
+    void withoutACableAnAlertAsksForOne();
+    void aCameraInUseOpensAnAlertInsteadOfTheSheet_data();
+    void aCameraInUseOpensAnAlertInsteadOfTheSheet();
+    void withoutASelectionTheAgentsReplyDecides();
     void anIdleCameraAtTheCableOpensTheSheet();
     void theSheetOpensEmptyAgain();
     void okNeedsOneToSixteenDigits_data();
@@ -72,7 +72,7 @@ private Q_SLOTS:
     void aSheetOpenedAgainAtOnceSendsItsOwnText();
     void unpluggingAndHidingAfterOkSendsNothing();
     void returnOnCancelCancels();
-    void undoBringsNoPasskeyBack();
+    void undoRestoresNoPasskey();
     void anAgentThatDiesAfterOkReceivesNoCall();
     void anImmediateErrorIsShown_data();
     void anImmediateErrorIsShown();
@@ -87,10 +87,10 @@ private Q_SLOTS:
     void theAgentsEndClosesTheSheet();
     void theUpdateItemNeedsACameraThatNeedsIt_data();
     void theUpdateItemNeedsACameraThatNeedsIt();
-    void pluggingInSettlesTheItems();
-    void theCableIsLoggedThenTheSheetsEndThenTheAgentIsAsked();
-    void withoutAgentTheUpdateItemIsOff();
-    void thePasskeyIsInNoLog();
+    void pluggingInUpdatesTheMenuItems();
+    void aCableEventIsLoggedThenEndsTheSheetsThenCallsTheAgent();
+    void withoutAnAgentTheUpdateItemIsDisabled();
+    void thePasskeyIsNeverLogged();
 };
 
 void ControllerPasskeyTest::showPaneWithCamera(int status)
@@ -149,7 +149,7 @@ QAction *ControllerPasskeyTest::itemWithTag(int tag) const
     return nullptr;
 }
 
-void ControllerPasskeyTest::withoutACableThePersonIsToldToConnect_data()
+void ControllerPasskeyTest::withoutACableAnAlertAsksForOne_data()
 {
     QTest::addColumn<int>("status");
     QTest::newRow("idle") << 1;
@@ -157,7 +157,7 @@ void ControllerPasskeyTest::withoutACableThePersonIsToldToConnect_data()
     QTest::newRow("not found") << 0;
 }
 
-void ControllerPasskeyTest::withoutACableThePersonIsToldToConnect()
+void ControllerPasskeyTest::withoutACableAnAlertAsksForOne()
 {
     QFETCH(int, status);
     showPaneWithCamera(status);
@@ -170,14 +170,14 @@ void ControllerPasskeyTest::withoutACableThePersonIsToldToConnect()
     QVERIFY(!sheetIsUp());
 }
 
-void ControllerPasskeyTest::aCameraInUseIsNotTouched_data()
+void ControllerPasskeyTest::aCameraInUseOpensAnAlertInsteadOfTheSheet_data()
 {
     QTest::addColumn<int>("status");
     for (const int status : {0, 2, 3, 4, 5, 77, -1})
         QTest::addRow("status %d", status) << status;
 }
 
-void ControllerPasskeyTest::aCameraInUseIsNotTouched()
+void ControllerPasskeyTest::aCameraInUseOpensAnAlertInsteadOfTheSheet()
 {
     QFETCH(int, status);
     plugIn();
@@ -193,7 +193,7 @@ void ControllerPasskeyTest::aCameraInUseIsNotTouched()
     QVERIFY(!sheetIsUp());
 }
 
-void ControllerPasskeyTest::withNoCameraTheAgentsAnswerCounts()
+void ControllerPasskeyTest::withoutASelectionTheAgentsReplyDecides()
 {
     fixture->show();
     fixture->takeJournal();
@@ -242,8 +242,8 @@ void ControllerPasskeyTest::okNeedsOneToSixteenDigits_data()
     QTest::newRow("one letter among digits") << QStringLiteral("12a4") << false;
     QTest::newRow("letters") << QStringLiteral("passkey") << false;
     QTest::newRow("blank inside") << QStringLiteral("12 34") << false;
-    QTest::newRow("blank in front") << QStringLiteral(" 1234") << false;
-    QTest::newRow("blank behind") << QStringLiteral("1234 ") << false;
+    QTest::newRow("leading blank") << QStringLiteral(" 1234") << false;
+    QTest::newRow("trailing blank") << QStringLiteral("1234 ") << false;
     QTest::newRow("sign") << QStringLiteral("-1") << false;
     QTest::newRow("point") << QStringLiteral("1.5") << false;
     QTest::newRow("Arabic-Indic") << QStringLiteral("٠١٢٣٤٥٦٧٨٩") << true;
@@ -254,7 +254,7 @@ void ControllerPasskeyTest::okNeedsOneToSixteenDigits_data()
     QTest::newRow("fraction") << QStringLiteral("½") << false;
     QTest::newRow("16 beyond the basic plane") << QStringLiteral("𝟏").repeated(16) << true;
     QTest::newRow("17 beyond the basic plane") << QStringLiteral("𝟏").repeated(17) << false;
-    QTest::newRow("half of a pair") << QString(QChar(0xD835)) << false;
+    QTest::newRow("lone surrogate") << QString(QChar(0xD835)) << false;
     QTest::newRow("combining mark") << QStringLiteral("1\u0301") << false;
 }
 
@@ -377,7 +377,7 @@ void ControllerPasskeyTest::returnOnCancelCancels()
     QCOMPARE(fixture->takeRemoteCalls().filter(QStringLiteral("setPassKey")), QStringList());
 }
 
-void ControllerPasskeyTest::undoBringsNoPasskeyBack()
+void ControllerPasskeyTest::undoRestoresNoPasskey()
 {
     openSheet();
     paste(QStringLiteral("1234"));
@@ -559,7 +559,7 @@ void ControllerPasskeyTest::theUpdateItemNeedsACameraThatNeedsIt()
     QCOMPARE(itemWithTag(35)->text(), QStringLiteral("Update Firmware…"));
 }
 
-void ControllerPasskeyTest::pluggingInSettlesTheItems()
+void ControllerPasskeyTest::pluggingInUpdatesTheMenuItems()
 {
     showPaneWithCamera();
     QVERIFY(!itemWithTag(35)->isEnabled());
@@ -573,7 +573,7 @@ void ControllerPasskeyTest::pluggingInSettlesTheItems()
     QVERIFY(itemWithTag(34)->isEnabled());
 }
 
-void ControllerPasskeyTest::theCableIsLoggedThenTheSheetsEndThenTheAgentIsAsked()
+void ControllerPasskeyTest::aCableEventIsLoggedThenEndsTheSheetsThenCallsTheAgent()
 {
     fixture->keepLog();
     openSheet();
@@ -594,7 +594,7 @@ void ControllerPasskeyTest::theCableIsLoggedThenTheSheetsEndThenTheAgentIsAsked(
     QCOMPARE(fixture->takeLog(), QStringList());
 }
 
-void ControllerPasskeyTest::withoutAgentTheUpdateItemIsOff()
+void ControllerPasskeyTest::withoutAnAgentTheUpdateItemIsDisabled()
 {
     plugIn();
     fixture->agent.needsFirmware = true;
@@ -605,7 +605,7 @@ void ControllerPasskeyTest::withoutAgentTheUpdateItemIsOff()
     QCOMPARE(fixture->sheets->alertTitles.constLast(), QStringLiteral("Connect To USB"));
 }
 
-void ControllerPasskeyTest::thePasskeyIsInNoLog()
+void ControllerPasskeyTest::thePasskeyIsNeverLogged()
 {
     const QByteArray passkey("8675309112358");
     fixture->defaults->agentWrites(PreferenceKeys::LogToFile, true);

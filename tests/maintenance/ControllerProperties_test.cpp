@@ -43,23 +43,23 @@ private Q_SLOTS:
     void theSheetShowsTheSelectedCamera();
     void theMenuOpensTheSheet();
     void aDoubleClickOpensTheSheet();
-    void withNoCameraTheSheetShowsWhatItShowedBefore();
-    void okWithNoCameraLeavesTheSheetOpen();
-    void okAsksTheAgentThenRenames();
-    void aRejectedNameIsDropped();
-    void anyTextIsHandedOnAsItIs_data();
-    void anyTextIsHandedOnAsItIs();
+    void withoutASelectionTheSheetKeepsItsTexts();
+    void okWithoutASelectionKeepsTheSheetOpen();
+    void okValidatesTheNameThenRenames();
+    void aRejectedNameIsDiscarded();
+    void anyNameIsSentUnchanged_data();
+    void anyNameIsSentUnchanged();
     void cancelStoresNothing();
-    void aClickOnTheIgnoreBoxIsForgottenWithTheSheet();
+    void aClickOnTheIgnoreBoxIsDiscardedWithTheSheet();
     void theIgnoreBoxStoresNothing();
     void aDeadAgentLetsTheSheetClose();
     void returnIsOkAndEscapeIsCancel();
     void returnOnCancelCancels();
-    void anotherPreferredCameraUnderTheSheetIsTheOneRenamed();
+    void okRenamesTheCameraThatIsSelectedAtThatMoment();
     void theNameHasTheFocusAndIsSelected();
     void theIDCanBeCopiedAndNotChanged();
     void theIDIsShownWithoutAFrame();
-    void anEndedSheetTakesTheFocusAndGoes();
+    void anEndedSheetTakesTheFocusAndHides();
 };
 
 void ControllerPropertiesTest::showPaneWithTwoCameras()
@@ -108,7 +108,7 @@ void ControllerPropertiesTest::aDoubleClickOpensTheSheet()
     QVERIFY(sheetIsUp());
 }
 
-void ControllerPropertiesTest::withNoCameraTheSheetShowsWhatItShowedBefore()
+void ControllerPropertiesTest::withoutASelectionTheSheetKeepsItsTexts()
 {
     showPaneWithTwoCameras();
     openSheet();
@@ -125,7 +125,7 @@ void ControllerPropertiesTest::withNoCameraTheSheetShowsWhatItShowedBefore()
     QVERIFY(fixture->outlets().ignoreCheckbox->isChecked());
 }
 
-void ControllerPropertiesTest::okWithNoCameraLeavesTheSheetOpen()
+void ControllerPropertiesTest::okWithoutASelectionKeepsTheSheetOpen()
 {
     fixture->show();
     openSheet();
@@ -138,7 +138,7 @@ void ControllerPropertiesTest::okWithNoCameraLeavesTheSheetOpen()
     QVERIFY(!sheetIsUp());
 }
 
-void ControllerPropertiesTest::okAsksTheAgentThenRenames()
+void ControllerPropertiesTest::okValidatesTheNameThenRenames()
 {
     showPaneWithTwoCameras();
     openSheet();
@@ -152,7 +152,7 @@ void ControllerPropertiesTest::okAsksTheAgentThenRenames()
     QVERIFY(!sheetIsUp());
 }
 
-void ControllerPropertiesTest::aRejectedNameIsDropped()
+void ControllerPropertiesTest::aRejectedNameIsDiscarded()
 {
     showPaneWithTwoCameras();
     fixture->agent.acceptsNames = false;
@@ -165,7 +165,7 @@ void ControllerPropertiesTest::aRejectedNameIsDropped()
     QVERIFY(fixture->sheets->alertTitles.isEmpty());
 }
 
-void ControllerPropertiesTest::anyTextIsHandedOnAsItIs_data()
+void ControllerPropertiesTest::anyNameIsSentUnchanged_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("format") << QStringLiteral("%@ %n %1 %d");
@@ -174,7 +174,7 @@ void ControllerPropertiesTest::anyTextIsHandedOnAsItIs_data()
     QTest::newRow("long") << QString(5000, QLatin1Char('x'));
 }
 
-void ControllerPropertiesTest::anyTextIsHandedOnAsItIs()
+void ControllerPropertiesTest::anyNameIsSentUnchanged()
 {
     QFETCH(QString, name);
     showPaneWithTwoCameras();
@@ -196,7 +196,7 @@ void ControllerPropertiesTest::cancelStoresNothing()
     QCOMPARE(fixture->takeRemoteCalls(), QStringList());
 }
 
-void ControllerPropertiesTest::aClickOnTheIgnoreBoxIsForgottenWithTheSheet()
+void ControllerPropertiesTest::aClickOnTheIgnoreBoxIsDiscardedWithTheSheet()
 {
     // A camera in the list never counts as ignored, even if the preference "IgnoredCams" contains its
     // address.
@@ -268,7 +268,7 @@ void ControllerPropertiesTest::returnOnCancelCancels()
     QCOMPARE(fixture->takeRemoteCalls(), QStringList());
 }
 
-void ControllerPropertiesTest::anotherPreferredCameraUnderTheSheetIsTheOneRenamed()
+void ControllerPropertiesTest::okRenamesTheCameraThatIsSelectedAtThatMoment()
 {
     // OK renames the camera that is selected at that moment. A changed selection does not update the open
     // sheet's texts.
@@ -321,7 +321,7 @@ void ControllerPropertiesTest::theIDIsShownWithoutAFrame()
     QCOMPARE(field->palette().color(QPalette::Text), sheet()->palette().color(QPalette::Text));
 }
 
-void ControllerPropertiesTest::anEndedSheetTakesTheFocusAndGoes()
+void ControllerPropertiesTest::anEndedSheetTakesTheFocusAndHides()
 {
     showPaneWithTwoCameras();
     openSheet();

@@ -47,14 +47,14 @@ std::shared_ptr<platform::RunLoop> useRealEventLoop(PaneFixture &fixture)
 class FirmwareWaitTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void theWaitHearsProgressAndEnd();
+    void theWaitReceivesProgressAndEnd();
     void aCancelledQuitLeavesTheUpdateOnScreen();
     void aWaitWithoutASheetCausesNoWakeUps();
-    void aHostToldToEndEnds_data();
-    void aHostToldToEndEnds();
+    void theWaitDoesNotKeepAHostFromEnding_data();
+    void theWaitDoesNotKeepAHostFromEnding();
 };
 
-void FirmwareWaitTest::theWaitHearsProgressAndEnd()
+void FirmwareWaitTest::theWaitReceivesProgressAndEnd()
 {
     PaneFixture fixture;
     useRealEventLoop(fixture);
@@ -143,7 +143,7 @@ void FirmwareWaitTest::aWaitWithoutASheetCausesNoWakeUps()
     QVERIFY2(after - before < 10, qPrintable(QString::number(after - before)));
 }
 
-void FirmwareWaitTest::aHostToldToEndEnds_data()
+void FirmwareWaitTest::theWaitDoesNotKeepAHostFromEnding_data()
 {
     QTest::addColumn<QString>("word");
     QTest::addColumn<int>("code");
@@ -153,7 +153,7 @@ void FirmwareWaitTest::aHostToldToEndEnds_data()
     QTest::newRow("exit") << QStringLiteral("exit") << 3;
 }
 
-void FirmwareWaitTest::aHostToldToEndEnds()
+void FirmwareWaitTest::theWaitDoesNotKeepAHostFromEnding()
 {
     QFETCH(QString, word);
     QFETCH(int, code);

@@ -118,7 +118,7 @@ class FlowsTest(ScriptedPaneTest):
                                   "An error occurred setting your camera's Bluetooth passkey. Please try again.\n"
                                   f"Error: {code}")
 
-    def test_without_cable_the_person_is_told(self):
+    def test_without_a_cable_an_alert_appears(self):
         self.open_pane()
         self.choose_action(*CHANGE_PASSKEY)
         self.expect_alert("Connect To USB",
@@ -178,7 +178,7 @@ class FlowsTest(ScriptedPaneTest):
         key("Escape")
         self.pane.wait_gone("Click Continue to proceed.")
 
-    def test_a_refused_update_says_why(self):
+    def test_a_refused_update_shows_the_reason(self):
         self.agent.setErrorCode("startUpdate", -12)
         self.begin_update()
         key("Return")
@@ -187,7 +187,7 @@ class FlowsTest(ScriptedPaneTest):
         key("Return")
         self.pane.wait_gone("Error: -12")
 
-    def test_an_agent_that_dies_during_an_update_closes_the_sheet_and_the_window_lives(self):
+    def test_an_agent_that_dies_during_an_update_closes_the_sheet_but_not_the_window(self):
         self.agent.setBehaviour("firmware", False)
         self.begin_update()
         key("Return")

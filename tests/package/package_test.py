@@ -68,7 +68,7 @@ class PackageTest(Packages, unittest.TestCase):
         changelog = self.unpacked / "usr/share/doc/ks7-preferences/changelog.Debian.gz"
         self.assertIn(MAINTAINER, gzip.decompress(changelog.read_bytes()).decode())
 
-    def test_no_file_tells_where_it_was_built(self):
+    def test_no_file_contains_the_path_of_the_build(self):
         for path in self.unpacked.rglob("*"):
             if path.is_file() and "var" not in path.relative_to(self.unpacked).parts:
                 self.assertNotIn(os.fsencode(SOURCE), path.read_bytes(), path)

@@ -73,7 +73,7 @@ class Packages:
         self.assertEqual(entries["Name"], "com.orvex.KS7AgentServer")
         self.assertIn(entries["Exec"], self.files(SIMULATOR))
 
-    def test_the_writer_of_an_agent_has_all_in_one_package(self):
+    def test_one_package_has_all_files_for_the_author_of_an_agent(self):
         self.assert_has(DEVELOPMENT, "/usr/bin/ks7-agent-check", "/usr/share/man/man1/ks7-agent-check.1.gz",
                         "/usr/share/doc/ks7-agent-dev/AGENT.md.*", "/usr/share/doc/ks7-agent-dev/examples/ks7_agent.py")
         self.assertIn("libpipewire-0.3-0", field(self.packages[DEVELOPMENT], "Depends"))

@@ -119,7 +119,7 @@ private Q_SLOTS:
         pane.didUnselect();
     }
 
-    void mainWindowIsTheOneThatShowsThePane()
+    void mainWindowIsThePanesWindow()
     {
         PaneFixture fixture;
         fixture.load();
@@ -128,7 +128,7 @@ private Q_SLOTS:
         QCOMPARE(fixture.pane->mainWindow(), &fixture.window);
     }
 
-    void withoutAPlaceThePaneHasNoWindow()
+    void withoutAParentThePaneHasNoWindow()
     {
         PaneFixture fixture;
         fixture.show();
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QCOMPARE(fixture.controller().indexOfPreferred(), -1);
     }
 
-    void aControllerMadeAnewForgetsEverything()
+    void initResetsTheControllersState()
     {
         PaneFixture fixture;
         fixture.agent.addCamera(QStringLiteral("a"), QStringLiteral("Kitchen"), 4);
@@ -174,7 +174,7 @@ private Q_SLOTS:
         QVERIFY(controller.cameras().isEmpty());
     }
 
-    void theLogIsThereBeforeTheAgentIsLookedFor()
+    void theLogIsOpenBeforeTheAgentIsLookedUp()
     {
         PaneFixture fixture;
         fixture.keepLog();
@@ -300,7 +300,7 @@ private Q_SLOTS:
         QCOMPARE(outlets.levelIndicator_l->doubleValue(), 0.0);
     }
 
-    void bothMetersStartAtNought()
+    void bothMetersStartAtZero()
     {
         PaneFixture fixture;
         fixture.load();
@@ -311,7 +311,7 @@ private Q_SLOTS:
         QCOMPARE(fixture.outlets().levelIndicator_r->doubleValue(), 0.0);
     }
 
-    void showingWithoutAPreferredCameraAsksForDiscovery()
+    void showingWithoutAPreferredCameraRequestsDiscovery()
     {
         PaneFixture fixture;
         fixture.show();
@@ -330,7 +330,7 @@ private Q_SLOTS:
         QCOMPARE(posts(fixture), QStringList{QStringLiteral("KS7SystemPrefsShowing")});
     }
 
-    void showingWithoutAnAgentAsksForDiscovery()
+    void showingWithoutAnAgentRequestsDiscovery()
     {
         PaneFixture fixture;
         fixture.agent.running = false;
@@ -338,7 +338,7 @@ private Q_SLOTS:
         QCOMPARE(fixture.distributedCenter->postCount(Names::StartDiscovering), 1);
     }
 
-    void showingTwiceConnectsOnceButDoesTheRestAgain()
+    void showingTwiceConnectsOnceButRepeatsTheRest()
     {
         PaneFixture fixture;
         fixture.show();
@@ -380,7 +380,7 @@ private Q_SLOTS:
         QCOMPARE(seen, milestones);
     }
 
-    void theSpinnerTurnsOnShowingOnlyBesideItsMessage()
+    void theSpinnerTurnsOnShowingOnlyIfItsMessageIsVisible()
     {
         PaneFixture fixture;
         fixture.load();
@@ -499,7 +499,7 @@ private Q_SLOTS:
         QVERIFY(fixture.controller().isConnected());
     }
 
-    void thePanesOwnPreferencePostComesBackToIt()
+    void thePaneReceivesItsOwnPreferencePost()
     {
         int clockReads = 0;
         PaneFixture fixture;

@@ -41,7 +41,7 @@ private Q_SLOTS:
         mCamera.reset();
     }
 
-    void switchingAwayLetsGoOfTheAgentAndTheCamera()
+    void switchingAwayReleasesTheAgentAndTheCamera()
     {
         showPaneWithPreview();
         switchAway();
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QVERIFY(!mCamera->isOpen());
     }
 
-    void theLogTellsOfBothSwitches()
+    void theLogRecordsBothSwitches()
     {
         mPane->keepLog();
         mPane->show();
@@ -103,7 +103,7 @@ private Q_SLOTS:
         QCOMPARE(mPane->takeLog(), QStringList());
     }
 
-    void comingBackFindsTheAgentAgain()
+    void comingBackReconnectsToTheAgent()
     {
         showPaneWithPreview();
         switchAway();
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QCOMPARE(table->numberOfRows(), 1);
     }
 
-    void aPreviewAfterComingBackOpensTheCameraAnew()
+    void aPreviewAfterComingBackReopensTheCamera()
     {
         showPaneWithPreview();
         switchAway();
@@ -142,7 +142,7 @@ private Q_SLOTS:
         QVERIFY(mCamera->isOpen());
     }
 
-    void comingBackWithTheLinkUpOnlyClearsTheFlag()
+    void comingBackWhileConnectedOnlyClearsTheFlag()
     {
         showPaneWithPreview();
         switchAway();
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QVERIFY(mPane->takeJournal().isEmpty());
     }
 
-    void anAgentThatWentAwayIsLaunchedOnReturn()
+    void anAgentThatEndedMeanwhileIsLaunchedOnReturn()
     {
         showPaneWithPreview();
         switchAway();
@@ -185,7 +185,7 @@ private Q_SLOTS:
         QVERIFY(!controller().isConnected());
     }
 
-    void aPaneShownTwiceMeetsASwitchTwice()
+    void aPaneShownTwiceHandlesASwitchTwice()
     {
         mPane->keepLog();
         mPane->show();
@@ -197,7 +197,7 @@ private Q_SLOTS:
                  2);
     }
 
-    void oneHideEndsTheWatchOfEveryShowing()
+    void oneHideRemovesTheSessionObserversOfEveryShowing()
     {
         mPane->keepLog();
         showPaneWithPreview();

@@ -60,7 +60,7 @@ private Q_SLOTS:
     }
     void cleanup() { mPane.reset(); }
 
-    void theHookIsInstalledOnceForGood()
+    void theHookIsInstalledOnceAndNeverRemoved()
     {
         mPane->show();
         mPane->hide();
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QCOMPARE(journal.last(), QStringLiteral("allow power change 7"));
     }
 
-    void theSleepIsAnnouncedWithoutObjectAndUserInfo()
+    void theSleepIsPostedWithoutObjectAndUserInfo()
     {
         mPane->load();
         mPane->localCenter->posts.clear();
@@ -108,7 +108,7 @@ private Q_SLOTS:
         QCOMPARE(post.userInfo, QVariantMap());
     }
 
-    void theNumbersOfTheMessagesAreTheSystems()
+    void theMessagesHaveTheSystemsNumbers()
     {
         showPaneWithPreview();
         mPane->power->send(0xE0000270, token(1));
@@ -121,7 +121,7 @@ private Q_SLOTS:
         QVERIFY(!mPane->controller().isStreaming());
     }
 
-    void theLogTellsHowTheSleepWasMet()
+    void theLogRecordsTheSleep()
     {
         mPane->keepLog();
         mPane->show();
@@ -171,7 +171,7 @@ private Q_SLOTS:
         QCOMPARE(mPane->power->allowed, std::vector<void *>{token(5)});
     }
 
-    void everyMessageIsAnsweredWithItsOwnArgument()
+    void everyMessageIsAcknowledgedWithItsOwnArgument()
     {
         mPane->show();
         mPane->power->send(platform::kIOMessageSystemWillSleep, token(1));
@@ -199,7 +199,7 @@ private Q_SLOTS:
         QCOMPARE(gMessageArgument, nullptr);
     }
 
-    void anyoneInTheProcessMayAnnounceTheSleep()
+    void anyCodeInTheProcessMayPostTheSleep()
     {
         showPaneWithPreview();
         mPane->localCenter->deliver(NotificationNames::GoingToSleep);

@@ -115,7 +115,7 @@ private Q_SLOTS:
         mSystemBus.reset();
     }
 
-    void silentBusesAreNoAnswer()
+    void silentBusesCountAsNoReply()
     {
         const QStringList report = diagnose();
         for (const QString &subject :

@@ -111,7 +111,7 @@ private Q_SLOTS:
     void init() { mFixture = std::make_unique<PaneFixture>(); }
     void cleanup() { mFixture.reset(); }
 
-    void thePictureStandsBesideTheListAndUnderItInANarrowWindow()
+    void thePictureIsBesideTheListAndBelowItInANarrowWindow()
     {
         showPane();
         auto *columns = named<AdaptiveColumns>("columns");
@@ -168,7 +168,7 @@ private Q_SLOTS:
         QCOMPARE(preview->geometry(), picture);
     }
 
-    void thePictureGetsTheRoomThatIsThere()
+    void thePictureUsesTheFreeSpace()
     {
         showPane();
         auto *frame = named<PictureFrame>("pictureFrame");
@@ -193,7 +193,7 @@ private Q_SLOTS:
         QVERIFY(!entries.at(1)->isChecked());
     }
 
-    void choosingACameraDoesWhatAClickDoes()
+    void choosingACameraActsLikeAClick()
     {
         addTwoCameras();
         showPane();
@@ -267,7 +267,7 @@ private Q_SLOTS:
         QCOMPARE(accessible->text(QAccessible::Name), name);
     }
 
-    void everyWidgetBearsTheNameOfItsOutlet()
+    void everyWidgetHasTheNameOfItsOutlet()
     {
         showPane();
         const auto &all = outlets();
@@ -304,7 +304,7 @@ private Q_SLOTS:
             QCOMPARE(widget->objectName(), QLatin1String(name));
     }
 
-    void everyTextIsTheOneThatPeopleKnow()
+    void theTextsOfTheControlsAreFixed()
     {
         showPane();
         const auto &all = outlets();
@@ -327,7 +327,7 @@ private Q_SLOTS:
                  QStringList({QStringLiteral("Continue"), QStringLiteral("Cancel")}));
     }
 
-    void theCameraActionsStandInTheirOrder()
+    void theCameraActionsAreInTheirOrder()
     {
         showPane();
         QStringList titles;
@@ -359,7 +359,7 @@ private Q_SLOTS:
         QCOMPARE(popUp->child(0)->childCount(), 2);
     }
 
-    void assistiveProgramsMeetTheCameraActions()
+    void assistiveProgramsFindTheCameraActions()
     {
         addTwoCameras();
         showPane();
@@ -381,17 +381,17 @@ private Q_SLOTS:
         QVERIFY(!menu->isVisible());
     }
 
-    void aMeterTellsItsValueWithinNoughtAndOne_data()
+    void aMeterReportsValuesFromZeroToOne_data()
     {
         QTest::addColumn<double>("value");
         QTest::addColumn<double>("told");
-        QTest::newRow("nought") << 0.0 << 0.0;
+        QTest::newRow("zero") << 0.0 << 0.0;
         QTest::newRow("some") << 0.4 << 0.4;
         QTest::newRow("too much") << 7.0 << 1.0;
         QTest::newRow("below") << -1.0 << 0.0;
-        QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << 0.0;
+        QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN() << 0.0;
     }
-    void aMeterTellsItsValueWithinNoughtAndOne()
+    void aMeterReportsValuesFromZeroToOne()
     {
         QFETCH(double, value);
         QFETCH(double, told);
@@ -411,7 +411,7 @@ private Q_SLOTS:
         QVERIFY(!outlets().levelIndicator_l->grab().isNull());
     }
 
-    void aLouderMeterIsLitFurther()
+    void aHigherLevelLightsMoreOfTheMeter()
     {
         showPane();
         auto *meter = outlets().levelIndicator_l;
@@ -451,7 +451,7 @@ private Q_SLOTS:
         QCOMPARE(paints.all.boundingRect(), risen);
     }
 
-    void theSpinnerIsThereWhileItTurns()
+    void theSpinnerIsVisibleWhileItTurns()
     {
         showPane();
         auto *spinner = outlets().searchingIndicator;
@@ -495,7 +495,7 @@ private Q_SLOTS:
 
     // Tests of the sentences that explain the state of the pane
 
-    void aBlackPictureSaysWhy()
+    void aBlackPictureShowsTheReason()
     {
         addTwoCameras();
         mFixture->agent.prefer(QStringLiteral("b"));
@@ -514,7 +514,7 @@ private Q_SLOTS:
         QCOMPARE(caption->text(), QStringLiteral("Preview is off"));
     }
 
-    void aPreviewAfterAFailedStartSaysThatItHasNoPicture()
+    void aPreviewAfterAFailedStartShowsThatItHasNoPicture()
     {
         addTwoCameras();
         mFixture->agent.prefer(QStringLiteral("a"));
@@ -526,7 +526,7 @@ private Q_SLOTS:
             QStringLiteral("No picture: the first start failed. Restart this application to try again."));
     }
 
-    void lostBluetoothIsSaidAsLongAsItLasts()
+    void lostBluetoothIsShownUntilItReturns()
     {
         addTwoCameras();
         mFixture->agent.prefer(QStringLiteral("a"));
@@ -543,7 +543,7 @@ private Q_SLOTS:
         QVERIFY(!strip->isVisible());
     }
 
-    void theFocusComesBackToTheListWithBluetooth()
+    void theListGetsTheFocusBackWhenBluetoothReturns()
     {
         addTwoCameras();
         showPane();
@@ -559,7 +559,7 @@ private Q_SLOTS:
         QVERIFY2(outlets().statusMenuCheckbox->hasFocus(), "a focus that moved on stays");
     }
 
-    void bluetoothDoesNotBringBackAFocusThatWasLostToTheService()
+    void bluetoothDoesNotRestoreAFocusThatTheServiceSwitchRemoved()
     {
         addTwoCameras();
         showPane();
@@ -576,7 +576,7 @@ private Q_SLOTS:
         QCOMPARE(mFixture->window.focusWidget(), focus);
     }
 
-    void aFirstSearchLeadsToTheUseOfACamera()
+    void afterAFirstSearchAHintAsksToChooseACamera()
     {
         showPane();
         const auto *hint = named<QLabel>("listHint");
@@ -593,7 +593,7 @@ private Q_SLOTS:
         QVERIFY(!hint->isVisible());
     }
 
-    void aListWithoutAnAgentSaysSo()
+    void aListWithoutAnAgentShowsASentence()
     {
         showPane();
         mFixture->agentPosts(Names::StartedDiscovering);
@@ -602,7 +602,7 @@ private Q_SLOTS:
         QCOMPARE(table().accessibleDescription(), table().placeholderText());
     }
 
-    void controlsThatAreOffSayWhy()
+    void disabledControlsShowTheReason()
     {
         mFixture->agent.addCamera(QStringLiteral("a"), QStringLiteral("Kitchen"), 4);
         mFixture->agent.prefer(QStringLiteral("a"));
@@ -618,7 +618,7 @@ private Q_SLOTS:
         QCOMPARE(outlets().startButton->toolTip(), QStringLiteral("Bluetooth is off."));
     }
 
-    void opaqueWordsAreExplained()
+    void technicalTermsAreExplained()
     {
         showPane();
         for (QWidget *control : std::initializer_list<QWidget *>{
@@ -673,7 +673,7 @@ private Q_SLOTS:
         QCOMPARE(outlets().firmwareCamera->text(), QStringLiteral("Kitchen (2A9C)"));
     }
 
-    void theRuleOfAPasskeyStandsOutWhileItIsBroken()
+    void aViolatedPasskeyRuleIsHighlighted()
     {
         showPane();
         mFixture->controller().actuallyChangePIN();
@@ -686,7 +686,7 @@ private Q_SLOTS:
         QCOMPARE(outlets().newPINText->accessibleDescription(), rule->text());
     }
 
-    void continueStaysWhereItIsWhenCancelGoes()
+    void continueKeepsItsPlaceWhenCancelIsHidden()
     {
         showPane();
         auto *sheet = outlets().firmwareSheet;
@@ -709,7 +709,7 @@ private Q_SLOTS:
         QCOMPARE(outlets().removeButton->size(), outlets().addButton->size());
     }
 
-    void aLargeWindowIsThePicturesAndASmallOneToo()
+    void thePictureGetsItsShareOfLargeAndSmallWindows()
     {
         showPane();
         resizeTo(1600, 900);
@@ -729,7 +729,7 @@ private Q_SLOTS:
         QCOMPARE(image.pixelColor(1, image.height() / 2), QColor(Qt::black));
     }
 
-    void theListShowsThatItHasTheKeyboard()
+    void theListShowsItsFocus()
     {
         showPane();
         makeActive(&mFixture->window);

@@ -14,12 +14,12 @@ class PaneTranslatorTest : public QObject {
 private Q_SLOTS:
     void cleanup();
 
-    void speaksGermanToAGerman();
-    void speaksGermanToAnAustrian();
-    void speaksEnglishToEverybodyElse_data();
-    void speaksEnglishToEverybodyElse();
+    void translatesForGermany();
+    void translatesForAustria();
+    void staysEnglishForOtherLanguages_data();
+    void staysEnglishForOtherLanguages();
     void changesNoTextAndNoLocaleOfTheHost();
-    void takesItsWordsAlongWhenItGoes();
+    void removesItsTranslatorAtItsEnd();
 
 private:
     void loadPaneIn(const QString &language);
@@ -44,26 +44,26 @@ void PaneTranslatorTest::loadPaneIn(const QString &language)
     mPane->load();
 }
 
-void PaneTranslatorTest::speaksGermanToAGerman()
+void PaneTranslatorTest::translatesForGermany()
 {
     loadPaneIn(QStringLiteral("de_DE"));
     QCOMPARE(startTitle(), QStringLiteral("&Vorschau starten"));
 }
 
-void PaneTranslatorTest::speaksGermanToAnAustrian()
+void PaneTranslatorTest::translatesForAustria()
 {
     loadPaneIn(QStringLiteral("de_AT"));
     QCOMPARE(startTitle(), QStringLiteral("&Vorschau starten"));
 }
 
-void PaneTranslatorTest::speaksEnglishToEverybodyElse_data()
+void PaneTranslatorTest::staysEnglishForOtherLanguages_data()
 {
     QTest::addColumn<QString>("language");
     for (const char *language : {"C", "en_US", "fr_FR", "ja_JP"})
         QTest::newRow(language) << QString::fromLatin1(language);
 }
 
-void PaneTranslatorTest::speaksEnglishToEverybodyElse()
+void PaneTranslatorTest::staysEnglishForOtherLanguages()
 {
     QFETCH(QString, language);
     loadPaneIn(language);
@@ -79,7 +79,7 @@ void PaneTranslatorTest::changesNoTextAndNoLocaleOfTheHost()
         QCOMPARE(QCoreApplication::translate(context, "Cancel"), QStringLiteral("Cancel"));
 }
 
-void PaneTranslatorTest::takesItsWordsAlongWhenItGoes()
+void PaneTranslatorTest::removesItsTranslatorAtItsEnd()
 {
     const auto say = [] { return QCoreApplication::translate("PaneView", "Cameras"); };
     loadPaneIn(QStringLiteral("de_DE"));

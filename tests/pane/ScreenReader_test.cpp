@@ -231,7 +231,7 @@ private Q_SLOTS:
         QCOMPARE(mReader.said, QStringList());
     }
 
-    void whatTheEmptyListSaysIsSaidOnce()
+    void theTextOfTheEmptyListIsSaidOnce()
     {
         showPane();
         outlets().enableKS7Checkbox->setFocus();
@@ -253,7 +253,7 @@ private Q_SLOTS:
         QCOMPARE(timesSaid(NoAgent), 1);
     }
 
-    void aPaneThatIsLeftSaysNothing()
+    void aHiddenPaneSaysNothing()
     {
         addCamera();
         showPane();
@@ -265,7 +265,7 @@ private Q_SLOTS:
         QCOMPARE(mReader.said, QStringList());
     }
 
-    void aSessionThatIsLeftSaysNothing()
+    void anInactiveSessionSaysNothing()
     {
         addCamera();
         showPane();
@@ -286,7 +286,7 @@ private Q_SLOTS:
         QCOMPARE(mReader.changed.filter(QStringLiteral("noticeButton")).size(), 1);
     }
 
-    void aPercentageIsNoNewName()
+    void aNewPercentageDoesNotChangeTheName()
     {
         showPane();
         auto &offer = mFixture->updates->offer();
@@ -307,7 +307,7 @@ private Q_SLOTS:
                  QStringList({QStringLiteral("Kitchen (2A9C)"), QStringLiteral("1 to 16 digits")}));
     }
 
-    void aRefusedPasskeyIsRefusedInWordsAtEachReturn()
+    void eachReturnWithAnInvalidPasskeySaysTheRule()
     {
         addCamera();
         showPane();

@@ -71,7 +71,7 @@ class DiagnosisTest(unittest.TestCase):
         self.assertEqual(version.strip(), "ks7-preferences " + report["KS-7 preferences"])
         self.assertTrue(report["Pane"].endswith("/ks7pane.so"), report["Pane"])
 
-    def test_answers_where_nothing_is_there(self):
+    def test_reports_without_bus_and_agent(self):
         with tempfile.TemporaryDirectory() as home:
             report = diagnose({"HOME": home, "PATH": os.environ["PATH"],
                                "DBUS_SESSION_BUS_ADDRESS": f"unix:path={home}/none",
@@ -84,12 +84,12 @@ class DiagnosisTest(unittest.TestCase):
 
     # The agent
 
-    def test_tells_that_no_agent_runs(self):
+    def test_reports_that_no_agent_runs(self):
         report = diagnose()
         self.assertEqual(report["com.orvex.KS7AgentServer"], "not there")
         self.assertEqual(report["Cameras"], "unknown, no agent")
 
-    def test_tells_the_agent_and_since_when_it_runs(self):
+    def test_reports_the_agent_and_its_start_time(self):
         # The kernel reports the start time in clock ticks, which are rounded down, so allow a difference.
         earliest = datetime.datetime.now() - datetime.timedelta(seconds=5)
         with agent("--scenario", "scripted") as (process, _):
@@ -111,7 +111,7 @@ class DiagnosisTest(unittest.TestCase):
         # The line break is shown as its code, so that a camera's name cannot look like a line of the report.
         self.assertIn("Desk⟨U+000A⟩PackageKit: running (1122): status 0 Not Found", report["cameras"])
 
-    def test_shows_place_markers_in_names_as_they_are(self):
+    def test_shows_place_markers_in_names_unchanged(self):
         with agent("--scenario", "scripted") as (_, script):
             script.addCamera("00-1b-dc-0f-2a-9c", "Cam %1", "2A9C", 4)
             script.addCamera("00-1b-dc-0f-11-22", "%4 %2 %99", "%3", 0)
@@ -127,7 +127,7 @@ class DiagnosisTest(unittest.TestCase):
 
     # The desktop's services
 
-    def test_tells_which_services_are_there(self):
+    def test_reports_which_services_are_available(self):
         self.assertEqual(diagnose()["PackageKit"], "not there")
         with packagekit():
             report = diagnose()
@@ -146,13 +146,13 @@ class DiagnosisTest(unittest.TestCase):
         self.assertNotIn("471108", report["text"])
         self.assertNotIn("Nursery", report["text"])
 
-    def test_tells_that_the_preferences_are_broken(self):
+    def test_reports_that_the_preferences_are_malformed(self):
         self.write_preferences(b"<plist><dict><key>PassKey</key>471108")
         report = diagnose()
         self.assertTrue(report["Preferences"].endswith("mode 0600, not a property list"), report["Preferences"])
         self.assertNotIn("471108", report["text"])
 
-    def test_tells_why_the_preferences_cannot_be_read(self):
+    def test_reports_why_the_preferences_cannot_be_read(self):
         PREFERENCES.mkdir()
         self.assertNotIn("mode", diagnose()["Preferences"])
 

@@ -167,7 +167,7 @@ class SleepTest(PaneWithLogind):
         self.logind.prepares(False)
         wait_until(lambda: self.logind.held_up() == 1, "the next sleep waits")
 
-    def test_no_order_of_messages_makes_it_wait_for_good(self):
+    def test_no_order_of_messages_blocks_sleep_forever(self):
         self.start_preview()
         for order in ((True, True), (False, False, True), (True, False, True), (False, True, True, False, True)):
             for sleep in order:
@@ -230,7 +230,7 @@ class SwitchTest(PaneWithLogind):
         self.post("KS7CameraListChanged")
         self.pane.wait_for("Kitchen, Streaming")
 
-    def test_the_pane_lets_go_of_agent_and_picture_and_finds_them_again(self):
+    def test_the_pane_releases_agent_and_picture_and_reconnects(self):
         for _ in range(2):
             self.start_preview()
             self.switch_away()
@@ -243,7 +243,7 @@ class SwitchTest(PaneWithLogind):
             self.come_back()
             self.assert_stopped()
 
-    def test_an_agent_that_has_gone_meanwhile_is_launched(self):
+    def test_an_agent_that_ended_meanwhile_is_launched(self):
         self.start_preview()
         self.switch_away()
         self.agent.quit_if_up()
@@ -253,7 +253,7 @@ class SwitchTest(PaneWithLogind):
         self.pane.wait_for("Kitchen, Streaming")
         self.assertIsNone(self.pane.find("Installation Error"))
 
-    def test_a_switch_under_the_passkey_closes_it(self):
+    def test_a_session_switch_closes_the_passkey_sheet(self):
         self.agent.plugUSB(KITCHEN, False)
         self.agent.setStatus(KITCHEN, 1)
         self.pane.wait_for("Kitchen, Not Streaming")
@@ -265,7 +265,7 @@ class SwitchTest(PaneWithLogind):
         self.wait_until_heard()
         self.come_back()
 
-    def test_news_of_the_screen_without_a_switch_changes_nothing(self):
+    def test_an_active_session_that_is_reported_again_changes_nothing(self):
         self.start_preview()
         self.agent.clearRecord()
         self.logind.gives_the_screen(True)

@@ -69,7 +69,7 @@ class TranslationsTest(unittest.TestCase):
         for context, letters in used.items():
             self.assertEqual(len(letters), len(set(letters)), (context, letters))
 
-    def test_texts_belong_to_classes_of_ours(self):
+    def test_texts_belong_to_our_classes(self):
         # Qt looks up translations by context. If a host used the same context, our translation would also change the
         # host's texts.
         general = {"", None, "QObject", "QCoreApplication", "QWidget", "QDialog", "MainWindow", "Form"}

@@ -93,7 +93,7 @@ private Q_SLOTS:
         mCamera.reset();
     }
 
-    void nothingOfTheCaptureSystemIsTouchedBeforeTheFirstPreview()
+    void theCaptureSystemIsNotUsedBeforeTheFirstPreview()
     {
         showPaneWithCamera();
         mPane->hide();
@@ -186,7 +186,7 @@ private Q_SLOTS:
         compareIdle();
     }
 
-    void aTwinOfTheOldIdIsTaken()
+    void aCameraWithTheOldIdIsTaken()
     {
         showPaneWithCamera(LegacyCameraID);
         pressButton();
@@ -205,7 +205,7 @@ private Q_SLOTS:
         QVERIFY(!mCamera->isOpen());
     }
 
-    void aDisplayNameIsNoId()
+    void aDisplayNameIsNotAnId()
     {
         const auto impostor = mPane->capture->addDevice(QStringLiteral("something"), CameraID);
         showPane();
@@ -302,7 +302,7 @@ private Q_SLOTS:
         QVERIFY(mCamera->isOpen());
     }
 
-    void stopSessionLetsGoOfEverything()
+    void stopSessionReleasesEverything()
     {
         showPaneWithCamera();
         auto &preview = *mPane->outlets().previewView;
@@ -400,7 +400,7 @@ private Q_SLOTS:
         QCOMPARE(leftMeter(), 6.0);
     }
 
-    void withoutAnAnswerTheMetersShowNothing()
+    void withoutAReplyTheMetersShowNothing()
     {
         mPane->agent.left = 0.5F;
         showPaneWithCamera();
@@ -412,7 +412,7 @@ private Q_SLOTS:
         QCOMPARE(rightMeter(), 0.0);
     }
 
-    void aCaptureErrorStopsThePreviewAndSaysSo_data()
+    void aCaptureErrorStopsThePreviewAndIsShown_data()
     {
         QTest::addColumn<QVariantMap>("userInfo");
         QTest::addColumn<int>("code");
@@ -421,7 +421,7 @@ private Q_SLOTS:
                                      << -2147483647;
         QTest::newRow("no code") << QVariantMap{} << 0;
     }
-    void aCaptureErrorStopsThePreviewAndSaysSo()
+    void aCaptureErrorStopsThePreviewAndIsShown()
     {
         QFETCH(QVariantMap, userInfo);
         QFETCH(int, code);
@@ -455,7 +455,7 @@ private Q_SLOTS:
         compareIdle();
     }
 
-    void aPreviewGoesOnThroughNewsOfTheAgent_data()
+    void notificationsOfTheAgentDoNotStopAPreview_data()
     {
         QTest::addColumn<QString>("news");
         for (const QString &news : {NotificationNames::CameraListChanged, NotificationNames::StreamingStarted,
@@ -463,7 +463,7 @@ private Q_SLOTS:
                                     NotificationNames::StreamingInitiated, NotificationNames::StreamingEnded})
             QTest::newRow(qPrintable(news)) << news;
     }
-    void aPreviewGoesOnThroughNewsOfTheAgent()
+    void notificationsOfTheAgentDoNotStopAPreview()
     {
         QFETCH(QString, news);
         showPaneWithCamera();
@@ -480,7 +480,7 @@ private Q_SLOTS:
         QCOMPARE(colorOnScreen(), QColor(Qt::red));
     }
 
-    void aRevealThatIsPendingEndsWithThePreview()
+    void aPendingRevealEndsWithThePreview()
     {
         const auto runLoop = std::make_shared<FakeRunLoop>(mPane->journal);
         const auto capture = std::make_shared<FakeCapture>(mPane->journal);
@@ -497,7 +497,7 @@ private Q_SLOTS:
         QVERIFY(alone.isHidden());
     }
 
-    void hidingThePaneLeavesNothingOfTheCaptureRunning()
+    void hidingThePaneStopsTheCapture()
     {
         showPaneWithCamera();
         pressButton();
@@ -507,7 +507,7 @@ private Q_SLOTS:
         QVERIFY(view().isHidden());
     }
 
-    void hidingDuringTheRevealDelayForgetsTheReveal()
+    void hidingDuringTheRevealDelayCancelsTheReveal()
     {
         showPaneWithCamera();
         pressButton();
@@ -516,14 +516,14 @@ private Q_SLOTS:
         QVERIFY(view().isHidden());
     }
 
-    void theErrorSheetGoesAwayByItsButton()
+    void theButtonClosesTheErrorSheet()
     {
         showPane();
         pressButton();
         QVERIFY(mPane->sheets->dismissAlert());
     }
 
-    void hidingThePaneLeavesTheRestAsItIs()
+    void hidingThePaneStopsOnlyTheSession()
     {
         // Use no agent: the end of an agent's connection would stop the preview too and hide the effect of
         // hiding the pane.

@@ -74,13 +74,13 @@ private Q_SLOTS:
         mCameras.clear();
     }
 
-    void theCameraIsKnownByEitherOfItsIds_data()
+    void theCameraIsFoundByEitherOfItsIds_data()
     {
         QTest::addColumn<QString>("id");
         QTest::newRow("its name") << CameraID;
         QTest::newRow("the older one") << LegacyCameraID;
     }
-    void theCameraIsKnownByEitherOfItsIds()
+    void theCameraIsFoundByEitherOfItsIds()
     {
         QFETCH(QString, id);
         plugIn(QStringLiteral("Built-in"), QStringLiteral("Built-in"), Blue);
@@ -94,14 +94,14 @@ private Q_SLOTS:
         QVERIFY(mErrors.empty());
     }
 
-    void anIdThatIsOnlyLikeItsIdsIsNoCamera_data()
+    void aSimilarIdFindsNoCamera_data()
     {
         QTest::addColumn<QString>("id");
         QTest::newRow("its name and a number") << CameraID + QStringLiteral(" 2");
         QTest::newRow("its name in small letters") << CameraID.toLower();
         QTest::newRow("the older one and a letter") << LegacyCameraID + QLatin1Char('x');
     }
-    void anIdThatIsOnlyLikeItsIdsIsNoCamera()
+    void aSimilarIdFindsNoCamera()
     {
         QFETCH(QString, id);
         plugIn(id, QStringLiteral("Kitchen"), Blue);
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QVERIFY(view().isHidden());
     }
 
-    void aDisplayNameIsNoId()
+    void aDisplayNameIsNotAnId()
     {
         plugIn(QStringLiteral("Built-in"), CameraID, Blue);
         mCameras.back()->tell(QStringLiteral("tell"));
@@ -123,7 +123,7 @@ private Q_SLOTS:
         QCOMPARE(mCameras.back()->told(), 0);
     }
 
-    void aCameraThatVanishesInMidPictureIsReported()
+    void aCameraThatVanishesInMidStreamIsReported()
     {
         plugIn(CameraID, QStringLiteral("Kitchen"), Red);
         mPreview->doSeqGrab();

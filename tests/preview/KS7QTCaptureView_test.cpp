@@ -75,7 +75,7 @@ private Q_SLOTS:
         QCOMPARE(shownAt(199, 99), QColor(Qt::black));
     }
 
-    void aSessionWithoutAPictureIsBlack()
+    void aSessionWithoutAFrameIsBlack()
     {
         showView({200, 100});
         mView->setCaptureSession(mSession);
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QCOMPARE(shownAt(100, 50), QColor(Qt::black));
     }
 
-    void theEndOfAPictureIsTheEndOfIt()
+    void anEmptyFrameMakesTheViewBlack()
     {
         showView({200, 100});
         startWithPicture(plainPicture({40, 20}, Qt::green));
@@ -125,7 +125,7 @@ private Q_SLOTS:
         }
     }
 
-    void aPictureOfTheScreensSizeIsSharpAtDoubleScale()
+    void aFrameOfTheScreensSizeIsSharpAtDoubleScale()
     {
         showView({40, 30});
         QImage stripes(80, 60, QImage::Format_RGB32);
@@ -139,7 +139,7 @@ private Q_SLOTS:
         QCOMPARE(drawnAtDoubleScale(*mView).pixelColor(5, 10), QColor(Qt::black));
     }
 
-    void picturesAreAskedForInPixelsOfTheScreen()
+    void framesAreRequestedInDevicePixels()
     {
         showView({200, 100});
         mView->setCaptureSession(mSession);
@@ -151,7 +151,7 @@ private Q_SLOTS:
         QCOMPARE(mSession->largestFrame, (QSizeF(300, 200) * ratio).toSize());
     }
 
-    void everySessionIsAskedForFittingPictures()
+    void everySessionGetsTheLargestFrameSize()
     {
         showView({200, 100});
         mView->setCaptureSession(mSession);
@@ -173,7 +173,7 @@ private Q_SLOTS:
         QCOMPARE(shownAt(40, 30), QColor(Qt::red));
     }
 
-    void aBurstOfPicturesIsPaintedOnce()
+    void aBurstOfFramesIsPaintedOnce()
     {
         showView({80, 60});
         startWithPicture(plainPicture({80, 60}, Qt::blue));
@@ -195,7 +195,7 @@ private Q_SLOTS:
         QVERIFY(mSession->isRunning());
     }
 
-    void anotherSessionsPictureIsNotShown()
+    void anotherSessionsFrameIsNotShown()
     {
         showView({80, 60});
         startWithPicture(plainPicture({80, 60}, Qt::blue));

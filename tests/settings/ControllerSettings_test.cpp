@@ -76,22 +76,22 @@ private Q_SLOTS:
     void thePopUpIsNotShownAgain();
     void theSwitchesPostTheirState();
     void anAssistiveToolTurnsTheSwitches();
-    void theSwitchKeepsItsStateUntilTheAgentAnswers();
+    void theSwitchKeepsItsStateUntilTheAgentReplies();
     void whatTheAgentHasSetIsNotPostedBack();
     void choosingASizeWritesThenSynchronizesThenPosts();
     void choosingASizeKeepsEveryOtherValue();
     void choosingASizeCreatesNoDomain();
     void aSizeThatCannotBeWrittenIsNotShown();
-    void aSizeChosenElsewhereIsFollowed();
+    void aSizeChosenElsewhereIsShown();
     void theDebugBoxNeedsOptionOrRunningLog_data();
     void theDebugBoxNeedsOptionOrRunningLog();
-    void optionThatIsKnownOnlyWithTheFocusShowsTheDebugBox();
+    void anOptionKeyThatIsKnownOnlyWithTheFocusShowsTheDebugBox();
     void theDebugBoxStaysUntilTheNextShowing();
     void theDebugBoxStartsAndEndsThePanesLogFile();
-    void theAgentHearsOfDebugLoggingFirst();
-    void offStopsThePreviewAndOnLeavesIt();
-    void offBetweenTheReadsStopsThePreview();
-    void onAndOffRebuildsTheList();
+    void theAgentIsNotifiedOfDebugLoggingFirst();
+    void switchingOffStopsThePreviewAndSwitchingOnDoesNot();
+    void switchingOffBetweenTheReadsStopsThePreview();
+    void switchingOnAndOffRebuildsTheList();
 };
 
 void ControllerSettingsTest::init()
@@ -304,7 +304,7 @@ void ControllerSettingsTest::anAssistiveToolTurnsTheSwitches()
     QCOMPARE(logFiles().size(), 1);
 }
 
-void ControllerSettingsTest::theSwitchKeepsItsStateUntilTheAgentAnswers()
+void ControllerSettingsTest::theSwitchKeepsItsStateUntilTheAgentReplies()
 {
     fixture->show();
     fixture->outlets().enableKS7Checkbox->click();
@@ -388,7 +388,7 @@ void ControllerSettingsTest::aSizeThatCannotBeWrittenIsNotShown()
     QCOMPARE(fixture->defaults->stored(PreferenceKeys::VideoSize2), QVariant(1LL));
 }
 
-void ControllerSettingsTest::aSizeChosenElsewhereIsFollowed()
+void ControllerSettingsTest::aSizeChosenElsewhereIsShown()
 {
     agentWrites(PreferenceKeys::VideoSize2, 1);
     fixture->show();
@@ -422,7 +422,7 @@ void ControllerSettingsTest::theDebugBoxNeedsOptionOrRunningLog()
     QCOMPARE(fixture->outlets().debugLog->isChecked(), logging);
 }
 
-void ControllerSettingsTest::optionThatIsKnownOnlyWithTheFocusShowsTheDebugBox()
+void ControllerSettingsTest::anOptionKeyThatIsKnownOnlyWithTheFocusShowsTheDebugBox()
 {
     fixture->show();
     const auto &box = *fixture->outlets().debugLog;
@@ -467,7 +467,7 @@ void ControllerSettingsTest::theDebugBoxStartsAndEndsThePanesLogFile()
     QVERIFY(!log.readAll().contains("USB device disconnected"));
 }
 
-void ControllerSettingsTest::theAgentHearsOfDebugLoggingFirst()
+void ControllerSettingsTest::theAgentIsNotifiedOfDebugLoggingFirst()
 {
     fixture->keyboard->held = platform::KeyboardModifiers::OptionKey;
     fixture->show();
@@ -493,7 +493,7 @@ void ControllerSettingsTest::startPreview()
 
 // When KS7OnOffChanged is posted, the pane reads its on/off switch twice: first for the check box, then for
 // the preview. Here the agent stores "off" between the two.
-void ControllerSettingsTest::offBetweenTheReadsStopsThePreview()
+void ControllerSettingsTest::switchingOffBetweenTheReadsStopsThePreview()
 {
     startPreview();
     int reads = 0;
@@ -506,7 +506,7 @@ void ControllerSettingsTest::offBetweenTheReadsStopsThePreview()
     QVERIFY(!fixture->controller().isStreaming());
 }
 
-void ControllerSettingsTest::offStopsThePreviewAndOnLeavesIt()
+void ControllerSettingsTest::switchingOffStopsThePreviewAndSwitchingOnDoesNot()
 {
     startPreview();
     fixture->agentPosts(NotificationNames::OnOffChanged);
@@ -517,7 +517,7 @@ void ControllerSettingsTest::offStopsThePreviewAndOnLeavesIt()
     QVERIFY(!fixture->outlets().enableKS7Checkbox->isChecked());
 }
 
-void ControllerSettingsTest::onAndOffRebuildsTheList()
+void ControllerSettingsTest::switchingOnAndOffRebuildsTheList()
 {
     fixture->show();
     fixture->runLoop->turn();

@@ -14,11 +14,11 @@ class KS7DomainTest : public QObject {
 private Q_SLOTS:
     void init();
 
-    void withoutADomainEveryReadFallsToTheDefault();
+    void withoutADomainEveryReadReturnsTheDefault();
     void anyNumberThatIsNotZeroIsOn_data();
     void anyNumberThatIsNotZeroIsOn();
-    void everyReadIsAfresh();
-    void aReadHandsNothingOver();
+    void everyReadReadsTheFile();
+    void aReadWritesNothing();
     void writingOneKeyKeepsTheOthers();
     void writingIntoAMissingDomainLeavesItMissing();
     void aWriteReachesTheFileAtSynchronize();
@@ -54,7 +54,7 @@ QByteArray KS7DomainTest::agentReads()
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-void KS7DomainTest::withoutADomainEveryReadFallsToTheDefault()
+void KS7DomainTest::withoutADomainEveryReadReturnsTheDefault()
 {
     QVERIFY(!KS7Domain::domainObjectForKey(*mDefaults, PreferenceKeys::VideoSize2).isValid());
     QVERIFY(KS7Domain::boolForKey(*mDefaults, PreferenceKeys::KS7On, true));
@@ -84,7 +84,7 @@ void KS7DomainTest::anyNumberThatIsNotZeroIsOn()
     QCOMPARE(KS7Domain::boolForKey(*mDefaults, PreferenceKeys::KS7On, !on), on);
 }
 
-void KS7DomainTest::everyReadIsAfresh()
+void KS7DomainTest::everyReadReadsTheFile()
 {
     agentStores("<key>VideoSize2</key><integer>0</integer>");
     QCOMPARE(KS7Domain::domainObjectForKey(*mDefaults, PreferenceKeys::VideoSize2).toInt(), 0);
@@ -92,7 +92,7 @@ void KS7DomainTest::everyReadIsAfresh()
     QCOMPARE(KS7Domain::domainObjectForKey(*mDefaults, PreferenceKeys::VideoSize2).toInt(), 7);
 }
 
-void KS7DomainTest::aReadHandsNothingOver()
+void KS7DomainTest::aReadWritesNothing()
 {
     agentStores("<key>VideoSize2</key><integer>0</integer>");
     const QByteArray before = agentReads();

@@ -78,7 +78,7 @@ class AgentCase(unittest.TestCase):
 
 
 class Serving(AgentCase):
-    def test_takes_its_names_before_it_says_that_it_has_started(self):
+    def test_takes_its_names_before_it_announces_its_start(self):
         names = self.agent.ear.names()
         for name in (AGENT, AGENT_USB):
             self.assertLess(names.index(f"{name} taken"), names.index("KS7AgentStarted"))
@@ -102,13 +102,13 @@ class Serving(AgentCase):
         introspectable = self.agent.interface(name, "org.freedesktop.DBus.Introspectable")
         return methods_of(introspectable.Introspect(), interface)
 
-    def test_a_second_agent_gives_way(self):
+    def test_a_second_agent_ends_with_an_error(self):
         second = subprocess.run([PROGRAM, "--no-picture"], capture_output=True, text=True, timeout=60, check=False)
         self.assertNotEqual(second.returncode, 0)
         self.assertIn("another agent is running", second.stderr)
         self.assertEqual(self.agent.ear.count("KS7AgentStarted"), 1)
 
-    def test_knows_no_camera_until_it_is_told(self):
+    def test_knows_no_camera_until_one_is_added(self):
         devices = self.agent.devices
         self.assertEqual(devices.cameraDict(), {})
         self.assertEqual(devices.sortedDeviceList(), [])
@@ -117,7 +117,7 @@ class Serving(AgentCase):
         self.assertEqual(devices.indexOfPreferredKS7Cam(), NO_CAMERA)
         self.assertEqual(devices.getAudioLevel_l(), (0, 0))
 
-    def test_lets_go_of_one_name_alone(self):
+    def test_releases_one_name_alone(self):
         self.assertTrue(self.agent.script.releaseName("KS7AgentServerUSB"))
         self.assertFalse(self.agent.bus.name_has_owner(AGENT_USB))
         self.assertTrue(self.agent.bus.name_has_owner(AGENT))
@@ -194,7 +194,7 @@ class Cameras(AgentCase):
         self.agent.devices.setIgnore(False, record)
         self.assertEqual(self.agent.devices.sortedDeviceList(), [ONE])
 
-    def test_a_removed_camera_is_forgotten_with_its_name(self):
+    def test_a_removed_camera_loses_its_name(self):
         self.agent.add_camera(ONE)
         self.agent.add_camera(TWO)
         self.agent.devices.setName("Door", TWO)
@@ -203,7 +203,7 @@ class Cameras(AgentCase):
         self.assertEqual(self.agent.devices.sortedDeviceList(), [ONE])
         self.assertEqual(preferences()["FriendlyNames"], {})
 
-    def test_rows_that_are_not_there_remove_nothing(self):
+    def test_missing_rows_remove_nothing(self):
         self.agent.add_camera(ONE)
         for row in (-1, 1, 2147483647, -2147483648):
             self.assertEqual(self.agent.posts_of(
@@ -257,7 +257,7 @@ class Settings(AgentCase):
         self.agent.pane_posts("KS7ChangedOptimizedPreference")
         wait_until(lambda: self.agent.script.preference("VideoSize2") == 0, "the agent reads the new size")
 
-    def test_a_file_that_cannot_be_parsed_is_left_alone(self):
+    def test_a_file_that_cannot_be_parsed_is_kept(self):
         self.assertEqual(self.agent.end(), 0)
         PREFERENCES.write_text("not a property list")
         self.agent = StandInAgent("--no-picture", *self.OPTIONS)
@@ -288,7 +288,7 @@ class Cable(AgentCase):
         self.agent.wait_for_post("KS7PassKeySet")
         self.assertEqual(self.agent.ear.infos("KS7PassKeySet"), [{"Result": 0, "PassKey": "0000"}])
 
-    def test_what_is_no_passkey_is_refused(self):
+    def test_an_invalid_passkey_is_refused(self):
         self.assertNotEqual(self.agent.usb.setPassKey("1234"), 0)
         self.plug()
         for bad in ("", "12a4", "1" * 17, "1 2", "𝟏" * 17):
@@ -330,7 +330,7 @@ class Cable(AgentCase):
         self.assertEqual(self.agent.ear.infos("KS7FirmwareUpdateEnded"), [{"Result": -9}])
         self.assertTrue(self.agent.usb.connectedCamNeedsFirmwareUpdate())
 
-    def test_an_update_waits_for_the_script_where_it_is_to(self):
+    def test_an_update_waits_for_the_script_on_request(self):
         self.plug()
         self.agent.script.setBehaviour("firmware", False)
         self.assertEqual(self.agent.posts_of(self.agent.usb.startUpdate), [])
@@ -378,7 +378,7 @@ class Search(AgentCase):
         self.search()
         self.assertEqual(self.agent.devices.cameraDict()[address]["FriendlyName"], "Door")
 
-    def test_bluetooth_comes_and_goes(self):
+    def test_bluetooth_is_lost_and_found(self):
         self.search()
         (address,) = self.agent.devices.sortedDeviceList()
         self.agent.devices.setPreferredDeviceAddress(address)
@@ -401,7 +401,7 @@ class Demo(AgentCase):
         self.agent.wait_for_post("KS7StreamingStarted")
         self.agent.wait_for_post("KS7USBDeviceConnected")
 
-    def test_one_streams_one_is_away_and_one_is_at_the_cable(self):
+    def test_one_camera_streams_one_is_away_and_one_is_at_the_cable(self):
         cameras = {str(camera["FriendlyName"]): int(camera["Status"])
                    for camera in self.agent.devices.cameraDict().values()}
         self.assertEqual(cameras, {"Kitchen": 4, "Desk": 0, "Workshop": 1})
@@ -439,7 +439,7 @@ class Demo(AgentCase):
         self.agent.wait_for_post("KS7FirmwareUpdateEnded")
         self.assertEqual(self.agent.ear.infos("KS7FirmwareUpdateEnded"), [{"Result": -108}])
 
-    def test_a_name_that_was_given_lasts(self):
+    def test_a_given_name_is_kept_after_a_restart(self):
         self.agent.devices.setName("Pantry", KITCHEN)
         self.assertEqual(self.agent.end(), 0)
         self.agent = StandInAgent("--no-picture", *self.OPTIONS)

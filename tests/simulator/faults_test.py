@@ -32,7 +32,7 @@ class FaultCase(unittest.TestCase):
 
 
 class Memory(FaultCase):
-    def test_calls_and_posts_are_remembered_in_their_order(self):
+    def test_calls_and_posts_are_recorded_in_their_order(self):
         self.agent.devices.flush()
         self.agent.pane_posts("KS7ToggleStatusMenu", {"Value": dbus.Int32(1)})
         self.agent.devices.setName("Door", ONE)
@@ -54,7 +54,7 @@ class Memory(FaultCase):
         self.agent.listen_up()
         self.assertEqual(self.agent.script.recordedPosts(), [])
 
-    def test_a_post_that_is_none_does_no_harm(self):
+    def test_a_malformed_post_is_ignored(self):
         message = dbus.lowlevel.SignalMessage("/com/orvex/DistributedNotificationCenter",
                                               "com.orvex.DistributedNotificationCenter", "KS7ToggleEnabled")
         message.append("Value", dbus.Int32(1))
@@ -62,7 +62,7 @@ class Memory(FaultCase):
         self.agent.listen_up()
         self.assertEqual(self.agent.script.recordedPosts(), ["KS7ToggleEnabled"])
 
-    def test_posts_of_any_other_type_do_no_harm(self):
+    def test_posts_of_other_types_are_ignored(self):
         for arguments in ([dbus.Array([1, 2], signature="i")], [dbus.Struct((1, "a"))], [],
                           [dbus.Dictionary({"Value": 1}, signature="si")], [EMPTY, "more"]):
             message = dbus.lowlevel.SignalMessage("/com/orvex/DistributedNotificationCenter",
@@ -86,7 +86,7 @@ class Memory(FaultCase):
         self.agent.script.setAudioLevels(-1.0, -1.0)
         self.assertEqual(self.agent.devices.getAudioLevel_l(), (0, 0))
 
-    def test_nonsense_from_a_script_is_refused(self):
+    def test_invalid_script_calls_are_refused(self):
         script = self.agent.script
         for nonsense in (lambda: script.addManyCameras(-1, signature="i"), lambda: script.setBehaviour("x", True),
                          lambda: script.preference("x"), lambda: script.hangDuring("", 0.0)):
@@ -95,7 +95,7 @@ class Memory(FaultCase):
 
 
 class Hanging(FaultCase):
-    def test_calls_are_kept_and_answered_in_their_order_when_the_time_is_over(self):
+    def test_calls_during_a_hang_get_their_replies_in_order_afterwards(self):
         self.agent.add_camera(ONE)
         self.agent.script.hang(0.0)
         answers = [self.ask("setName", "Door", ONE), self.ask("cameraDict")]
@@ -117,7 +117,7 @@ class Hanging(FaultCase):
         self.assertEqual(self.agent.devices.sortedDeviceList(), [])
         self.assertEqual(answers, [])
 
-    def test_posts_wait_too(self):
+    def test_a_hang_delays_posts_too(self):
         self.agent.script.hang(0.0)
         self.agent.pane_posts("KS7ToggleEnabled", {"Value": dbus.Int32(0)})
         self.agent.listen_up()
@@ -143,7 +143,7 @@ class Dying(FaultCase):
             self.agent.devices.sortedDeviceList()
         self.wait_for_the_end()
 
-    def test_ends_when_it_is_told(self):
+    def test_ends_on_request_and_on_a_signal(self):
         for tell in (self.agent.script.quit, lambda: self.agent.process.send_signal(signal.SIGINT)):
             tell()
             self.wait_for_the_end()
@@ -157,33 +157,33 @@ class Garbage(FaultCase):
         self.agent.script.garbage(operation, kind)
         return getattr(self.agent.devices, operation)()
 
-    def test_answers_of_another_type(self):
+    def test_replies_of_another_type(self):
         for operation in ("cameraDict", "sortedDeviceList", "indexOfPreferredKS7Cam", "getPreferredKS7Cam"):
             self.assertEqual(self.answer_to(operation, "wrongType"), "nonsense")
         self.assertEqual(self.answer_to("getAudioLevel_l", "wrongType"), ("nonsense", "nonsense"))
 
-    def test_answers_without_a_value_or_with_one_too_many(self):
+    def test_replies_without_a_value_or_with_one_too_many(self):
         self.assertIsNone(self.answer_to("cameraDict", "empty"))
         self.assertEqual(self.answer_to("sortedDeviceList", "extra"), ([], "nonsense"))
         self.assertEqual(self.answer_to("flush", "extra"), "nonsense")
 
-    def test_an_error_for_an_answer(self):
+    def test_an_error_reply(self):
         with self.assertRaises(dbus.DBusException):
             self.answer_to("cameraDict", "error")
 
-    def test_the_right_type_with_senseless_contents(self):
+    def test_the_right_type_with_invalid_contents(self):
         cameras = self.answer_to("cameraDict", "oddValues")
         self.assertEqual(set(cameras), {"", "odd", "bare"})
         self.assertEqual(cameras["bare"], {})
         self.assertIsInstance(cameras["odd"]["Status"], str)
 
-    def test_very_much(self):
+    def test_huge_replies(self):
         cameras = self.answer_to("cameraDict", "huge")
         self.assertEqual(len(cameras), 5000)
         self.assertEqual(max(len(camera["FriendlyName"]) for camera in cameras.values()), 10000)
         self.assertEqual(self.answer_to("indexOfPreferredKS7Cam", "huge"), 0xFFFFFFFFFFFFFFFF)
 
-    def test_proper_answers_again(self):
+    def test_valid_replies_again(self):
         self.answer_to("cameraDict", "wrongType")
         self.assertEqual(self.answer_to("cameraDict", ""), {})
 

@@ -115,7 +115,7 @@ class PictureCase(unittest.TestCase):
 
 
 class WhatItShows(PictureCase):
-    def test_the_node_is_there_as_long_as_the_agent(self):
+    def test_the_node_exists_as_long_as_the_agent(self):
         self.assertEqual(cameras(), {AGENT_CAMERA: AGENT_CAMERA})
         for end in (self.agent.end, lambda: self.agent.script.die()):
             end()
@@ -133,14 +133,14 @@ class WhatItShows(PictureCase):
         self.set_status(ONE, NOT_STREAMING)
         watcher.wait_to_show(is_black, "black")
 
-    def test_it_moves(self):
+    def test_the_picture_moves(self):
         self.camera_streams()
         watcher = self.watch()
         watcher.wait_to_show(has_text, "the camera's name")
         first = watcher.last_frame()
         watcher.wait_to_show(lambda frame: frame != first and caption_of(frame) == caption_of(first), "movement")
 
-    def test_choosing_another_camera_during_a_preview_goes_on(self):
+    def test_the_picture_continues_when_another_camera_is_chosen(self):
         self.camera_streams()
         watcher = self.watch()
         watcher.wait_to_show(has_text, "the first camera's name")
@@ -172,16 +172,16 @@ class Consumers(PictureCase):
         super().setUp()
         self.camera_streams()
 
-    def test_they_may_come_and_go(self):
+    def test_consumers_may_connect_and_leave(self):
         for _ in range(CONSUMERS):
             self.assertEqual(pull(frames=2), 0)
         self.assertFalse(self.agent.has_ended())
         self.assertEqual(cameras(), {AGENT_CAMERA: AGENT_CAMERA})
 
-    def test_one_that_stays_gets_many_frames(self):
+    def test_a_consumer_that_stays_gets_many_frames(self):
         self.assertEqual(pull(frames=150), 0)
 
-    def test_a_second_one_gets_frames_after_the_first_left(self):
+    def test_a_second_consumer_gets_frames_after_the_first_left(self):
         first = self.watch()
         first.wait_for_more()
         second = self.watch()
@@ -189,7 +189,7 @@ class Consumers(PictureCase):
         first.leave()
         second.wait_for_more(30)
 
-    def test_several_at_once(self):
+    def test_several_consumers_at_once(self):
         watchers = [self.watch() for _ in range(4)]
         for watcher in watchers:
             watcher.wait_for_more()
@@ -276,14 +276,14 @@ class PipeWireComesAndGoes(unittest.TestCase):
         lines = self.agent.process.stderr.read().decode().splitlines()
         return [line for line in lines if "no picture" in line]
 
-    def test_without_it_the_agent_works_and_says_so_once(self):
+    def test_without_pipewire_the_agent_works_and_logs_it_once(self):
         for status in (NOT_STREAMING, STREAMING, NOT_STREAMING, STREAMING):
             self.agent.script.setStatus(ONE, status, signature="si")
         self.assertEqual(self.agent.status_of(ONE), STREAMING)
         self.assertEqual(self.agent.end(), 0)
         self.assertEqual(len(self.complaints()), 1)
 
-    def test_the_picture_comes_when_it_starts_and_comes_back_when_it_restarts(self):
+    def test_the_picture_appears_when_pipewire_starts_and_restarts(self):
         for _ in range(2):
             self.pipewire.start()
             wait_until(self.pipewire.offers_camera, "the node")
@@ -291,7 +291,7 @@ class PipeWireComesAndGoes(unittest.TestCase):
             self.pipewire.stop()
             self.assertEqual(self.agent.status_of(ONE), STREAMING)
 
-    def test_the_agent_answers_and_ends_while_it_hangs(self):
+    def test_the_agent_replies_and_ends_while_pipewire_hangs(self):
         self.agent.end()
         self.pipewire.start()
         self.pipewire.hang()

@@ -20,7 +20,7 @@ class PrivateSessionTest(unittest.TestCase):
         self.assertEqual(done.returncode, 0, done.stderr)
         self.assertIn("Found", done.stdout)
 
-    def test_a_server_that_ends_is_named_with_its_last_words(self):
+    def test_a_server_that_ends_is_reported_with_its_last_output(self):
         self.add_program("wireplumber", "echo no logind >&2; exit 70")
         done = subprocess.run([SESSION, "--pipewire", "--", "true"], capture_output=True, text=True)
         self.assertEqual(done.returncode, 1)

@@ -49,7 +49,7 @@ private Q_SLOTS:
         QTEST(platform::toInt32(number), "cut");
     }
 
-    void realsLoseTheirFractionAndEndAtTheLimits_data()
+    void realsAreTruncatedAndClamped_data()
     {
         QTest::addColumn<double>("number");
         QTest::addColumn<int>("cut");
@@ -59,15 +59,15 @@ private Q_SLOTS:
         QTest::newRow("too small") << -1e300 << std::numeric_limits<int>::min();
         QTest::newRow("infinite") << std::numeric_limits<double>::infinity()
                                   << std::numeric_limits<int>::max();
-        QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << 0;
+        QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN() << 0;
     }
-    void realsLoseTheirFractionAndEndAtTheLimits()
+    void realsAreTruncatedAndClamped()
     {
         QFETCH(double, number);
         QTEST(platform::toInt32(number), "cut");
     }
 
-    void whatIsNoNumberIsNought_data()
+    void otherTypesAreZero_data()
     {
         QTest::addColumn<QVariant>("value");
         QTest::newRow("nothing") << QVariant();
@@ -76,13 +76,13 @@ private Q_SLOTS:
         QTest::newRow("list") << QVariant(QVariantList{4});
         QTest::newRow("dictionary") << QVariant(QVariantMap{{QStringLiteral("4"), 4}});
     }
-    void whatIsNoNumberIsNought()
+    void otherTypesAreZero()
     {
         QFETCH(QVariant, value);
         QCOMPARE(platform::toInt32(value), 0);
     }
 
-    void aKeyThatIsMissingIsNought()
+    void aMissingKeyIsZero()
     {
         const QVariantMap userInfo{{QStringLiteral("Value"), 7}};
         QCOMPARE(platform::toInt32(userInfo, QStringLiteral("Value")), 7);

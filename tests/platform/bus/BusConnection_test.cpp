@@ -57,7 +57,7 @@ private Q_SLOTS:
         QCOMPARE(foundAgain.count(), 0);
     }
 
-    void openingInTheBackgroundComesThroughTheEventLoop()
+    void openingInTheBackgroundIsReportedThroughTheEventLoop()
     {
         const QSignalSpy opened(mBus.get(), &BusConnection::opened);
         mDaemon.stop();
@@ -169,7 +169,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(bus().isOpen(), Timeout);
     }
 
-    void aLostBusIsFoundAgainByItself()
+    void aRestartedBusIsFoundAutomatically()
     {
         QVERIFY(bus().connection().isConnected());
         for (int restart = 1; restart <= 3; ++restart) {
@@ -181,7 +181,7 @@ private Q_SLOTS:
         }
     }
 
-    void aBusThatWasNeverThereIsFoundByItself()
+    void aBusThatStartsLaterIsFoundAutomatically()
     {
         mDaemon.kill();
         QVERIFY(!bus().connection().isConnected());
@@ -202,7 +202,7 @@ private Q_SLOTS:
         QVERIFY(bus().isOpen());
     }
 
-    void aBusThatHangsIsAskedOnceUntilItReplies()
+    void aBusThatHangsIsQueriedOnceUntilItReplies()
     {
         QVERIFY(bus().connection().isConnected());
         mDaemon.stop();
@@ -224,7 +224,7 @@ private Q_SLOTS:
         QCOMPARE(handshake.wait(), BusHandshake::Outcome::Answered);
     }
 
-    void addressesThatCannotBeAskedAreLeftToTheLibrary()
+    void unsupportedAddressesAreLeftToLibdbus()
     {
         const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
         qputenv("DBUS_SESSION_BUS_ADDRESS", "tcp:host=localhost,port=1");

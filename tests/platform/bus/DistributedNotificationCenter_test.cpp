@@ -103,7 +103,7 @@ private Q_SLOTS:
         mStranger.reset();
     }
 
-    void aStrangersPostReachesItsObserver()
+    void aPostOfAnotherProcessReachesItsObserver()
     {
         observe(OtherName);
         mStranger->post(OtherName, {{QStringLiteral("Value"), 7}, {QStringLiteral("PassKey"), Name}});
@@ -152,7 +152,7 @@ private Q_SLOTS:
             Timeout);
     }
 
-    void postsArriveInTheOrderInWhichTheyWereMade()
+    void postsArriveInOrder()
     {
         observe(Name);
         observe(OtherName);
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(mHeard, posted, Timeout);
     }
 
-    void unknownNamesAreNotHeard()
+    void unobservedNamesAreNotDelivered()
     {
         observe(Name);
         for (int i = 0; i < 1000; ++i)
@@ -173,7 +173,7 @@ private Q_SLOTS:
         QCOMPARE(mHeard, QStringList());
     }
 
-    void payloadsThatAreNoUserInfoCountAsNone_data()
+    void otherPayloadsCountAsNoUserInfo_data()
     {
         QTest::addColumn<QVariantList>("arguments");
         QTest::newRow("nothing") << QVariantList();
@@ -182,7 +182,7 @@ private Q_SLOTS:
         QTest::newRow("a list") << QVariantList{QStringList{Name}};
         QTest::newRow("more than one") << QVariantList{QVariantMap{{QStringLiteral("Value"), 7}}, 7};
     }
-    void payloadsThatAreNoUserInfoCountAsNone()
+    void otherPayloadsCountAsNoUserInfo()
     {
         QFETCH(QVariantList, arguments);
         observe(OtherName);
@@ -200,7 +200,7 @@ private Q_SLOTS:
         QCOMPARE(platform::toInt32(mUserInfo, QStringLiteral("Value")), 0);
     }
 
-    void removedObserversHearNothingMore()
+    void removedObserversReceiveNothing()
     {
         observe(OtherName);
         mCenter->removeObserver(this, OtherName);
@@ -246,7 +246,7 @@ private Q_SLOTS:
         theStrangerIsHeard();
     }
 
-    void aPostOpensABusThatIsThereAgain()
+    void aPostOpensARestartedBus()
     {
         observe(OtherName);
         loseTheBus();
@@ -254,7 +254,7 @@ private Q_SLOTS:
         theStrangerIsHeard();
     }
 
-    void aPostLeavesABusThatIsThereAlone()
+    void aPostDoesNotReopenAnOpenBus()
     {
         const auto name = mBus->connection().baseService();
         QVERIFY(!name.isEmpty());
@@ -277,7 +277,7 @@ private Q_SLOTS:
         aPostTakesUpTheNewBus();
     }
 
-    void aPostOpensABusThatWasNeverThere()
+    void aPostOpensABusThatStartsLater()
     {
         mCenter.reset();
         mBusDaemon.kill();

@@ -183,7 +183,7 @@ private Q_SLOTS:
         QCOMPARE(mDeaths, (QList<const void *>{mDevice.get(), mUSB.get()}));
     }
 
-    void droppingAConnectionReportsNothingAndLeavesNothing()
+    void droppingAConnectionReportsNothingAndLeaksNothing()
     {
         startAgent();
         connectToBoth();
@@ -202,7 +202,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(ownerWatches(), 0, Timeout);
     }
 
-    void twoHundredReconnectionsLeaveNothing()
+    void twoHundredReconnectionsLeakNothing()
     {
         startAgent();
         for (int i = 0; i < 200; ++i) {
@@ -214,7 +214,7 @@ private Q_SLOTS:
         QCOMPARE(mDeaths.size(), 200);
     }
 
-    void aReleasedNameIsADeath()
+    void aReleasedNameEndsTheConnection()
     {
         startAgent();
         connectToBoth();
@@ -223,7 +223,7 @@ private Q_SLOTS:
         QVERIFY(mDevice->isValid());
     }
 
-    void aNameThatChangesHandsIsADeathAndIsFoundAgain()
+    void aNewOwnerEndsTheConnectionAndIsFound()
     {
         startAgent();
         connectToBoth();
@@ -240,7 +240,7 @@ private Q_SLOTS:
         QCOMPARE(successor.journal(), QStringList{QStringLiteral("flush")});
     }
 
-    void aNameThatGoesStraightToAnotherOwnerIsADeath()
+    void aDirectChangeOfOwnerEndsTheConnection()
     {
         startAgent();
         connectToBoth();
@@ -254,7 +254,7 @@ private Q_SLOTS:
         QCOMPARE(successor.journal(), QStringList{QStringLiteral("flush")});
     }
 
-    void theOwnerIsWatchedBeforeItIsAskedFor()
+    void theOwnerIsWatchedBeforeItIsQueried()
     {
         startAgent();
         QProcess monitor;
@@ -338,7 +338,7 @@ private Q_SLOTS:
         QVERIFY2(open(RemoteNames::AgentServer), "the agent that goes on is found again");
     }
 
-    void aHungAgentHearsOneCallOnly()
+    void aHungAgentReceivesOneCallOnly()
     {
         startAgent().hang();
         connectToBoth();
@@ -370,7 +370,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(mDeaths, (QList<const void *>{mDevice.get(), mUSB.get()}), Timeout);
     }
 
-    void theBusGoingIsTheDeathOfBothAndOfNothingElse()
+    void theLossOfTheBusEndsOnlyBothConnections()
     {
         startAgent();
         connectToBoth();
@@ -380,7 +380,7 @@ private Q_SLOTS:
         mBusDaemon.start();
     }
 
-    void aBusThatIsThereAgainIsUsedAgain()
+    void aRestartedBusIsUsedAgain()
     {
         startAgent();
         connectToBoth();
@@ -409,7 +409,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(open(RemoteNames::AgentServer), Timeout);
     }
 
-    void theHostsSharedConnectionIsLeftAlone()
+    void theHostsSharedConnectionIsUntouched()
     {
         startAgent();
         auto shared = QDBusConnection::sessionBus();

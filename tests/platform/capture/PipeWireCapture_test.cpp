@@ -265,7 +265,7 @@ private Q_SLOTS:
     }
 
     // This test must run first, because it needs a process in which GStreamer has not started yet.
-    void theFirstPreviewLeavesTheProcessAsItWas()
+    void theFirstPreviewDoesNotChangeTheProcess()
     {
         const auto gStreamerRuns = [] {
             QFile maps(QStringLiteral("/proc/self/maps"));
@@ -284,7 +284,7 @@ private Q_SLOTS:
         QCOMPARE(QByteArray(std::setlocale(LC_ALL, nullptr)), locale);
     }
 
-    void lookUpsLeaveNothingBehind()
+    void lookUpsLeakNothing()
     {
         plugIn();
         waitFor(CameraName);
@@ -298,7 +298,7 @@ private Q_SLOTS:
         QVERIFY2(hasGrownByLess(memory, 2048), qPrintable(QString::number(residentMemory() - memory)));
     }
 
-    void aCameraIsKnownByItsNodeAndShownByItsDescription()
+    void aCameraIsIdentifiedByItsNodeAndShownByItsDescription()
     {
         plugIn();
         VirtualCamera impostor(QStringLiteral("other"), CameraName, Blue);
@@ -333,7 +333,7 @@ private Q_SLOTS:
         QTest::newRow("converted") << "I420 320x240";
         QTest::newRow("packed") << "YUY2 320x240";
         QTest::newRow("as it is") << "BGRx 320x240";
-        QTest::newRow("with padded lines") << "RGB 322x240";
+        QTest::newRow("padded lines") << "RGB 322x240";
         QTest::newRow("larger than the view") << "YUY2 640x480";
         QTest::newRow("larger, otherwise as it is") << "BGRx 640x480";
     }
@@ -355,7 +355,7 @@ private Q_SLOTS:
         QVERIFY(mErrors.empty());
     }
 
-    void aPictureOutlivesItsSession()
+    void aFrameOutlivesItsSession()
     {
         plugIn(QStringLiteral("BGRx 320x240"));
         openSession();
@@ -373,7 +373,7 @@ private Q_SLOTS:
         QCOMPARE(storedAlpha(kept), 255);
     }
 
-    void aLargePictureComesAsLargeAsItIsShown_data()
+    void aLargeFrameArrivesInTheSizeOfTheView_data()
     {
         QTest::addColumn<QString>("format");
         QTest::addColumn<QSize>("limit");
@@ -383,9 +383,9 @@ private Q_SLOTS:
         QTest::newRow("higher") << "BGRx 240x480" << QSize(320, 240) << QSize(120, 240);
         QTest::newRow("an odd size") << "I420 640x480" << QSize(333, 251) << QSize(333, 250);
         QTest::newRow("smaller") << "I420 160x120" << QSize(320, 240) << QSize(160, 120);
-        QTest::newRow("no place") << "I420 160x120" << QSize(0, 0) << QSize(2, 2);
+        QTest::newRow("no size") << "I420 160x120" << QSize(0, 0) << QSize(2, 2);
     }
-    void aLargePictureComesAsLargeAsItIsShown()
+    void aLargeFrameArrivesInTheSizeOfTheView()
     {
         QFETCH(QString, format);
         QFETCH(QSize, limit);
@@ -417,7 +417,7 @@ private Q_SLOTS:
         QVERIFY(mErrors.empty());
     }
 
-    void onlyTheNewestPictureWaits()
+    void onlyTheNewestFrameIsKept()
     {
         plugIn();
         openSession();
@@ -440,8 +440,8 @@ private Q_SLOTS:
         QTest::addColumn<QSize>("size");
         QTest::newRow("smaller") << "I420 160x120" << QSize(160, 120);
         QTest::newRow("larger") << "I420 640x480" << QSize(640, 480);
-        QTest::newRow("another one") << "BGRx 320x240" << QSize(320, 240);
-        QTest::newRow("as many bytes") << "NV12 320x240" << QSize(320, 240);
+        QTest::newRow("another format") << "BGRx 320x240" << QSize(320, 240);
+        QTest::newRow("same number of bytes") << "NV12 320x240" << QSize(320, 240);
     }
     void theFormatMayChangeInMidStream()
     {
@@ -467,7 +467,7 @@ private Q_SLOTS:
         QVERIFY(mErrors.empty());
     }
 
-    void aNodeThatVanishesInMidPictureIsReportedOnce()
+    void aNodeThatVanishesInMidStreamIsReportedOnce()
     {
         plugIn();
         openSession();
@@ -500,7 +500,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(mErrors.size(), std::size_t(1), Timeout);
     }
 
-    void aNodeThatIsReplacedUnderItsNameGoesOnBeingShown()
+    void aNodeThatIsReplacedUnderItsNameIsStillShown()
     {
         watchTheCamera();
         VirtualCamera successor(CameraName, QStringLiteral("Kitchen"), Green);
@@ -519,7 +519,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(arrived(Green) || !mErrors.empty(), Timeout);
     }
 
-    void aCameraThatChangesItsFormatManyTimesGoesOnBeingShown()
+    void aCameraThatChangesItsFormatManyTimesIsStillShown()
     {
         watchTheCamera();
         // A format change restarts the stream. After five restarts without a frame the session reports an
@@ -532,7 +532,7 @@ private Q_SLOTS:
         }
     }
 
-    void aCameraThatIsReplacedAgainAndAgainWithoutAPictureIsReportedOnce()
+    void aCameraThatIsReplacedRepeatedlyWithoutAFrameIsReportedOnce()
     {
         watchTheCamera();
         for (int successors = 0; successors < 20 && mErrors.empty(); ++successors) {
@@ -551,7 +551,7 @@ private Q_SLOTS:
         QVERIFY(mErrors.front() != -ENODEV);
     }
 
-    void aCameraThatShowsAnotherOneGoesOnBeingShown()
+    void aNodeThatShowsAnotherCameraIsStillShown()
     {
         watchTheCamera();
         mCamera->tell(QStringLiteral("colour 0xff000000"));
@@ -597,7 +597,7 @@ private Q_SLOTS:
         QVERIFY(mErrors.empty());
     }
 
-    void aFailureOnItsWayAtTheStopIsNotReported()
+    void aFailureThatIsQueuedAtTheStopIsNotReported()
     {
         plugIn();
         openSession();
@@ -615,7 +615,7 @@ private Q_SLOTS:
         }
     }
 
-    void aNodeWithoutPicturesIsBlackAndNoError()
+    void aNodeWithoutFramesIsBlackWithoutAnError()
     {
         mCamera = std::make_unique<VirtualCamera>(CameraName, QStringLiteral("Kitchen"), Red);
         mCamera->tell(QStringLiteral("pause"));
@@ -633,7 +633,7 @@ private Q_SLOTS:
         QVERIFY(mErrors.empty());
     }
 
-    void picturesThatStopLeaveTheLastOne()
+    void theLastFrameStaysWhenFramesStop()
     {
         plugIn();
         openSession();
@@ -652,7 +652,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(looksLike(shownAt(160, 120), Green), Timeout);
     }
 
-    void aDeviceThatHasGoneCannotBeOpened()
+    void aVanishedDeviceCannotBeOpened()
     {
         plugIn();
         const auto device = waitFor(CameraName);
@@ -702,7 +702,7 @@ private Q_SLOTS:
         QVERIFY(mErrors.empty());
     }
 
-    void nothingIsLeftAfterManyStartsAndStops()
+    void manyStartsAndStopsLeakNothing()
     {
         const int threadsBefore = threads();
         plugIn();
@@ -733,13 +733,13 @@ private Q_SLOTS:
         QVERIFY(mErrors.empty());
     }
 
-    void aStreamThatHangsIsNotInTheWayOfTheNext_data()
+    void aHungStreamDoesNotDelayTheNext_data()
     {
         QTest::addColumn<bool>("waits");
-        QTest::newRow("stopped when it hung") << false;
-        QTest::newRow("the next one waits already") << true;
+        QTest::newRow("stopped while hung") << false;
+        QTest::newRow("next one queued") << true;
     }
-    void aStreamThatHangsIsNotInTheWayOfTheNext()
+    void aHungStreamDoesNotDelayTheNext()
     {
         QFETCH(bool, waits);
         plugIn();
@@ -766,7 +766,7 @@ private Q_SLOTS:
     }
 
     // This test must run last, because it kills the session's PipeWire.
-    void pipeWireMayDieAndComeBack()
+    void pipeWireMayRestart()
     {
         watchTheCamera();
         const int pipeWire = pidOf(QStringLiteral("pipewire"));

@@ -15,7 +15,7 @@ private Q_SLOTS:
             qunsetenv(variable);
     }
 
-    void theEnvironmentSaysWhere_data()
+    void theEnvironmentNamesTheSocket_data()
     {
         QTest::addColumn<QByteArray>("remote");
         QTest::addColumn<QByteArray>("pipeWireFolder");
@@ -33,7 +33,7 @@ private Q_SLOTS:
             {QStringLiteral("/user/other"), QStringLiteral("/run/pipewire/other")});
         row("a path", "/elsewhere/socket", "/own", "/user", {QStringLiteral("/elsewhere/socket")});
     }
-    void theEnvironmentSaysWhere()
+    void theEnvironmentNamesTheSocket()
     {
         QFETCH(QByteArray, remote);
         QFETCH(QByteArray, pipeWireFolder);
@@ -44,7 +44,7 @@ private Q_SLOTS:
         QTEST(platform::pipeWireSocketPaths(), "expected");
     }
 
-    void aSocketThatIsThereIsPreferred()
+    void anExistingSocketIsPreferred()
     {
         const QTemporaryDir folder;
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder.path()));

@@ -104,7 +104,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(threads(), mThreadsAtRest, Timeout);
     }
 
-    void letsGoOfWhatTheWorkHeldOnItsThread()
+    void destroysTheWorkOnItsThread()
     {
         SerialQueue worker;
         std::thread::id destroyer;
@@ -118,7 +118,7 @@ private Q_SLOTS:
         QVERIFY(destroyer != std::this_thread::get_id());
     }
 
-    void whatTheWorkHeldGoesWhileOthersMayPost()
+    void destroyingTheWorkDoesNotBlockPosts()
     {
         SerialQueue worker;
         std::future<void> post;
@@ -146,7 +146,7 @@ private Q_SLOTS:
         QVERIFY(!worker.isStalled(0ms));
     }
 
-    void whoWaitsIsToldThatThereIsWorkLeft()
+    void waitReportsUnfinishedWork()
     {
         SerialQueue worker;
         QVERIFY(worker.waitUntilIdle({}));
@@ -154,7 +154,7 @@ private Q_SLOTS:
         QVERIFY(!worker.waitUntilIdle(SerialQueue::Clock::now() + 10ms));
     }
 
-    void whatHangsOutlivesTheWorker()
+    void hungWorkOutlivesTheQueue()
     {
         auto done = std::make_shared<std::atomic<bool>>(false);
         {

@@ -25,7 +25,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void aKnownDeviceTellsItsAddress();
+    void aKnownDeviceHasAnAddress();
     void anUnknownDeviceHasNoAddress();
     void anInvalidPathHasNoAddress();
     void withoutTheDaemonThereIsNoAddress();
@@ -83,7 +83,7 @@ void BluetoothDeviceTest::mockIsTold(const QString &path, const QString &interfa
     QVERIFY2(reply.type() == QDBusMessage::ReplyMessage, qPrintable(reply.errorMessage()));
 }
 
-void BluetoothDeviceTest::aKnownDeviceTellsItsAddress()
+void BluetoothDeviceTest::aKnownDeviceHasAnAddress()
 {
     QCOMPARE(device(Device)->getAddressString(), QStringLiteral("00-1B-DC-0F-2A-9C"));
 }

@@ -14,7 +14,7 @@ private Q_SLOTS:
     void initTestCase();
     void altIsTheOptionKey();
     void otherKeysAreNot();
-    void thereIsNoWaitForTheFocusOnX();
+    void theFocusIsNotAwaitedOnX11();
 
 private:
     static void press(const char *key) { xdotool("keydown", key); }
@@ -54,7 +54,7 @@ void KeyboardModifiersTest::otherKeysAreNot()
     release("Shift_L");
 }
 
-void KeyboardModifiersTest::thereIsNoWaitForTheFocusOnX()
+void KeyboardModifiersTest::theFocusIsNotAwaitedOnX11()
 {
     bool called = false;
     mKeyboard->onceFocused([&] { called = true; });

@@ -21,8 +21,8 @@ private Q_SLOTS:
     void elseTheClockInTheFirmwareTable();
     void theMomentaryClockIsNeverUsed_data();
     void theMomentaryClockIsNeverUsed();
-    void garbageIsNoClock_data();
-    void garbageIsNoClock();
+    void malformedValuesAreNotUsed_data();
+    void malformedValuesAreNotUsed();
     void aTruncatedFirmwareTableIsReadToItsEnd();
     void thisMachineHasAClock();
 
@@ -159,7 +159,7 @@ void ProcessorClockTest::theMomentaryClockIsNeverUsed()
     QCOMPARE(frequency(), std::uint64_t(0));
 }
 
-void ProcessorClockTest::garbageIsNoClock_data()
+void ProcessorClockTest::malformedValuesAreNotUsed_data()
 {
     QTest::addColumn<QByteArray>("maximum");
     QTest::addColumn<QByteArray>("cpuinfo");
@@ -173,7 +173,7 @@ void ProcessorClockTest::garbageIsNoClock_data()
     QTest::newRow("bytes") << QByteArray("\xff\0\x80", 3) << QByteArray(100'000, '\xfe');
 }
 
-void ProcessorClockTest::garbageIsNoClock()
+void ProcessorClockTest::malformedValuesAreNotUsed()
 {
     QFETCH(QByteArray, maximum);
     QFETCH(QByteArray, cpuinfo);

@@ -50,7 +50,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(mark()), Timeout);
     }
 
-    void whatCannotBeStartedIsRefused()
+    void anUnstartableProgramIsRefused()
     {
         install(path(QStringLiteral("text")), programThatLeavesItsMark(), false);
         QVERIFY(QDir(mFolder->path()).mkdir(QStringLiteral("Empty.app")));
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(mark()), Timeout);
     }
 
-    void theProgramHoldsNoneOfOurOutput()
+    void theProgramInheritsNoneOfOurOutput()
     {
         install(path(QStringLiteral("quiet")),
                 QStringLiteral("#!/bin/sh\nends=$(readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2)\n"

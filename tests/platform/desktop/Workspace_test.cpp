@@ -67,19 +67,19 @@ private Q_SLOTS:
     void cleanup();
     void cleanupTestCase() { mBus.reset(); }
 
-    void anAddressGoesToTheBrowser();
-    void whatIsNoAddressGoesNowhere();
+    void anAddressOpensInTheBrowser();
+    void anInvalidAddressIsNotOpened();
     void aFileIsOpened();
     void aMissingFileIsNeitherOpenedNorShown();
     void theDesktopsBluetoothSettingsAreOpened();
     void aFileIsShownInTheFileManager();
-    void aRelativePathIsShownByItsWholeOne();
-    void nobodyWaitsForTheFileManager();
+    void aRelativePathIsShownAsAbsolute();
+    void showingAFileDoesNotBlock();
     void withoutAFileManagerTheFolderIsOpened();
     void withoutABusTheFolderIsOpened();
     void aSilentBusIsWaitedForOnce();
-    void aBusThatCameBackIsAsked();
-    void aWorkspaceThatIsGoneOpensNothing();
+    void aRestartedBusIsUsed();
+    void aDestroyedWorkspaceOpensNothing();
 
 public Q_SLOTS:
     // A stand-in for the desktop's default URL handlers.
@@ -120,13 +120,13 @@ void WorkspaceTest::cleanup()
         QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
 }
 
-void WorkspaceTest::anAddressGoesToTheBrowser()
+void WorkspaceTest::anAddressOpensInTheBrowser()
 {
     QVERIFY(mWorkspace->openURL(QUrl(QStringLiteral("http://www.orvex.example"))));
     QCOMPARE(mOpened, QStringList{QStringLiteral("http://www.orvex.example")});
 }
 
-void WorkspaceTest::whatIsNoAddressGoesNowhere()
+void WorkspaceTest::anInvalidAddressIsNotOpened()
 {
     QVERIFY(!mWorkspace->openURL(QUrl()));
     QVERIFY(!mWorkspace->openURL(QUrl(QStringLiteral("http://["))));
@@ -167,7 +167,7 @@ void WorkspaceTest::aFileIsShownInTheFileManager()
     QCOMPARE(mOpened, QStringList());
 }
 
-void WorkspaceTest::aRelativePathIsShownByItsWholeOne()
+void WorkspaceTest::aRelativePathIsShownAsAbsolute()
 {
     const FileManagerStandIn fileManager;
     const QString before = QDir::currentPath();
@@ -177,7 +177,7 @@ void WorkspaceTest::aRelativePathIsShownByItsWholeOne()
     QTRY_COMPARE_WITH_TIMEOUT(fileManager.shown, QStringList{urlOf(file())}, Timeout);
 }
 
-void WorkspaceTest::nobodyWaitsForTheFileManager()
+void WorkspaceTest::showingAFileDoesNotBlock()
 {
     // The stand-in runs in this thread, so it replies only when the event loop runs. A blocking call would
     // fail.
@@ -214,7 +214,7 @@ void WorkspaceTest::aSilentBusIsWaitedForOnce()
     QCOMPARE(mOpened.size(), Many);
 }
 
-void WorkspaceTest::aBusThatCameBackIsAsked()
+void WorkspaceTest::aRestartedBusIsUsed()
 {
     QVERIFY(mWorkspace->selectFile(file()));
     expectFolderOpened();
@@ -227,7 +227,7 @@ void WorkspaceTest::aBusThatCameBackIsAsked()
     QTRY_VERIFY_WITH_TIMEOUT(mWorkspace->selectFile(file()) && !fileManager.shown.isEmpty(), Timeout);
 }
 
-void WorkspaceTest::aWorkspaceThatIsGoneOpensNothing()
+void WorkspaceTest::aDestroyedWorkspaceOpensNothing()
 {
     const FileManagerStandIn fileManager;
     QVERIFY(mWorkspace->selectFile(file()));

@@ -174,7 +174,7 @@ private Q_SLOTS:
         QVERIFY(received.empty());
     }
 
-    void aDelayInhibitorIsTakenAtTheStartAndGivenBackAtTheEnd()
+    void aDelayInhibitorIsTakenAtTheStartAndReleasedAtTheEnd()
     {
         startLogind();
         {
@@ -186,7 +186,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(inhibitors(), 0, Timeout);
     }
 
-    void sleepWaitsForTheAnswerToItsOwnMessage()
+    void sleepWaitsForTheReplyToItsOwnMessage()
     {
         startLogind();
         platform::LogindPower power(openBus(), Delay);
@@ -240,7 +240,7 @@ private Q_SLOTS:
         QCOMPARE(inhibitors(), 1);
     }
 
-    void anOddOrderOfMessagesLeaksNoInhibitor()
+    void anUnexpectedOrderOfMessagesLeaksNoInhibitor()
     {
         startLogind();
         platform::LogindPower power(openBus(), Delay);
@@ -263,7 +263,7 @@ private Q_SLOTS:
         QCOMPARE(inhibitors(), 1);
     }
 
-    void manyNightsKeepTheDescriptorsWhereTheyWere()
+    void manySleepsLeakNoDescriptor()
     {
         startLogind();
         platform::LogindPower power(openBus(), Delay);
@@ -281,7 +281,7 @@ private Q_SLOTS:
         QCOMPARE(inhibitors(), 1);
     }
 
-    void aLogindThatComesBackIsAskedAgain()
+    void aRestartedLogindIsQueriedAgain()
     {
         startLogind();
         platform::LogindPower power(openBus(), Delay);
@@ -294,7 +294,7 @@ private Q_SLOTS:
         QCOMPARE(inhibitors(), 1);
     }
 
-    void oneInhibitorIsAskedForAtATime()
+    void oneInhibitorIsRequestedAtATime()
     {
         FakeLogindInhibitors logind;
         logind.keepAnswersBack();
@@ -317,7 +317,7 @@ private Q_SLOTS:
         QCOMPARE(logind.held(), 1);
     }
 
-    void anInhibitorThatComesAfterTheSleepWasAllowedIsReleased()
+    void anInhibitorGrantedAfterTheSleepWasAllowedIsReleased()
     {
         FakeLogindInhibitors logind;
         logind.keepAnswersBack();
@@ -367,7 +367,7 @@ private Q_SLOTS:
         QCOMPARE(logind.held(), 1);
     }
 
-    void aSwitchOfTheUserIsToldOnceEachWay()
+    void aSessionSwitchIsReportedOnceEachWay()
     {
         startLogind();
         tell(bus::LogindPath, Mock, QStringLiteral("AddSession"),
@@ -390,7 +390,7 @@ private Q_SLOTS:
         QCOMPARE(heard, expected);
     }
 
-    void aLogindThatComesBackTellsOfASwitchInBetween()
+    void aRestartedLogindReportsASwitchMadeMeanwhile()
     {
         qputenv("XDG_SESSION_ID", "c1");
         FakeLogindSession logind;
@@ -422,7 +422,7 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("searches");
         QTest::newRow("by its name") << "c1" << int(Finds::ByName) << QStringList{name};
         QTest::newRow("by the process") << "" << int(Finds::ByProcess) << QStringList{process};
-        QTest::newRow("by the process of a name nobody knows")
+        QTest::newRow("by the process of an unknown name")
             << "c7" << int(Finds::ByProcess) << QStringList{name, process};
         QTest::newRow("as the user's display")
             << "" << int(Finds::ByDisplay) << QStringList{process, display};
@@ -445,7 +445,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(heard, QStringList{Resigned}, Timeout);
     }
 
-    void theFirstAnswerIsNoSwitch()
+    void theFirstReplyIsNoSessionChange()
     {
         qputenv("XDG_SESSION_ID", "c1");
         FakeLogindSession logind;
@@ -459,14 +459,14 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(heard, QStringList{BecameActive}, Timeout);
     }
 
-    void aLossBeforeTheFirstAnswerIsTold_data()
+    void aLossBeforeTheFirstReplyIsReported_data()
     {
         QTest::addColumn<bool>("says");
         QTest::newRow("with the new value") << true;
         QTest::newRow("without the new value") << false;
     }
 
-    void aLossBeforeTheFirstAnswerIsTold()
+    void aLossBeforeTheFirstReplyIsReported()
     {
         QFETCH(bool, says);
         qputenv("XDG_SESSION_ID", "c1");
@@ -490,7 +490,7 @@ private Q_SLOTS:
         QCOMPARE(heard, (QStringList{Resigned, BecameActive}));
     }
 
-    void aGainBeforeTheFirstAnswerIsNotTold()
+    void aGainBeforeTheFirstReplyIsNotReported()
     {
         qputenv("XDG_SESSION_ID", "c1");
         FakeLogindSession logind;
@@ -508,7 +508,7 @@ private Q_SLOTS:
         QCOMPARE(heard, QStringList{Resigned});
     }
 
-    void aSwitchThatDoesNotSayWhereToIsAskedFor()
+    void anInvalidatedPropertyIsReadAgain()
     {
         qputenv("XDG_SESSION_ID", "c1");
         FakeLogindSession logind;

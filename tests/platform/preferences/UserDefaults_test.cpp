@@ -183,7 +183,7 @@ private Q_SLOTS:
     void valuesFromAnotherWriterSurviveARewrite();
     void textsOfUnchangedValuesStay();
     void aRewriteChangesTheValueAlone();
-    void aByteOrderMarkIsNoContent();
+    void aByteOrderMarkIsSkipped();
     void anEmptyRootTakesAKey();
     void theLastOfEqualKeysCounts();
     void aKeyOfManyReferencesIsReadInLinearTime();
@@ -199,7 +199,7 @@ private Q_SLOTS:
     void aMissingDomainIsNotCreated();
     void aDomainThatIsDeletedBeforeTheWriteStaysDeleted();
     void withoutAConfigurationFolderTheFileIsInTheUsualOne();
-    void aNewFileIsItsOwnersAlone();
+    void onlyItsOwnerMayReadANewFile();
     void theModeIsKept_data();
     void theModeIsKept();
     void theOwnerIsKept();
@@ -208,14 +208,14 @@ private Q_SLOTS:
     void aRelativeLinkInALinkedFolderIsFollowedAsTheKernelDoes();
     void aLinkToNothingGetsItsTarget();
     void aReaderNeverSeesHalfAFile();
-    void namesThatAreNoFileNames();
+    void namesThatAreNotFileNames();
 
     void pendingChangesAreReadBack();
     void pendingChangesAreWrittenAtTheEnd();
     void pendingChangesAreWrittenWhenTheProgramQuits();
     void anotherWritersChangeIsSeenAtOnce();
     void aChangeOfTheSameSizeRightAfterwardsIsSeen();
-    void theBytesBeforeAWriteCanComeBack();
+    void anotherWriterMayRestoreTheBytesFromBeforeAWrite();
     void theLastWriterWins();
     void anIdleSynchronizeOpensNothing();
     void aChangeReadsTheFileOnceForItsValuesAndOnceBeforeTheWrite();
@@ -233,8 +233,8 @@ private Q_SLOTS:
     void aFolderThatMayNotBeWritten();
     void aFullDisk();
     void aFailedWriteNeverReplacesANewerFile();
-    void aFileThatIsMendedIsReadAgain();
-    void aFileThatBreaksBeforeTheWriteIsKept();
+    void aRepairedFileIsReadAgain();
+    void aFileDamagedBeforeTheWriteIsKept();
 
 private:
     void fileHolds(const QByteArray &bytes);
@@ -482,7 +482,7 @@ void UserDefaultsTest::aRewriteChangesTheValueAlone()
     QCOMPARE(list->toXml(), before + "<integer>8</integer>" + after);
 }
 
-void UserDefaultsTest::aByteOrderMarkIsNoContent()
+void UserDefaultsTest::aByteOrderMarkIsSkipped()
 {
     const auto list = PropertyListDictionary::fromXml("\xEF\xBB\xBF" + smallDomain(3));
     QVERIFY(list);
@@ -619,12 +619,12 @@ void UserDefaultsTest::malformedListsAreRefused_data()
 {
     QTest::addColumn<QByteArray>("xml");
     QTest::newRow("empty") << QByteArray();
-    QTest::newRow("no list") << QByteArray("hello");
+    QTest::newRow("not a list") << QByteArray("hello");
     QTest::newRow("binary list") << QByteArray("bplist00\xd0\x08", 10);
     QTest::newRow("root is an array") << QByteArray("<plist><array/></plist>");
     QTest::newRow("no root") << QByteArray("<plist/>");
     QTest::newRow("two roots") << QByteArray("<plist><dict/><dict/></plist>");
-    QTest::newRow("something follows") << QByteArray("<plist><dict/></plist><plist/>");
+    QTest::newRow("trailing text") << QByteArray("<plist><dict/></plist><plist/>");
     QTest::newRow("value without a key") << QByteArray("<plist><dict><true/></dict></plist>");
     QTest::newRow("key without a value") << QByteArray("<plist><dict><key>a</key></dict></plist>");
     QTest::newRow("two keys") << QByteArray("<plist><dict><key>a</key><key>b</key></dict></plist>");
@@ -702,7 +702,7 @@ void UserDefaultsTest::withoutAConfigurationFolderTheFileIsInTheUsualOne()
     QCOMPARE(sizeIn(*platform::makeFileUserDefaults()), 3);
 }
 
-void UserDefaultsTest::aNewFileIsItsOwnersAlone()
+void UserDefaultsTest::onlyItsOwnerMayReadANewFile()
 {
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(mFolder->filePath(QStringLiteral("not/there/yet"))));
     mFile = mFolder->filePath(QStringLiteral("not/there/yet/") + Domain + QStringLiteral(".plist"));
@@ -819,7 +819,7 @@ void UserDefaultsTest::aReaderNeverSeesHalfAFile()
     QVERIFY(fileBytes().contains("<integer>2</integer>"));
 }
 
-void UserDefaultsTest::namesThatAreNoFileNames()
+void UserDefaultsTest::namesThatAreNotFileNames()
 {
     const auto defaults = platform::makeFileUserDefaults();
     PropertyListDictionary domain;
@@ -885,7 +885,7 @@ void UserDefaultsTest::aChangeOfTheSameSizeRightAfterwardsIsSeen()
     }
 }
 
-void UserDefaultsTest::theBytesBeforeAWriteCanComeBack()
+void UserDefaultsTest::anotherWriterMayRestoreTheBytesFromBeforeAWrite()
 {
     fileHolds(smallDomain(1));
     const auto defaults = platform::makeFileUserDefaults();
@@ -1103,7 +1103,7 @@ void UserDefaultsTest::aFailedWriteNeverReplacesANewerFile()
     QCOMPARE(fileBytes(), smallDomain(5, "<key>New</key><true/>"));
 }
 
-void UserDefaultsTest::aFileThatIsMendedIsReadAgain()
+void UserDefaultsTest::aRepairedFileIsReadAgain()
 {
     fileHolds("broken");
     expectOneComplaint("left unchanged");
@@ -1116,7 +1116,7 @@ void UserDefaultsTest::aFileThatIsMendedIsReadAgain()
     QVERIFY(fileBytes().contains("<integer>5</integer>"));
 }
 
-void UserDefaultsTest::aFileThatBreaksBeforeTheWriteIsKept()
+void UserDefaultsTest::aFileDamagedBeforeTheWriteIsKept()
 {
     fileHolds(smallDomain(1));
     const auto defaults = platform::makeFileUserDefaults();

@@ -194,7 +194,7 @@ private Q_SLOTS:
         QCOMPARE(alertsOnScreen().size(), 0);
     }
 
-    void anAlertSaysItsWordsAsTheyAre()
+    void anAlertShowsItsTextsUnchanged()
     {
         mWindow->appear();
         beginAlert(Failure, mWindow.get());
@@ -268,7 +268,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(mWindow->button.hasFocus(), Timeout);
     }
 
-    void theSameWordsAreShownOnceAndEndForEveryCaller()
+    void theSameAlertIsShownOnceAndEndsForEveryCaller()
     {
         mWindow->appear();
         beginAlert(Failure, mWindow.get());
@@ -281,7 +281,7 @@ private Q_SLOTS:
         QVERIFY2(theAlert(), "said again, it is shown again");
     }
 
-    void differentWordsAreShownOneAfterTheOther()
+    void differentAlertsAreShownOneAfterTheOther()
     {
         mWindow->appear();
         beginAlert(Failure, mWindow.get());
@@ -315,7 +315,7 @@ private Q_SLOTS:
         QVERIFY2(theAlert(), "an alert that was read makes room for the next");
     }
 
-    void theSameWordsBeforeAndAfterTheFirstWindowAreShownOnce()
+    void theSameAlertBeforeAndAfterTheFirstWindowIsShownOnce()
     {
         beginAlert(Failure, nullptr);
         mWindow->appear();
@@ -328,7 +328,7 @@ private Q_SLOTS:
         QCOMPARE(alertsOnScreen().size(), 0);
     }
 
-    void aWindowThatIsActivatedLateGivesTheKeyboardToItsAlert()
+    void aWindowThatIsActivatedLateGivesTheFocusToItsAlert()
     {
         mWindow->appear();
         beginAlert(Failure, mWindow.get());
@@ -338,7 +338,7 @@ private Q_SLOTS:
         waitForTheAlertToHaveTheFocus();
     }
 
-    void aWindowThatGoesTakesTheAlertsInItsQueueAlong()
+    void aDestroyedWindowRemovesItsQueuedAlerts()
     {
         mWindow->appear();
         beginAlert(Failure, mWindow.get());
@@ -368,7 +368,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(theAlert(), Timeout);
     }
 
-    void anAlertForAWindowOutOfSightWaits()
+    void anAlertForAHiddenWindowWaits()
     {
         beginAlert(Failure, mWindow.get());
         QCOMPARE(alertsOnScreen().size(), 0);
@@ -376,7 +376,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(theAlert(), Timeout);
     }
 
-    void anAlertForAWindowOutOfSightWaitsBesideAnotherWindow()
+    void anAlertForAHiddenWindowWaitsBesideAnotherWindow()
     {
         HostWindow other;
         other.appear();
@@ -406,7 +406,7 @@ private Q_SLOTS:
         QVERIFY(hangsOn(theAlert(), &host));
     }
 
-    void theMainWindowIsNoDialogWhereThereIsAnotherOne()
+    void theMainWindowIsADialogOnlyIfThereIsNoOtherWindow()
     {
         QDialog aboutBox;
         aboutBox.show();
@@ -428,7 +428,7 @@ private Q_SLOTS:
         QCOMPARE(mPresenter->applicationMainWindow(), mWindow.get());
     }
 
-    void alertsAndSheetsAreNoMainWindows()
+    void alertsAndSheetsAreNotMainWindows()
     {
         Sheet sheet;
         mPresenter->beginSheet(&sheet, nullptr, counting());
@@ -439,7 +439,7 @@ private Q_SLOTS:
         QCOMPARE(mPresenter->applicationMainWindow(), mWindow.get());
     }
 
-    void aWindowThatGoesTakesItsAlertsAlong()
+    void aDestroyedWindowRemovesItsAlerts()
     {
         mWindow->appear();
         beginAlert(Failure, mWindow.get());
@@ -449,7 +449,7 @@ private Q_SLOTS:
         QCOMPARE(mEnded, 0);
     }
 
-    void aSheetIsUpUntilItIsEnded()
+    void aSheetIsVisibleUntilItIsEnded()
     {
         mWindow->appear();
         Sheet sheet;
@@ -492,7 +492,7 @@ private Q_SLOTS:
         QCOMPARE(mEnded, 1);
     }
 
-    void onlyAHostThatQuitsClosesASheetThatRefuses()
+    void onlyAQuitOfTheHostClosesASheetThatRefuses()
     {
         mWindow->appear();
         HostThatStays host;
@@ -572,7 +572,7 @@ private Q_SLOTS:
         QCOMPARE(mEnded, 1);
     }
 
-    void aQuitThatAsksFirstStillClosesTheSheet()
+    void aQuitWithAQuestionStillClosesTheSheet()
     {
         mWindow->appear();
         HostThatStays host;
@@ -590,7 +590,7 @@ private Q_SLOTS:
         QCOMPARE(mEnded, 1);
     }
 
-    void aSheetStaysAwayUntilTheQuitIsDecided()
+    void aSheetStaysHiddenUntilTheQuitIsDecided()
     {
         mWindow->appear();
         HostThatStays host;
@@ -635,7 +635,7 @@ private Q_SLOTS:
         QCOMPARE(mEnded, 1);
     }
 
-    void aSheetThatAQuitHasClosedStaysAwayWhenTheHostEnds()
+    void aSheetThatAQuitHasClosedStaysHiddenWhenTheHostEnds()
     {
         mWindow->appear();
         HostThatStays host;
@@ -740,7 +740,7 @@ private Q_SLOTS:
         QCOMPARE(mEnded, 1);
     }
 
-    void whenASheetEndsItIsStillOnScreen()
+    void theEndHandlerRunsWhileTheSheetIsVisible()
     {
         mWindow->appear();
         Sheet sheet;
@@ -757,13 +757,13 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(mWindow->field.hasFocus(), Timeout);
     }
 
-    void aSheetThatEndsWhileThePersonIsElsewhereActivatesNothing_data()
+    void aSheetThatEndsInAnInactiveWindowActivatesNothing_data()
     {
         QTest::addColumn<bool>("hasAnotherSheet");
         QTest::newRow("the window's only sheet") << false;
         QTest::newRow("one sheet of two") << true;
     }
-    void aSheetThatEndsWhileThePersonIsElsewhereActivatesNothing()
+    void aSheetThatEndsInAnInactiveWindowActivatesNothing()
     {
         QFETCH(bool, hasAnotherSheet);
         mWindow->appear();
@@ -782,7 +782,7 @@ private Q_SLOTS:
         QCOMPARE(mWindow->focusWidget(), &mWindow->button);
     }
 
-    void endingASheetThatIsNotUpDoesNothing()
+    void endingASheetThatIsNotVisibleDoesNothing()
     {
         Sheet sheet;
         mPresenter->endSheet(&sheet);
@@ -822,7 +822,7 @@ private Q_SLOTS:
         QCOMPARE(mEnded, 1);
     }
 
-    void aSheetThatGoesIsForgotten()
+    void aDestroyedSheetIsForgotten()
     {
         mWindow->appear();
         auto sheet = std::make_unique<Sheet>();

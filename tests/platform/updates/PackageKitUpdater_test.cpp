@@ -46,34 +46,34 @@ private Q_SLOTS:
     void cleanup();
 
     void offersTheNewerPackageOfItsOwnFile();
-    void asksInTheBackground();
+    void searchesInTheBackground();
     void offersNothingWhenItsFileBelongsToNoPackage();
     void offersNothingWhenUpToDate();
     void ignoresOtherPackages();
     void ignoresAnUpdateThatIsHeldBack();
     void ignoresAnUpdateOfAnotherArchitecture();
-    void ignoresSignalsOfStrangers();
+    void ignoresSignalsOfOtherProcesses();
     void startsTheServiceWhenItIsNotRunning();
-    void asksOnceADay();
-    void asksAgainTheNextDay();
-    void asksAgainWhenTheClockWentBack();
-    void remembersAcrossProcessesThatItAsked();
-    void laterTakesTheOfferAway();
+    void searchesOnceADay();
+    void searchesAgainTheNextDay();
+    void searchesAgainWhenTheClockWentBack();
+    void remembersItsSearchAcrossProcesses();
+    void laterWithdrawsTheOffer();
     void skippedVersionIsNotOfferedAgain();
     void versionAfterTheSkippedOneIsOffered();
     void installsThePackageAndShowsProgress();
     void letsTheServiceAskForAPassword();
     void offersAgainWhenThePersonRefuses_data();
     void offersAgainWhenThePersonRefuses();
-    void tellsWhyAnInstallationFailed();
-    void tellsThatTheServiceVanished();
-    void keepsQuietWhenTheServiceVanishesOverAQuestion();
-    void keepsQuietWhenTheBusDiesOverAQuestion();
-    void tellsThatTheBusDiedOverAnInstallation();
-    void keepsQuietWhenTheQuestionFails();
-    void keepsQuietWithoutAService();
+    void reportsWhyAnInstallationFailed();
+    void reportsThatTheServiceVanished();
+    void showsNothingWhenTheServiceVanishesDuringASearch();
+    void showsNothingWhenTheBusIsLostDuringASearch();
+    void reportsTheLossOfTheBusDuringAnInstallation();
+    void showsNothingWhenTheSearchFails();
+    void showsNothingWithoutAService();
     void keepsTheRunLoopTurningWhileTheServiceIsSilent();
-    void theSharedUpdaterIsOne();
+    void thereIsOneSharedUpdater();
     void findsTheFileItWasLoadedFrom();
 
 private:
@@ -198,7 +198,7 @@ void PackageKitUpdaterTest::offersTheNewerPackageOfItsOwnFile()
     QVERIFY(calls().contains(QStringLiteral("SearchFiles 4 ") + OwnFile));
 }
 
-void PackageKitUpdaterTest::asksInTheBackground()
+void PackageKitUpdaterTest::searchesInTheBackground()
 {
     offerUpdate();
     const QString hints = QStringLiteral("SetHints background=true interactive=false");
@@ -261,7 +261,7 @@ void PackageKitUpdaterTest::ignoresAnUpdateOfAnotherArchitecture()
     QCOMPARE(offer().version(), QStringLiteral("1.1-1"));
 }
 
-void PackageKitUpdaterTest::ignoresSignalsOfStrangers()
+void PackageKitUpdaterTest::ignoresSignalsOfOtherProcesses()
 {
     mBehaviour[QStringLiteral("stranger")] = true;
     offerUpdate();
@@ -282,7 +282,7 @@ void PackageKitUpdaterTest::startsTheServiceWhenItIsNotRunning()
     mSystemBus.start();
 }
 
-void PackageKitUpdaterTest::asksOnceADay()
+void PackageKitUpdaterTest::searchesOnceADay()
 {
     offerUpdate();
     Q_EMIT offer().laterChosen();
@@ -296,7 +296,7 @@ void PackageKitUpdaterTest::asksOnceADay()
     QCOMPARE(calls().filter(QStringLiteral("SearchFiles")).size(), 2);
 }
 
-void PackageKitUpdaterTest::asksAgainTheNextDay()
+void PackageKitUpdaterTest::searchesAgainTheNextDay()
 {
     offerUpdate();
     Q_EMIT offer().laterChosen();
@@ -304,7 +304,7 @@ void PackageKitUpdaterTest::asksAgainTheNextDay()
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
 
-void PackageKitUpdaterTest::asksAgainWhenTheClockWentBack()
+void PackageKitUpdaterTest::searchesAgainWhenTheClockWentBack()
 {
     offerUpdate();
     Q_EMIT offer().laterChosen();
@@ -313,7 +313,7 @@ void PackageKitUpdaterTest::asksAgainWhenTheClockWentBack()
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
 
-void PackageKitUpdaterTest::remembersAcrossProcessesThatItAsked()
+void PackageKitUpdaterTest::remembersItsSearchAcrossProcesses()
 {
     offerUpdate();
     startUpdater();
@@ -325,7 +325,7 @@ void PackageKitUpdaterTest::remembersAcrossProcessesThatItAsked()
     QCOMPARE(calls().filter(QStringLiteral("SearchFiles")).size(), 2);
 }
 
-void PackageKitUpdaterTest::laterTakesTheOfferAway()
+void PackageKitUpdaterTest::laterWithdrawsTheOffer()
 {
     offerUpdate();
     Q_EMIT offer().laterChosen();
@@ -392,7 +392,7 @@ void PackageKitUpdaterTest::offersAgainWhenThePersonRefuses()
     QVERIFY(asked(QStringLiteral("UpdatePackages")));
 }
 
-void PackageKitUpdaterTest::tellsWhyAnInstallationFailed()
+void PackageKitUpdaterTest::reportsWhyAnInstallationFailed()
 {
     mBehaviour[QStringLiteral("install")] = QStringLiteral("failed");
     offerUpdate();
@@ -403,7 +403,7 @@ void PackageKitUpdaterTest::tellsWhyAnInstallationFailed()
     QCOMPARE(offer().stage(), Stage::None);
 }
 
-void PackageKitUpdaterTest::tellsThatTheServiceVanished()
+void PackageKitUpdaterTest::reportsThatTheServiceVanished()
 {
     mBehaviour[QStringLiteral("install")] = QStringLiteral("vanish");
     offerUpdate();
@@ -414,7 +414,7 @@ void PackageKitUpdaterTest::tellsThatTheServiceVanished()
     QCOMPARE(log.lines.size(), 1);
 }
 
-void PackageKitUpdaterTest::keepsQuietWhenTheServiceVanishesOverAQuestion()
+void PackageKitUpdaterTest::showsNothingWhenTheServiceVanishesDuringASearch()
 {
     mBehaviour[QStringLiteral("query")] = QStringLiteral("vanish");
     startPackageKit();
@@ -429,7 +429,7 @@ void PackageKitUpdaterTest::keepsQuietWhenTheServiceVanishesOverAQuestion()
     QCOMPARE(log.lines.size(), 1);
 }
 
-void PackageKitUpdaterTest::keepsQuietWhenTheBusDiesOverAQuestion()
+void PackageKitUpdaterTest::showsNothingWhenTheBusIsLostDuringASearch()
 {
     mBehaviour[QStringLiteral("query")] = QStringLiteral("silent");
     startPackageKit();
@@ -448,7 +448,7 @@ void PackageKitUpdaterTest::keepsQuietWhenTheBusDiesOverAQuestion()
     QCOMPARE(log.lines.size(), 1);
 }
 
-void PackageKitUpdaterTest::tellsThatTheBusDiedOverAnInstallation()
+void PackageKitUpdaterTest::reportsTheLossOfTheBusDuringAnInstallation()
 {
     mBehaviour[QStringLiteral("install")] = QStringLiteral("silent");
     offerUpdate();
@@ -463,7 +463,7 @@ void PackageKitUpdaterTest::tellsThatTheBusDiedOverAnInstallation()
     restartBus();
 }
 
-void PackageKitUpdaterTest::keepsQuietWhenTheQuestionFails()
+void PackageKitUpdaterTest::showsNothingWhenTheSearchFails()
 {
     mBehaviour[QStringLiteral("query")] = QStringLiteral("failed");
     startPackageKit();
@@ -479,7 +479,7 @@ void PackageKitUpdaterTest::keepsQuietWhenTheQuestionFails()
     QVERIFY(!asked(QStringLiteral("GetUpdates")));
 }
 
-void PackageKitUpdaterTest::keepsQuietWithoutAService()
+void PackageKitUpdaterTest::showsNothingWithoutAService()
 {
     const LogLines log;
     showPane();
@@ -506,7 +506,7 @@ void PackageKitUpdaterTest::keepsTheRunLoopTurningWhileTheServiceIsSilent()
     QTRY_COMPARE_WITH_TIMEOUT(offer().stage(), Stage::Offered, Timeout);
 }
 
-void PackageKitUpdaterTest::theSharedUpdaterIsOne()
+void PackageKitUpdaterTest::thereIsOneSharedUpdater()
 {
     QCOMPARE(mFramework->updaterForBundle(nullptr), mFramework->updaterForBundle(nullptr));
     QVERIFY(mFramework->initForBundle(nullptr) != mFramework->updaterForBundle(nullptr));

@@ -37,9 +37,9 @@ private:
 private Q_SLOTS:
     void init();
     void cleanup();
-    void withoutABusNothingIsAskedAndNothingLogged();
-    void aBusThatComesLaterIsAskedOnce();
-    void aSilentBusHoldsNobodyUpAndIsAskedWhenItAnswers();
+    void withoutABusNothingIsQueriedAndNothingLogged();
+    void aBusThatStartsLaterIsQueriedOnce();
+    void aSilentBusDoesNotBlockAndIsQueriedWhenItReplies();
 };
 
 void PackageKitWithoutBusTest::init()
@@ -59,7 +59,7 @@ void PackageKitWithoutBusTest::cleanup()
     mSystemBus.start();
 }
 
-void PackageKitWithoutBusTest::withoutABusNothingIsAskedAndNothingLogged()
+void PackageKitWithoutBusTest::withoutABusNothingIsQueriedAndNothingLogged()
 {
     mSystemBus.kill();
     const LogLines log;
@@ -71,7 +71,7 @@ void PackageKitWithoutBusTest::withoutABusNothingIsAskedAndNothingLogged()
     QCOMPARE(mFramework->offer().stage(), platform::UpdateOffer::Stage::None);
 }
 
-void PackageKitWithoutBusTest::aBusThatComesLaterIsAskedOnce()
+void PackageKitWithoutBusTest::aBusThatStartsLaterIsQueriedOnce()
 {
     mSystemBus.kill();
     showPane();
@@ -86,7 +86,7 @@ void PackageKitWithoutBusTest::aBusThatComesLaterIsAskedOnce()
     QCOMPARE(log.lines.size(), 1);
 }
 
-void PackageKitWithoutBusTest::aSilentBusHoldsNobodyUpAndIsAskedWhenItAnswers()
+void PackageKitWithoutBusTest::aSilentBusDoesNotBlockAndIsQueriedWhenItReplies()
 {
     mSystemBus.stop();
     const LogLines log;
