@@ -58,7 +58,8 @@ bool RemoteCaller::isAnswered(QDBusPendingCall &call, int declaredResults)
         qCWarning(PLATFORM_LOG, "A call to the agent failed: %s", qUtf8Printable(call.error().message()));
         return false;
     }
-    // QDBusPendingReply checks only the declared types and would accept further arguments after them.
+    // QDBusPendingReply checks only the declared types and would accept further arguments after them, so
+    // count the arguments here.
     const bool complete = reply.arguments().size() == declaredResults;
     if (!complete)
         qCWarning(PLATFORM_LOG, "A reply of the agent is too long: \"%s\"",

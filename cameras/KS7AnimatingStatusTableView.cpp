@@ -193,7 +193,7 @@ void KS7AnimatingStatusTableView::setUsable(bool usable)
     const bool isSwitchedOff = !usable && isEnabled();
     const bool hadFocus = window()->focusWidget() == this;
     setEnabled(usable);
-    // Forget an heir of an earlier time: its focus may be the user's choice by now.
+    // Forget the widget that received the focus earlier: the user may have chosen it since.
     if (isSwitchedOff)
         mFocusHeir = hadFocus ? window()->focusWidget() : nullptr;
 }

@@ -45,8 +45,8 @@ void announceTexts(const Outlets &outlets)
              inOneLine(outlets.firmwareMainText->text(), outlets.firmwareStatusText->text()));
 }
 
-/// Announces the texts, unless a screen reader reads them as the description of the Continue button: when the
-/// button has got the focus, or when the description changes while the button has the focus.
+/// Announces the texts, unless a screen reader reads them as the description of the Continue button. It does
+/// so when the button gets the focus, or when the description changes while the button has the focus.
 void announceUnlessRead(const Outlets &outlets, bool hadFocus)
 {
     const auto *button = outlets.firmwareContinueButton;

@@ -73,6 +73,6 @@ void KS7SettingsWindowController::userSessionDidBecomeActive(const Notification 
             setupConnections();
     }
     mSwitchedOut = false;
-    // The last texts say that the pane has no agent.
+    // The last texts say that the pane has no agent, so replace them.
     showWords();
 }

@@ -73,8 +73,8 @@ std::int16_t KS7PreviewController::doSeqGrab()
 
 std::optional<std::int16_t> KS7PreviewController::setUpSession()
 {
-    // The pane looks for the camera once. The session stays even if it gets no camera below: later starts
-    // run it without one and show a black picture, and the caption says what to do.
+    // The pane looks for the camera once, and keeps a session that gets no camera below. Later starts run
+    // that session without a camera and show a black picture. The caption then says what to do.
     mCaptureSession = mCapture->makeSession();
     const auto camera = findCamera(*mCapture);
     if (!camera)

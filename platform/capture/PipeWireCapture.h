@@ -8,8 +8,8 @@ namespace platform {
 /// unique ID is the node's `node.name`, the display name its `node.description`.
 ///
 /// The first start of a session initialises GStreamer, which is never shut down. A stop leaves no thread and
-/// no descriptor behind. A session continues to deliver frames after its camera has changed the format, and
-/// after the camera's node was replaced by a node with the same name.
+/// no descriptor behind. A session continues to deliver frames after a change of the camera's format, and
+/// after another node has replaced the camera's node under the same name.
 ///
 /// Error codes are negative errno values for the camera and PipeWire, and GStreamer's positive codes for
 /// other failures:

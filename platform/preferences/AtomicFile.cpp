@@ -175,9 +175,9 @@ int replace(const QString &name, const QByteArray &bytes)
         return ELOOP;
     if (replaced && errorFor(*replaced) != 0)
         return errorFor(*replaced);
-    std::error_code failedBelow; // Not checked: if the folder is missing, mkostemp() fails.
+    std::error_code ignored; // Do not check the result: if the folder is missing, mkostemp() fails.
     if (!replaced)
-        create_directories(target.parent_path(), failedBelow);
+        create_directories(target.parent_path(), ignored);
     const int error = replaceTarget(target, bytes, replaced ? &*replaced : nullptr);
     if (error == 0)
         syncFolder(target.parent_path());

@@ -87,7 +87,7 @@ bool isForbidden(QChar character)
 /// in Qt 6.11.
 QString wellFormed(const QString &text)
 {
-    // The conversion removes a byte order mark at the start. Add one, so that one of the text's own stays.
+    // The conversion removes a byte order mark at the start. Prepend one, so that the text's own one remains.
     constexpr char32_t ByteOrderMark = U'\uFEFF';
     return QString::fromStdU32String(ByteOrderMark + text.toStdU32String());
 }

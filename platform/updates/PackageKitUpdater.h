@@ -30,7 +30,8 @@ QString ownCodeFile();
 std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr<BusConnection> bus,
                                                                  UpdaterOptions options);
 
-/// Makes the framework for ownCodeFile() and the current user. `program` names the state file's folder.
+/// Makes the same framework for the package of this library. The state file is the current user's, in a
+/// folder with the name `program`.
 std::shared_ptr<SoftwareUpdateFramework> makePackageKitFramework(std::shared_ptr<BusConnection> bus,
                                                                  const QString &program);
 

@@ -33,7 +33,7 @@ void hear(QAccessibleEvent *event)
         told.append(QStringLiteral("focus %1").arg(row));
     if (event->type() == QAccessible::ObjectCreated)
         told.append(QStringLiteral("creation %1").arg(row));
-    // Qt 6.11 tells once more when it deletes the interface of a row that is gone.
+    // Qt 6.11 sends another event when it deletes the interface of a removed row.
     if (event->type() == QAccessible::ObjectDestroyed && source->isValid())
         told.append(QStringLiteral("destruction %1").arg(row));
 }

@@ -546,8 +546,8 @@ private Q_SLOTS:
         QCOMPARE(table().numberOfRows(), 2);
         QCOMPARE(table().textOfRow(0), QStringLiteral("Kitchen, Streaming"));
         QCOMPARE(table().textOfRow(1), QStringLiteral("Unknown camera"));
-        // The table has two rows, one for each record in cameraDict. The sorted list has three addresses. The
-        // third one has a record, but the table does not show it.
+        // cameraDict has two records, so the table has two rows. The sorted list has three addresses. The
+        // record of the third address is therefore not shown, although cameraInRow() returns it.
         QVERIFY(cameraInRow(2));
         QCOMPARE(table().selectedRow(), -1);
         QVERIFY(controller().selectedCamAddress().isNull());

@@ -256,7 +256,7 @@ void ControllerFirmwareTest::theAgentRefusesAtOnce()
     startUpdate();
     QCOMPARE(during, Updating);
     QCOMPARE(look(), failed(code));
-    // firmwareError() hides the indicator, but does not stop the indicator's animation.
+    // firmwareError() hides the progress bar without stopping its animation, so isAnimating() stays true.
     QVERIFY(indicator()->isAnimating());
     QCOMPARE(fixture->journal->filter(QStringLiteral("slice")), QStringList());
     pressContinue();
@@ -352,7 +352,8 @@ void ControllerFirmwareTest::escapeCancelsOnlyWhileCancelIsVisible()
 
 void ControllerFirmwareTest::anUpdateWithoutAnEndKeepsItsSheet()
 {
-    // The agent lives and reports everything but the end, until the host quits.
+    // The agent reports progress and other news, but never the end of the update. Only the quit of the host
+    // ends the wait.
     auto *sheet = fixture->outlets().firmwareSheet;
     fixture->runLoop->onSlice = [&] {
         if (++slice == 1) {
