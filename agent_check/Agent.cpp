@@ -1,7 +1,7 @@
 #include "agent_check/Agent.h"
 
 #include "agent/RemoteNames.h"
-#include "agent_check/Words.h"
+#include "agent_check/Translation.h"
 #include "platform/bus/BusCall.h"
 #include "platform/bus/BusNames.h"
 
@@ -29,7 +29,7 @@ QDBusMessage askDaemon(const QDBusConnection &bus, const QString &method, const 
 /// Formats a D-Bus signature for a message. The empty signature becomes "nothing".
 QString inWords(const QString &signature)
 {
-    return signature.isEmpty() ? Words::tr("nothing") : QLatin1Char('"') + signature + QLatin1Char('"');
+    return signature.isEmpty() ? Translation::tr("nothing") : QLatin1Char('"') + signature + QLatin1Char('"');
 }
 
 } // namespace
@@ -105,7 +105,7 @@ Answer Agent::end(const QString &operation, QDBusPendingCall call)
 Answer Agent::ask(const QString &operation, const QVariantList &arguments)
 {
     if (mSilent.contains(operation))
-        return {Words::tr("%1 has not replied before").arg(operation), {}};
+        return {Translation::tr("%1 has not replied before").arg(operation), {}};
     return end(operation, begin(operation, arguments));
 }
 
@@ -123,18 +123,18 @@ QString Agent::problemOf(const Operation &operation, const QDBusMessage &reply)
 {
     if (reply.type() == QDBusMessage::ErrorMessage) {
         if (!isThere())
-            return Words::tr("%1: the agent ended without a reply").arg(operation.call());
+            return Translation::tr("%1: the agent ended without a reply").arg(operation.call());
         if (platform::timedOut(reply)) {
             timedOut(operation);
-            return Words::tr("%1: no reply within %2 s")
+            return Translation::tr("%1: no reply within %2 s")
                 .arg(operation.call())
                 .arg(timeOf(operation.name) / 1s);
         }
-        return Words::tr("%1: the error %2, \"%3\"")
+        return Translation::tr("%1: the error %2, \"%3\"")
             .arg(operation.call(), reply.errorName(), reply.errorMessage());
     }
     if (reply.signature() != operation.out)
-        return Words::tr("%1: the reply is %2 instead of %3")
+        return Translation::tr("%1: the reply is %2 instead of %3")
             .arg(operation.call(), inWords(reply.signature()), inWords(operation.out));
     return {};
 }

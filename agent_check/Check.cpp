@@ -2,8 +2,8 @@
 
 #include "agent/RemoteNames.h"
 #include "agent_check/Preferences.h"
-#include "agent_check/Report.h"
-#include "agent_check/Words.h"
+#include "agent_check/Translation.h"
+#include "agent_check/report/Report.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -31,12 +31,12 @@ int refuse(const QString &reason)
 
 int Check::run()
 {
-    if (!mBench.ear.listen())
-        return refuse(Words::tr("the session bus refuses to be listened to"));
+    if (!mContext.recorder.start())
+        return refuse(Translation::tr("the session bus refuses to be listened to"));
     const QString reason = findAgent();
     if (!reason.isEmpty())
         return refuse(reason);
-    const auto report = mBench.options.json ? makeJsonReport() : makeTextReport();
+    const auto report = mContext.options.json ? makeJsonReport() : makeTextReport();
     const Demands demands = allDemands();
     for (const Demand &demand : demands) {
         if (!isWanted(demand) || isInterrupted())
@@ -54,53 +54,54 @@ int Check::run()
 
 bool Check::isWanted(const Demand &demand) const
 {
-    return mBench.options.groups.isEmpty() || mBench.options.groups.contains(demand.group());
+    return mContext.options.groups.isEmpty() || mContext.options.groups.contains(demand.group());
 }
 
 Outcome Check::lookAt(const Demand &demand)
 {
     QCoreApplication::processEvents();
-    const bool isLost = demand.needsAgent && !mBench.agent.name().isEmpty() && !mBench.agent.isThere();
-    if (mBench.agent.isHung() && demand.group() != QStringLiteral("end"))
-        return skip(Words::tr("the agent replies to nothing"));
-    return isLost ? skip(Words::tr("the agent has gone, or its names have changed hands"))
-                  : demand.check(mBench);
+    const bool isLost = demand.needsAgent && !mContext.agent.name().isEmpty() && !mContext.agent.isThere();
+    if (mContext.agent.isHung() && demand.group() != QStringLiteral("end"))
+        return skip(Translation::tr("the agent replies to nothing"));
+    return isLost ? skip(Translation::tr("the agent has gone, or its names have changed hands"))
+                  : demand.check(mContext);
 }
 
 QString Check::findAgent()
 {
-    if (!mBench.options.launch.isEmpty()) {
+    if (!mContext.options.launch.isEmpty()) {
         QString reason = launch();
         if (!reason.isEmpty())
             return reason;
     }
-    mBench.agent.find();
-    if (mBench.agent.owner(RemoteNames::AgentServer).isEmpty()
-        && mBench.agent.owner(RemoteNames::AgentServerUSB).isEmpty())
-        return mBench.launched ? Words::tr("the program has not taken the agent's names")
-                               : Words::tr("there is no agent on the session bus; --launch starts one");
+    mContext.agent.find();
+    if (mContext.agent.owner(RemoteNames::AgentServer).isEmpty()
+        && mContext.agent.owner(RemoteNames::AgentServerUSB).isEmpty())
+        return mContext.launched
+            ? Translation::tr("the program has not taken the agent's names")
+            : Translation::tr("there is no agent on the session bus; --launch starts one");
     return lookForCamera();
 }
 
 QString Check::launch()
 {
     for (const QString &name : {RemoteNames::AgentServer, RemoteNames::AgentServerUSB}) {
-        const auto process = mBench.agent.processOf(RemoteNames::busName(name));
+        const auto process = mContext.agent.processOf(RemoteNames::busName(name));
         if (process)
-            return Words::tr("another agent runs: process %1 owns %2")
+            return Translation::tr("another agent runs: process %1 owns %2")
                 .arg(*process)
                 .arg(RemoteNames::busName(name));
     }
-    mBench.hadPreferencesFile = QFileInfo::exists(preferencesFile());
-    mBench.launched = std::make_unique<Launched>(mBench.options.launch);
-    if (!mBench.launched->start())
-        return Words::tr("%1 cannot be started").arg(mBench.options.launch);
-    mBench.waitFor(
+    mContext.hadPreferencesFile = QFileInfo::exists(preferencesFile());
+    mContext.launched = std::make_unique<LaunchedAgent>(mContext.options.launch);
+    if (!mContext.launched->start())
+        return Translation::tr("%1 cannot be started").arg(mContext.options.launch);
+    mContext.waitFor(
         [this] {
-            mBench.agent.find();
+            mContext.agent.find();
             const bool isUp =
-                mBench.agent.isThere() && !mBench.agent.owner(RemoteNames::AgentServerUSB).isEmpty();
-            return isUp || !mBench.launched->isRunning();
+                mContext.agent.isThere() && !mContext.agent.owner(RemoteNames::AgentServerUSB).isEmpty();
+            return isUp || !mContext.launched->isRunning();
         },
         LaunchTime);
     return {};
@@ -108,20 +109,20 @@ QString Check::launch()
 
 QString Check::lookForCamera()
 {
-    const QString &camera = mBench.options.camera;
+    const QString &camera = mContext.options.camera;
     if (camera.isEmpty())
         return {};
     ListReading list;
     // An agent that was just launched may need some time until it lists the camera.
-    const bool isListed = mBench.waitFor(
+    const bool isListed = mContext.waitFor(
         [&] {
-            list = ListReading::takeRows(mBench.agent);
+            list = ListReading::takeRows(mContext.agent);
             return list.order.contains(camera) || !list.problem.isEmpty();
         },
-        mBench.launched ? CameraTime : 0ms);
+        mContext.launched ? CameraTime : 0ms);
     if (isListed)
         return {};
-    return Words::tr("the agent does not list the camera %1, but these: %2")
+    return Translation::tr("the agent does not list the camera %1, but these: %2")
         .arg(camera, list.order.join(QStringLiteral(", ")));
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "agent_check/Bench.h"
+#include "agent_check/CheckContext.h"
 
 #include <QDBusConnection>
 
@@ -10,7 +10,7 @@ namespace agent_check {
 class Check {
 public:
     Check(const Options &options, const QDBusConnection &bus)
-        : mBench(options, bus)
+        : mContext(options, bus)
     {
     }
 
@@ -26,7 +26,7 @@ private:
     [[nodiscard]] bool isWanted(const Demand &demand) const;
     Outcome lookAt(const Demand &demand);
 
-    Bench mBench;
+    CheckContext mContext;
 };
 
 /// Prints the reason on standard error. Returns the exit code of a check that could not run.

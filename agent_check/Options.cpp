@@ -1,7 +1,7 @@
 #include "agent_check/Options.h"
 
-#include "agent_check/Demand.h"
-#include "agent_check/Words.h"
+#include "agent_check/Translation.h"
+#include "agent_check/demands/Demand.h"
 
 #include <QCommandLineParser>
 
@@ -23,23 +23,23 @@ constexpr int MostSlowness = 100;
 QList<QCommandLineOption> declaredOptions()
 {
     return {
-        {QStringLiteral("launch"), Words::tr("Starts this program, checks it, and ends it."),
+        {QStringLiteral("launch"), Translation::tr("Starts this program, checks it, and ends it."),
          QStringLiteral("program")},
         {QStringLiteral("allow-changes"),
-         Words::tr(
+         Translation::tr(
              "Also renames, hides, prefers and at last removes this camera, writes its firmware when it "
              "is at the cable and needs it, and changes settings and restores them."),
          QStringLiteral("address")},
         {QStringLiteral("passkey"),
-         Words::tr("With --allow-changes: the new passkey of the camera at the cable."),
+         Translation::tr("With --allow-changes: the new passkey of the camera at the cable."),
          QStringLiteral("digits")},
         {QStringLiteral("only"),
-         Words::tr("Checks this group; may be repeated. Groups: %1.")
+         Translation::tr("Checks this group; may be repeated. Groups: %1.")
              .arg(groupNames().join(QStringLiteral(", "))),
          QStringLiteral("group")},
-        {QStringLiteral("slow"), Words::tr("Makes every limit so many times as long."),
+        {QStringLiteral("slow"), Translation::tr("Makes every limit so many times as long."),
          QStringLiteral("factor"), QStringLiteral("1")},
-        {QStringLiteral("json"), Words::tr("Prints one JSON object.")},
+        {QStringLiteral("json"), Translation::tr("Prints one JSON object.")},
     };
 }
 
@@ -48,7 +48,8 @@ int slownessFrom(const QString &text)
     bool isNumber = false;
     const int number = text.toInt(&isNumber);
     if (!isNumber || number < 1 || number > MostSlowness)
-        complain(Words::tr("--slow takes a number from 1 to %1, not \"%2\".").arg(MostSlowness).arg(text));
+        complain(
+            Translation::tr("--slow takes a number from 1 to %1, not \"%2\".").arg(MostSlowness).arg(text));
     return number;
 }
 
@@ -56,7 +57,7 @@ QStringList groupsFrom(const QStringList &names)
 {
     for (const QString &name : names) {
         if (!groupNames().contains(name))
-            complain(Words::tr("There is no group \"%1\".").arg(name));
+            complain(Translation::tr("There is no group \"%1\".").arg(name));
     }
     return names;
 }
@@ -71,15 +72,15 @@ bool Options::wantsJson(const QStringList &arguments)
 Options Options::parse(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        Words::tr("Checks a KS-7 camera agent against its contract, one line for each demand.\n"
-                  "Without --allow-changes it changes no camera and no setting, but asks for one search.\n"
-                  "Exit code: 0 nothing failed, 1 a demand failed, 2 nothing could be checked."));
+    parser.setApplicationDescription(Translation::tr(
+        "Checks a KS-7 camera agent against its contract, one line for each demand.\n"
+        "Without --allow-changes it changes no camera and no setting, but asks for one search.\n"
+        "Exit code: 0 nothing failed, 1 a demand failed, 2 nothing could be checked."));
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addOptions(declaredOptions());
     if (!parser.parse(arguments) || !parser.positionalArguments().isEmpty())
-        complain(parser.errorText().isEmpty() ? Words::tr("There are too many arguments.")
+        complain(parser.errorText().isEmpty() ? Translation::tr("There are too many arguments.")
                                               : parser.errorText());
     parser.process(arguments);
     Options options;

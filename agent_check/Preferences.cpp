@@ -1,7 +1,7 @@
 #include "agent_check/Preferences.h"
 
 #include "agent/AgentContract.h"
-#include "agent_check/Words.h"
+#include "agent_check/Translation.h"
 #include "platform/preferences/AtomicFile.h"
 #include "platform/preferences/UserDefaults.h"
 
@@ -19,13 +19,14 @@ Preferences Preferences::read()
 {
     const auto contents = platform::AtomicFile::read(preferencesFile());
     if (contents.error == ENOENT)
-        return {Words::tr("there is no file %1").arg(preferencesFile()), {}};
+        return {Translation::tr("there is no file %1").arg(preferencesFile()), {}};
     if (contents.error != 0)
         return {QString::fromLocal8Bit(std::strerror(contents.error)), {}};
     const auto values = platform::PropertyListDictionary::fromXml(contents.bytes);
     if (!values)
-        return {Words::tr("%1 is no XML property list in UTF-8 with a dictionary").arg(preferencesFile()),
-                {}};
+        return {
+            Translation::tr("%1 is no XML property list in UTF-8 with a dictionary").arg(preferencesFile()),
+            {}};
     return {QString(), *values};
 }
 

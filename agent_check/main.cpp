@@ -1,6 +1,6 @@
 #include "agent/WireTypes.h"
 #include "agent_check/Check.h"
-#include "agent_check/Words.h"
+#include "agent_check/Translation.h"
 #include "platform/QtCompat.h"
 #include "platform/bus/BusHandshake.h"
 
@@ -42,10 +42,10 @@ int main(int argc, char **argv)
     }
     const Options options = Options::parse(QCoreApplication::arguments());
     if (!answersOnSessionBus())
-        return refuse(Words::tr("there is no session bus"));
+        return refuse(Translation::tr("there is no session bus"));
     const auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, ConnectionName);
     if (!bus.isConnected())
-        return refuse(Words::tr("there is no session bus"));
+        return refuse(Translation::tr("there is no session bus"));
     registerWireTypes();
     endOnSignals();
     return Check(options, bus).run();

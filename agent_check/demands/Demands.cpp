@@ -1,11 +1,11 @@
-#include "agent_check/Demand.h"
+#include "agent_check/demands/Demand.h"
 
 namespace agent_check {
 
 Demands allDemands()
 {
-    return nameDemands() + operationDemands() + loadDemands() + listDemands() + oddDemands() + postDemands()
-        + fileDemands() + pictureDemands() + changeDemands() + endDemands();
+    return nameDemands() + operationDemands() + loadDemands() + listDemands() + invalidArgumentDemands()
+        + postDemands() + fileDemands() + pictureDemands() + changeDemands() + endDemands();
 }
 
 QStringList groupNames()

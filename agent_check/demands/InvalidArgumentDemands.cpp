@@ -1,6 +1,6 @@
-#include "agent_check/Bench.h"
-#include "agent_check/Demand.h"
-#include "agent_check/Words.h"
+#include "agent_check/CheckContext.h"
+#include "agent_check/Translation.h"
+#include "agent_check/demands/Demand.h"
 
 #include <limits>
 
@@ -20,27 +20,28 @@ QStringList oddTexts()
             QString::fromUtf8("\xf0\x9d\x9f\x8f\xe2\x80\xae")};
 }
 
-Outcome checkNames(Bench &bench)
+Outcome checkNames(CheckContext &context)
 {
     const QStringList texts = oddTexts();
     for (const QString &text : texts) {
-        const Answer answer = bench.agent.ask(QStringLiteral("validateName"), {text});
+        const Answer answer = context.agent.ask(QStringLiteral("validateName"), {text});
         if (!answer.isProper())
             return fail(answer.problem);
     }
     return pass();
 }
 
-Outcome checkAddresses(Bench &bench)
+Outcome checkAddresses(CheckContext &context)
 {
     for (const char *operation : {"isPreferredDeviceAddress", "connectedCamHasBTAddress"}) {
         const QStringList texts = oddTexts() + QStringList(Nobody);
         for (const QString &text : texts) {
-            const Answer answer = bench.agent.ask(QLatin1String(operation), {text});
+            const Answer answer = context.agent.ask(QLatin1String(operation), {text});
             if (!answer.isProper())
                 return fail(answer.problem);
             if (answer.values.value(0).toBool())
-                return fail(Words::tr("%1 is true for \"%2\"").arg(QLatin1String(operation), text.left(40)));
+                return fail(
+                    Translation::tr("%1 is true for \"%2\"").arg(QLatin1String(operation), text.left(40)));
         }
     }
     return pass();
@@ -66,21 +67,21 @@ QVector<Call> callsForNothing()
             {"setIgnore", {true, QVariantMap{{QStringLiteral("Status"), QStringLiteral("odd")}}}}};
 }
 
-Outcome checkChanges(Bench &bench)
+Outcome checkChanges(CheckContext &context)
 {
-    if (!bench.mayChange())
+    if (!context.mayChange())
         return skipForChanges();
-    ListReading before = ListReading::take(bench.agent);
+    ListReading before = ListReading::take(context.agent);
     const auto calls = callsForNothing();
     for (const Call &call : calls) {
-        const Answer answer = bench.agent.ask(QLatin1String(call.operation), call.arguments);
+        const Answer answer = context.agent.ask(QLatin1String(call.operation), call.arguments);
         if (!answer.isProper())
             return fail(answer.problem);
-        const ListReading after = ListReading::take(bench.agent);
+        const ListReading after = ListReading::take(context.agent);
         if (!after.problem.isEmpty())
             return fail(after.problem);
         if (after.order != before.order || after.index != before.index)
-            return fail(Words::tr("%1 has changed the list or the preferred camera")
+            return fail(Translation::tr("%1 has changed the list or the preferred camera")
                             .arg(QLatin1String(call.operation)));
         before = after;
     }
@@ -89,13 +90,13 @@ Outcome checkChanges(Bench &bench)
 
 } // namespace
 
-Demands oddDemands()
+Demands invalidArgumentDemands()
 {
     return {
-        {QStringLiteral("odd.names"), Words::tr("validateName replies for any text"), checkNames},
+        {QStringLiteral("odd.names"), Translation::tr("validateName replies for any text"), checkNames},
         {QStringLiteral("odd.addresses"),
-         Words::tr("An unknown address is neither preferred nor at the cable"), checkAddresses},
-        {QStringLiteral("odd.changes"), Words::tr("Unknown addresses, rows and records change nothing"),
+         Translation::tr("An unknown address is neither preferred nor at the cable"), checkAddresses},
+        {QStringLiteral("odd.changes"), Translation::tr("Unknown addresses, rows and records change nothing"),
          checkChanges},
     };
 }

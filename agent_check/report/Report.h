@@ -1,6 +1,6 @@
 #pragma once
 
-#include "agent_check/Demand.h"
+#include "agent_check/demands/Demand.h"
 
 #include <QJsonArray>
 

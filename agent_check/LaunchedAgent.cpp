@@ -1,4 +1,4 @@
-#include "agent_check/Launched.h"
+#include "agent_check/LaunchedAgent.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -11,7 +11,7 @@ constexpr int EndTime = 3000; // ms
 
 } // namespace
 
-Launched::Launched(const QString &program)
+LaunchedAgent::LaunchedAgent(const QString &program)
 {
     // Start the agent like the pane does, but forward its standard error: its messages help the developer of
     // the agent.
@@ -22,7 +22,7 @@ Launched::Launched(const QString &program)
     mProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
 }
 
-Launched::~Launched()
+LaunchedAgent::~LaunchedAgent()
 {
     if (!isRunning())
         return;
@@ -33,7 +33,7 @@ Launched::~Launched()
     }
 }
 
-bool Launched::start()
+bool LaunchedAgent::start()
 {
     const QFileInfo program(mProcess.program());
     if (!program.isFile() || !program.isExecutable())

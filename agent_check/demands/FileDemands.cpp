@@ -1,9 +1,9 @@
 #include "agent/AgentContract.h"
 #include "agent/NotificationNames.h"
-#include "agent_check/Bench.h"
-#include "agent_check/Demand.h"
+#include "agent_check/CheckContext.h"
 #include "agent_check/Preferences.h"
-#include "agent_check/Words.h"
+#include "agent_check/Translation.h"
+#include "agent_check/demands/Demand.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -58,12 +58,12 @@ bool hasItsType(const QString &key, const QVariant &value)
     return isBoolean(value);
 }
 
-Outcome checkFile(Bench &)
+Outcome checkFile(CheckContext &)
 {
     return judged(Preferences::read().problem);
 }
 
-Outcome checkTypes(Bench &)
+Outcome checkTypes(CheckContext &)
 {
     const Preferences file = Preferences::read();
     if (!file.problem.isEmpty())
@@ -73,25 +73,25 @@ Outcome checkTypes(Bench &)
           PreferenceKeys::LogToFile, PreferenceKeys::FriendlyNames, PreferenceKeys::IgnoredCams}) {
         const QVariant value = file.values.value(key);
         if (value.isValid() && !hasItsType(key, value))
-            return fail(Words::tr("\"%1\" has another type").arg(key));
+            return fail(Translation::tr("\"%1\" has another type").arg(key));
     }
     return pass();
 }
 
-Outcome checkMode(Bench &bench)
+Outcome checkMode(CheckContext &context)
 {
     const QFileInfo file(preferencesFile());
-    if (!bench.launched || bench.hadPreferencesFile || !file.exists())
-        return skip(Words::tr("the agent has not made it now"));
+    if (!context.launched || context.hadPreferencesFile || !file.exists())
+        return skip(Translation::tr("the agent has not made it now"));
     const auto open = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
-    return file.permissions() & open ? fail(Words::tr("others may read or write it")) : pass();
+    return file.permissions() & open ? fail(Translation::tr("others may read or write it")) : pass();
 }
 
 /// Makes the agent store ShowStatusMenu. Returns false if the file does not contain the value in time.
-bool toggle(const Bench &bench, bool on)
+bool toggle(const CheckContext &context, bool on)
 {
-    bench.post(NotificationNames::ToggleStatusMenu, {{UserInfoKeys::Value, on ? 1 : 0}});
-    return bench.waitFor(
+    context.post(NotificationNames::ToggleStatusMenu, {{UserInfoKeys::Value, on ? 1 : 0}});
+    return context.waitFor(
         [on] {
             const Preferences file = Preferences::read();
             return file.problem.isEmpty() && file.values.value(PreferenceKeys::ShowStatusMenu).isValid()
@@ -106,21 +106,22 @@ void compare(const Preferences &mine, SettingsFinding &finding)
 {
     const Preferences file = Preferences::read();
     if (file.values.value(PreferenceKeys::VideoSize2) != mine.values.value(PreferenceKeys::VideoSize2))
-        finding.seen = fail(Words::tr("the agent has written the old %1").arg(PreferenceKeys::VideoSize2));
+        finding.seen =
+            fail(Translation::tr("the agent has written the old %1").arg(PreferenceKeys::VideoSize2));
     const QVariantMap foreign = foreignValues();
     for (auto entry = foreign.begin(); entry != foreign.end(); ++entry) {
         const QVariant value = file.values.value(entry.key());
         if (value.userType() != entry.value().userType() || value != entry.value()) {
-            const QString problem = value.isValid() ? Words::tr("the agent has changed the key %1")
-                                                    : Words::tr("the agent has dropped the key %1");
+            const QString problem = value.isValid() ? Translation::tr("the agent has changed the key %1")
+                                                    : Translation::tr("the agent has dropped the key %1");
             finding.foreign = fail(problem.arg(entry.key()));
         }
     }
 }
 
-void restore(const Bench &bench, const Preferences &before)
+void restore(const CheckContext &context, const Preferences &before)
 {
-    toggle(bench, before.isOn(PreferenceKeys::ShowStatusMenu));
+    toggle(context, before.isOn(PreferenceKeys::ShowStatusMenu));
     Preferences file = Preferences::read();
     if (!file.problem.isEmpty())
         return;
@@ -128,11 +129,11 @@ void restore(const Bench &bench, const Preferences &before)
     for (const QString &key : keys)
         file.values.setValue(key, before.values.value(key));
     static_cast<void>(file.write());
-    bench.post(NotificationNames::ChangedOptimizedPreference);
+    context.post(NotificationNames::ChangedOptimizedPreference);
 }
 
 /// Changes the file as another program would do it, makes the agent write the file, and returns the outcomes.
-SettingsFinding tryOut(const Bench &bench)
+SettingsFinding tryOut(const CheckContext &context)
 {
     const Preferences before = Preferences::read();
     if (!before.problem.isEmpty())
@@ -146,26 +147,26 @@ SettingsFinding tryOut(const Bench &bench)
     const QString problem = mine.write();
     if (!problem.isEmpty())
         return {skip(problem), skip(problem), skip(problem)};
-    bench.post(NotificationNames::ChangedOptimizedPreference);
+    context.post(NotificationNames::ChangedOptimizedPreference);
     SettingsFinding finding;
-    if (toggle(bench, !before.isOn(PreferenceKeys::ShowStatusMenu)))
+    if (toggle(context, !before.isOn(PreferenceKeys::ShowStatusMenu)))
         compare(mine, finding);
     else
-        finding = {fail(Words::tr("the file has not got it")),
-                   skip(Words::tr("the agent has written nothing")),
-                   skip(Words::tr("the agent has written nothing"))};
-    restore(bench, before);
+        finding = {fail(Translation::tr("the file has not got it")),
+                   skip(Translation::tr("the agent has written nothing")),
+                   skip(Translation::tr("the agent has written nothing"))};
+    restore(context, before);
     return finding;
 }
 
 Demand settingsDemand(const char *id, const QString &text, Outcome SettingsFinding::*part)
 {
-    return {QLatin1String(id), text, [part](Bench &bench) {
-                if (!bench.mayChange())
+    return {QLatin1String(id), text, [part](CheckContext &context) {
+                if (!context.mayChange())
                     return skipForChanges();
-                if (!bench.settings)
-                    bench.settings = tryOut(bench);
-                return *bench.settings.*part;
+                if (!context.settings)
+                    context.settings = tryOut(context);
+                return *context.settings.*part;
             }};
 }
 
@@ -174,12 +175,14 @@ Demand settingsDemand(const char *id, const QString &text, Outcome SettingsFindi
 Demands fileDemands()
 {
     return {
-        {QStringLiteral("file.there"), Words::tr("The preferences file is a property list"), checkFile},
-        {QStringLiteral("file.types"), Words::tr("The known keys have their types"), checkTypes},
-        {QStringLiteral("file.mode"), Words::tr("A new file is for its user alone"), checkMode},
-        settingsDemand("file.toggle", Words::tr("KS7ToggleStatusMenu is stored"), &SettingsFinding::toggled),
-        settingsDemand("file.seen", Words::tr("A change of another program is seen"), &SettingsFinding::seen),
-        settingsDemand("file.foreign", Words::tr("Every foreign key survives a write"),
+        {QStringLiteral("file.there"), Translation::tr("The preferences file is a property list"), checkFile},
+        {QStringLiteral("file.types"), Translation::tr("The known keys have their types"), checkTypes},
+        {QStringLiteral("file.mode"), Translation::tr("A new file is for its user alone"), checkMode},
+        settingsDemand("file.toggle", Translation::tr("KS7ToggleStatusMenu is stored"),
+                       &SettingsFinding::toggled),
+        settingsDemand("file.seen", Translation::tr("A change of another program is seen"),
+                       &SettingsFinding::seen),
+        settingsDemand("file.foreign", Translation::tr("Every foreign key survives a write"),
                        &SettingsFinding::foreign),
     };
 }

@@ -1,7 +1,7 @@
-#include "agent_check/Bench.h"
+#include "agent_check/CheckContext.h"
 
 #include "agent/RemoteNames.h"
-#include "agent_check/Words.h"
+#include "agent_check/Translation.h"
 
 #include <QCoreApplication>
 #include <QDBusMessage>
@@ -36,24 +36,24 @@ void endOnSignals()
 
 Outcome skipForChanges()
 {
-    return skip(Words::tr("it changes something; --allow-changes allows that"));
+    return skip(Translation::tr("it changes something; --allow-changes allows that"));
 }
 
-Bench::Bench(Options given, const QDBusConnection &connection)
+CheckContext::CheckContext(Options given, const QDBusConnection &connection)
     : options(std::move(given))
     , bus(connection)
-    , ear(connection)
+    , recorder(connection)
     , agent(connection, options.slowness)
 {
 }
 
-Outcome Bench::unjudged(const QString &problem) const
+Outcome CheckContext::outcomeOfImproperReply(const QString &problem) const
 {
     const bool isNamed = options.groups.isEmpty() || options.groups.contains(QStringLiteral("operation"));
     return isNamed ? skip(problem) : fail(problem);
 }
 
-bool Bench::waitFor(const std::function<bool()> &condition, std::chrono::milliseconds limit) const
+bool CheckContext::waitFor(const std::function<bool()> &condition, std::chrono::milliseconds limit) const
 {
     const QDeadlineTimer deadline(options.limit(limit));
     QEventLoop loop;
@@ -67,34 +67,34 @@ bool Bench::waitFor(const std::function<bool()> &condition, std::chrono::millise
     return true;
 }
 
-void Bench::listenFor(std::chrono::milliseconds time) const
+void CheckContext::listenFor(std::chrono::milliseconds time) const
 {
     const QDeadlineTimer end(time);
     waitFor([&end] { return end.hasExpired(); }, time * 2);
 }
 
-void Bench::post(const QString &name, const QVariantMap &userInfo) const
+void CheckContext::post(const QString &name, const QVariantMap &userInfo) const
 {
     auto signal =
         QDBusMessage::createSignal(RemoteNames::NotificationPath, RemoteNames::NotificationInterface, name);
     bus.send(signal << userInfo);
 }
 
-int Bench::posts(const QString &name, int from) const
+int CheckContext::posts(const QString &name, int from) const
 {
-    return ear.count(name, agent.name(), from);
+    return recorder.count(name, agent.name(), from);
 }
 
-int Bench::mark() const
+int CheckContext::mark() const
 {
     // Wait for a reply of the bus daemon. The bus delivers in order, so all earlier posts arrive before this
     // reply.
     static_cast<void>(agent.isThere());
     QCoreApplication::processEvents();
-    return ear.now();
+    return recorder.nextIndex();
 }
 
-bool Bench::waitForPost(const QString &name, int from, std::chrono::milliseconds limit) const
+bool CheckContext::waitForPost(const QString &name, int from, std::chrono::milliseconds limit) const
 {
     return waitFor([&] { return posts(name, from) > 0; }, limit);
 }

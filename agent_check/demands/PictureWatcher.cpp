@@ -1,4 +1,4 @@
-#include "agent_check/PictureWatcher.h"
+#include "agent_check/demands/PictureWatcher.h"
 
 #include "platform/capture/PipeWireSocket.h"
 

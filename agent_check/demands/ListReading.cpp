@@ -1,10 +1,10 @@
-#include "agent_check/ListReading.h"
+#include "agent_check/demands/ListReading.h"
 
 #include "agent/AgentContract.h"
 #include "agent/RemoteNames.h"
 #include "agent/WireTypes.h"
 #include "agent_check/Agent.h"
-#include "agent_check/Words.h"
+#include "agent_check/Translation.h"
 
 #include <QDBusArgument>
 
@@ -31,12 +31,13 @@ QString problemOfRecord(const QString &address, const QVariantMap &record)
 {
     const QVariant status = record.value(RecordKeys::Status);
     if (status.userType() != QMetaType::Int)
-        return Words::tr("%1 has no \"%2\" of type %3").arg(address, RecordKeys::Status, QStringLiteral("i"));
+        return Translation::tr("%1 has no \"%2\" of type %3")
+            .arg(address, RecordKeys::Status, QStringLiteral("i"));
     if (status.toInt() < kKS7CamNotFound || status.toInt() > kKS7CamError)
-        return Words::tr("%1 has the status %2").arg(address, QString::number(status.toInt()));
+        return Translation::tr("%1 has the status %2").arg(address, QString::number(status.toInt()));
     for (const QString &key : {RecordKeys::CameraIDString, RecordKeys::FriendlyName}) {
         if (record.value(key).userType() != QMetaType::QString)
-            return Words::tr("%1 has no \"%2\" of type %3").arg(address, key, QStringLiteral("s"));
+            return Translation::tr("%1 has no \"%2\" of type %3").arg(address, key, QStringLiteral("s"));
     }
     return {};
 }
@@ -80,7 +81,7 @@ QString problemOfOrder(const ListReading &list)
     addresses.sort();
     return sorted == addresses
         ? QString()
-        : Words::tr("cameraDict has [%1], sortedDeviceList has [%2]")
+        : Translation::tr("cameraDict has [%1], sortedDeviceList has [%2]")
               .arg(addresses.join(QStringLiteral(", ")), sorted.join(QStringLiteral(", ")));
 }
 
@@ -88,19 +89,19 @@ QString problemOfIndex(const ListReading &list)
 {
     if (list.index == NoPreferredCamera || list.index < std::uint64_t(list.order.size()))
         return {};
-    return Words::tr("it is %1, and the list has %2 rows").arg(list.index).arg(list.order.size());
+    return Translation::tr("it is %1, and the list has %2 rows").arg(list.index).arg(list.order.size());
 }
 
 QString problemOfPreferred(const ListReading &list)
 {
     if (list.index == NoPreferredCamera)
-        return list.preferred.isEmpty() ? QString() : Words::tr("there is a record, but no row");
+        return list.preferred.isEmpty() ? QString() : Translation::tr("there is a record, but no row");
     if (list.preferred.isEmpty())
-        return Words::tr("there is a row, but no record");
+        return Translation::tr("there is a row, but no record");
     const QVariantMap inList = list.cameras.value(list.order.value(int(list.index)));
     return list.preferred == inList
         ? QString()
-        : Words::tr("the record is of \"%1\", the row of \"%2\", or their values differ")
+        : Translation::tr("the record is of \"%1\", the row of \"%2\", or their values differ")
               .arg(list.preferred.value(RecordKeys::FriendlyName).toString(),
                    inList.value(RecordKeys::FriendlyName).toString());
 }
@@ -110,10 +111,11 @@ QString problemOfCameras(const ListReading &list)
     QList<QVariantMap> records = list.records;
     for (const QVariantMap &record : list.cameras) {
         if (!records.removeOne(record))
-            return Words::tr("\"%1\" is missing or has other values")
+            return Translation::tr("\"%1\" is missing or has other values")
                 .arg(record.value(RecordKeys::FriendlyName).toString());
     }
-    return records.isEmpty() ? QString() : Words::tr("there are %1 records too many").arg(records.size());
+    return records.isEmpty() ? QString()
+                             : Translation::tr("there are %1 records too many").arg(records.size());
 }
 
 } // namespace agent_check

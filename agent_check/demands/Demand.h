@@ -8,7 +8,7 @@
 
 namespace agent_check {
 
-class Bench;
+class CheckContext;
 
 /// The exit codes of ks7-agent-check.
 enum ExitCode { NothingFailed = 0, SomethingFailed = 1, CannotCheck = 2 };
@@ -45,7 +45,7 @@ struct Demand {
     /// The identifier "group.name", which is not translated.
     QString id;
     QString text;
-    std::function<Outcome(Bench &)> check;
+    std::function<Outcome(CheckContext &)> check;
     /// Whether the demand can be checked only while the agent runs.
     bool needsAgent = true;
     [[nodiscard]] QString group() const { return id.section(QLatin1Char('.'), 0, 0); }
@@ -59,12 +59,12 @@ Demands allDemands();
 QStringList groupNames();
 
 // Each function returns the demands of one group. Each is defined in its own file: nameDemands() in
-// NameDemands.cpp, and so on.
+// NameDemands.cpp, and so on. The identifiers of invalidArgumentDemands() begin with "odd".
 Demands nameDemands();
 Demands operationDemands();
 Demands loadDemands();
 Demands listDemands();
-Demands oddDemands();
+Demands invalidArgumentDemands();
 Demands postDemands();
 Demands fileDemands();
 Demands changeDemands();

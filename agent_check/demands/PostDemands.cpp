@@ -1,9 +1,9 @@
 #include "agent/AgentContract.h"
 #include "agent/NotificationNames.h"
-#include "agent_check/Bench.h"
-#include "agent_check/Demand.h"
+#include "agent_check/CheckContext.h"
 #include "agent_check/Preferences.h"
-#include "agent_check/Words.h"
+#include "agent_check/Translation.h"
+#include "agent_check/demands/Demand.h"
 #include "platform/bus/BusNames.h"
 
 #include <QDeadlineTimer>
@@ -26,17 +26,17 @@ constexpr auto PostTime = 1000ms;
 /// Compares the agent's posts with the changes of its list. Reads the list at intervals and after each post.
 class ListWatcher {
 public:
-    explicit ListWatcher(Bench &bench)
-        : mBench(bench)
-        , mFrom(bench.mark())
-        , mLast(ListReading::takeRows(bench.agent))
+    explicit ListWatcher(CheckContext &context)
+        : mContext(context)
+        , mFrom(context.mark())
+        , mLast(ListReading::takeRows(context.agent))
     {
     }
 
     /// Watches the list until the condition holds. Returns false after `limit`, which --slow multiplies.
     bool watchUntil(const std::function<bool()> &condition, std::chrono::milliseconds limit)
     {
-        watch(condition, mBench.options.limit(limit));
+        watch(condition, mContext.options.limit(limit));
         return condition();
     }
 
@@ -52,7 +52,7 @@ private:
     {
         const QDeadlineTimer deadline(time);
         while (!condition() && !deadline.hasExpired() && !isInterrupted() && mLast.problem.isEmpty()) {
-            mBench.waitFor(
+            mContext.waitFor(
                 [&, next = QDeadlineTimer(ReadingInterval)] {
                     return condition() || posts() > 0 || next.hasExpired();
                 },
@@ -61,87 +61,90 @@ private:
         }
         // If the list cannot be read, do not read it again. Only wait: the agent's posts are still recorded.
         if (!mLast.problem.isEmpty())
-            mBench.waitFor([&] { return condition() || deadline.hasExpired(); }, time);
+            mContext.waitFor([&] { return condition() || deadline.hasExpired(); }, time);
     }
 
-    [[nodiscard]] int posts() const { return mBench.posts(NotificationNames::CameraListChanged, mFrom); }
+    [[nodiscard]] int posts() const { return mContext.posts(NotificationNames::CameraListChanged, mFrom); }
 
     void look()
     {
-        int heard = posts();
+        int posted = posts();
         // Reading the list takes time. Posts that arrive meanwhile are counted by the next look().
-        int from = mBench.ear.now();
-        const ListReading now = ListReading::takeRows(mBench.agent);
+        int from = mContext.recorder.nextIndex();
+        const ListReading now = ListReading::takeRows(mContext.agent);
         const bool hasChanged = now.problem.isEmpty() && !now.hasSameRows(mLast);
         mLast = now;
-        if (hasChanged && heard == 0
-            && mBench.waitForPost(NotificationNames::CameraListChanged, from, PostTime)) {
-            heard = 1;
-            from = mBench.ear.now();
+        if (hasChanged && posted == 0
+            && mContext.waitForPost(NotificationNames::CameraListChanged, from, PostTime)) {
+            posted = 1;
+            from = mContext.recorder.nextIndex();
         }
         mFrom = from;
-        mSeen.posts += heard;
+        mSeen.posts += posted;
         mSeen.changes += hasChanged ? 1 : 0;
-        mSeen.postsWithoutChange += hasChanged ? 0 : heard;
-        mSeen.changesWithoutPost += hasChanged && heard == 0 ? 1 : 0;
+        mSeen.postsWithoutChange += hasChanged ? 0 : posted;
+        mSeen.changesWithoutPost += hasChanged && posted == 0 ? 1 : 0;
     }
 
-    Bench &mBench;
+    CheckContext &mContext;
     int mFrom;
     ListReading mLast;
     ListWatch mSeen;
 };
 
-Outcome checkSearch(Bench &bench)
+Outcome checkSearch(CheckContext &context)
 {
     if (!isServiceOn())
-        return skip(Words::tr("the service is switched off"));
-    ListWatcher watcher(bench);
-    const int from = bench.mark();
-    bench.post(NotificationNames::StartDiscovering);
-    const auto heard = [&](const QString &name) { return [&, name] { return bench.posts(name, from) > 0; }; };
-    if (!watcher.watchUntil(heard(NotificationNames::StartedDiscovering), StartTime))
-        return fail(Words::tr("KS7StartedDiscovering has not come; is Bluetooth on?"));
-    if (!watcher.watchUntil(heard(NotificationNames::StoppedDiscovering), SearchTime))
-        return fail(Words::tr("KS7StoppedDiscovering has not come"));
+        return skip(Translation::tr("the service is switched off"));
+    ListWatcher watcher(context);
+    const int from = context.mark();
+    context.post(NotificationNames::StartDiscovering);
+    const auto isPosted = [&](const QString &name) {
+        return [&, name] { return context.posts(name, from) > 0; };
+    };
+    if (!watcher.watchUntil(isPosted(NotificationNames::StartedDiscovering), StartTime))
+        return fail(Translation::tr("KS7StartedDiscovering has not come; is Bluetooth on?"));
+    if (!watcher.watchUntil(isPosted(NotificationNames::StoppedDiscovering), SearchTime))
+        return fail(Translation::tr("KS7StoppedDiscovering has not come"));
     watcher.watchFor(Afterwards);
-    bench.watch = watcher.seen();
+    context.watch = watcher.seen();
     return pass();
 }
 
-const ListWatch &watchOf(Bench &bench)
+const ListWatch &watchOf(CheckContext &context)
 {
-    if (!bench.watch) {
-        ListWatcher watcher(bench);
+    if (!context.watch) {
+        ListWatcher watcher(context);
         watcher.watchFor(Afterwards);
-        bench.watch = watcher.seen();
+        context.watch = watcher.seen();
     }
-    return *bench.watch;
+    return *context.watch;
 }
 
-Outcome checkChangesArePosted(Bench &bench)
+Outcome checkChangesArePosted(CheckContext &context)
 {
-    const ListWatch &watch = watchOf(bench);
+    const ListWatch &watch = watchOf(context);
     if (watch.changes == 0)
-        return skip(Words::tr("the list has not changed while it was watched"));
-    return watch.changesWithoutPost == 0
-        ? pass()
-        : fail(
-            Words::tr("%1 of %2 changes were not posted").arg(watch.changesWithoutPost).arg(watch.changes));
+        return skip(Translation::tr("the list has not changed while it was watched"));
+    return watch.changesWithoutPost == 0 ? pass()
+                                         : fail(Translation::tr("%1 of %2 changes were not posted")
+                                                    .arg(watch.changesWithoutPost)
+                                                    .arg(watch.changes));
 }
 
-Outcome checkPostsAreChanges(Bench &bench)
+Outcome checkPostsAreChanges(CheckContext &context)
 {
-    const ListWatch &watch = watchOf(bench);
+    const ListWatch &watch = watchOf(context);
     // Allow some posts without a change: the agent posts two quick changes twice, but one reading of the list
     // may see them as one change.
     const bool isTooOften = watch.postsWithoutChange > 1 && watch.postsWithoutChange > watch.changes;
-    return isTooOften ? fail(Words::tr("%1 posts, %2 changes").arg(watch.posts).arg(watch.changes)) : pass();
+    return isTooOften ? fail(Translation::tr("%1 posts, %2 changes").arg(watch.posts).arg(watch.changes))
+                      : pass();
 }
 
 /// Returns the keys that the user info of this notification must contain. The passkey is a text; all other
 /// values are integers.
-QStringList requiredKeys(const Heard &post)
+QStringList requiredKeys(const RecordedEvent &post)
 {
     if (post.name == NotificationNames::FirmwareUpdateProgress)
         return {UserInfoKeys::Total, UserInfoKeys::Value};
@@ -154,32 +157,32 @@ QStringList requiredKeys(const Heard &post)
                  : QStringList{UserInfoKeys::Result};
 }
 
-QString problemOfPost(const Heard &post)
+QString problemOfPost(const RecordedEvent &post)
 {
     if (post.signature != platform::bus::UserInfoSignature)
-        return Words::tr("%1 has the signature \"%2\"").arg(post.name, post.signature);
+        return Translation::tr("%1 has the signature \"%2\"").arg(post.name, post.signature);
     const QStringList keys = requiredKeys(post);
     for (const QString &key : keys) {
         const auto type = key == UserInfoKeys::PassKey ? QMetaType::QString : QMetaType::Int;
         if (post.userInfo.value(key).userType() != type)
-            return Words::tr("%1 has no \"%2\" of its type").arg(post.name, key);
+            return Translation::tr("%1 has no \"%2\" of its type").arg(post.name, key);
     }
     return {};
 }
 
-Outcome checkForm(Bench &bench)
+Outcome checkForm(CheckContext &context)
 {
-    bool isAnyHeard = false;
-    const auto &heard = bench.ear.heard();
-    for (const Heard &event : heard) {
-        if (event.isOwnerChange || event.sender != bench.agent.name())
+    bool isAnyPosted = false;
+    const auto &events = context.recorder.events();
+    for (const RecordedEvent &event : events) {
+        if (event.isOwnerChange || event.sender != context.agent.name())
             continue;
-        isAnyHeard = true;
+        isAnyPosted = true;
         const QString problem = problemOfPost(event);
         if (!problem.isEmpty())
             return fail(problem);
     }
-    return isAnyHeard ? pass() : skip(Words::tr("the agent has posted nothing"));
+    return isAnyPosted ? pass() : skip(Translation::tr("the agent has posted nothing"));
 }
 
 } // namespace
@@ -188,12 +191,14 @@ Demands postDemands()
 {
     return {
         {QStringLiteral("posts.search"),
-         Words::tr("KS7StartDiscovering starts a search, whose start and end are posted"), checkSearch},
-        {QStringLiteral("posts.list"), Words::tr("Each change of the list is posted"), checkChangesArePosted},
+         Translation::tr("KS7StartDiscovering starts a search, whose start and end are posted"), checkSearch},
+        {QStringLiteral("posts.list"), Translation::tr("Each change of the list is posted"),
+         checkChangesArePosted},
         {QStringLiteral("posts.often"),
-         Words::tr("KS7CameraListChanged comes no more often than the list changes"), checkPostsAreChanges},
+         Translation::tr("KS7CameraListChanged comes no more often than the list changes"),
+         checkPostsAreChanges},
         {QStringLiteral("posts.form"),
-         Words::tr("Posts have one argument a{sv} with the values of their name"), checkForm},
+         Translation::tr("Posts have one argument a{sv} with the values of their name"), checkForm},
     };
 }
 

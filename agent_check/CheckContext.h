@@ -1,11 +1,11 @@
 #pragma once
 
 #include "agent_check/Agent.h"
-#include "agent_check/Demand.h"
-#include "agent_check/Ear.h"
-#include "agent_check/Launched.h"
-#include "agent_check/ListReading.h"
+#include "agent_check/LaunchedAgent.h"
+#include "agent_check/NotificationRecorder.h"
 #include "agent_check/Options.h"
+#include "agent_check/demands/Demand.h"
+#include "agent_check/demands/ListReading.h"
 
 #include <chrono>
 #include <functional>
@@ -30,9 +30,9 @@ struct SettingsFinding {
 };
 
 /// The objects and results that several demands share.
-class Bench {
+class CheckContext {
 public:
-    Bench(Options options, const QDBusConnection &bus);
+    CheckContext(Options options, const QDBusConnection &bus);
 
     /// Runs the event loop until the condition holds. Returns false after `limit`, which the option --slow
     /// multiplies.
@@ -49,16 +49,16 @@ public:
 
     /// The outcome of a demand that cannot be checked because of an improper reply: a skip if the group
     /// "operation" is checked too, because that group reports the reply. Otherwise a failure with `problem`.
-    [[nodiscard]] Outcome unjudged(const QString &problem) const;
+    [[nodiscard]] Outcome outcomeOfImproperReply(const QString &problem) const;
     /// Returns whether the option --allow-changes names a camera that the checks may change.
     [[nodiscard]] bool mayChange() const { return !options.camera.isEmpty(); }
 
     const Options options;
     QDBusConnection bus;
-    Ear ear;
+    NotificationRecorder recorder;
     Agent agent;
     /// The agent's program, if this check has started it. Null if the agent was already running.
-    std::unique_ptr<Launched> launched;
+    std::unique_ptr<LaunchedAgent> launched;
 
     // Results of earlier demands that later demands use.
     std::optional<ListReading> list;

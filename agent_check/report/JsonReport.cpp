@@ -1,4 +1,4 @@
-#include "agent_check/Report.h"
+#include "agent_check/report/Report.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

@@ -1,6 +1,6 @@
-#include "agent_check/Bench.h"
-#include "agent_check/Demand.h"
-#include "agent_check/Words.h"
+#include "agent_check/CheckContext.h"
+#include "agent_check/Translation.h"
+#include "agent_check/demands/Demand.h"
 
 #include <algorithm>
 
@@ -22,25 +22,26 @@ QStringList properOperations(Agent &agent)
     return names;
 }
 
-Outcome checkHundred(Bench &bench)
+Outcome checkHundred(CheckContext &context)
 {
-    if (bench.agent.hasTimedOut())
-        return skip(Words::tr("the agent has let a single call time out"));
-    const QStringList operations = properOperations(bench.agent);
+    if (context.agent.hasTimedOut())
+        return skip(Translation::tr("the agent has let a single call time out"));
+    const QStringList operations = properOperations(context.agent);
     if (operations.isEmpty())
-        return bench.unjudged(Words::tr("no operation replies properly to a single call"));
+        return context.outcomeOfImproperReply(
+            Translation::tr("no operation replies properly to a single call"));
     QVector<QDBusPendingCall> calls;
     for (int call = 0; call < Calls; ++call)
-        calls.append(bench.agent.begin(operations.at(call % operations.size())));
+        calls.append(context.agent.begin(operations.at(call % operations.size())));
     int failed = 0;
     QString first;
     for (int call = 0; call < Calls; ++call) {
-        const Answer answer = bench.agent.end(operations.at(call % operations.size()), calls.at(call));
+        const Answer answer = context.agent.end(operations.at(call % operations.size()), calls.at(call));
         if (!answer.isProper() && failed++ == 0)
             first = answer.problem;
     }
     return failed == 0 ? pass()
-                       : fail(Words::tr("%1 of %2 calls failed; %3").arg(failed).arg(Calls).arg(first));
+                       : fail(Translation::tr("%1 of %2 calls failed; %3").arg(failed).arg(Calls).arg(first));
 }
 
 } // namespace
@@ -48,7 +49,8 @@ Outcome checkHundred(Bench &bench)
 Demands loadDemands()
 {
     return {{QStringLiteral("load.hundred"),
-             Words::tr("A hundred calls at once are answered within the time of a call"), checkHundred}};
+             Translation::tr("A hundred calls at once are answered within the time of a call"),
+             checkHundred}};
 }
 
 } // namespace agent_check

@@ -1,5 +1,5 @@
-#include "agent_check/Report.h"
-#include "agent_check/Words.h"
+#include "agent_check/Translation.h"
+#include "agent_check/report/Report.h"
 
 #include <QStringList>
 
@@ -38,20 +38,20 @@ public:
     {
         if (mIsTerminal)
             std::printf("%s", EraseLine);
-        print(Words::tr("%1 passed, %2 failed, %3 skipped")
+        print(Translation::tr("%1 passed, %2 failed, %3 skipped")
                   .arg(number(Result::Pass))
                   .arg(number(Result::Fail))
                   .arg(number(Result::Skip)));
         if (!isComplete)
-            print(Words::tr("The check was interrupted."));
+            print(Translation::tr("The check was interrupted."));
     }
 
 private:
     [[nodiscard]] QString mark(Result result) const
     {
-        const QStringList words{Words::tr("pass", "result of a demand"),
-                                Words::tr("FAIL", "result of a demand"),
-                                Words::tr("skip", "result of a demand")};
+        const QStringList words{Translation::tr("pass", "result of a demand"),
+                                Translation::tr("FAIL", "result of a demand"),
+                                Translation::tr("skip", "result of a demand")};
         int width = 0;
         for (const QString &word : words)
             width = qMax(width, int(word.size()));

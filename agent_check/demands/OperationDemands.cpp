@@ -1,7 +1,7 @@
 #include "agent/RemoteNames.h"
-#include "agent_check/Bench.h"
-#include "agent_check/Demand.h"
-#include "agent_check/Words.h"
+#include "agent_check/CheckContext.h"
+#include "agent_check/Translation.h"
+#include "agent_check/demands/Demand.h"
 
 #include <QHash>
 
@@ -33,34 +33,34 @@ const QHash<QString, QVariantList> &readingCalls()
     return calls;
 }
 
-Outcome checkByCalling(Bench &bench, const Operation &operation)
+Outcome checkByCalling(CheckContext &context, const Operation &operation)
 {
-    return judged(bench.agent.ask(operation.name, readingCalls().value(operation.name)).problem);
+    return judged(context.agent.ask(operation.name, readingCalls().value(operation.name)).problem);
 }
 
 /// Checks an operation that changes something without calling it: compares its declaration with the agent's
 /// introspection data.
-Outcome checkByDeclaration(Bench &bench, const Operation &operation)
+Outcome checkByDeclaration(CheckContext &context, const Operation &operation)
 {
-    const auto served = operationsIn(bench.agent.introspection(operation.registeredName));
+    const auto served = operationsIn(context.agent.introspection(operation.registeredName));
     if (served.isEmpty())
-        return skip(Words::tr("it changes something, and the agent gives no introspection data"));
+        return skip(Translation::tr("it changes something, and the agent gives no introspection data"));
     const auto found = std::find_if(served.begin(), served.end(), [&](const Operation &each) {
         return each.name == operation.name && each.interface == operation.interface;
     });
     if (found == served.end())
-        return fail(Words::tr("%1 is not there").arg(operation.call()));
+        return fail(Translation::tr("%1 is not there").arg(operation.call()));
     if (found->in == operation.in && found->out == operation.out)
         return pass();
-    return fail(Words::tr("it is declared as %1 with the reply \"%2\"").arg(found->call(), found->out));
+    return fail(Translation::tr("it is declared as %1 with the reply \"%2\"").arg(found->call(), found->out));
 }
 
-Outcome checkOperation(Bench &bench, const Operation &operation)
+Outcome checkOperation(CheckContext &context, const Operation &operation)
 {
-    if (bench.agent.owner(operation.registeredName).isEmpty())
-        return fail(Words::tr("nobody serves it"));
-    return readingCalls().contains(operation.name) ? checkByCalling(bench, operation)
-                                                   : checkByDeclaration(bench, operation);
+    if (context.agent.owner(operation.registeredName).isEmpty())
+        return fail(Translation::tr("nobody serves it"));
+    return readingCalls().contains(operation.name) ? checkByCalling(context, operation)
+                                                   : checkByDeclaration(context, operation);
 }
 
 } // namespace
@@ -70,8 +70,8 @@ Demands operationDemands()
     Demands demands;
     for (const Operation &operation : declaredOperations())
         demands.append({QStringLiteral("operation.") + operation.name,
-                        Words::tr("%1 replies \"%2\"").arg(operation.call(), operation.out),
-                        [operation](Bench &bench) { return checkOperation(bench, operation); }});
+                        Translation::tr("%1 replies \"%2\"").arg(operation.call(), operation.out),
+                        [operation](CheckContext &context) { return checkOperation(context, operation); }});
     return demands;
 }
 

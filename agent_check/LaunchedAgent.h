@@ -7,12 +7,12 @@
 namespace agent_check {
 
 /// The agent's program, started by this check. The destructor ends it.
-class Launched {
+class LaunchedAgent {
 public:
-    explicit Launched(const QString &program);
-    ~Launched();
-    Launched(const Launched &) = delete;
-    Launched &operator=(const Launched &) = delete;
+    explicit LaunchedAgent(const QString &program);
+    ~LaunchedAgent();
+    LaunchedAgent(const LaunchedAgent &) = delete;
+    LaunchedAgent &operator=(const LaunchedAgent &) = delete;
 
     /// Starts the program. Returns false if it does not exist.
     bool start();

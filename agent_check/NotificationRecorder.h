@@ -9,7 +9,7 @@
 namespace agent_check {
 
 /// A recorded event: a notification, or a change of the owner of one of the agent's bus names.
-struct Heard {
+struct RecordedEvent {
     /// The name of the notification. For a change of owner, the bus name.
     QString name;
     QString sender;
@@ -21,20 +21,20 @@ struct Heard {
 };
 
 /// Records notifications and changes of the bus names' owners, in the order in which the bus delivers them.
-class Ear final : public QObject {
+class NotificationRecorder final : public QObject {
     Q_OBJECT
 public:
-    explicit Ear(const QDBusConnection &bus);
+    explicit NotificationRecorder(const QDBusConnection &bus);
 
     /// Starts recording. Returns false if the bus refuses the subscription.
-    bool listen();
-    [[nodiscard]] const QVector<Heard> &heard() const { return mHeard; }
+    bool start();
+    [[nodiscard]] const QVector<RecordedEvent> &events() const { return mEvents; }
     /// Counts the notifications with this name from this sender, beginning with the event of index `from`.
     [[nodiscard]] int count(const QString &name, const QString &sender, int from = 0) const;
     /// Returns the newest notification with this name from this sender; null without one.
-    [[nodiscard]] const Heard *last(const QString &name, const QString &sender, int from = 0) const;
+    [[nodiscard]] const RecordedEvent *last(const QString &name, const QString &sender, int from = 0) const;
     /// Returns the index that the next event will have.
-    [[nodiscard]] int now() const { return int(mHeard.size()); }
+    [[nodiscard]] int nextIndex() const { return int(mEvents.size()); }
 
 private Q_SLOTS:
     void notified(const QDBusMessage &message);
@@ -42,7 +42,7 @@ private Q_SLOTS:
 
 private:
     QDBusConnection mBus;
-    QVector<Heard> mHeard;
+    QVector<RecordedEvent> mEvents;
 };
 
 } // namespace agent_check

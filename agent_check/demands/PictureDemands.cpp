@@ -1,8 +1,8 @@
 #include "agent/AgentContract.h"
-#include "agent_check/Bench.h"
-#include "agent_check/Demand.h"
-#include "agent_check/PictureWatcher.h"
-#include "agent_check/Words.h"
+#include "agent_check/CheckContext.h"
+#include "agent_check/Translation.h"
+#include "agent_check/demands/Demand.h"
+#include "agent_check/demands/PictureWatcher.h"
 #include "platform/capture/PipeWireNodes.h"
 #include "platform/capture/PipeWireSocket.h"
 
@@ -33,12 +33,12 @@ int countOf(const platform::PipeWireNodes &nodes)
     }));
 }
 
-Outcome checkNode(Bench &bench)
+Outcome checkNode(CheckContext &context)
 {
     if (!platform::PipeWireSocket().isOpen())
-        return skip(Words::tr("no PipeWire runs"));
+        return skip(Translation::tr("no PipeWire runs"));
     platform::PipeWireNodes nodes;
-    bench.waitFor(
+    context.waitFor(
         [&nodes] {
             nodes =
                 platform::lookUpPipeWireNodes(platform::LookUpTimeout).value_or(platform::PipeWireNodes());
@@ -46,55 +46,56 @@ Outcome checkNode(Bench &bench)
         },
         NodeTime);
     if (countOf(nodes) == 0)
-        return fail(Words::tr("there is none"));
-    bench.nodeSerial = platform::nodeNamed(nodes, PictureNode::Name)->serial;
-    return countOf(nodes) == 1 ? pass() : fail(Words::tr("there are %1").arg(countOf(nodes)));
+        return fail(Translation::tr("there is none"));
+    context.nodeSerial = platform::nodeNamed(nodes, PictureNode::Name)->serial;
+    return countOf(nodes) == 1 ? pass() : fail(Translation::tr("there are %1").arg(countOf(nodes)));
 }
 
 /// Measures the frame rate over FramesOfMeasurement frames, in frames per second. Returns 0 if the frames do
 /// not arrive in time.
-double measuredRate(const Bench &bench, PictureWatcher &watcher)
+double measuredRate(const CheckContext &context, PictureWatcher &watcher)
 {
-    const auto time = watcher.waitForFrames(FramesOfMeasurement, bench.options.limit(FramesTime));
+    const auto time = watcher.waitForFrames(FramesOfMeasurement, context.options.limit(FramesTime));
     return time && time->count() > 0
         ? (FramesOfMeasurement - 1) / std::chrono::duration<double>(*time).count()
         : 0;
 }
 
-Outcome checkRate(Bench &bench)
+Outcome checkRate(CheckContext &context)
 {
-    if (bench.nodeSerial == 0)
-        return skip(Words::tr("there is no node"));
-    PictureWatcher watcher(bench.nodeSerial);
-    if (!watcher.waitForFrames(1, bench.options.limit(FirstFrameTime)))
-        return fail(Words::tr("no frame comes"));
+    if (context.nodeSerial == 0)
+        return skip(Translation::tr("there is no node"));
+    PictureWatcher watcher(context.nodeSerial);
+    if (!watcher.waitForFrames(1, context.options.limit(FirstFrameTime)))
+        return fail(Translation::tr("no frame comes"));
     const double announced = watcher.announcedRate();
     double rate = 0;
-    for (int measurement = 0; measurement < Measurements * bench.options.slowness; ++measurement) {
-        rate = measuredRate(bench, watcher);
+    for (int measurement = 0; measurement < Measurements * context.options.slowness; ++measurement) {
+        rate = measuredRate(context, watcher);
         const bool isRight =
             rate >= announced * LeastRate && (announced == 0 || rate <= announced * MostRate);
         if (rate > 0 && isRight)
             return pass();
     }
-    return fail(Words::tr("%1 frames a second come, %2 are announced")
+    return fail(Translation::tr("%1 frames a second come, %2 are announced")
                     .arg(rate, 0, 'f', 1)
                     .arg(announced, 0, 'f', 1));
 }
 
-Outcome checkSecondWatcher(Bench &bench)
+Outcome checkSecondWatcher(CheckContext &context)
 {
-    if (bench.nodeSerial == 0)
-        return skip(Words::tr("there is no node"));
+    if (context.nodeSerial == 0)
+        return skip(Translation::tr("there is no node"));
     for (int turn = 0; turn < 2; ++turn) {
-        PictureWatcher watcher(bench.nodeSerial);
-        if (!watcher.waitForFrames(FramesOfSecondWatcher, bench.options.limit(FirstFrameTime)))
-            return fail(turn == 0 ? Words::tr("no frame comes") : Words::tr("the second one gets no frame"));
+        PictureWatcher watcher(context.nodeSerial);
+        if (!watcher.waitForFrames(FramesOfSecondWatcher, context.options.limit(FirstFrameTime)))
+            return fail(turn == 0 ? Translation::tr("no frame comes")
+                                  : Translation::tr("the second one gets no frame"));
     }
     const auto nodes = platform::lookUpPipeWireNodes(platform::LookUpTimeout);
-    return nodes && platform::hasNode(*nodes, bench.nodeSerial)
+    return nodes && platform::hasNode(*nodes, context.nodeSerial)
         ? pass()
-        : fail(Words::tr("the node has gone, or was made anew"));
+        : fail(Translation::tr("the node has gone, or was made anew"));
 }
 
 } // namespace
@@ -103,9 +104,9 @@ Demands pictureDemands()
 {
     return {
         {QStringLiteral("picture.node"),
-         Words::tr("One video node has the name \"%1\"").arg(PictureNode::Name), checkNode},
-        {QStringLiteral("picture.rate"), Words::tr("It sends frames at its rate"), checkRate},
-        {QStringLiteral("picture.watchers"), Words::tr("It survives two watchers after each other"),
+         Translation::tr("One video node has the name \"%1\"").arg(PictureNode::Name), checkNode},
+        {QStringLiteral("picture.rate"), Translation::tr("It sends frames at its rate"), checkRate},
+        {QStringLiteral("picture.watchers"), Translation::tr("It survives two watchers after each other"),
          checkSecondWatcher},
     };
 }
