@@ -6,11 +6,8 @@
 #include <QDBusError>
 #include <QDBusMessage>
 
-using namespace std::chrono_literals;
-
 namespace {
 
-constexpr auto SlowCallTimeout = 30000ms;
 /// askSlowly() returns this error code if there is no proper reply, because 0 would mean success.
 constexpr int NoResult = -1;
 

@@ -14,6 +14,10 @@ namespace platform {
 class DBusRootProxy;
 }
 
+/// Time limit for the reply to an operation that writes to the camera's flash memory: startUpdate,
+/// setPassKey.
+inline constexpr std::chrono::milliseconds SlowCallTimeout{30000};
+
 /// Makes the remote calls of one interface. A reply with other types than the declared ones counts as no
 /// reply. QDBusAbstractInterface is no substitute: it looks up the name's owner without a timeout and may
 /// start a service.
@@ -43,8 +47,9 @@ public:
         const auto reply = call<Result>(method, arguments);
         return reply ? reply->value() : Result();
     }
-    /// Returns the error code of an operation that writes to the camera's flash memory; waits up to 30 s. An
-    /// error or a wrong reply gives -1. A dead connection gives 0, because its death is reported separately.
+    /// Returns the error code of an operation that writes to the camera's flash memory; waits for
+    /// SlowCallTimeout at most. An error or a wrong reply gives -1. A dead connection gives 0, because its
+    /// death is reported separately.
     int askSlowly(const QString &method, const QVariantList &arguments);
     /// Makes a call without a result. Blocks until the empty reply arrives, because no operation is one-way.
     void tell(const QString &method, const QVariantList &arguments);

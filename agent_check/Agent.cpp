@@ -1,5 +1,6 @@
 #include "agent_check/Agent.h"
 
+#include "agent/RemoteCaller.h"
 #include "agent/RemoteNames.h"
 #include "agent_check/Translation.h"
 #include "platform/bus/BusCall.h"
@@ -14,8 +15,6 @@ namespace agent_check {
 
 namespace {
 
-/// The same timeout as the pane's for operations that write to the camera.
-constexpr auto SlowCallTime = 30000ms;
 /// The agent counts as hung when this number of its operations have timed out.
 constexpr int MostSilent = 3;
 
@@ -81,7 +80,7 @@ std::chrono::milliseconds Agent::timeOf(const QString &operation) const
 {
     const bool isSlow =
         operation == QStringLiteral("startUpdate") || operation == QStringLiteral("setPassKey");
-    return (isSlow ? SlowCallTime : platform::CallTimeout) * mSlowness;
+    return (isSlow ? SlowCallTimeout : platform::CallTimeout) * mSlowness;
 }
 
 QDBusPendingCall Agent::begin(const QString &operation, const QVariantList &arguments) const

@@ -2,7 +2,8 @@
 
 #include <QString>
 
-/// Bus names, paths and interfaces of the agent and of desktop services. Each is spelled only here.
+/// Bus names, paths and interfaces of desktop services that several files use. A name that only one file uses
+/// stands there. The agent's names are formed by NamePrefix.
 namespace platform::bus {
 
 /// The vendor's prefix of bus names, such as "org.example.".
@@ -28,7 +29,6 @@ inline const QString LocalPath = QStringLiteral("/org/freedesktop/DBus/Local");
 inline const QString LocalInterface = QStringLiteral("org.freedesktop.DBus.Local");
 inline const QString LocalDisconnected = QStringLiteral("Disconnected");
 
-// Names of the desktop services that several files use.
 inline const QString Daemon = QStringLiteral("org.freedesktop.DBus");
 /// The bus daemon's error for a name without an owner. The enumeration QDBusError::ErrorType lacks it.
 inline const QString NameHasNoOwner = QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner");

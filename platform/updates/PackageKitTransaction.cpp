@@ -1,5 +1,6 @@
 #include "platform/updates/PackageKitTransaction.h"
 
+#include "platform/bus/BusCall.h"
 #include "platform/bus/BusNames.h"
 
 #include <QDBusError>
@@ -34,11 +35,11 @@ QStringList hints(bool interactive)
             QStringLiteral("interactive=") + (interactive ? yes : no)};
 }
 
-/// Whether this is an error that QtDBus or the bus daemon reports when the service is gone.
-bool saysServiceIsGone(const QString &errorName)
+/// Whether the error leaves the result unknown. saysPeerIsGone() does not fit: a service that was never
+/// started (ServiceUnknown, NameHasNoOwner) is a failure.
+bool leavesResultUnknown(const QDBusMessage &error)
 {
-    return errorName == QDBusError::errorString(QDBusError::NoReply)
-        || errorName == QDBusError::errorString(QDBusError::Disconnected);
+    return timedOut(error) || QDBusError(error).type() == QDBusError::Disconnected;
 }
 
 QDBusMessage daemonCall(const QString &method, const QVariantList &arguments)
@@ -189,7 +190,7 @@ void PackageKitTransaction::call(const QDBusMessage &message)
 
 void PackageKitTransaction::failWith(const QDBusMessage &error)
 {
-    if (saysServiceIsGone(error.errorName()))
+    if (leavesResultUnknown(error))
         return lose(error.errorMessage());
     mErrorText = error.errorMessage();
     finish(saysNoPermission(error.errorName()) ? Outcome::Refused : Outcome::Failed);
