@@ -65,7 +65,7 @@ BusConnection::~BusConnection()
 QDBusConnection BusConnection::connection()
 {
     if (!mTried)
-        tryToOpen(Patience::Wait);
+        tryToOpen(Opening::Blocking);
     return mConnection;
 }
 
@@ -75,13 +75,13 @@ void BusConnection::reopenIfLost()
     if (!isOpen())
         reportLoss();
     if (!isOpen())
-        tryToOpen(Patience::Wait);
+        tryToOpen(Opening::Blocking);
 }
 
 void BusConnection::openInBackground()
 {
     if (!isOpen())
-        tryToOpen(Patience::LookOnly);
+        tryToOpen(Opening::NonBlocking);
 }
 
 QString BusConnection::ownerOf(const QString &busName)
@@ -97,13 +97,13 @@ QString BusConnection::ownerOf(const QString &busName)
     return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toString() : QString();
 }
 
-void BusConnection::tryToOpen(Patience patience)
+void BusConnection::tryToOpen(Opening opening)
 {
     mTried = true;
     stopListening();
     if (!mHandshake)
         mHandshake = BusHandshake::shared(mType);
-    const auto outcome = patience == Patience::Wait ? mHandshake->wait() : mHandshake->look();
+    const auto outcome = opening == Opening::Blocking ? mHandshake->wait() : mHandshake->look();
     if (outcome == BusHandshake::Outcome::Silent) {
         mWasAway = true;
         listenForAnswer();

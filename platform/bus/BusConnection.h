@@ -56,8 +56,8 @@ private Q_SLOTS:
     void disconnected();
 
 private:
-    enum class Patience { Wait, LookOnly };
-    void tryToOpen(Patience patience);
+    enum class Opening { Blocking, NonBlocking };
+    void tryToOpen(Opening opening);
     void connectToBus();
     void leaveBus();
     void listenForAnswer();

@@ -39,10 +39,10 @@ void SerialQueue::post(Work work)
     }
 }
 
-bool SerialQueue::isStalled(std::chrono::milliseconds patience) const
+bool SerialQueue::isStalled(std::chrono::milliseconds timeout) const
 {
     const std::lock_guard guard(mQueue->lock);
-    return mQueue->begun && Clock::now() - *mQueue->begun > patience;
+    return mQueue->begun && Clock::now() - *mQueue->begun > timeout;
 }
 
 bool SerialQueue::waitUntilIdle(Clock::time_point deadline)

@@ -19,8 +19,8 @@ public:
 
     /// Runs `work` after all earlier work, and destroys its captured objects on the queue's thread.
     void post(Work work);
-    /// Whether the present work has been running for longer than `patience`.
-    [[nodiscard]] bool isStalled(std::chrono::milliseconds patience) const;
+    /// Whether the present work has been running for longer than `timeout`.
+    [[nodiscard]] bool isStalled(std::chrono::milliseconds timeout) const;
     /// Blocks until all work is done; returns false if some is left at `deadline`.
     bool waitUntilIdle(Clock::time_point deadline);
 
