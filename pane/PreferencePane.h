@@ -9,8 +9,6 @@ class QWidget;
 
 namespace platform {
 
-class Bundle;
-
 /// The interface through which a host uses a pane. The host shows the main view and calls willSelect() and
 /// didUnselect(). It must not destroy the pane; it may move the view from one window to another.
 class PreferencePane {

@@ -6,7 +6,6 @@
 #include "platform/bus/NotificationCenter.h"
 #include "platform/bus/RemoteConnection.h"
 #include "platform/capture/PipeWireCapture.h"
-#include "platform/desktop/BluetoothDevice.h"
 #include "platform/desktop/Bundle.h"
 #include "platform/desktop/HostClasses.h"
 #include "platform/desktop/KeyboardModifiers.h"
