@@ -16,7 +16,7 @@ void CallInterceptor::handle(const QDBusMessage &call, const QVariantList &argum
     if (mFaults.isHanging(operation))
         mFaults.hold([this, call, work] { send(call, call.createReply(work())); });
     else
-        send(call, MalformedReplies::reply(call, mFaults.garbage(operation), work()));
+        send(call, MalformedReplies::reply(call, mFaults.malformation(operation), work()));
 }
 
 void CallInterceptor::send(const QDBusMessage &call, const QDBusMessage &reply)

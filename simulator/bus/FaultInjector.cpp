@@ -52,9 +52,9 @@ void FaultInjector::die()
     std::_Exit(CodeOfDeath);
 }
 
-void FaultInjector::setGarbage(const QString &operation, const QString &kind)
+void FaultInjector::malformReplies(const QString &operation, const QString &kind)
 {
-    mGarbage.insert(operation, kind);
+    mMalformations.insert(operation, kind);
 }
 
 } // namespace simulator

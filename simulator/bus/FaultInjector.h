@@ -31,8 +31,11 @@ public:
 
     /// Makes the replies of an operation malformed. MalformedReplies::reply() lists the kinds. An empty kind
     /// restores proper replies.
-    void setGarbage(const QString &operation, const QString &kind);
-    [[nodiscard]] QString garbage(const QString &operation) const { return mGarbage.value(operation); }
+    void malformReplies(const QString &operation, const QString &kind);
+    [[nodiscard]] QString malformation(const QString &operation) const
+    {
+        return mMalformations.value(operation);
+    }
 
 private:
     bool mHangsInAll = false;
@@ -40,7 +43,8 @@ private:
     QTimer mHang;
     std::vector<std::function<void()>> mHeld;
     QString mDeadly;
-    QHash<QString, QString> mGarbage;
+    /// The kind of malformed replies for each operation.
+    QHash<QString, QString> mMalformations;
 };
 
 } // namespace simulator

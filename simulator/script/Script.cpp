@@ -196,9 +196,9 @@ void Script::dieDuring(const QString &operation)
     mFaults.dieDuring(operation);
 }
 
-void Script::garbage(const QString &operation, const QString &kind)
+void Script::malformReplies(const QString &operation, const QString &kind)
 {
-    mFaults.setGarbage(operation, kind);
+    mFaults.malformReplies(operation, kind);
 }
 
 void Script::mute(bool on)

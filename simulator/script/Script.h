@@ -48,7 +48,7 @@ public Q_SLOTS:
     void resume();
     void die();
     void dieDuring(const QString &operation);
-    void garbage(const QString &operation, const QString &kind);
+    void malformReplies(const QString &operation, const QString &kind);
     void mute(bool on);
     void forgetKeys(bool on);
     bool releaseName(const QString &registeredName);

@@ -304,7 +304,7 @@ private Q_SLOTS:
 
     void repliesOfOtherTypesCountAsNoReply_data()
     {
-        QTest::addColumn<QVariantList>("garbage");
+        QTest::addColumn<QVariantList>("results");
         QTest::newRow("nothing") << QVariantList();
         QTest::newRow("a byte") << QVariantList{QVariant::fromValue(uchar(1))};
         QTest::newRow("a double") << QVariantList{1.5};
@@ -314,12 +314,12 @@ private Q_SLOTS:
     }
     void repliesOfOtherTypesCountAsNoReply()
     {
-        QFETCH(QVariantList, garbage);
+        QFETCH(QVariantList, results);
         for (const char *method :
              {"cameraDict", "getAudioLevel_l", "indexOfPreferredKS7Cam", "validateName", "sortedDeviceList",
               "cameras", "getPreferredKS7Cam", "isPreferredDeviceAddress", "startUpdate",
               "connectedCamNeedsFirmwareUpdate", "setPassKey", "connectedCamHasBTAddress"})
-            agentAnswers(method, garbage);
+            agentAnswers(method, results);
         const LogLines log;
         float left = 9;
         mDevice->getAudioLevel_l(&left, &left);

@@ -123,7 +123,7 @@ class Broken(unittest.TestCase):
 
     def test_an_agent_that_replies_with_another_type(self):
         for kind, came in (("wrongType", 'instead of "as"'), ("empty", 'nothing instead of "as"'), ("error", "as a script wanted")):
-            self.agent.script.garbage("sortedDeviceList", kind)
+            self.agent.script.malformReplies("sortedDeviceList", kind)
             run = self.only("operation", "load", "list", "posts")
             self.assertEqual(run.ids("fail"), ["operation.sortedDeviceList"])
             self.assertIn(came, run.detail("operation.sortedDeviceList"))

@@ -46,10 +46,10 @@ class Answers(FaultCase):
         for operation in REFRESH:
             for kind in KINDS:
                 with self.subTest(operation=operation, kind=kind):
-                    self.agent.script.garbage(operation, kind)
+                    self.agent.script.malformReplies(operation, kind)
                     self.refresh()
                     self.assertFalse(self.pane.ended())
-            self.agent.script.garbage(operation, "")
+            self.agent.script.malformReplies(operation, "")
         self.refresh()
         self.wait_for_cameras(self.pane)
         self.assertEqual(self.close(self.pane), 0)

@@ -152,9 +152,9 @@ class Dying(FaultCase):
             self.agent = StandInAgent("--no-picture", "--scenario", "scripted")
 
 
-class Garbage(FaultCase):
+class MalformedReplies(FaultCase):
     def answer_to(self, operation, kind):
-        self.agent.script.garbage(operation, kind)
+        self.agent.script.malformReplies(operation, kind)
         return getattr(self.agent.devices, operation)()
 
     def test_replies_of_another_type(self):
