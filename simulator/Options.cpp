@@ -11,24 +11,24 @@ namespace simulator {
 namespace {
 
 const char *const Description =
-    R"(A stand-in for the KS-7 camera agent. It serves the agent's two objects on the session bus, posts what
-the agent posts, acts on the settings pane's posts, and keeps the agent's preferences file.
+    R"(A stand-in for the KS-7 camera agent. It serves the agent's two objects on the session bus, posts the
+agent's notifications, handles those of the settings pane, and keeps the agent's preferences file.
 
-The demo: two cameras are known. "Kitchen" pairs, starts and streams within some seconds; "Desk" is out of
+The demo starts with two cameras. "Kitchen" pairs, starts and streams within some seconds; "Desk" is out of
 reach and stays "Not Found". Then "Workshop" is plugged in by USB and needs a firmware update. A search takes
-four seconds and finds one camera more. A camera that is made the preferred one pairs, starts and streams; one
-at the cable stays "Not Streaming", as passkey and firmware need it.
+four seconds and finds one more camera. A camera pairs, starts and streams when it becomes the preferred one.
+A camera on the USB cable stays "Not Streaming", because passkey and firmware changes need that.
 
-What fails in the demo: the passkey 0000 is refused at once (code -104), the passkey 9999 later (-105). The
-first firmware update succeeds; some seconds later the camera restarts and wants another one, which fails
-half-way (-107); and so on in turn. Other codes: -101 no camera at the cable, -102 an update is running,
--103 not a passkey, -106 no update needed, -108 unplugged during the update.
+Failures in the demo: passkey 0000 is refused at once (code -104), 9999 is refused later (-105). The first
+firmware update succeeds; some seconds later, the camera restarts and needs another one. Every second update
+fails half-way (-107). Other codes: -101 no camera on the USB cable, -102 an update is running, -103 not a
+passkey, -106 no update needed, -108 unplugged during the update.
 
-One PipeWire node of class Video/Source shows a moving picture with the name of the camera that streams,
-and black while none does. Without PipeWire everything but the picture works.
+One PipeWire node of class Video/Source shows a moving picture with the name of the camera that streams. The
+picture is black while no camera streams. Without PipeWire, everything but the picture works.
 
-Tests script it through the interface com.orvex.KS7AgentSimulator at /com/orvex/KS7AgentSimulator. So does a shell;
-this shows a camera that streams, and ends:
+Tests control it through the D-Bus interface com.orvex.KS7AgentSimulator at /com/orvex/KS7AgentSimulator.
+These shell commands do the same: they add a camera, let it stream, and end the agent.
 
 )";
 
@@ -96,7 +96,7 @@ void declare(QCommandLineParser &parser)
         {QStringLiteral("scenario"),
          QStringLiteral(
              "demo (the default), empty (no cameras yet), or scripted (no cameras; cameras appear, "
-             "connect and fail on script commands only)."),
+             "connect and fail only on commands through the D-Bus interface)."),
          QStringLiteral("name"), QStringLiteral("demo")},
         {QStringLiteral("quick"), QStringLiteral("Divides all durations by twenty.")},
         {QStringLiteral("no-preferences"),
