@@ -104,7 +104,7 @@ Answer Agent::end(const QString &operation, QDBusPendingCall call)
 Answer Agent::ask(const QString &operation, const QVariantList &arguments)
 {
     if (mSilent.contains(operation))
-        return {Translation::tr("%1 has not replied before").arg(operation), {}};
+        return {Translation::tr("%1 timed out before and is not called again").arg(operation), {}};
     return end(operation, begin(operation, arguments));
 }
 
@@ -129,7 +129,7 @@ QString Agent::problemOf(const Operation &operation, const QDBusMessage &reply)
                 .arg(operation.call())
                 .arg(timeOf(operation.name) / 1s);
         }
-        return Translation::tr("%1: the error %2, \"%3\"")
+        return Translation::tr("%1: the reply is the error %2, \"%3\"")
             .arg(operation.call(), reply.errorName(), reply.errorMessage());
     }
     if (reply.signature() != operation.out)

@@ -32,7 +32,7 @@ int refuse(const QString &reason)
 int Check::run()
 {
     if (!mContext.recorder.start())
-        return refuse(Translation::tr("the session bus refuses to be listened to"));
+        return refuse(Translation::tr("the session bus refused the subscription to the agent's posts"));
     const QString reason = findAgent();
     if (!reason.isEmpty())
         return refuse(reason);
@@ -63,7 +63,7 @@ Outcome Check::lookAt(const Demand &demand)
     const bool isLost = demand.needsAgent && !mContext.agent.name().isEmpty() && !mContext.agent.isThere();
     if (mContext.agent.isHung() && demand.group() != QStringLiteral("end"))
         return skip(Translation::tr("the agent replies to nothing"));
-    return isLost ? skip(Translation::tr("the agent has gone, or its names have changed hands"))
+    return isLost ? skip(Translation::tr("the agent has ended, or its bus names have another owner"))
                   : demand.check(mContext);
 }
 
@@ -78,7 +78,7 @@ QString Check::findAgent()
     if (mContext.agent.owner(RemoteNames::AgentServer).isEmpty()
         && mContext.agent.owner(RemoteNames::AgentServerUSB).isEmpty())
         return mContext.launched
-            ? Translation::tr("the program has not taken the agent's names")
+            ? Translation::tr("the program has not taken the agent's bus names")
             : Translation::tr("there is no agent on the session bus; --launch starts one");
     return lookForCamera();
 }

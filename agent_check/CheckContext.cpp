@@ -36,7 +36,28 @@ void endOnSignals()
 
 Outcome skipForChanges()
 {
-    return skip(Translation::tr("it changes something; --allow-changes allows that"));
+    return skip(Translation::tr("the check of this demand changes something; --allow-changes permits it"));
+}
+
+QString notPosted(const QString &notification)
+{
+    return Translation::tr("the agent did not post %1 in time").arg(notification);
+}
+
+QString postedTimes(const QString &notification, int times)
+{
+    return Translation::tr("%1 was posted %2 times").arg(notification).arg(times);
+}
+
+QString withoutOwner(const QString &busName)
+{
+    return Translation::tr("no process owns %1").arg(busName);
+}
+
+QString preferredReturned(const QString &address, bool returned)
+{
+    return Translation::tr("isPreferredDeviceAddress returned %1 for %2")
+        .arg(returned ? QStringLiteral("true") : QStringLiteral("false"), address);
 }
 
 CheckContext::CheckContext(Options given, const QDBusConnection &connection)

@@ -77,4 +77,10 @@ void endOnSignals();
 /// The outcome of demands that change something, if --allow-changes is not given.
 Outcome skipForChanges();
 
+// Details of outcomes that several groups of demands use.
+QString notPosted(const QString &notification);
+QString postedTimes(const QString &notification, int times);
+QString withoutOwner(const QString &busName);
+QString preferredReturned(const QString &address, bool returned);
+
 } // namespace agent_check

@@ -26,18 +26,18 @@ QList<QCommandLineOption> declaredOptions()
         {QStringLiteral("launch"), Translation::tr("Starts this program, checks it, and ends it."),
          QStringLiteral("program")},
         {QStringLiteral("allow-changes"),
-         Translation::tr(
-             "Also renames, hides, prefers and at last removes this camera, writes its firmware when it "
-             "is at the cable and needs it, and changes settings and restores them."),
+         Translation::tr("Also checks demands that change something. Renames, hides, prefers and finally "
+                         "removes this camera. Writes its firmware if it is on the USB cable and needs an "
+                         "update. Changes settings and restores them."),
          QStringLiteral("address")},
         {QStringLiteral("passkey"),
-         Translation::tr("With --allow-changes: the new passkey of the camera at the cable."),
+         Translation::tr("With --allow-changes: the new passkey of the camera on the USB cable."),
          QStringLiteral("digits")},
         {QStringLiteral("only"),
          Translation::tr("Checks this group; may be repeated. Groups: %1.")
              .arg(groupNames().join(QStringLiteral(", "))),
          QStringLiteral("group")},
-        {QStringLiteral("slow"), Translation::tr("Makes every limit so many times as long."),
+        {QStringLiteral("slow"), Translation::tr("Multiplies every time limit by this factor."),
          QStringLiteral("factor"), QStringLiteral("1")},
         {QStringLiteral("json"), Translation::tr("Prints one JSON object.")},
     };

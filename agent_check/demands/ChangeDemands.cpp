@@ -47,12 +47,13 @@ QString rename(CheckContext &context, const QString &name, int &posts)
     if (!answer.isProper())
         return answer.problem;
     if (!context.waitForPost(NotificationNames::CameraListChanged, from, ChangeTime))
-        return Translation::tr("KS7CameraListChanged has not come");
+        return notPosted(NotificationNames::CameraListChanged);
     context.listenFor(Burst);
     posts = context.posts(NotificationNames::CameraListChanged, from);
     const QString listed = recordOf(context).value(RecordKeys::FriendlyName).toString();
-    return listed == name ? QString()
-                          : Translation::tr("the list has \"%1\" instead of \"%2\"").arg(listed, name);
+    return listed == name
+        ? QString()
+        : Translation::tr("the list shows the name \"%1\" instead of \"%2\"").arg(listed, name);
 }
 
 Outcome checkRename(CheckContext &context)
@@ -60,7 +61,9 @@ Outcome checkRename(CheckContext &context)
     const QString old = recordOf(context).value(RecordKeys::FriendlyName).toString();
     const QString name = QStringLiteral("KS-7 Check");
     const Answer valid = context.agent.ask(QStringLiteral("validateName"), {name});
-    if (!valid.isProper() || !valid.values.value(0).toBool())
+    if (!valid.isProper())
+        return fail(valid.problem);
+    if (!valid.values.value(0).toBool())
         return fail(Translation::tr("validateName refuses \"%1\"").arg(name));
     int there = 0;
     int back = 0;
@@ -71,7 +74,7 @@ Outcome checkRename(CheckContext &context)
     // An agent must post each renaming once. But a change of the camera's status at the same time can add a
     // post. So fail only if both renamings had surplus posts.
     return there > 1 && back > 1
-        ? fail(Translation::tr("one change is posted %1 times").arg(qMin(there, back)))
+        ? fail(Translation::tr("one new name was posted %1 times").arg(qMin(there, back)))
         : pass();
 }
 
@@ -97,7 +100,7 @@ QString prefer(CheckContext &context, const QString &address)
         return answer.problem;
     return context.waitForPost(NotificationNames::PreferredCameraChanged, from, ChangeTime)
         ? QString()
-        : Translation::tr("KS7PreferredCameraChanged has not come");
+        : notPosted(NotificationNames::PreferredCameraChanged);
 }
 
 Outcome checkPrefer(CheckContext &context)
@@ -109,18 +112,20 @@ Outcome checkPrefer(CheckContext &context)
         QStringList others = before.order;
         others.removeAll(camera);
         if (others.isEmpty())
-            return skip(Translation::tr("the camera is preferred, and there is no other one"));
+            return skip(Translation::tr("the camera is preferred already, and the list has no other camera"));
         const QString problem = prefer(context, others.first());
         return judged(problem.isEmpty() ? prefer(context, camera) : problem);
     }
     const QString problem = prefer(context, camera);
     const Answer answer = context.agent.ask(QStringLiteral("isPreferredDeviceAddress"), {camera});
-    const bool isPreferred = answer.isProper() && answer.values.value(0).toBool();
+    const bool isPreferred = answer.values.value(0).toBool();
     if (before.index != NoPreferredCamera)
         context.agent.ask(QStringLiteral("setPreferredDeviceAddress"), {old});
     if (!problem.isEmpty())
         return fail(problem);
-    return isPreferred ? pass() : fail(Translation::tr("isPreferredDeviceAddress is false for it"));
+    if (!answer.isProper())
+        return fail(answer.problem);
+    return isPreferred ? pass() : fail(preferredReturned(camera, false));
 }
 
 QString flip(CheckContext &context, bool on)
@@ -128,10 +133,10 @@ QString flip(CheckContext &context, bool on)
     const int from = context.mark();
     context.post(NotificationNames::ToggleEnabled, {{UserInfoKeys::Value, on ? 1 : 0}});
     if (!context.waitForPost(NotificationNames::OnOffChanged, from, SwitchTime))
-        return Translation::tr("KS7OnOffChanged has not come");
+        return notPosted(NotificationNames::OnOffChanged);
     return isServiceOn() == on
         ? QString()
-        : Translation::tr("%1 is not stored when KS7OnOffChanged comes").arg(PreferenceKeys::KS7On);
+        : Translation::tr("the agent posted KS7OnOffChanged before it stored %1").arg(PreferenceKeys::KS7On);
 }
 
 Outcome checkSwitch(CheckContext &context)
@@ -149,25 +154,34 @@ bool isAtCable(CheckContext &context)
     return answer.isProper() && answer.values.value(0).toBool();
 }
 
+int resultOf(const RecordedEvent &post)
+{
+    return post.userInfo.value(UserInfoKeys::Result, -1).toInt();
+}
+
+QString badResult(const RecordedEvent &post)
+{
+    return Translation::tr("%1 has the result %2").arg(post.name).arg(resultOf(post));
+}
+
 Outcome checkPassKey(CheckContext &context)
 {
     if (context.options.passKey.isEmpty())
-        return skip(Translation::tr("no --passkey was given"));
+        return skip(Translation::tr("the option --passkey is missing"));
     if (!isAtCable(context))
-        return skip(Translation::tr("the camera is not at the cable"));
+        return skip(Translation::tr("the camera is not on the USB cable"));
     const int from = context.mark();
     return after(context.agent.ask(QStringLiteral("setPassKey"), {context.options.passKey}), [&] {
         context.waitForPost(NotificationNames::PassKeySet, from, PassKeyTime);
         const RecordedEvent *post =
             context.recorder.last(NotificationNames::PassKeySet, context.agent.name(), from);
         if (!post)
-            return fail(Translation::tr("KS7PassKeySet has not come"));
-        const int result = post->userInfo.value(UserInfoKeys::Result, -1).toInt();
-        if (result != 0)
-            return fail(Translation::tr("the result is %1").arg(result));
+            return fail(notPosted(NotificationNames::PassKeySet));
+        if (resultOf(*post) != 0)
+            return fail(badResult(*post));
         return post->userInfo.value(UserInfoKeys::PassKey).toString() == context.options.passKey
             ? pass()
-            : fail(Translation::tr("another passkey is reported"));
+            : fail(Translation::tr("KS7PassKeySet contains another passkey"));
     });
 }
 
@@ -190,22 +204,21 @@ bool waitForEndOfUpdate(const CheckContext &context, int from)
 Outcome checkFirmware(CheckContext &context)
 {
     if (!isAtCable(context))
-        return skip(Translation::tr("the camera is not at the cable"));
+        return skip(Translation::tr("the camera is not on the USB cable"));
     const Answer needed = context.agent.ask(QStringLiteral("connectedCamNeedsFirmwareUpdate"));
     if (!needed.isProper() || !needed.values.value(0).toBool())
-        return skip(Translation::tr("the camera needs no update"));
+        return skip(Translation::tr("the camera needs no firmware update"));
     const int from = context.mark();
     return after(context.agent.ask(QStringLiteral("startUpdate")), [&] {
         if (!waitForEndOfUpdate(context, from))
-            return fail(Translation::tr("KS7FirmwareUpdateEnded has not come"));
+            return fail(notPosted(NotificationNames::FirmwareUpdateEnded));
         context.listenFor(Burst);
         const int ends = context.posts(NotificationNames::FirmwareUpdateEnded, from);
         if (ends != 1)
-            return fail(Translation::tr("the end is posted %1 times").arg(ends));
+            return fail(postedTimes(NotificationNames::FirmwareUpdateEnded, ends));
         const RecordedEvent *end =
             context.recorder.last(NotificationNames::FirmwareUpdateEnded, context.agent.name(), from);
-        const int result = end->userInfo.value(UserInfoKeys::Result, -1).toInt();
-        return result == 0 ? pass() : fail(Translation::tr("the result is %1").arg(result));
+        return resultOf(*end) == 0 ? pass() : fail(badResult(*end));
     });
 }
 
@@ -220,7 +233,7 @@ Outcome checkRemove(CheckContext &context)
         if (!dropped.isProper())
             return fail(dropped.problem);
         if (!context.waitForPost(NotificationNames::CameraListChanged, from, ChangeTime))
-            return fail(Translation::tr("KS7CameraListChanged has not come"));
+            return fail(notPosted(NotificationNames::CameraListChanged));
         const Answer preferred =
             context.agent.ask(QStringLiteral("isPreferredDeviceAddress"), {context.options.camera});
         if (isListed(context))
@@ -250,13 +263,21 @@ Demands changeDemands()
 {
     return {
         changeDemand("change.name", Translation::tr("A new name is listed and posted once"), checkRename),
-        changeDemand("change.ignore",
-                     Translation::tr("An ignored camera is not listed, and listed again later"), checkIgnore),
-        changeDemand("change.preferred", Translation::tr("Another preferred camera is posted"), checkPrefer),
-        changeDemand("change.switch", Translation::tr("KS7ToggleEnabled is stored, then posted"),
+        changeDemand(
+            "change.ignore",
+            Translation::tr("An ignored camera leaves the list, and returns when it is no longer ignored"),
+            checkIgnore),
+        changeDemand("change.preferred", Translation::tr("A change of the preferred camera is posted"),
+                     checkPrefer),
+        changeDemand("change.switch",
+                     Translation::tr(
+                         "After KS7ToggleEnabled, the agent stores the setting, then posts KS7OnOffChanged"),
                      checkSwitch),
-        changeDemand("change.passkey", Translation::tr("A passkey is accepted, then posted"), checkPassKey),
-        changeDemand("change.firmware", Translation::tr("An update ends with one post"), checkFirmware),
+        changeDemand("change.passkey", Translation::tr("A new passkey is accepted, then posted"),
+                     checkPassKey),
+        changeDemand("change.firmware",
+                     Translation::tr("A firmware update ends with one KS7FirmwareUpdateEnded"),
+                     checkFirmware),
         changeDemand("change.removal", Translation::tr("A removed camera is neither listed nor preferred"),
                      checkRemove),
     };

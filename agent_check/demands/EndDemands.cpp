@@ -19,14 +19,14 @@ constexpr auto TogetherTime = 1000ms;
 Outcome checkAlive(CheckContext &context)
 {
     if (!context.agent.isThere())
-        return fail(Translation::tr("the agent has gone, or its names have changed hands"));
+        return fail(Translation::tr("the agent has ended, or its bus names have another owner"));
     const auto &events = context.recorder.events();
     for (const RecordedEvent &event : events) {
         if (event.isOwnerChange && !event.sender.isEmpty())
-            return fail(Translation::tr("%1 has changed hands").arg(event.name));
+            return fail(Translation::tr("the owner of %1 changed during the check").arg(event.name));
     }
     if (context.agent.hasTimedOut())
-        return fail(Translation::tr("it has let a call time out, so the pane takes it as dead"));
+        return fail(Translation::tr("the agent let a call time out, so the pane would disconnect from it"));
     return judged(context.agent.ask(QStringLiteral("flush")).problem);
 }
 
@@ -42,25 +42,25 @@ int released(const CheckContext &context)
 Outcome checkReleased(CheckContext &context)
 {
     if (!context.launched)
-        return skip(Translation::tr("the agent ran already; --launch starts one"));
+        return skip(Translation::tr("the agent was running already; --launch starts one"));
     context.launched->terminate();
     if (!context.waitFor([&] { return released(context) > 0; }, EndTime))
-        return fail(Translation::tr("it has not released them on SIGTERM"));
+        return fail(Translation::tr("the agent released no bus name after SIGTERM"));
     if (!context.waitFor([&] { return released(context) == 2; }, TogetherTime))
-        return fail(Translation::tr("it has released one of them only"));
+        return fail(Translation::tr("the agent released only one of its two bus names"));
     const bool hasEnded = context.waitFor([&] { return !context.launched->isRunning(); }, EndTime);
-    return hasEnded ? pass() : fail(Translation::tr("the program still runs"));
+    return hasEnded ? pass() : fail(Translation::tr("the program still runs after SIGTERM"));
 }
 
 Outcome checkNodeGone(CheckContext &context)
 {
     if (!context.launched || context.nodeSerial == 0)
-        return skip(Translation::tr("there is no picture of a launched agent"));
+        return skip(Translation::tr("there is no video node of a launched agent"));
     const auto isGone = [&] {
         const auto nodes = platform::lookUpPipeWireNodes(platform::LookUpTimeout);
         return nodes && !platform::hasNode(*nodes, context.nodeSerial);
     };
-    return context.waitFor(isGone, EndTime) ? pass() : fail(Translation::tr("it is still there"));
+    return context.waitFor(isGone, EndTime) ? pass() : fail(Translation::tr("the node still exists"));
 }
 
 } // namespace
@@ -68,12 +68,12 @@ Outcome checkNodeGone(CheckContext &context)
 Demands endDemands()
 {
     return {
-        {QStringLiteral("end.alive"), Translation::tr("The agent outlives the check with both names"),
-         checkAlive, false},
-        {QStringLiteral("end.released"), Translation::tr("Both names are released together at the end"),
+        {QStringLiteral("end.alive"),
+         Translation::tr("After the check, the agent still runs and owns both names"), checkAlive, false},
+        {QStringLiteral("end.released"), Translation::tr("An agent that ends releases both names together"),
          checkReleased},
-        {QStringLiteral("end.node"), Translation::tr("The picture's node ends with the agent"), checkNodeGone,
-         false},
+        {QStringLiteral("end.node"), Translation::tr("The video node disappears when the agent ends"),
+         checkNodeGone, false},
     };
 }
 

@@ -73,7 +73,7 @@ Outcome checkTypes(CheckContext &)
           PreferenceKeys::LogToFile, PreferenceKeys::FriendlyNames, PreferenceKeys::IgnoredCams}) {
         const QVariant value = file.values.value(key);
         if (value.isValid() && !hasItsType(key, value))
-            return fail(Translation::tr("\"%1\" has another type").arg(key));
+            return fail(Translation::tr("the value of \"%1\" has the wrong type").arg(key));
     }
     return pass();
 }
@@ -82,9 +82,11 @@ Outcome checkMode(CheckContext &context)
 {
     const QFileInfo file(preferencesFile());
     if (!context.launched || context.hadPreferencesFile || !file.exists())
-        return skip(Translation::tr("the agent has not made it now"));
+        return skip(Translation::tr("the agent created no preferences file during this check"));
     const auto open = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
-    return file.permissions() & open ? fail(Translation::tr("others may read or write it")) : pass();
+    return file.permissions() & open
+        ? fail(Translation::tr("other users may read or write the preferences file"))
+        : pass();
 }
 
 /// Makes the agent store ShowStatusMenu. Returns false if the file does not contain the value in time.
@@ -106,8 +108,8 @@ void compare(const Preferences &mine, SettingsFinding &finding)
 {
     const Preferences file = Preferences::read();
     if (file.values.value(PreferenceKeys::VideoSize2) != mine.values.value(PreferenceKeys::VideoSize2))
-        finding.seen =
-            fail(Translation::tr("the agent has written the old %1").arg(PreferenceKeys::VideoSize2));
+        finding.seen = fail(Translation::tr("the agent replaced the new value of %1 by the old one")
+                                .arg(PreferenceKeys::VideoSize2));
     const QVariantMap foreign = foreignValues();
     for (auto entry = foreign.begin(); entry != foreign.end(); ++entry) {
         const QVariant value = file.values.value(entry.key());
@@ -152,9 +154,10 @@ SettingsFinding tryOut(const CheckContext &context)
     if (toggle(context, !before.isOn(PreferenceKeys::ShowStatusMenu)))
         compare(mine, finding);
     else
-        finding = {fail(Translation::tr("the file has not got it")),
-                   skip(Translation::tr("the agent has written nothing")),
-                   skip(Translation::tr("the agent has written nothing"))};
+        finding = {
+            fail(Translation::tr("the agent did not store %1 in time").arg(PreferenceKeys::ShowStatusMenu)),
+            skip(Translation::tr("the agent did not write the preferences file")),
+            skip(Translation::tr("the agent did not write the preferences file"))};
     restore(context, before);
     return finding;
 }
@@ -176,13 +179,18 @@ Demands fileDemands()
 {
     return {
         {QStringLiteral("file.there"), Translation::tr("The preferences file is a property list"), checkFile},
-        {QStringLiteral("file.types"), Translation::tr("The known keys have their types"), checkTypes},
-        {QStringLiteral("file.mode"), Translation::tr("A new file is for its user alone"), checkMode},
-        settingsDemand("file.toggle", Translation::tr("KS7ToggleStatusMenu is stored"),
+        {QStringLiteral("file.types"),
+         Translation::tr("The keys of the contract have values of the right types"), checkTypes},
+        {QStringLiteral("file.mode"),
+         Translation::tr("Only the user may read or write a new preferences file"), checkMode},
+        settingsDemand("file.toggle", Translation::tr("The agent stores the value of KS7ToggleStatusMenu"),
                        &SettingsFinding::toggled),
-        settingsDemand("file.seen", Translation::tr("A change of another program is seen"),
-                       &SettingsFinding::seen),
-        settingsDemand("file.foreign", Translation::tr("Every foreign key survives a write"),
+        settingsDemand(
+            "file.seen",
+            Translation::tr("The agent does not overwrite a value that another program has changed"),
+            &SettingsFinding::seen),
+        settingsDemand("file.foreign",
+                       Translation::tr("The agent keeps the keys of other programs when it writes the file"),
                        &SettingsFinding::foreign),
     };
 }

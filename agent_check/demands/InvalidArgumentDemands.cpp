@@ -40,8 +40,8 @@ Outcome checkAddresses(CheckContext &context)
             if (!answer.isProper())
                 return fail(answer.problem);
             if (answer.values.value(0).toBool())
-                return fail(
-                    Translation::tr("%1 is true for \"%2\"").arg(QLatin1String(operation), text.left(40)));
+                return fail(Translation::tr("%1 returned true for \"%2\"")
+                                .arg(QLatin1String(operation), text.left(40)));
         }
     }
     return pass();
@@ -95,7 +95,7 @@ Demands invalidArgumentDemands()
     return {
         {QStringLiteral("odd.names"), Translation::tr("validateName replies for any text"), checkNames},
         {QStringLiteral("odd.addresses"),
-         Translation::tr("An unknown address is neither preferred nor at the cable"), checkAddresses},
+         Translation::tr("An unknown address is neither preferred nor on the USB cable"), checkAddresses},
         {QStringLiteral("odd.changes"), Translation::tr("Unknown addresses, rows and records change nothing"),
          checkChanges},
     };

@@ -60,9 +60,7 @@ Outcome checkIsPreferred(CheckContext &context)
             return fail(answer.problem);
         const bool expected = std::uint64_t(row) == list.index;
         if (answer.values.value(0).toBool() != expected)
-            return fail(
-                Translation::tr("it is %1 for %2")
-                    .arg(expected ? QStringLiteral("false") : QStringLiteral("true"), list.order.at(row)));
+            return fail(preferredReturned(list.order.at(row), !expected));
     }
     return pass();
 }
@@ -75,7 +73,7 @@ Outcome checkLevels(CheckContext &context)
     const double left = answer.values.value(0).toDouble();
     const double right = answer.values.value(1).toDouble();
     const bool isInRange = left >= 0 && left <= 1 && right >= 0 && right <= 1;
-    return isInRange ? pass() : fail(Translation::tr("they are %1 and %2").arg(left).arg(right));
+    return isInRange ? pass() : fail(Translation::tr("the levels are %1 and %2").arg(left).arg(right));
 }
 
 } // namespace
@@ -90,10 +88,10 @@ Demands listDemands()
         listDemand("list.index", Translation::tr("indexOfPreferredKS7Cam is a row or 0x7FFFFFFFFFFFFFFF"),
                    problemOfIndex),
         listDemand("list.preferred",
-                   Translation::tr("getPreferredKS7Cam is the record of that row, or empty"),
+                   Translation::tr("getPreferredKS7Cam is the record of the preferred row, or empty"),
                    problemOfPreferred),
         {QStringLiteral("list.isPreferred"),
-         Translation::tr("isPreferredDeviceAddress is true for that row alone"), checkIsPreferred},
+         Translation::tr("isPreferredDeviceAddress is true for the preferred row only"), checkIsPreferred},
         listDemand("list.cameras", Translation::tr("cameras has the records of cameraDict"),
                    problemOfCameras),
         {QStringLiteral("list.levels"), Translation::tr("The sound levels are between 0 and 1"), checkLevels},

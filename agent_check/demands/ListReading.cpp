@@ -31,13 +31,14 @@ QString problemOfRecord(const QString &address, const QVariantMap &record)
 {
     const QVariant status = record.value(RecordKeys::Status);
     if (status.userType() != QMetaType::Int)
-        return Translation::tr("%1 has no \"%2\" of type %3")
+        return Translation::tr("the record of %1 has no \"%2\" of type %3")
             .arg(address, RecordKeys::Status, QStringLiteral("i"));
     if (status.toInt() < kKS7CamNotFound || status.toInt() > kKS7CamError)
         return Translation::tr("%1 has the status %2").arg(address, QString::number(status.toInt()));
     for (const QString &key : {RecordKeys::CameraIDString, RecordKeys::FriendlyName}) {
         if (record.value(key).userType() != QMetaType::QString)
-            return Translation::tr("%1 has no \"%2\" of type %3").arg(address, key, QStringLiteral("s"));
+            return Translation::tr("the record of %1 has no \"%2\" of type %3")
+                .arg(address, key, QStringLiteral("s"));
     }
     return {};
 }
@@ -89,19 +90,24 @@ QString problemOfIndex(const ListReading &list)
 {
     if (list.index == NoPreferredCamera || list.index < std::uint64_t(list.order.size()))
         return {};
-    return Translation::tr("it is %1, and the list has %2 rows").arg(list.index).arg(list.order.size());
+    return Translation::tr("indexOfPreferredKS7Cam returned %1, but the list has %2 rows")
+        .arg(list.index)
+        .arg(list.order.size());
 }
 
 QString problemOfPreferred(const ListReading &list)
 {
     if (list.index == NoPreferredCamera)
-        return list.preferred.isEmpty() ? QString() : Translation::tr("there is a record, but no row");
+        return list.preferred.isEmpty()
+            ? QString()
+            : Translation::tr("getPreferredKS7Cam returned a record, but no row is preferred");
     if (list.preferred.isEmpty())
-        return Translation::tr("there is a row, but no record");
+        return Translation::tr("a row is preferred, but getPreferredKS7Cam returned no record");
     const QVariantMap inList = list.cameras.value(list.order.value(int(list.index)));
     return list.preferred == inList
         ? QString()
-        : Translation::tr("the record is of \"%1\", the row of \"%2\", or their values differ")
+        : Translation::tr(
+              "getPreferredKS7Cam returned a record of \"%1\" that differs from the preferred row's, \"%2\"")
               .arg(list.preferred.value(RecordKeys::FriendlyName).toString(),
                    inList.value(RecordKeys::FriendlyName).toString());
 }
@@ -111,11 +117,11 @@ QString problemOfCameras(const ListReading &list)
     QList<QVariantMap> records = list.records;
     for (const QVariantMap &record : list.cameras) {
         if (!records.removeOne(record))
-            return Translation::tr("\"%1\" is missing or has other values")
+            return Translation::tr("cameras returned no record of \"%1\", or one with other values")
                 .arg(record.value(RecordKeys::FriendlyName).toString());
     }
     return records.isEmpty() ? QString()
-                             : Translation::tr("there are %1 records too many").arg(records.size());
+                             : Translation::tr("cameras returned %1 records too many").arg(records.size());
 }
 
 } // namespace agent_check

@@ -25,7 +25,7 @@ QStringList properOperations(Agent &agent)
 Outcome checkHundred(CheckContext &context)
 {
     if (context.agent.hasTimedOut())
-        return skip(Translation::tr("the agent has let a single call time out"));
+        return skip(Translation::tr("the agent let an earlier single call time out"));
     const QStringList operations = properOperations(context.agent);
     if (operations.isEmpty())
         return context.outcomeOfImproperReply(
@@ -48,9 +48,10 @@ Outcome checkHundred(CheckContext &context)
 
 Demands loadDemands()
 {
-    return {{QStringLiteral("load.hundred"),
-             Translation::tr("A hundred calls at once are answered within the time of a call"),
-             checkHundred}};
+    return {
+        {QStringLiteral("load.hundred"),
+         Translation::tr("A hundred simultaneous calls get their replies within the time-out of one call"),
+         checkHundred}};
 }
 
 } // namespace agent_check

@@ -13,7 +13,8 @@ namespace {
 /// "KS7AgentStarted" must arrive within this time after the agent has taken its bus names.
 constexpr auto StartedTime = 1000ms;
 
-QString withoutOwner(const Agent &agent)
+/// Returns the first bus name without an owner; empty if both have one.
+QString freeName(const Agent &agent)
 {
     for (const QString &name : {RemoteNames::AgentServer, RemoteNames::AgentServerUSB}) {
         if (agent.owner(name).isEmpty())
@@ -24,25 +25,26 @@ QString withoutOwner(const Agent &agent)
 
 Outcome checkOwned(CheckContext &context)
 {
-    const QString missing = withoutOwner(context.agent);
-    return missing.isEmpty() ? pass() : fail(Translation::tr("nobody owns %1").arg(missing));
+    const QString missing = freeName(context.agent);
+    return missing.isEmpty() ? pass() : fail(withoutOwner(missing));
 }
 
 Outcome checkOneProcess(CheckContext &context)
 {
-    if (!withoutOwner(context.agent).isEmpty())
-        return skip(Translation::tr("not both names are owned"));
+    if (!freeName(context.agent).isEmpty())
+        return skip(Translation::tr("a bus name has no owner"));
     const auto camera = context.agent.processOf(context.agent.owner(RemoteNames::AgentServer));
     const auto usb = context.agent.processOf(context.agent.owner(RemoteNames::AgentServerUSB));
-    return camera == usb
-        ? pass()
-        : fail(Translation::tr("the processes %1 and %2 do").arg(camera.value_or(0)).arg(usb.value_or(0)));
+    return camera == usb ? pass()
+                         : fail(Translation::tr("process %1 owns one name, process %2 the other")
+                                    .arg(camera.value_or(0))
+                                    .arg(usb.value_or(0)));
 }
 
 Outcome checkStarted(CheckContext &context)
 {
     if (!context.launched)
-        return skip(Translation::tr("the agent ran already; --launch starts one"));
+        return skip(Translation::tr("the agent was running already; --launch starts one"));
     context.waitForPost(NotificationNames::AgentStarted, 0, StartedTime);
     const auto &events = context.recorder.events();
     int taken = 0;
@@ -52,10 +54,11 @@ Outcome checkStarted(CheckContext &context)
         if (event.name != NotificationNames::AgentStarted)
             continue;
         if (taken < 2)
-            return fail(Translation::tr("it was posted when %1 of the two names were owned").arg(taken));
+            return fail(Translation::tr("KS7AgentStarted was posted when %1 of the two names had an owner")
+                            .arg(taken));
         ++started;
     }
-    return started == 1 ? pass() : fail(Translation::tr("it was posted %1 times").arg(started));
+    return started == 1 ? pass() : fail(postedTimes(NotificationNames::AgentStarted, started));
 }
 
 } // namespace

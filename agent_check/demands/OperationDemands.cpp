@@ -44,21 +44,23 @@ Outcome checkByDeclaration(CheckContext &context, const Operation &operation)
 {
     const auto served = operationsIn(context.agent.introspection(operation.registeredName));
     if (served.isEmpty())
-        return skip(Translation::tr("it changes something, and the agent gives no introspection data"));
+        return skip(
+            Translation::tr("the operation changes something, and the agent gives no introspection data"));
     const auto found = std::find_if(served.begin(), served.end(), [&](const Operation &each) {
         return each.name == operation.name && each.interface == operation.interface;
     });
     if (found == served.end())
-        return fail(Translation::tr("%1 is not there").arg(operation.call()));
+        return fail(Translation::tr("the agent does not declare %1").arg(operation.call()));
     if (found->in == operation.in && found->out == operation.out)
         return pass();
-    return fail(Translation::tr("it is declared as %1 with the reply \"%2\"").arg(found->call(), found->out));
+    return fail(
+        Translation::tr("the agent declares %1 with the reply \"%2\"").arg(found->call(), found->out));
 }
 
 Outcome checkOperation(CheckContext &context, const Operation &operation)
 {
     if (context.agent.owner(operation.registeredName).isEmpty())
-        return fail(Translation::tr("nobody serves it"));
+        return fail(withoutOwner(RemoteNames::busName(operation.registeredName)));
     return readingCalls().contains(operation.name) ? checkByCalling(context, operation)
                                                    : checkByDeclaration(context, operation);
 }

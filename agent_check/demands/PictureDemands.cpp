@@ -36,7 +36,7 @@ int countOf(const platform::PipeWireNodes &nodes)
 Outcome checkNode(CheckContext &context)
 {
     if (!platform::PipeWireSocket().isOpen())
-        return skip(Translation::tr("no PipeWire runs"));
+        return skip(Translation::tr("PipeWire does not run"));
     platform::PipeWireNodes nodes;
     context.waitFor(
         [&nodes] {
@@ -46,9 +46,11 @@ Outcome checkNode(CheckContext &context)
         },
         NodeTime);
     if (countOf(nodes) == 0)
-        return fail(Translation::tr("there is none"));
+        return fail(Translation::tr("no node has the name \"%1\"").arg(PictureNode::Name));
     context.nodeSerial = platform::nodeNamed(nodes, PictureNode::Name)->serial;
-    return countOf(nodes) == 1 ? pass() : fail(Translation::tr("there are %1").arg(countOf(nodes)));
+    return countOf(nodes) == 1
+        ? pass()
+        : fail(Translation::tr("%1 nodes have the name \"%2\"").arg(countOf(nodes)).arg(PictureNode::Name));
 }
 
 /// Measures the frame rate over FramesOfMeasurement frames, in frames per second. Returns 0 if the frames do
@@ -64,10 +66,10 @@ double measuredRate(const CheckContext &context, PictureWatcher &watcher)
 Outcome checkRate(CheckContext &context)
 {
     if (context.nodeSerial == 0)
-        return skip(Translation::tr("there is no node"));
+        return skip(Translation::tr("there is no video node"));
     PictureWatcher watcher(context.nodeSerial);
     if (!watcher.waitForFrames(1, context.options.limit(FirstFrameTime)))
-        return fail(Translation::tr("no frame comes"));
+        return fail(Translation::tr("the node sends no frame"));
     const double announced = watcher.announcedRate();
     double rate = 0;
     for (int measurement = 0; measurement < Measurements * context.options.slowness; ++measurement) {
@@ -77,7 +79,7 @@ Outcome checkRate(CheckContext &context)
         if (rate > 0 && isRight)
             return pass();
     }
-    return fail(Translation::tr("%1 frames a second come, %2 are announced")
+    return fail(Translation::tr("the node sends %1 frames per second, but announces %2")
                     .arg(rate, 0, 'f', 1)
                     .arg(announced, 0, 'f', 1));
 }
@@ -85,17 +87,17 @@ Outcome checkRate(CheckContext &context)
 Outcome checkSecondWatcher(CheckContext &context)
 {
     if (context.nodeSerial == 0)
-        return skip(Translation::tr("there is no node"));
+        return skip(Translation::tr("there is no video node"));
     for (int turn = 0; turn < 2; ++turn) {
         PictureWatcher watcher(context.nodeSerial);
         if (!watcher.waitForFrames(FramesOfSecondWatcher, context.options.limit(FirstFrameTime)))
-            return fail(turn == 0 ? Translation::tr("no frame comes")
-                                  : Translation::tr("the second one gets no frame"));
+            return fail(turn == 0 ? Translation::tr("the node sends no frame")
+                                  : Translation::tr("the second consumer receives no frame"));
     }
     const auto nodes = platform::lookUpPipeWireNodes(platform::LookUpTimeout);
     return nodes && platform::hasNode(*nodes, context.nodeSerial)
         ? pass()
-        : fail(Translation::tr("the node has gone, or was made anew"));
+        : fail(Translation::tr("the node has disappeared or was replaced"));
 }
 
 } // namespace
@@ -105,9 +107,10 @@ Demands pictureDemands()
     return {
         {QStringLiteral("picture.node"),
          Translation::tr("One video node has the name \"%1\"").arg(PictureNode::Name), checkNode},
-        {QStringLiteral("picture.rate"), Translation::tr("It sends frames at its rate"), checkRate},
-        {QStringLiteral("picture.watchers"), Translation::tr("It survives two watchers after each other"),
-         checkSecondWatcher},
+        {QStringLiteral("picture.rate"), Translation::tr("The node sends frames at its announced rate"),
+         checkRate},
+        {QStringLiteral("picture.watchers"),
+         Translation::tr("The node serves two consumers, one after the other"), checkSecondWatcher},
     };
 }
 

@@ -95,7 +95,7 @@ private:
 Outcome checkSearch(CheckContext &context)
 {
     if (!isServiceOn())
-        return skip(Translation::tr("the service is switched off"));
+        return skip(Translation::tr("the camera service is switched off"));
     ListWatcher watcher(context);
     const int from = context.mark();
     context.post(NotificationNames::StartDiscovering);
@@ -103,9 +103,10 @@ Outcome checkSearch(CheckContext &context)
         return [&, name] { return context.posts(name, from) > 0; };
     };
     if (!watcher.watchUntil(isPosted(NotificationNames::StartedDiscovering), StartTime))
-        return fail(Translation::tr("KS7StartedDiscovering has not come; is Bluetooth on?"));
+        return fail(
+            Translation::tr("the agent did not post KS7StartedDiscovering in time; is Bluetooth on?"));
     if (!watcher.watchUntil(isPosted(NotificationNames::StoppedDiscovering), SearchTime))
-        return fail(Translation::tr("KS7StoppedDiscovering has not come"));
+        return fail(notPosted(NotificationNames::StoppedDiscovering));
     watcher.watchFor(Afterwards);
     context.watch = watcher.seen();
     return pass();
@@ -125,7 +126,7 @@ Outcome checkChangesArePosted(CheckContext &context)
 {
     const ListWatch &watch = watchOf(context);
     if (watch.changes == 0)
-        return skip(Translation::tr("the list has not changed while it was watched"));
+        return skip(Translation::tr("the list did not change during the check"));
     return watch.changesWithoutPost == 0 ? pass()
                                          : fail(Translation::tr("%1 of %2 changes were not posted")
                                                     .arg(watch.changesWithoutPost)
@@ -138,8 +139,9 @@ Outcome checkPostsAreChanges(CheckContext &context)
     // Allow some posts without a change: the agent posts two quick changes twice, but one reading of the list
     // may see them as one change.
     const bool isTooOften = watch.postsWithoutChange > 1 && watch.postsWithoutChange > watch.changes;
-    return isTooOften ? fail(Translation::tr("%1 posts, %2 changes").arg(watch.posts).arg(watch.changes))
-                      : pass();
+    return isTooOften
+        ? fail(Translation::tr("%1 posts for %2 changes of the list").arg(watch.posts).arg(watch.changes))
+        : pass();
 }
 
 /// Returns the keys that the user info of this notification must contain. The passkey is a text; all other
@@ -165,7 +167,7 @@ QString problemOfPost(const RecordedEvent &post)
     for (const QString &key : keys) {
         const auto type = key == UserInfoKeys::PassKey ? QMetaType::QString : QMetaType::Int;
         if (post.userInfo.value(key).userType() != type)
-            return Translation::tr("%1 has no \"%2\" of its type").arg(post.name, key);
+            return Translation::tr("%1 has no value \"%2\" of the right type").arg(post.name, key);
     }
     return {};
 }
@@ -191,14 +193,16 @@ Demands postDemands()
 {
     return {
         {QStringLiteral("posts.search"),
-         Translation::tr("KS7StartDiscovering starts a search, whose start and end are posted"), checkSearch},
+         Translation::tr("KS7StartDiscovering starts a search. Its start and its end are posted"),
+         checkSearch},
         {QStringLiteral("posts.list"), Translation::tr("Each change of the list is posted"),
          checkChangesArePosted},
         {QStringLiteral("posts.often"),
-         Translation::tr("KS7CameraListChanged comes no more often than the list changes"),
+         Translation::tr("KS7CameraListChanged is posted no more often than the list changes"),
          checkPostsAreChanges},
         {QStringLiteral("posts.form"),
-         Translation::tr("Posts have one argument a{sv} with the values of their name"), checkForm},
+         Translation::tr("Each post has one argument a{sv} with the values that its name requires"),
+         checkForm},
     };
 }
 

@@ -579,7 +579,7 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1 has not replied before</source>
+        <source>%1 timed out before and is not called again</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -591,7 +591,7 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1: the error %2, &quot;%3&quot;</source>
+        <source>%1: the reply is the error %2, &quot;%3&quot;</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -599,15 +599,15 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>it changes something; --allow-changes allows that</source>
+        <source>the check of this demand changes something; --allow-changes permits it</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>KS7CameraListChanged has not come</source>
+        <source>the agent did not post %1 in time</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the list has &quot;%1&quot; instead of &quot;%2&quot;</source>
+        <source>the list shows the name &quot;%1&quot; instead of &quot;%2&quot;</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -615,7 +615,7 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>one change is posted %1 times</source>
+        <source>one new name was posted %1 times</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -627,55 +627,35 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>KS7PreferredCameraChanged has not come</source>
+        <source>the camera is preferred already, and the list has no other camera</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the camera is preferred, and there is no other one</source>
+        <source>the agent posted KS7OnOffChanged before it stored %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>isPreferredDeviceAddress is false for it</source>
+        <source>the option --passkey is missing</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>KS7OnOffChanged has not come</source>
+        <source>the camera is not on the USB cable</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1 is not stored when KS7OnOffChanged comes</source>
+        <source>%1 has the result %2</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>no --passkey was given</source>
+        <source>KS7PassKeySet contains another passkey</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the camera is not at the cable</source>
+        <source>the camera needs no firmware update</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>KS7PassKeySet has not come</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the result is %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>another passkey is reported</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the camera needs no update</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>KS7FirmwareUpdateEnded has not come</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the end is posted %1 times</source>
+        <source>%1 was posted %2 times</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -691,23 +671,23 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>An ignored camera is not listed, and listed again later</source>
+        <source>An ignored camera leaves the list, and returns when it is no longer ignored</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Another preferred camera is posted</source>
+        <source>A change of the preferred camera is posted</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>KS7ToggleEnabled is stored, then posted</source>
+        <source>After KS7ToggleEnabled, the agent stores the setting, then posts KS7OnOffChanged</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>A passkey is accepted, then posted</source>
+        <source>A new passkey is accepted, then posted</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>An update ends with one post</source>
+        <source>A firmware update ends with one KS7FirmwareUpdateEnded</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -715,15 +695,15 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the session bus refuses to be listened to</source>
+        <source>the session bus refused the subscription to the agent&apos;s posts</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the agent has gone, or its names have changed hands</source>
+        <source>the agent has ended, or its bus names have another owner</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the program has not taken the agent&apos;s names</source>
+        <source>the program has not taken the agent&apos;s bus names</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -743,63 +723,63 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1 has changed hands</source>
+        <source>the owner of %1 changed during the check</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>it has let a call time out, so the pane takes it as dead</source>
+        <source>the agent let a call time out, so the pane would disconnect from it</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the agent ran already; --launch starts one</source>
+        <source>the agent was running already; --launch starts one</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>it has not released them on SIGTERM</source>
+        <source>the agent released no bus name after SIGTERM</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>it has released one of them only</source>
+        <source>the agent released only one of its two bus names</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the program still runs</source>
+        <source>the program still runs after SIGTERM</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>there is no picture of a launched agent</source>
+        <source>there is no video node of a launched agent</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>it is still there</source>
+        <source>the node still exists</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>The agent outlives the check with both names</source>
+        <source>After the check, the agent still runs and owns both names</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Both names are released together at the end</source>
+        <source>An agent that ends releases both names together</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>The picture&apos;s node ends with the agent</source>
+        <source>The video node disappears when the agent ends</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>&quot;%1&quot; has another type</source>
+        <source>the value of &quot;%1&quot; has the wrong type</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the agent has not made it now</source>
+        <source>the agent created no preferences file during this check</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>others may read or write it</source>
+        <source>other users may read or write the preferences file</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the agent has written the old %1</source>
+        <source>the agent replaced the new value of %1 by the old one</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -811,11 +791,11 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the file has not got it</source>
+        <source>the agent did not store %1 in time</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the agent has written nothing</source>
+        <source>the agent did not write the preferences file</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -823,31 +803,31 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>The known keys have their types</source>
+        <source>The keys of the contract have values of the right types</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>A new file is for its user alone</source>
+        <source>Only the user may read or write a new preferences file</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>KS7ToggleStatusMenu is stored</source>
+        <source>The agent stores the value of KS7ToggleStatusMenu</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>A change of another program is seen</source>
+        <source>The agent does not overwrite a value that another program has changed</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Every foreign key survives a write</source>
+        <source>The agent keeps the keys of other programs when it writes the file</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>it is %1 for %2</source>
+        <source>isPreferredDeviceAddress returned %1 for %2</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>they are %1 and %2</source>
+        <source>the levels are %1 and %2</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -863,11 +843,11 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>getPreferredKS7Cam is the record of that row, or empty</source>
+        <source>getPreferredKS7Cam is the record of the preferred row, or empty</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>isPreferredDeviceAddress is true for that row alone</source>
+        <source>isPreferredDeviceAddress is true for the preferred row only</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -879,7 +859,7 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1 has no &quot;%2&quot; of type %3</source>
+        <source>the record of %1 has no &quot;%2&quot; of type %3</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -891,31 +871,31 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>it is %1, and the list has %2 rows</source>
+        <source>indexOfPreferredKS7Cam returned %1, but the list has %2 rows</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>there is a record, but no row</source>
+        <source>getPreferredKS7Cam returned a record, but no row is preferred</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>there is a row, but no record</source>
+        <source>a row is preferred, but getPreferredKS7Cam returned no record</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the record is of &quot;%1&quot;, the row of &quot;%2&quot;, or their values differ</source>
+        <source>getPreferredKS7Cam returned a record of &quot;%1&quot; that differs from the preferred row&apos;s, &quot;%2&quot;</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is missing or has other values</source>
+        <source>cameras returned no record of &quot;%1&quot;, or one with other values</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>there are %1 records too many</source>
+        <source>cameras returned %1 records too many</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the agent has let a single call time out</source>
+        <source>the agent let an earlier single call time out</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -923,7 +903,7 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>A hundred calls at once are answered within the time of a call</source>
+        <source>A hundred simultaneous calls get their replies within the time-out of one call</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -931,23 +911,19 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>nobody owns %1</source>
+        <source>no process owns %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>not both names are owned</source>
+        <source>a bus name has no owner</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the processes %1 and %2 do</source>
+        <source>process %1 owns one name, process %2 the other</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>it was posted when %1 of the two names were owned</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>it was posted %1 times</source>
+        <source>KS7AgentStarted was posted when %1 of the two names had an owner</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -963,7 +939,7 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1 is true for &quot;%2&quot;</source>
+        <source>%1 returned true for &quot;%2&quot;</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -975,7 +951,7 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>An unknown address is neither preferred nor at the cable</source>
+        <source>An unknown address is neither preferred nor on the USB cable</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -983,19 +959,15 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>it changes something, and the agent gives no introspection data</source>
+        <source>the operation changes something, and the agent gives no introspection data</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1 is not there</source>
+        <source>the agent does not declare %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>it is declared as %1 with the reply &quot;%2&quot;</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>nobody serves it</source>
+        <source>the agent declares %1 with the reply &quot;%2&quot;</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -1007,11 +979,11 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Also renames, hides, prefers and at last removes this camera, writes its firmware when it is at the cable and needs it, and changes settings and restores them.</source>
+        <source>Also checks demands that change something. Renames, hides, prefers and finally removes this camera. Writes its firmware if it is on the USB cable and needs an update. Changes settings and restores them.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>With --allow-changes: the new passkey of the camera at the cable.</source>
+        <source>With --allow-changes: the new passkey of the camera on the USB cable.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -1019,7 +991,7 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Makes every limit so many times as long.</source>
+        <source>Multiplies every time limit by this factor.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -1045,35 +1017,35 @@ Exit code: 0 nothing failed, 1 a demand failed, 2 nothing could be checked.</sou
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>no PipeWire runs</source>
+        <source>PipeWire does not run</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>there is none</source>
+        <source>no node has the name &quot;%1&quot;</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>there are %1</source>
+        <source>%1 nodes have the name &quot;%2&quot;</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>there is no node</source>
+        <source>there is no video node</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>no frame comes</source>
+        <source>the node sends no frame</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1 frames a second come, %2 are announced</source>
+        <source>the node sends %1 frames per second, but announces %2</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the second one gets no frame</source>
+        <source>the second consumer receives no frame</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the node has gone, or was made anew</source>
+        <source>the node has disappeared or was replaced</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -1081,27 +1053,23 @@ Exit code: 0 nothing failed, 1 a demand failed, 2 nothing could be checked.</sou
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>It sends frames at its rate</source>
+        <source>The node sends frames at its announced rate</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>It survives two watchers after each other</source>
+        <source>The node serves two consumers, one after the other</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>the service is switched off</source>
+        <source>the camera service is switched off</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>KS7StartedDiscovering has not come; is Bluetooth on?</source>
+        <source>the agent did not post KS7StartedDiscovering in time; is Bluetooth on?</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>KS7StoppedDiscovering has not come</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the list has not changed while it was watched</source>
+        <source>the list did not change during the check</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -1109,7 +1077,7 @@ Exit code: 0 nothing failed, 1 a demand failed, 2 nothing could be checked.</sou
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1 posts, %2 changes</source>
+        <source>%1 posts for %2 changes of the list</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -1117,7 +1085,7 @@ Exit code: 0 nothing failed, 1 a demand failed, 2 nothing could be checked.</sou
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1 has no &quot;%2&quot; of its type</source>
+        <source>%1 has no value &quot;%2&quot; of the right type</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -1125,7 +1093,7 @@ Exit code: 0 nothing failed, 1 a demand failed, 2 nothing could be checked.</sou
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>KS7StartDiscovering starts a search, whose start and end are posted</source>
+        <source>KS7StartDiscovering starts a search. Its start and its end are posted</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -1133,11 +1101,11 @@ Exit code: 0 nothing failed, 1 a demand failed, 2 nothing could be checked.</sou
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>KS7CameraListChanged comes no more often than the list changes</source>
+        <source>KS7CameraListChanged is posted no more often than the list changes</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Posts have one argument a{sv} with the values of their name</source>
+        <source>Each post has one argument a{sv} with the values that its name requires</source>
         <translation type="unfinished"></translation>
     </message>
     <message>

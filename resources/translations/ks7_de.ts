@@ -581,8 +581,8 @@ Fehler: %1</translation>
         <translation>nichts</translation>
     </message>
     <message>
-        <source>%1 has not replied before</source>
-        <translation>%1 hat schon vorher nicht geantwortet</translation>
+        <source>%1 timed out before and is not called again</source>
+        <translation>%1 hat zuvor nicht geantwortet und wird nicht noch einmal aufgerufen</translation>
     </message>
     <message>
         <source>%1: the agent ended without a reply</source>
@@ -593,32 +593,32 @@ Fehler: %1</translation>
         <translation>%1: keine Antwort in %2 s</translation>
     </message>
     <message>
-        <source>%1: the error %2, &quot;%3&quot;</source>
-        <translation>%1: der Fehler %2, „%3“</translation>
+        <source>%1: the reply is the error %2, &quot;%3&quot;</source>
+        <translation>%1: die Antwort ist der Fehler %2, „%3“</translation>
     </message>
     <message>
         <source>%1: the reply is %2 instead of %3</source>
         <translation>%1: die Antwort ist %2 statt %3</translation>
     </message>
     <message>
-        <source>it changes something; --allow-changes allows that</source>
-        <translation>das ändert etwas; --allow-changes erlaubt es</translation>
+        <source>the check of this demand changes something; --allow-changes permits it</source>
+        <translation>die Prüfung dieser Forderung ändert etwas; --allow-changes erlaubt es</translation>
     </message>
     <message>
-        <source>KS7CameraListChanged has not come</source>
-        <translation>KS7CameraListChanged ist nicht gekommen</translation>
+        <source>the agent did not post %1 in time</source>
+        <translation>der Agent meldete %1 nicht rechtzeitig</translation>
     </message>
     <message>
-        <source>the list has &quot;%1&quot; instead of &quot;%2&quot;</source>
-        <translation>in der Liste steht „%1“ statt „%2“</translation>
+        <source>the list shows the name &quot;%1&quot; instead of &quot;%2&quot;</source>
+        <translation>die Liste zeigt den Namen „%1“ statt „%2“</translation>
     </message>
     <message>
         <source>validateName refuses &quot;%1&quot;</source>
         <translation>validateName lehnt „%1“ ab</translation>
     </message>
     <message>
-        <source>one change is posted %1 times</source>
-        <translation>eine Änderung wird %1-mal gemeldet</translation>
+        <source>one new name was posted %1 times</source>
+        <translation>ein neuer Name wurde %1-mal gemeldet</translation>
     </message>
     <message>
         <source>the camera is still listed</source>
@@ -629,56 +629,36 @@ Fehler: %1</translation>
         <translation>die Kamera steht nicht wieder in der Liste</translation>
     </message>
     <message>
-        <source>KS7PreferredCameraChanged has not come</source>
-        <translation>KS7PreferredCameraChanged ist nicht gekommen</translation>
+        <source>the camera is preferred already, and the list has no other camera</source>
+        <translation>die Kamera ist schon die bevorzugte, und die Liste hat keine andere Kamera</translation>
     </message>
     <message>
-        <source>the camera is preferred, and there is no other one</source>
-        <translation>die Kamera ist die bevorzugte, und es gibt keine andere</translation>
+        <source>the agent posted KS7OnOffChanged before it stored %1</source>
+        <translation>der Agent meldete KS7OnOffChanged, bevor er %1 gespeichert hatte</translation>
     </message>
     <message>
-        <source>isPreferredDeviceAddress is false for it</source>
-        <translation>isPreferredDeviceAddress ist für sie false</translation>
+        <source>the option --passkey is missing</source>
+        <translation>die Option --passkey fehlt</translation>
     </message>
     <message>
-        <source>KS7OnOffChanged has not come</source>
-        <translation>KS7OnOffChanged ist nicht gekommen</translation>
+        <source>the camera is not on the USB cable</source>
+        <translation>die Kamera hängt nicht am USB-Kabel</translation>
     </message>
     <message>
-        <source>%1 is not stored when KS7OnOffChanged comes</source>
-        <translation>%1 ist nicht gespeichert, wenn KS7OnOffChanged kommt</translation>
+        <source>%1 has the result %2</source>
+        <translation>%1 hat das Ergebnis %2</translation>
     </message>
     <message>
-        <source>no --passkey was given</source>
-        <translation>--passkey fehlt</translation>
+        <source>KS7PassKeySet contains another passkey</source>
+        <translation>KS7PassKeySet enthält ein anderes Kennwort</translation>
     </message>
     <message>
-        <source>the camera is not at the cable</source>
-        <translation>die Kamera hängt nicht am Kabel</translation>
+        <source>the camera needs no firmware update</source>
+        <translation>die Kamera braucht keine Firmware-Aktualisierung</translation>
     </message>
     <message>
-        <source>KS7PassKeySet has not come</source>
-        <translation>KS7PassKeySet ist nicht gekommen</translation>
-    </message>
-    <message>
-        <source>the result is %1</source>
-        <translation>das Ergebnis ist %1</translation>
-    </message>
-    <message>
-        <source>another passkey is reported</source>
-        <translation>ein anderes Kennwort wird gemeldet</translation>
-    </message>
-    <message>
-        <source>the camera needs no update</source>
-        <translation>die Kamera braucht keine Aktualisierung</translation>
-    </message>
-    <message>
-        <source>KS7FirmwareUpdateEnded has not come</source>
-        <translation>KS7FirmwareUpdateEnded ist nicht gekommen</translation>
-    </message>
-    <message>
-        <source>the end is posted %1 times</source>
-        <translation>das Ende wird %1-mal gemeldet</translation>
+        <source>%1 was posted %2 times</source>
+        <translation>%1 wurde %2-mal gemeldet</translation>
     </message>
     <message>
         <source>the camera is still preferred</source>
@@ -693,40 +673,40 @@ Fehler: %1</translation>
         <translation>Ein neuer Name steht in der Liste und wird einmal gemeldet</translation>
     </message>
     <message>
-        <source>An ignored camera is not listed, and listed again later</source>
-        <translation>Eine ignorierte Kamera fehlt in der Liste und kehrt später zurück</translation>
+        <source>An ignored camera leaves the list, and returns when it is no longer ignored</source>
+        <translation>Eine ignorierte Kamera verlässt die Liste und kehrt zurück, wenn sie nicht mehr ignoriert wird</translation>
     </message>
     <message>
-        <source>Another preferred camera is posted</source>
-        <translation>Eine andere bevorzugte Kamera wird gemeldet</translation>
+        <source>A change of the preferred camera is posted</source>
+        <translation>Ein Wechsel der bevorzugten Kamera wird gemeldet</translation>
     </message>
     <message>
-        <source>KS7ToggleEnabled is stored, then posted</source>
-        <translation>KS7ToggleEnabled wird gespeichert, dann gemeldet</translation>
+        <source>After KS7ToggleEnabled, the agent stores the setting, then posts KS7OnOffChanged</source>
+        <translation>Nach KS7ToggleEnabled speichert der Agent die Einstellung und meldet dann KS7OnOffChanged</translation>
     </message>
     <message>
-        <source>A passkey is accepted, then posted</source>
-        <translation>Ein Kennwort wird angenommen, dann gemeldet</translation>
+        <source>A new passkey is accepted, then posted</source>
+        <translation>Ein neues Kennwort wird angenommen, dann gemeldet</translation>
     </message>
     <message>
-        <source>An update ends with one post</source>
-        <translation>Eine Aktualisierung endet mit einer Meldung</translation>
+        <source>A firmware update ends with one KS7FirmwareUpdateEnded</source>
+        <translation>Eine Firmware-Aktualisierung endet mit einem KS7FirmwareUpdateEnded</translation>
     </message>
     <message>
         <source>A removed camera is neither listed nor preferred</source>
         <translation>Eine entfernte Kamera ist weder in der Liste noch bevorzugt</translation>
     </message>
     <message>
-        <source>the session bus refuses to be listened to</source>
-        <translation>der Sitzungsbus lässt sich nicht abhören</translation>
+        <source>the session bus refused the subscription to the agent&apos;s posts</source>
+        <translation>der Sitzungsbus lehnte das Abonnement der Meldungen des Agenten ab</translation>
     </message>
     <message>
-        <source>the agent has gone, or its names have changed hands</source>
-        <translation>der Agent ist fort, oder seine Namen gehören einem anderen</translation>
+        <source>the agent has ended, or its bus names have another owner</source>
+        <translation>der Agent ist beendet, oder seine Busnamen haben einen anderen Besitzer</translation>
     </message>
     <message>
-        <source>the program has not taken the agent&apos;s names</source>
-        <translation>das Programm hat die Namen des Agenten nicht übernommen</translation>
+        <source>the program has not taken the agent&apos;s bus names</source>
+        <translation>das Programm hat die Busnamen des Agenten nicht übernommen</translation>
     </message>
     <message>
         <source>there is no agent on the session bus; --launch starts one</source>
@@ -745,64 +725,64 @@ Fehler: %1</translation>
         <translation>die Kamera %1 steht nicht in der Liste des Agenten, sondern: %2</translation>
     </message>
     <message>
-        <source>%1 has changed hands</source>
-        <translation>%1 hat den Besitzer gewechselt</translation>
+        <source>the owner of %1 changed during the check</source>
+        <translation>der Besitzer von %1 wechselte während der Prüfung</translation>
     </message>
     <message>
-        <source>it has let a call time out, so the pane takes it as dead</source>
-        <translation>er hat einen Aufruf nicht rechtzeitig beantwortet und gilt deshalb als tot</translation>
+        <source>the agent let a call time out, so the pane would disconnect from it</source>
+        <translation>der Agent beantwortete einen Aufruf nicht rechtzeitig; das Einstellungsmodul würde die Verbindung trennen</translation>
     </message>
     <message>
-        <source>the agent ran already; --launch starts one</source>
+        <source>the agent was running already; --launch starts one</source>
         <translation>der Agent lief schon; --launch startet einen</translation>
     </message>
     <message>
-        <source>it has not released them on SIGTERM</source>
-        <translation>er hat sie nach SIGTERM nicht freigegeben</translation>
+        <source>the agent released no bus name after SIGTERM</source>
+        <translation>der Agent gab nach SIGTERM keinen Busnamen frei</translation>
     </message>
     <message>
-        <source>it has released one of them only</source>
-        <translation>er hat nur einen davon freigegeben</translation>
+        <source>the agent released only one of its two bus names</source>
+        <translation>der Agent gab nur einen seiner beiden Busnamen frei</translation>
     </message>
     <message>
-        <source>the program still runs</source>
-        <translation>das Programm läuft noch</translation>
+        <source>the program still runs after SIGTERM</source>
+        <translation>das Programm läuft nach SIGTERM noch</translation>
     </message>
     <message>
-        <source>there is no picture of a launched agent</source>
-        <translation>es gibt kein Bild eines gestarteten Agenten</translation>
+        <source>there is no video node of a launched agent</source>
+        <translation>es gibt keinen Videoknoten eines gestarteten Agenten</translation>
     </message>
     <message>
-        <source>it is still there</source>
-        <translation>er ist noch da</translation>
+        <source>the node still exists</source>
+        <translation>der Knoten existiert noch</translation>
     </message>
     <message>
-        <source>The agent outlives the check with both names</source>
-        <translation>Der Agent überlebt die Prüfung mit beiden Namen</translation>
+        <source>After the check, the agent still runs and owns both names</source>
+        <translation>Nach der Prüfung läuft der Agent noch und besitzt beide Namen</translation>
     </message>
     <message>
-        <source>Both names are released together at the end</source>
-        <translation>Beide Namen werden am Ende zusammen freigegeben</translation>
+        <source>An agent that ends releases both names together</source>
+        <translation>Ein Agent, der endet, gibt beide Namen zusammen frei</translation>
     </message>
     <message>
-        <source>The picture&apos;s node ends with the agent</source>
-        <translation>Der Knoten des Bildes endet mit dem Agenten</translation>
+        <source>The video node disappears when the agent ends</source>
+        <translation>Der Videoknoten verschwindet, wenn der Agent endet</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; has another type</source>
-        <translation>„%1“ hat einen anderen Typ</translation>
+        <source>the value of &quot;%1&quot; has the wrong type</source>
+        <translation>der Wert von „%1“ hat den falschen Typ</translation>
     </message>
     <message>
-        <source>the agent has not made it now</source>
-        <translation>der Agent hat sie nicht jetzt angelegt</translation>
+        <source>the agent created no preferences file during this check</source>
+        <translation>der Agent legte während dieser Prüfung keine Einstellungsdatei an</translation>
     </message>
     <message>
-        <source>others may read or write it</source>
-        <translation>andere dürfen sie lesen oder schreiben</translation>
+        <source>other users may read or write the preferences file</source>
+        <translation>andere Benutzer dürfen die Einstellungsdatei lesen oder schreiben</translation>
     </message>
     <message>
-        <source>the agent has written the old %1</source>
-        <translation>der Agent hat den alten Wert von %1 geschrieben</translation>
+        <source>the agent replaced the new value of %1 by the old one</source>
+        <translation>der Agent ersetzte den neuen Wert von %1 durch den alten</translation>
     </message>
     <message>
         <source>the agent has changed the key %1</source>
@@ -813,44 +793,44 @@ Fehler: %1</translation>
         <translation>der Agent hat den Schlüssel %1 verloren</translation>
     </message>
     <message>
-        <source>the file has not got it</source>
-        <translation>es steht nicht in der Datei</translation>
+        <source>the agent did not store %1 in time</source>
+        <translation>der Agent speicherte %1 nicht rechtzeitig</translation>
     </message>
     <message>
-        <source>the agent has written nothing</source>
-        <translation>der Agent hat nichts geschrieben</translation>
+        <source>the agent did not write the preferences file</source>
+        <translation>der Agent schrieb die Einstellungsdatei nicht</translation>
     </message>
     <message>
         <source>The preferences file is a property list</source>
         <translation>Die Einstellungsdatei ist eine Property List</translation>
     </message>
     <message>
-        <source>The known keys have their types</source>
-        <translation>Die bekannten Schlüssel haben ihre Typen</translation>
+        <source>The keys of the contract have values of the right types</source>
+        <translation>Die Schlüssel des Vertrags haben Werte der richtigen Typen</translation>
     </message>
     <message>
-        <source>A new file is for its user alone</source>
-        <translation>Eine neue Datei ist nur für ihren Benutzer</translation>
+        <source>Only the user may read or write a new preferences file</source>
+        <translation>Nur der Benutzer darf eine neue Einstellungsdatei lesen oder schreiben</translation>
     </message>
     <message>
-        <source>KS7ToggleStatusMenu is stored</source>
-        <translation>KS7ToggleStatusMenu wird gespeichert</translation>
+        <source>The agent stores the value of KS7ToggleStatusMenu</source>
+        <translation>Der Agent speichert den Wert von KS7ToggleStatusMenu</translation>
     </message>
     <message>
-        <source>A change of another program is seen</source>
-        <translation>Die Änderung eines anderen Programms wird bemerkt</translation>
+        <source>The agent does not overwrite a value that another program has changed</source>
+        <translation>Der Agent überschreibt keinen Wert, den ein anderes Programm geändert hat</translation>
     </message>
     <message>
-        <source>Every foreign key survives a write</source>
-        <translation>Jeder fremde Schlüssel übersteht ein Schreiben</translation>
+        <source>The agent keeps the keys of other programs when it writes the file</source>
+        <translation>Der Agent behält die Schlüssel anderer Programme, wenn er die Datei schreibt</translation>
     </message>
     <message>
-        <source>it is %1 for %2</source>
-        <translation>es ist %1 für %2</translation>
+        <source>isPreferredDeviceAddress returned %1 for %2</source>
+        <translation>isPreferredDeviceAddress ergab %1 für %2</translation>
     </message>
     <message>
-        <source>they are %1 and %2</source>
-        <translation>sie sind %1 und %2</translation>
+        <source>the levels are %1 and %2</source>
+        <translation>die Pegel sind %1 und %2</translation>
     </message>
     <message>
         <source>Each camera has a status from 0 to 5, an ID and a name</source>
@@ -865,12 +845,12 @@ Fehler: %1</translation>
         <translation>indexOfPreferredKS7Cam ist eine Zeile oder 0x7FFFFFFFFFFFFFFF</translation>
     </message>
     <message>
-        <source>getPreferredKS7Cam is the record of that row, or empty</source>
-        <translation>getPreferredKS7Cam ist der Eintrag dieser Zeile oder leer</translation>
+        <source>getPreferredKS7Cam is the record of the preferred row, or empty</source>
+        <translation>getPreferredKS7Cam ist der Eintrag der bevorzugten Zeile oder leer</translation>
     </message>
     <message>
-        <source>isPreferredDeviceAddress is true for that row alone</source>
-        <translation>isPreferredDeviceAddress ist nur für diese Zeile true</translation>
+        <source>isPreferredDeviceAddress is true for the preferred row only</source>
+        <translation>isPreferredDeviceAddress ist nur für die bevorzugte Zeile true</translation>
     </message>
     <message>
         <source>cameras has the records of cameraDict</source>
@@ -881,8 +861,8 @@ Fehler: %1</translation>
         <translation>Die Tonpegel liegen zwischen 0 und 1</translation>
     </message>
     <message>
-        <source>%1 has no &quot;%2&quot; of type %3</source>
-        <translation>%1 hat kein „%2“ vom Typ %3</translation>
+        <source>the record of %1 has no &quot;%2&quot; of type %3</source>
+        <translation>der Eintrag von %1 hat kein „%2“ vom Typ %3</translation>
     </message>
     <message>
         <source>%1 has the status %2</source>
@@ -893,64 +873,60 @@ Fehler: %1</translation>
         <translation>cameraDict hat [%1], sortedDeviceList hat [%2]</translation>
     </message>
     <message>
-        <source>it is %1, and the list has %2 rows</source>
-        <translation>es ist %1, und die Liste hat %2 Zeilen</translation>
+        <source>indexOfPreferredKS7Cam returned %1, but the list has %2 rows</source>
+        <translation>indexOfPreferredKS7Cam ergab %1, aber die Liste hat %2 Zeilen</translation>
     </message>
     <message>
-        <source>there is a record, but no row</source>
-        <translation>es gibt einen Eintrag, aber keine Zeile</translation>
+        <source>getPreferredKS7Cam returned a record, but no row is preferred</source>
+        <translation>getPreferredKS7Cam ergab einen Eintrag, aber keine Zeile ist bevorzugt</translation>
     </message>
     <message>
-        <source>there is a row, but no record</source>
-        <translation>es gibt eine Zeile, aber keinen Eintrag</translation>
+        <source>a row is preferred, but getPreferredKS7Cam returned no record</source>
+        <translation>eine Zeile ist bevorzugt, aber getPreferredKS7Cam ergab keinen Eintrag</translation>
     </message>
     <message>
-        <source>the record is of &quot;%1&quot;, the row of &quot;%2&quot;, or their values differ</source>
-        <translation>der Eintrag ist von „%1“, die Zeile von „%2“, oder ihre Werte sind verschieden</translation>
+        <source>getPreferredKS7Cam returned a record of &quot;%1&quot; that differs from the preferred row&apos;s, &quot;%2&quot;</source>
+        <translation>getPreferredKS7Cam ergab einen Eintrag von „%1“, der vom Eintrag der bevorzugten Zeile, „%2“, abweicht</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is missing or has other values</source>
-        <translation>„%1“ fehlt oder hat andere Werte</translation>
+        <source>cameras returned no record of &quot;%1&quot;, or one with other values</source>
+        <translation>cameras ergab keinen Eintrag von „%1“ oder einen mit anderen Werten</translation>
     </message>
     <message>
-        <source>there are %1 records too many</source>
-        <translation>es sind %1 Einträge zu viel</translation>
+        <source>cameras returned %1 records too many</source>
+        <translation>cameras ergab %1 Einträge zu viel</translation>
     </message>
     <message>
-        <source>the agent has let a single call time out</source>
-        <translation>der Agent hat schon einen einzelnen Aufruf nicht rechtzeitig beantwortet</translation>
+        <source>the agent let an earlier single call time out</source>
+        <translation>der Agent beantwortete zuvor einen einzelnen Aufruf nicht rechtzeitig</translation>
     </message>
     <message>
         <source>%1 of %2 calls failed; %3</source>
         <translation>%1 von %2 Aufrufen schlugen fehl; %3</translation>
     </message>
     <message>
-        <source>A hundred calls at once are answered within the time of a call</source>
-        <translation>Hundert Aufrufe auf einmal werden in der Zeit eines Aufrufs beantwortet</translation>
+        <source>A hundred simultaneous calls get their replies within the time-out of one call</source>
+        <translation>Hundert gleichzeitige Aufrufe werden innerhalb der Frist eines Aufrufs beantwortet</translation>
     </message>
     <message>
         <source>there is no session bus</source>
         <translation>es gibt keinen Sitzungsbus</translation>
     </message>
     <message>
-        <source>nobody owns %1</source>
-        <translation>niemand besitzt %1</translation>
+        <source>no process owns %1</source>
+        <translation>kein Prozess besitzt %1</translation>
     </message>
     <message>
-        <source>not both names are owned</source>
-        <translation>nicht beide Namen haben einen Besitzer</translation>
+        <source>a bus name has no owner</source>
+        <translation>ein Busname hat keinen Besitzer</translation>
     </message>
     <message>
-        <source>the processes %1 and %2 do</source>
-        <translation>die Prozesse %1 und %2 tun es</translation>
+        <source>process %1 owns one name, process %2 the other</source>
+        <translation>Prozess %1 besitzt den einen Namen, Prozess %2 den anderen</translation>
     </message>
     <message>
-        <source>it was posted when %1 of the two names were owned</source>
-        <translation>es wurde gemeldet, als %1 der beiden Namen einen Besitzer hatten</translation>
-    </message>
-    <message>
-        <source>it was posted %1 times</source>
-        <translation>es wurde %1-mal gemeldet</translation>
+        <source>KS7AgentStarted was posted when %1 of the two names had an owner</source>
+        <translation>KS7AgentStarted wurde gemeldet, als %1 der beiden Namen einen Besitzer hatten</translation>
     </message>
     <message>
         <source>Both bus names are owned</source>
@@ -965,8 +941,8 @@ Fehler: %1</translation>
         <translation>KS7AgentStarted wird einmal gemeldet, wenn beide Namen einen Besitzer haben</translation>
     </message>
     <message>
-        <source>%1 is true for &quot;%2&quot;</source>
-        <translation>%1 ist true für „%2“</translation>
+        <source>%1 returned true for &quot;%2&quot;</source>
+        <translation>%1 ergab true für „%2“</translation>
     </message>
     <message>
         <source>%1 has changed the list or the preferred camera</source>
@@ -977,28 +953,24 @@ Fehler: %1</translation>
         <translation>validateName antwortet auf jeden Text</translation>
     </message>
     <message>
-        <source>An unknown address is neither preferred nor at the cable</source>
-        <translation>Eine unbekannte Adresse ist weder bevorzugt noch am Kabel</translation>
+        <source>An unknown address is neither preferred nor on the USB cable</source>
+        <translation>Eine unbekannte Adresse ist weder bevorzugt noch am USB-Kabel</translation>
     </message>
     <message>
         <source>Unknown addresses, rows and records change nothing</source>
         <translation>Unbekannte Adressen, Zeilen und Einträge ändern nichts</translation>
     </message>
     <message>
-        <source>it changes something, and the agent gives no introspection data</source>
-        <translation>das ändert etwas, und der Agent beschreibt sich nicht selbst</translation>
+        <source>the operation changes something, and the agent gives no introspection data</source>
+        <translation>die Operation ändert etwas, und der Agent beschreibt sich nicht selbst</translation>
     </message>
     <message>
-        <source>%1 is not there</source>
-        <translation>%1 fehlt</translation>
+        <source>the agent does not declare %1</source>
+        <translation>der Agent deklariert %1 nicht</translation>
     </message>
     <message>
-        <source>it is declared as %1 with the reply &quot;%2&quot;</source>
-        <translation>es ist als %1 mit der Antwort „%2“ erklärt</translation>
-    </message>
-    <message>
-        <source>nobody serves it</source>
-        <translation>niemand bietet es an</translation>
+        <source>the agent declares %1 with the reply &quot;%2&quot;</source>
+        <translation>der Agent deklariert %1 mit der Antwort „%2“</translation>
     </message>
     <message>
         <source>%1 replies &quot;%2&quot;</source>
@@ -1009,20 +981,20 @@ Fehler: %1</translation>
         <translation>Startet dieses Programm, prüft es und beendet es.</translation>
     </message>
     <message>
-        <source>Also renames, hides, prefers and at last removes this camera, writes its firmware when it is at the cable and needs it, and changes settings and restores them.</source>
-        <translation>Benennt diese Kamera auch um, verbirgt, bevorzugt und entfernt sie zuletzt, schreibt ihre Firmware, wenn sie am Kabel hängt und sie braucht, und ändert Einstellungen und stellt sie wieder her.</translation>
+        <source>Also checks demands that change something. Renames, hides, prefers and finally removes this camera. Writes its firmware if it is on the USB cable and needs an update. Changes settings and restores them.</source>
+        <translation>Prüft auch Forderungen, deren Prüfung etwas ändert. Benennt diese Kamera um, verbirgt, bevorzugt und entfernt sie zuletzt. Schreibt ihre Firmware, wenn sie am USB-Kabel hängt und eine Aktualisierung braucht. Ändert Einstellungen und stellt sie wieder her.</translation>
     </message>
     <message>
-        <source>With --allow-changes: the new passkey of the camera at the cable.</source>
-        <translation>Mit --allow-changes: das neue Kennwort der Kamera am Kabel.</translation>
+        <source>With --allow-changes: the new passkey of the camera on the USB cable.</source>
+        <translation>Mit --allow-changes: das neue Kennwort der Kamera am USB-Kabel.</translation>
     </message>
     <message>
         <source>Checks this group; may be repeated. Groups: %1.</source>
         <translation>Prüft diese Gruppe; auch mehrmals. Gruppen: %1.</translation>
     </message>
     <message>
-        <source>Makes every limit so many times as long.</source>
-        <translation>Verlängert jede Frist auf das Vielfache.</translation>
+        <source>Multiplies every time limit by this factor.</source>
+        <translation>Multipliziert jede Frist mit diesem Faktor.</translation>
     </message>
     <message>
         <source>Prints one JSON object.</source>
@@ -1049,100 +1021,96 @@ Exitcode: 0 nichts schlug fehl, 1 eine Forderung schlug fehl, 2 nichts war zu pr
         <translation>Das sind zu viele Argumente.</translation>
     </message>
     <message>
-        <source>no PipeWire runs</source>
-        <translation>es läuft kein PipeWire</translation>
+        <source>PipeWire does not run</source>
+        <translation>PipeWire läuft nicht</translation>
     </message>
     <message>
-        <source>there is none</source>
-        <translation>es gibt keinen</translation>
+        <source>no node has the name &quot;%1&quot;</source>
+        <translation>kein Knoten hat den Namen „%1“</translation>
     </message>
     <message>
-        <source>there are %1</source>
-        <translation>es sind %1</translation>
+        <source>%1 nodes have the name &quot;%2&quot;</source>
+        <translation>%1 Knoten haben den Namen „%2“</translation>
     </message>
     <message>
-        <source>there is no node</source>
-        <translation>es gibt keinen Knoten</translation>
+        <source>there is no video node</source>
+        <translation>es gibt keinen Videoknoten</translation>
     </message>
     <message>
-        <source>no frame comes</source>
-        <translation>es kommt kein Bild</translation>
+        <source>the node sends no frame</source>
+        <translation>der Knoten sendet kein Bild</translation>
     </message>
     <message>
-        <source>%1 frames a second come, %2 are announced</source>
-        <translation>%1 Bilder in der Sekunde kommen, %2 sind angekündigt</translation>
+        <source>the node sends %1 frames per second, but announces %2</source>
+        <translation>der Knoten sendet %1 Bilder je Sekunde, kündigt aber %2 an</translation>
     </message>
     <message>
-        <source>the second one gets no frame</source>
-        <translation>der zweite bekommt kein Bild</translation>
+        <source>the second consumer receives no frame</source>
+        <translation>der zweite Empfänger bekommt kein Bild</translation>
     </message>
     <message>
-        <source>the node has gone, or was made anew</source>
-        <translation>der Knoten ist fort oder wurde neu angelegt</translation>
+        <source>the node has disappeared or was replaced</source>
+        <translation>der Knoten ist verschwunden oder wurde ersetzt</translation>
     </message>
     <message>
         <source>One video node has the name &quot;%1&quot;</source>
         <translation>Ein Videoknoten hat den Namen „%1“</translation>
     </message>
     <message>
-        <source>It sends frames at its rate</source>
-        <translation>Er sendet Bilder in seinem Takt</translation>
+        <source>The node sends frames at its announced rate</source>
+        <translation>Der Knoten sendet Bilder in der angekündigten Rate</translation>
     </message>
     <message>
-        <source>It survives two watchers after each other</source>
-        <translation>Er übersteht zwei Zuschauer nacheinander</translation>
+        <source>The node serves two consumers, one after the other</source>
+        <translation>Der Knoten bedient zwei Empfänger nacheinander</translation>
     </message>
     <message>
-        <source>the service is switched off</source>
-        <translation>der Dienst ist ausgeschaltet</translation>
+        <source>the camera service is switched off</source>
+        <translation>der Kameradienst ist ausgeschaltet</translation>
     </message>
     <message>
-        <source>KS7StartedDiscovering has not come; is Bluetooth on?</source>
-        <translation>KS7StartedDiscovering ist nicht gekommen; ist Bluetooth an?</translation>
+        <source>the agent did not post KS7StartedDiscovering in time; is Bluetooth on?</source>
+        <translation>der Agent meldete KS7StartedDiscovering nicht rechtzeitig; ist Bluetooth an?</translation>
     </message>
     <message>
-        <source>KS7StoppedDiscovering has not come</source>
-        <translation>KS7StoppedDiscovering ist nicht gekommen</translation>
-    </message>
-    <message>
-        <source>the list has not changed while it was watched</source>
-        <translation>die Liste hat sich beim Zusehen nicht geändert</translation>
+        <source>the list did not change during the check</source>
+        <translation>die Liste änderte sich während der Prüfung nicht</translation>
     </message>
     <message>
         <source>%1 of %2 changes were not posted</source>
         <translation>%1 von %2 Änderungen wurden nicht gemeldet</translation>
     </message>
     <message>
-        <source>%1 posts, %2 changes</source>
-        <translation>%1 Meldungen, %2 Änderungen</translation>
+        <source>%1 posts for %2 changes of the list</source>
+        <translation>%1 Meldungen bei %2 Änderungen der Liste</translation>
     </message>
     <message>
         <source>%1 has the signature &quot;%2&quot;</source>
         <translation>%1 hat die Signatur „%2“</translation>
     </message>
     <message>
-        <source>%1 has no &quot;%2&quot; of its type</source>
-        <translation>%1 hat kein „%2“ des richtigen Typs</translation>
+        <source>%1 has no value &quot;%2&quot; of the right type</source>
+        <translation>%1 hat keinen Wert „%2“ des richtigen Typs</translation>
     </message>
     <message>
         <source>the agent has posted nothing</source>
         <translation>der Agent hat nichts gemeldet</translation>
     </message>
     <message>
-        <source>KS7StartDiscovering starts a search, whose start and end are posted</source>
-        <translation>KS7StartDiscovering beginnt eine Suche, deren Anfang und Ende gemeldet werden</translation>
+        <source>KS7StartDiscovering starts a search. Its start and its end are posted</source>
+        <translation>KS7StartDiscovering beginnt eine Suche. Ihr Anfang und ihr Ende werden gemeldet</translation>
     </message>
     <message>
         <source>Each change of the list is posted</source>
         <translation>Jede Änderung der Liste wird gemeldet</translation>
     </message>
     <message>
-        <source>KS7CameraListChanged comes no more often than the list changes</source>
-        <translation>KS7CameraListChanged kommt nicht öfter, als sich die Liste ändert</translation>
+        <source>KS7CameraListChanged is posted no more often than the list changes</source>
+        <translation>KS7CameraListChanged wird nicht öfter gemeldet, als sich die Liste ändert</translation>
     </message>
     <message>
-        <source>Posts have one argument a{sv} with the values of their name</source>
-        <translation>Meldungen haben ein Argument a{sv} mit den Werten ihres Namens</translation>
+        <source>Each post has one argument a{sv} with the values that its name requires</source>
+        <translation>Jede Meldung hat ein Argument a{sv} mit den Werten, die ihr Name verlangt</translation>
     </message>
     <message>
         <source>there is no file %1</source>

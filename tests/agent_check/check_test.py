@@ -143,13 +143,13 @@ class Broken(unittest.TestCase):
         run = self.only("operation", "list", "end")
         self.assertEqual(run.ids("fail"), ["operation.cameras", "end.alive"])
         self.assertIn("ended without a reply", run.detail("operation.cameras"))
-        self.assertIn("has gone", run.detail("list.order"))
+        self.assertIn("the agent has ended", run.detail("list.order"))
         self.assertEqual(run.code, 1)
 
     def test_an_agent_that_posts_nothing(self):
         self.agent.script.mute(True)
         run = self.only("posts", slow=1)
-        self.assertIn("KS7StartedDiscovering has not come", run.detail("posts.search"))
+        self.assertIn("the agent did not post KS7StartedDiscovering in time", run.detail("posts.search"))
         self.assertIn("posts.search", run.ids("fail"))
 
     def test_an_agent_that_omits_keys(self):
@@ -170,7 +170,7 @@ class Broken(unittest.TestCase):
                 twin.terminate()
                 twin.wait()
         self.assertEqual(run.ids("fail"), ["picture.node"])
-        self.assertEqual(run.detail("picture.node"), "there are 2")
+        self.assertEqual(run.detail("picture.node"), f'2 nodes have the name "{AGENT_CAMERA}"')
 
     def test_an_agent_that_shares_the_names_with_another(self):
         self.agent.script.releaseName("KS7AgentServerUSB")
@@ -183,7 +183,8 @@ class Broken(unittest.TestCase):
         finally:
             owner.communicate()
         self.assertEqual(run.ids("fail"), ["names.process"])
-        self.assertIn(str(owner.pid), run.detail("names.process"))
+        self.assertEqual(run.detail("names.process"),
+                         f"process {self.agent.process.pid} owns one name, process {owner.pid} the other")
 
 
 class NothingToCheck(unittest.TestCase):
@@ -203,7 +204,7 @@ class NothingToCheck(unittest.TestCase):
         self.assert_refused("cannot be started", "--launch", "/nowhere")
 
     def test_a_program_that_is_not_an_agent(self):
-        self.assert_refused("has not taken the agent's names", "--launch", "/bin/true")
+        self.assert_refused("has not taken the agent's bus names", "--launch", "/bin/true")
 
     def test_another_agent_and_another_camera(self):
         agent = StandInAgent("--quick", "--no-picture")
@@ -241,8 +242,8 @@ class Output(unittest.TestCase):
         self.assertEqual(out.splitlines(), [
             "pass  names.owned: Both bus names are owned",
             "pass  names.process: One process owns both names",
-            "skip  names.started: KS7AgentStarted is posted once, when both names are owned: the agent ran already; "
-            "--launch starts one",
+            "skip  names.started: KS7AgentStarted is posted once, when both names are owned: the agent was running "
+            "already; --launch starts one",
             "2 passed, 0 failed, 1 skipped"])
 
     def test_progress_and_colours_on_a_terminal(self):
