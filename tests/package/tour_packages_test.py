@@ -1,12 +1,15 @@
 #!/usr/bin/python3
-"""Tests that the packages installed by ./run contain every Python module that the tour imports."""
+"""Tests that ./run installs every Python module that the tour imports, and the plug-ins that the package recommends."""
 
+import os
 import pathlib
+import re
 import subprocess
 import sys
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
+CPACK = pathlib.Path(os.environ["KS7_BUILD"]) / "CPackConfig.cmake"
 SECTIONS = {"build", "run", "display", "kde"}
 MODULES_OF_THE_TOUR = """
 import sys
@@ -43,6 +46,10 @@ class TourPackagesTest(unittest.TestCase):
         packages = packages_of(self.imported_files())
         self.assertIn("python3-gi", packages)
         self.assertEqual(packages - installed_for_the_tour(), set())
+
+    def test_a_run_has_what_the_package_recommends(self):
+        recommended = re.search(r'set\(CPACK_DEBIAN_PREFERENCES_PACKAGE_RECOMMENDS "([^"]+)"\)', CPACK.read_text())[1]
+        self.assertEqual(set(recommended.split(", ")) - installed_for_the_tour(), set())
 
 
 if __name__ == "__main__":
