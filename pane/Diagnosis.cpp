@@ -77,10 +77,10 @@ QString describeCamera(const QVariantMap &record)
 
 QString modeOf(const QFileInfo &file)
 {
-    // QFileDevice::Permissions stores each class of users in a hexadecimal digit. Print each as an octal
-    // digit, as ls and chmod do.
+    // QFileDevice::Permissions has a hexadecimal digit for the owner, this process, the group and others.
+    // Print those of owner, group and others as octal digits, as ls and chmod do.
     const int bits = static_cast<int>(file.permissions());
-    return QStringLiteral("0%1%2%3").arg((bits >> 8) & 7).arg((bits >> 4) & 7).arg(bits & 7);
+    return QStringLiteral("0%1%2%3").arg((bits >> 12) & 7).arg((bits >> 4) & 7).arg(bits & 7);
 }
 
 } // namespace

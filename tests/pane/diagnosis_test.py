@@ -152,6 +152,11 @@ class DiagnosisTest(unittest.TestCase):
         self.assertTrue(report["Preferences"].endswith("mode 0600, not a property list"), report["Preferences"])
         self.assertNotIn("471108", report["text"])
 
+    def test_reports_the_permissions_of_the_owner_and_not_of_the_reader(self):
+        # root may write a file that has no permission for it.
+        self.write_preferences(plistlib.dumps({}), 0o440)
+        self.assertEqual(diagnose()["Preferences"], f"{PREFERENCES}, mode 0440, a property list")
+
     def test_reports_why_the_preferences_cannot_be_read(self):
         PREFERENCES.mkdir()
         self.assertNotIn("mode", diagnose()["Preferences"])
