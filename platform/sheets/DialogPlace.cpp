@@ -84,6 +84,10 @@ DialogPlace placeDialog(QDialog *dialog, QWidget *window)
 
 void restoreFocus(const DialogPlace &place)
 {
+    // Code may have moved the focus behind the dialog, such as to a list that is enabled again. Keep that.
+    const auto *focus = place.window ? place.window->focusWidget() : nullptr;
+    if (focus && focus != place.focus)
+        return;
     if (place.focus && place.focus->isVisible())
         place.focus->setFocus(Qt::ActiveWindowFocusReason);
 }

@@ -18,7 +18,8 @@ struct DialogPlace {
 /// With a null `window`, the dialog blocks nothing. The dialog never becomes a child of `window`.
 DialogPlace placeDialog(QDialog *dialog, QWidget *window);
 
-/// Gives the focus inside the window back to the widget that had it before. Does not activate the window.
+/// Gives the focus inside the window back to the widget that had it before, unless another widget has got it
+/// meanwhile. Does not activate the window.
 void restoreFocus(const DialogPlace &place);
 
 } // namespace platform

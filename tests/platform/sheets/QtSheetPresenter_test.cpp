@@ -268,6 +268,19 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(mWindow->button.hasFocus(), Timeout);
     }
 
+    void aFocusThatMovesBehindAnAlertStays()
+    {
+        mWindow->appear();
+        mWindow->button.setFocus();
+        beginAlert(Failure, mWindow.get());
+        waitForTheAlertToHaveTheFocus();
+        mWindow->field.setFocus();
+        QTest::keyClick(theAlert(), Qt::Key_Escape);
+        QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), static_cast<QWidget *>(mWindow.get()),
+                                  Timeout);
+        QCOMPARE(mWindow->focusWidget(), &mWindow->field);
+    }
+
     void theSameAlertIsShownOnceAndEndsForEveryCaller()
     {
         mWindow->appear();
