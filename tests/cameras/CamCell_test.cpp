@@ -99,6 +99,24 @@ class CamCellTest : public QObject {
         return image;
     }
 
+    /// The opacity of each of the image's pixels.
+    static QImage shapeOf(const QString &name)
+    {
+        const QImage image(FakeBundle().pathForResource(name, QStringLiteral("png")));
+        return image.convertToFormat(QImage::Format_Alpha8);
+    }
+
+    /// Returns how many per cent of the pixels are much more opaque in one image than in the other.
+    static int differenceInShape(const QImage &one, const QImage &other)
+    {
+        int count = 0;
+        for (int y = 0; y < one.height(); ++y) {
+            for (int x = 0; x < one.width(); ++x)
+                count += std::abs(one.pixelColor(x, y).alpha() - other.pixelColor(x, y).alpha()) > 80 ? 1 : 0;
+        }
+        return 100 * count / (one.width() * one.height());
+    }
+
     /// The bounds of all pixels in `part` that differ from the background, in logical coordinates.
     QRectF inkWithin(const QImage &image, const QRect &part) const
     {
@@ -256,6 +274,26 @@ private Q_SLOTS:
             mScale = scale;
             showCamera(QStringLiteral("Kitchen"), status);
             QCOMPARE(int(dotOf(drawn())), dot);
+        }
+    }
+
+    void theDotsDifferWithoutColour_data()
+    {
+        QTest::addColumn<QString>("size");
+        QTest::newRow("at 100 %") << QString();
+        QTest::newRow("at 200 %") << QStringLiteral("@2x");
+    }
+    void theDotsDifferWithoutColour()
+    {
+        QFETCH(QString, size);
+        QStringList names{QStringLiteral("greendot"), QStringLiteral("reddot"), QStringLiteral("orangedot"),
+                          QStringLiteral("graydot")};
+        while (names.size() > 1) {
+            const QString name = names.takeFirst();
+            for (const auto &other : std::as_const(names)) {
+                const int share = differenceInShape(shapeOf(name + size), shapeOf(other + size));
+                QVERIFY2(share >= 5, qPrintable(QStringLiteral("%1, %2: %3 %").arg(name, other).arg(share)));
+            }
         }
     }
 
