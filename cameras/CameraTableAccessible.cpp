@@ -1,8 +1,11 @@
 #include "cameras/CameraTableAccessible.h"
 
 #include "cameras/KS7AnimatingStatusTableView.h"
+#include "cameras/KS7Cam.h"
+#include "cameras/SanitizedLine.h"
 #include "widgets/Accessible.h"
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QPointer>
 #include <QWindow>
@@ -12,6 +15,27 @@
 namespace {
 
 using Table = KS7AnimatingStatusTableView;
+
+bool hasNamesake(const Table &table, int row)
+{
+    const QString name = table.cameraInRow(row)->friendlyName();
+    for (int other = 0; other < table.numberOfRows(); ++other) {
+        const auto camera = table.cameraInRow(other);
+        if (other != row && camera && camera->friendlyName() == name)
+            return true;
+    }
+    return false;
+}
+
+/// Returns a sentence with the camera's ID and a blank if another camera has the same name; otherwise empty.
+QString idSentence(const Table &table, int row)
+{
+    const auto camera = table.cameraInRow(row);
+    const QString id = camera ? sanitizedLine(camera->cameraIDString()) : QString();
+    if (id.isEmpty() || !hasNamesake(table, row))
+        return {};
+    return QCoreApplication::translate("KS7Cam", "Camera ID: %1.").arg(id) + QLatin1Char(' ');
+}
 
 /// Represents a row of the camera table as one cell, because the table has only one column.
 class RowAccessible final : public QAccessibleInterface,
@@ -42,7 +66,13 @@ public:
     [[nodiscard]] QAccessible::Role role() const override { return QAccessible::Cell; }
     [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
-        return kind == QAccessible::Name && isValid() ? mTable->textOfRow(mRow) : QString();
+        if (!isValid())
+            return {};
+        // The description repeats the table's one, because the selected row has the focus instead of the
+        // table.
+        if (kind == QAccessible::Description)
+            return QString(idSentence(*mTable, mRow) + mTable->accessibleDescription());
+        return kind == QAccessible::Name ? mTable->textOfRow(mRow) : QString();
     }
     void setText(QAccessible::Text, const QString &) override { }
     [[nodiscard]] QRect rect() const override

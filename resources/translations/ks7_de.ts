@@ -78,6 +78,10 @@
 <context>
     <name>KS7Cam</name>
     <message>
+        <source>Camera ID: %1.</source>
+        <translation>Kamera-ID: %1.</translation>
+    </message>
+    <message>
         <source>Not Found</source>
         <translation>Nicht gefunden</translation>
     </message>

@@ -131,6 +131,32 @@ private Q_SLOTS:
         QCOMPARE(accessible()->child(-1), nullptr);
     }
 
+    void aRowSaysHowToChooseACamera()
+    {
+        showThreeCameras();
+        const auto how =
+            QStringLiteral("To choose a camera with the keyboard, open Camera Actions, then Choose Camera.");
+        for (int row = 0; row < 3; ++row)
+            QCOMPARE(accessible()->child(row)->text(QAccessible::Description), how);
+        agentPosts(Names::NoBluetooth);
+        QCOMPARE(accessible()->child(0)->text(QAccessible::Description), QStringLiteral("Bluetooth is off."));
+    }
+
+    void rowsOfTheSameNameDifferByTheirIDs()
+    {
+        agent().addCamera(QStringLiteral("d"), QStringLiteral("Kitchen"), 1, QStringLiteral("2A9C"));
+        agent().addCamera(QStringLiteral("e"), QStringLiteral("Kitchen"), 1, QStringLiteral("77\n1"));
+        agent().addCamera(QStringLiteral("f"), QStringLiteral("Porch"), 1, QStringLiteral("5E5E"));
+        mFixture->show();
+        const auto beginning = [this](int row) {
+            return accessible()->child(row)->text(QAccessible::Description).section(QLatin1Char(' '), 0, 2);
+        };
+        QCOMPARE(beginning(0), QStringLiteral("Camera ID: 2A9C."));
+        QCOMPARE(beginning(1), QStringLiteral("Camera ID: 77⟨U+000A⟩1."));
+        QCOMPARE(beginning(2), QStringLiteral("Choose a camera"));
+        QVERIFY(accessible()->child(0)->text(QAccessible::Description).contains(QStringLiteral("keyboard")));
+    }
+
     void theSelectionIsExposed()
     {
         showThreeCameras();
