@@ -1,34 +1,15 @@
 #include "platform/sheets/AlertBox.h"
 
+#include "platform/sheets/SentenceLabel.h"
 #include "platform/sheets/SheetFrame.h"
 #include "platform/sheets/Sheets.h"
 
 #include <QLabel>
 #include <QPushButton>
 
-#include <algorithm>
-
 namespace platform {
-namespace {
 
-/// The length of the longest readable line, in characters of average width.
-constexpr int LongestLine = 68;
-
-/// Widens the label to the length of its text, up to LongestLine. Otherwise QMessageBox wraps its informative
-/// text at the width of its title.
-void giveSentencesALine(QLabel *label)
-{
-    if (!label)
-        return;
-    label->setWordWrap(false);
-    const int unwrapped = label->sizeHint().width();
-    label->setWordWrap(true);
-    label->setMinimumWidth(std::min(unwrapped, label->fontMetrics().averageCharWidth() * LongestLine));
-}
-
-} // namespace
-
-AlertBox::AlertBox(const AlertSheet &alert)
+AlertBox::AlertBox(const AlertSheet &alert, const QWidget *window)
 {
     setObjectName(QStringLiteral("alertSheet"));
     setWindowFlags(sheetWindowFlags());
@@ -43,10 +24,12 @@ AlertBox::AlertBox(const AlertSheet &alert)
     const auto labels = findChildren<QLabel *>();
     for (auto *label : labels)
         label->setTextFormat(Qt::PlainText);
-    giveSentencesALine(findChild<QLabel *>(QStringLiteral("qt_msgbox_informativelabel")));
     auto *button = addButton(alert.defaultButton, QMessageBox::AcceptRole);
     setDefaultButton(button);
     setEscapeButton(button);
+    // QMessageBox wraps its informative text at the width of its title, unless the label has a minimum width.
+    if (auto *message = findChild<QLabel *>(QStringLiteral("qt_msgbox_informativelabel")))
+        fitSentence(message, window);
 }
 
 void AlertBox::paintEvent(QPaintEvent *event)

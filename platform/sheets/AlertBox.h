@@ -10,7 +10,8 @@ struct AlertSheet;
 class AlertBox final : public QMessageBox {
     Q_OBJECT
 public:
-    explicit AlertBox(const AlertSheet &alert);
+    /// Chooses a width for the box that fits `window` and its screen.
+    AlertBox(const AlertSheet &alert, const QWidget *window);
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -95,7 +95,7 @@ void AlertQueue::presentNext(QWidget *window)
 
 void AlertQueue::present(Begun &alert, QWidget *window)
 {
-    auto *box = new AlertBox(alert.words);
+    auto *box = new AlertBox(alert.words, window);
     alert.place = placeDialog(box, window);
     QObject::connect(window, &QObject::destroyed, this, &AlertQueue::forgetWindow, Qt::UniqueConnection);
     QObject::connect(box, &QDialog::finished, this, [this, box] { finish(box); });

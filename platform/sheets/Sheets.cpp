@@ -1,10 +1,10 @@
 #include "platform/sheets/Sheets.h"
 
+#include "platform/sheets/SentenceLabel.h"
 #include "platform/sheets/SheetFrame.h"
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QScreen>
 
 #include <algorithm>
 
@@ -26,8 +26,7 @@ void Sheet::fitInto(const QWidget *window)
 {
     if (mWantedWidth == 0 || !window)
         return;
-    const int room = std::min(window->width(), window->screen()->availableSize().width());
-    setFixedWidth(std::min(mWantedWidth, room));
+    setFixedWidth(std::min(mWantedWidth, roomOver(window)));
 }
 
 void Sheet::setCancelAction(std::function<void()> action)

@@ -725,9 +725,19 @@ private Q_SLOTS:
         QCOMPARE(theAlert()->icon(), QMessageBox::Information);
     }
 
+    void anAlertIsNoWiderThanItsWindow()
+    {
+        mWindow->appear();
+        mWindow->resize(300, 400);
+        const auto words = QStringLiteral("Some words. ").repeated(20);
+        beginAlert({QStringLiteral("T"), QStringLiteral("OK"), words}, mWindow.get());
+        QVERIFY2(theAlert()->width() <= 300, qPrintable(QString::number(theAlert()->width())));
+    }
+
     void anAlertIsAsWideAsASentence()
     {
         mWindow->appear();
+        mWindow->resize(700, 400);
         const auto sentence = QStringLiteral("A sentence of some length that says what happened.");
         beginAlert({QStringLiteral("T"), QStringLiteral("OK"), sentence}, mWindow.get());
         const auto *label = theAlert()->findChild<QLabel *>(QStringLiteral("qt_msgbox_informativelabel"));
