@@ -4,10 +4,13 @@
 #include "about/Version.h"
 #include "cameras/PrefsBundle.h"
 #include "platform/desktop/Workspace.h"
+#include "platform/sheets/SentenceLabel.h"
 #include "ui_about.h"
+#include "widgets/Announcement.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QLayout>
 #include <QPushButton>
 #include <QUrl>
 
@@ -33,16 +36,27 @@ KS7AboutBoxWindow::KS7AboutBoxWindow(QWidget *parent)
     mCopy->setObjectName(QStringLiteral("aboutCopyButton"));
     mCopy->setToolTip(tr("Copies what the pane finds on this machine, for a bug report"));
     mIcon = ui.icon;
+    mNotice = ui.copyrightNotice;
+    mCopied = ui.copiedMessage;
 }
 
 void KS7AboutBoxWindow::setDiagnosis(std::function<QString()> report)
 {
-    connect(mCopy, &QPushButton::clicked, this,
-            [report = std::move(report)] { QGuiApplication::clipboard()->setText(report()); });
+    connect(mCopy, &QPushButton::clicked, this, [this, report = std::move(report)] {
+        QGuiApplication::clipboard()->setText(report());
+        mCopied->show();
+        announce(mCopied, mCopied->text());
+    });
 }
 
 void KS7AboutBoxWindow::showEvent(QShowEvent *event)
 {
+    if (!event->spontaneous())
+        mCopied->hide();
+    if (parentWidget())
+        platform::fitSentence(mNotice, parentWidget()->window());
+    // Resize the box now, because QDialog::showEvent() places it by its size.
+    layout()->activate();
     QDialog::showEvent(event);
     // Give OK the focus. Otherwise the link, the first widget, would have it, and Return would open the web
     // browser.

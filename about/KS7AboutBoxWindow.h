@@ -26,7 +26,8 @@ public:
     /// Fills in the version and the link to the web site. A click on the link opens it with `workspace`.
     void awakeFromNib(const platform::Bundle &bundle, std::shared_ptr<platform::Workspace> workspace);
 
-    /// Sets the function that returns the text for "Copy Diagnosis"; a click copies it to the clipboard.
+    /// Sets the function that returns the text for "Copy Diagnosis"; a click copies it to the clipboard and
+    /// says so.
     void setDiagnosis(std::function<QString()> report);
 
 protected:
@@ -36,4 +37,6 @@ private:
     QPushButton *mOkay = nullptr;
     QPushButton *mCopy = nullptr;
     QLabel *mIcon = nullptr;
+    QLabel *mNotice = nullptr;
+    QLabel *mCopied = nullptr;
 };

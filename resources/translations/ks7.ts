@@ -12,7 +12,12 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Made by Orvex Network. © 2026 Orvex Network. All rights reserved.</source>
+        <source>Made by Orvex Network.
+© 2026 Orvex Network. All rights reserved.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copied</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -12,8 +12,14 @@
         <translation>KS-7</translation>
     </message>
     <message>
-        <source>Made by Orvex Network. © 2026 Orvex Network. All rights reserved.</source>
-        <translation>Hergestellt von Orvex Network. © 2026 Orvex Network. Alle Rechte vorbehalten.</translation>
+        <source>Made by Orvex Network.
+© 2026 Orvex Network. All rights reserved.</source>
+        <translation>Hergestellt von Orvex Network.
+© 2026 Orvex Network. Alle Rechte vorbehalten.</translation>
+    </message>
+    <message>
+        <source>Copied</source>
+        <translation>Kopiert</translation>
     </message>
 </context>
 <context>

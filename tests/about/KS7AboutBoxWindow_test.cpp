@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QClipboard>
+#include <QLabel>
 #include <QPointer>
 #include <QPushButton>
 #include <QTest>
@@ -28,6 +29,7 @@ private Q_SLOTS:
     void okAndEscapeCloseTheBox();
     void okHasTheFocusAtEveryShowing();
     void theDiagnosisIsCopied();
+    void theBoxSaysThatTheDiagnosisIsCopied();
     void aHostMayDestroyTheWindowUnderTheBox();
 };
 
@@ -97,6 +99,19 @@ void KS7AboutBoxWindowTest::theDiagnosisIsCopied()
     box()->findChild<QPushButton *>(QStringLiteral("aboutCopyButton"))->click();
     const QString copied = QGuiApplication::clipboard()->text();
     QVERIFY2(copied.contains(QStringLiteral("KS-7 preferences")), qPrintable(copied));
+}
+
+void KS7AboutBoxWindowTest::theBoxSaysThatTheDiagnosisIsCopied()
+{
+    for (int showing = 0; showing < 2; ++showing) {
+        fixture->showAboutBox();
+        const auto *copied = box()->findChild<QLabel *>(QStringLiteral("copiedMessage"));
+        QVERIFY(copied && !copied->isVisible());
+        box()->findChild<QPushButton *>(QStringLiteral("aboutCopyButton"))->click();
+        QVERIFY(copied->isVisible());
+        QCOMPARE(copied->text(), QStringLiteral("Copied"));
+        box()->close();
+    }
 }
 
 void KS7AboutBoxWindowTest::aHostMayDestroyTheWindowUnderTheBox()

@@ -10,9 +10,11 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPointer>
 #include <QPushButton>
 #include <QTest>
+#include <QToolButton>
 
 namespace Names = NotificationNames;
 
@@ -295,6 +297,18 @@ private Q_SLOTS:
             offer.progress(percentage);
         QCOMPARE(mReader.changed.filter(QStringLiteral("updateStrip")).size(), 2);
         QCOMPARE(timesSaid(QStringLiteral("Installing version 2.0…")), 1);
+    }
+
+    void aCopiedDiagnosisIsSaidAtEachPress()
+    {
+        showPane();
+        outlets().pulldownMenu->menu()->actions().constLast()->trigger();
+        auto *button = mFixture->window.findChild<QPushButton *>(QStringLiteral("aboutCopyButton"));
+        for (int time = 0; time < 2; ++time) {
+            button->click();
+            settle();
+            QCOMPARE(timesSaid(QStringLiteral("Copied")), 1);
+        }
     }
 
     void aSheetSaysItsCameraAndThePasskeysRuleOnce()

@@ -1,3 +1,4 @@
+#include "about/KS7AboutBoxWindow.h"
 #include "agent/NotificationNames.h"
 #include "tests/support/PaneFixture.h"
 
@@ -20,7 +21,7 @@ constexpr int TitleBar = 28;
 
 } // namespace
 
-/// Tests that alerts fit into a small screen. This test's own screen is 400 pixels wide.
+/// Tests that alerts and the about box fit into a small screen. This test's own screen is 400 pixels wide.
 class SmallScreenTest : public QObject {
     Q_OBJECT
 
@@ -145,6 +146,20 @@ private Q_SLOTS:
             expectToFit(*box);
             box->close();
         }
+    }
+
+    void theAboutBoxFits_data() { inEachLanguage(); }
+    void theAboutBoxFits()
+    {
+        loadPane();
+        KS7AboutBoxWindow box(&mHostWindow);
+        box.awakeFromNib(*mFixture->bundle, mFixture->workspace);
+        box.setDiagnosis([] { return QStringLiteral("All is well."); });
+        box.show();
+        expectToFit(box);
+        box.findChild<QPushButton *>(QStringLiteral("aboutCopyButton"))->click();
+        QCoreApplication::processEvents();
+        expectToFit(box);
     }
 };
 
