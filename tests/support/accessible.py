@@ -174,8 +174,11 @@ class Heard:
         self._names = []
 
     def note(self, event, *_):
-        is_text = event.type.startswith("object:announcement")
-        self._names.append(event.any_data if is_text else name_of(event.source))
+        if event.type.startswith("object:announcement"):
+            self._names.append(event.any_data)
+        # Every widget that appears sends "showing". Only a notification object is an announcement.
+        elif not event.type.startswith("object:state-changed:showing") or role_of(event.source) == "notification":
+            self._names.append(name_of(event.source))
 
     def names(self):
         from gi.repository import GLib
