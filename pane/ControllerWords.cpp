@@ -9,11 +9,11 @@
 
 namespace {
 
-QStringList namesOf(const QHash<QString, std::shared_ptr<KS7Cam>> &cameras)
+QMap<QString, QString> namesOf(const QHash<QString, std::shared_ptr<KS7Cam>> &cameras)
 {
-    QStringList names;
-    for (const auto &camera : cameras)
-        names.append(camera ? camera->friendlyName() : QString());
+    QMap<QString, QString> names;
+    for (auto camera = cameras.begin(); camera != cameras.end(); ++camera)
+        names.insert(camera.key(), camera.value() ? camera.value()->friendlyName() : QString());
     return names;
 }
 
@@ -38,6 +38,7 @@ void KS7SettingsWindowController::showWords()
         facts.hasSelection = true;
         facts.isSelectionStreaming = camera->status() == kKS7CamStreaming;
         facts.isSelectionSettled = camera->status() != kKS7CamPairing && camera->status() != kKS7CamStarting;
+        facts.selectedAddress = selectedCamAddress();
         facts.selectedName = camera->friendlyName();
         facts.selectedStatus = camera->statusString();
     }

@@ -22,12 +22,23 @@ QString inSentence(const QString &name)
     return cut(0, LongestName / 2) + QChar(0x2026) + cut(count - LongestName / 2, LongestName / 2);
 }
 
-QStringList newNames(const PaneFacts &before, const PaneFacts &now)
+/// The names, for use in a sentence, of the cameras in `cameras` whose address is not in `others`.
+QStringList namesMissingIn(const QMap<QString, QString> &others, const QMap<QString, QString> &cameras)
 {
-    QStringList names = now.cameras;
-    for (const auto &name : before.cameras)
-        names.removeOne(name);
+    QStringList names;
+    for (auto camera = cameras.begin(); camera != cameras.end(); ++camera) {
+        if (!others.contains(camera.key()))
+            names.append(inSentence(camera.value()));
+    }
+    names.sort();
     return names;
+}
+
+/// Whether the listed cameras are the agent's. After a reconnection the list is empty until it is read:
+/// compared with such a list, every camera would be new.
+bool hasReadCameras(const PaneFacts &facts)
+{
+    return facts.isListRead && PaneSentences::reason(facts).isEmpty();
 }
 
 } // namespace
@@ -125,7 +136,7 @@ QString PaneSentences::news(const PaneFacts &before, const PaneFacts &now)
 {
     if (!now.isShown)
         return {};
-    QStringList sentences{paneNews(before, now), statusNews(before, now)};
+    QStringList sentences{paneNews(before, now), listNews(before, now), statusNews(before, now)};
     sentences.removeAll(QString());
     return sentences.join(QLatin1Char('\n'));
 }
@@ -133,7 +144,7 @@ QString PaneSentences::news(const PaneFacts &before, const PaneFacts &now)
 QString PaneSentences::statusNews(const PaneFacts &before, const PaneFacts &now)
 {
     const bool isSameCamera =
-        before.hasSelection && now.hasSelection && before.selectedName == now.selectedName;
+        before.hasSelection && now.hasSelection && before.selectedAddress == now.selectedAddress;
     const bool isNew = isSameCamera && before.selectedStatus != now.selectedStatus;
     if (!isNew || !now.isSelectionSettled || now.isListFocused || !reason(now).isEmpty())
         return {};
@@ -148,9 +159,18 @@ QString PaneSentences::paneNews(const PaneFacts &before, const PaneFacts &now)
         return caption(now);
     if (!before.isSearching && now.isSearching)
         return tr("Searching for cameras…");
-    if (const auto found = newNames(before, now); before.isConnected && !found.isEmpty())
-        return tr("New camera: %1").arg(inSentence(found.first()));
     if (before.isSearching && !now.isSearching)
         return now.cameras.isEmpty() ? emptyList(now) : tr("The search has ended.");
     return {};
+}
+
+QString PaneSentences::listNews(const PaneFacts &before, const PaneFacts &now)
+{
+    if (!hasReadCameras(before) || !hasReadCameras(now))
+        return {};
+    const QStringList found = namesMissingIn(before.cameras, now.cameras);
+    if (found.isEmpty())
+        return {};
+    const QString names = found.join(QStringLiteral(", "));
+    return found.size() == 1 ? tr("New camera: %1").arg(names) : tr("New cameras: %1").arg(names);
 }

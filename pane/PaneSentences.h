@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QCoreApplication>
-#include <QStringList>
+#include <QMap>
 
 /// The state of the pane from which PaneSentences makes its texts.
 struct PaneFacts {
@@ -25,10 +25,11 @@ struct PaneFacts {
     /// Whether the list has the focus. Screen readers then say a new status of the selected row by
     /// themselves.
     bool isListFocused = false;
-    /// The names of all listed cameras, in any order.
-    QStringList cameras;
+    /// The names of all listed cameras by address. A name is no key: it changes, and cameras may share it.
+    QMap<QString, QString> cameras;
     bool hasSelection = false;
-    /// Name and status of the selected camera.
+    /// Address, name and status of the selected camera.
+    QString selectedAddress;
     QString selectedName;
     QString selectedStatus;
 };
@@ -57,6 +58,8 @@ public:
 
 private:
     static QString paneNews(const PaneFacts &before, const PaneFacts &now);
+    /// Announcement of the cameras that were found.
+    static QString listNews(const PaneFacts &before, const PaneFacts &now);
     /// Announcement of the selected camera's new status. Empty for a status that soon changes again: a start
     /// would be announced twice.
     static QString statusNews(const PaneFacts &before, const PaneFacts &now);

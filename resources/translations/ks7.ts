@@ -378,6 +378,10 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
+        <source>New cameras: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>The search has ended.</source>
         <translation type="unfinished"></translation>
     </message>

@@ -381,6 +381,10 @@ Fehler: %1</translation>
         <translation>Neue Kamera: %1</translation>
     </message>
     <message>
+        <source>New cameras: %1</source>
+        <translation>Neue Kameras: %1</translation>
+    </message>
+    <message>
         <source>The search has ended.</source>
         <translation>Die Suche ist beendet.</translation>
     </message>

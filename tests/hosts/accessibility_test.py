@@ -211,8 +211,11 @@ class AccessibilityTest(ScriptedPaneTest):
         self.open_pane()
         with listen(ANNOUNCEMENTS) as heard:
             self.be_told(heard)
+            self.agent.renameCamera(DESK, "Study")
+            self.pane.wait_for("Study, Not Found")
             self.agent.addCamera(HALL, "Hall", "0003", 1)
             heard.wait_for("New camera: Hall")
+            self.assertEqual(heard.names(), ["New camera: Hall"], "a renamed camera is not new")
             self.agent.post("KS7StoppedDiscovering", {})
             heard.wait_for("The search has ended.")
             # The focus must be outside of the list: there the row's new name is reported in place of an announcement.

@@ -9,6 +9,11 @@ namespace {
 using Sentence = QString (*)(const PaneFacts &);
 using Change = std::function<void(PaneFacts &)>;
 
+void addCamera(PaneFacts &facts, const char *address, const char *name)
+{
+    facts.cameras.insert(QString::fromLatin1(address), QString::fromLatin1(name));
+}
+
 /// The usual state: the pane is connected and switched on, and shows two cameras. The selected camera,
 /// Kitchen, does not stream.
 PaneFacts usual()
@@ -16,8 +21,10 @@ PaneFacts usual()
     PaneFacts facts;
     facts.isConnected = true;
     facts.isSelectionRemovable = true;
-    facts.cameras = QStringList{QStringLiteral("Kitchen"), QStringLiteral("Desk")};
+    addCamera(facts, "a", "Kitchen");
+    addCamera(facts, "b", "Desk");
     facts.hasSelection = true;
+    facts.selectedAddress = QStringLiteral("a");
     facts.selectedName = QStringLiteral("Kitchen");
     facts.selectedStatus = QStringLiteral("Not Streaming");
     return facts;
@@ -27,6 +34,7 @@ void empty(PaneFacts &facts)
 {
     facts.cameras.clear();
     facts.hasSelection = false;
+    facts.selectedAddress = QString();
     facts.selectedName = QString();
     facts.selectedStatus = QString();
 }
@@ -132,9 +140,21 @@ const NewsRow NewsRows[] = {
      [](auto &f) { empty(f), f.isConnected = f.isShown = false; }, ""},
     {"a search begins", [](auto &) {}, [](auto &f) { f.isSearching = true; }, "Searching for cameras…"},
     {"a search finds a camera", [](auto &f) { f.isSearching = true; },
-     [](auto &f) { f.isSearching = true, f.cameras.append(QStringLiteral("Hall")); }, "New camera: Hall"},
-    {"a search finds one of the same name", [](auto &) {},
-     [](auto &f) { f.cameras.append(QStringLiteral("Desk")); }, "New camera: Desk"},
+     [](auto &f) { f.isSearching = true, addCamera(f, "c", "Hall"); }, "New camera: Hall"},
+    {"a search finds one of the same name", [](auto &) {}, [](auto &f) { addCamera(f, "c", "Desk"); },
+     "New camera: Desk"},
+    {"two are found at once", [](auto &) {},
+     [](auto &f) { addCamera(f, "c", "Hall"), addCamera(f, "d", "Attic"); }, "New cameras: Attic, Hall"},
+    {"a camera is renamed", [](auto &) {},
+     [](auto &f) { addCamera(f, "a", "Hall"), f.selectedName = QStringLiteral("Hall"); }, ""},
+    {"a list is read again after a reconnection", [](auto &f) { empty(f), f.isListRead = false; },
+     [](auto &) {}, ""},
+    {"another choice of the same name", [](auto &f) { addCamera(f, "b", "Kitchen"); },
+     [](auto &f) {
+         addCamera(f, "b", "Kitchen");
+         f.selectedAddress = QStringLiteral("b"), f.selectedStatus = QStringLiteral("Not Found");
+     },
+     ""},
     {"a search ends", [](auto &f) { f.isSearching = true; }, [](auto &) {}, "The search has ended."},
     {"a search ends in vain", [](auto &f) { empty(f), f.isSearching = true; }, empty,
      "No cameras found. Choose + to search."},
@@ -153,7 +173,7 @@ const NewsRow NewsRows[] = {
      [](auto &f) { f.isBluetoothOff = true, f.selectedStatus = QStringLiteral("Not Found"); }, ""},
     {"another choice", [](auto &) {},
      [](auto &f) {
-         f.selectedName = QStringLiteral("Desk");
+         f.selectedAddress = QStringLiteral("b"), f.selectedName = QStringLiteral("Desk");
          f.selectedStatus = QStringLiteral("Not Found");
      },
      ""},

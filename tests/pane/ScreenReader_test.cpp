@@ -275,7 +275,29 @@ private Q_SLOTS:
         settle();
         mFixture->workspaceCenter->deliver(platform::NSWorkspaceSessionDidBecomeActiveNotification);
         settle();
+        agentPosts(Names::CameraListChanged);
         QCOMPARE(mReader.said, QStringList());
+    }
+
+    void aRenamedCameraIsNotNew()
+    {
+        addCamera();
+        showPane();
+        focus(outlets().enableKS7Checkbox);
+        mFixture->agent.addCamera(QStringLiteral("a"), QStringLiteral("Hall"), 1, QStringLiteral("2A9C"));
+        agentPosts(Names::CameraListChanged);
+        QCOMPARE(mReader.said, QStringList());
+    }
+
+    void allCamerasOfOneRefreshAreSaidInOneAnnouncement()
+    {
+        addCamera();
+        showPane();
+        focus(outlets().enableKS7Checkbox);
+        for (const auto &name : {QStringLiteral("Hall"), QStringLiteral("Attic")})
+            mFixture->agent.addCamera(name, name, 1);
+        agentPosts(Names::CameraListChanged);
+        QCOMPARE(mReader.said, QStringList{QStringLiteral("New cameras: Attic, Hall")});
     }
 
     void theNoticeIsReportedWhenItChanges()
