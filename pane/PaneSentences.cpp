@@ -34,6 +34,15 @@ QStringList namesMissingIn(const QMap<QString, QString> &others, const QMap<QStr
     return names;
 }
 
+/// The accessible text of the selected row.
+QString selectedRow(const PaneFacts &facts)
+{
+    const QString name = inSentence(facts.selectedName);
+    return facts.selectedStatus.isEmpty()
+        ? name
+        : PaneSentences::tr("%1, %2", "camera name, status").arg(name, facts.selectedStatus);
+}
+
 /// Whether the listed cameras are the agent's. After a reconnection the list is empty until it is read:
 /// compared with such a list, every camera would be new.
 bool hasReadCameras(const PaneFacts &facts)
@@ -136,7 +145,10 @@ QString PaneSentences::news(const PaneFacts &before, const PaneFacts &now)
 {
     if (!now.isShown)
         return {};
-    QStringList sentences{paneNews(before, now), listNews(before, now), statusNews(before, now)};
+    QStringList sentences{paneNews(before, now)};
+    if (hasReadCameras(before) && hasReadCameras(now))
+        sentences << removalNews(before, now) << discoveryNews(before, now);
+    sentences << statusNews(before, now);
     sentences.removeAll(QString());
     return sentences.join(QLatin1Char('\n'));
 }
@@ -148,7 +160,7 @@ QString PaneSentences::statusNews(const PaneFacts &before, const PaneFacts &now)
     const bool isNew = isSameCamera && before.selectedStatus != now.selectedStatus;
     if (!isNew || !now.isSelectionSettled || now.isListFocused || !reason(now).isEmpty())
         return {};
-    return tr("%1, %2", "camera name, status").arg(inSentence(now.selectedName), now.selectedStatus);
+    return selectedRow(now);
 }
 
 QString PaneSentences::paneNews(const PaneFacts &before, const PaneFacts &now)
@@ -164,10 +176,21 @@ QString PaneSentences::paneNews(const PaneFacts &before, const PaneFacts &now)
     return {};
 }
 
-QString PaneSentences::listNews(const PaneFacts &before, const PaneFacts &now)
+QString PaneSentences::removalNews(const PaneFacts &before, const PaneFacts &now)
 {
-    if (!hasReadCameras(before) || !hasReadCameras(now))
+    const QStringList removed = namesMissingIn(now.cameras, before.cameras);
+    if (removed.isEmpty())
         return {};
+    const QString names = removed.join(QStringLiteral(", "));
+    const bool isChoiceRemoved = before.hasSelection && !now.cameras.contains(before.selectedAddress);
+    if (!isChoiceRemoved || !now.hasSelection || now.isListFocused)
+        return tr("Removed from the list: %1").arg(names);
+    return tr("Removed from the list: %1. Now chosen: %2", "camera names, camera name and status")
+        .arg(names, selectedRow(now));
+}
+
+QString PaneSentences::discoveryNews(const PaneFacts &before, const PaneFacts &now)
+{
     const QStringList found = namesMissingIn(before.cameras, now.cameras);
     if (found.isEmpty())
         return {};

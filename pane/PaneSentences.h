@@ -58,8 +58,10 @@ public:
 
 private:
     static QString paneNews(const PaneFacts &before, const PaneFacts &now);
+    /// Announcement of the cameras that were removed, with the camera that is chosen in their place.
+    static QString removalNews(const PaneFacts &before, const PaneFacts &now);
     /// Announcement of the cameras that were found.
-    static QString listNews(const PaneFacts &before, const PaneFacts &now);
+    static QString discoveryNews(const PaneFacts &before, const PaneFacts &now);
     /// Announcement of the selected camera's new status. Empty for a status that soon changes again: a start
     /// would be announced twice.
     static QString statusNews(const PaneFacts &before, const PaneFacts &now);

@@ -382,6 +382,15 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
+        <source>Removed from the list: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Removed from the list: %1. Now chosen: %2</source>
+        <comment>camera names, camera name and status</comment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>The search has ended.</source>
         <translation type="unfinished"></translation>
     </message>

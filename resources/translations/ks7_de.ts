@@ -385,6 +385,15 @@ Fehler: %1</translation>
         <translation>Neue Kameras: %1</translation>
     </message>
     <message>
+        <source>Removed from the list: %1</source>
+        <translation>Aus der Liste entfernt: %1</translation>
+    </message>
+    <message>
+        <source>Removed from the list: %1. Now chosen: %2</source>
+        <comment>camera names, camera name and status</comment>
+        <translation>Aus der Liste entfernt: %1. Jetzt gewählt: %2</translation>
+    </message>
+    <message>
         <source>The search has ended.</source>
         <translation>Die Suche ist beendet.</translation>
     </message>

@@ -254,7 +254,7 @@ private Q_SLOTS:
         agent().cameraDict.remove(QStringLiteral("d"));
         agent().sorted.removeLast();
         agentPosts(Names::CameraListChanged);
-        QCOMPARE(told, QStringList{QStringLiteral("destruction 3")});
+        QCOMPARE(told.filter(QStringLiteral("tion ")), QStringList{QStringLiteral("destruction 3")});
     }
 
     void refreshesWithoutBluetoothRepeatNothing()

@@ -39,6 +39,14 @@ void empty(PaneFacts &facts)
     facts.selectedStatus = QString();
 }
 
+void removeKitchen(PaneFacts &facts)
+{
+    facts.cameras.remove(QStringLiteral("a"));
+    facts.selectedAddress = QStringLiteral("b");
+    facts.selectedName = QStringLiteral("Desk");
+    facts.selectedStatus = QStringLiteral("Not Found");
+}
+
 const char *const NoAgent =
     "The camera agent is not running. Leave this page and open it again to start the agent.";
 const char *const HowToChoose =
@@ -147,6 +155,20 @@ const NewsRow NewsRows[] = {
      [](auto &f) { addCamera(f, "c", "Hall"), addCamera(f, "d", "Attic"); }, "New cameras: Attic, Hall"},
     {"a camera is renamed", [](auto &) {},
      [](auto &f) { addCamera(f, "a", "Hall"), f.selectedName = QStringLiteral("Hall"); }, ""},
+    {"the chosen camera is removed", [](auto &) {}, removeKitchen,
+     "Removed from the list: Kitchen. Now chosen: Desk, Not Found"},
+    {"the chosen camera is removed in the focused list", [](auto &) {},
+     [](auto &f) { removeKitchen(f), f.isListFocused = true; }, "Removed from the list: Kitchen"},
+    {"the next choice has no status", [](auto &) {},
+     [](auto &f) { removeKitchen(f), f.selectedStatus = QString(); },
+     "Removed from the list: Kitchen. Now chosen: Desk"},
+    {"the last camera is removed", [](auto &f) { f.cameras.remove(QStringLiteral("b")); }, empty,
+     "Removed from the list: Kitchen"},
+    {"another camera is removed", [](auto &) {}, [](auto &f) { f.cameras.remove(QStringLiteral("b")); },
+     "Removed from the list: Desk"},
+    {"two cameras are removed", [](auto &) {}, empty, "Removed from the list: Desk, Kitchen"},
+    {"a list is emptied with Bluetooth", [](auto &) {}, [](auto &f) { empty(f), f.isBluetoothOff = true; },
+     ""},
     {"a list is read again after a reconnection", [](auto &f) { empty(f), f.isListRead = false; },
      [](auto &) {}, ""},
     {"another choice of the same name", [](auto &f) { addCamera(f, "b", "Kitchen"); },

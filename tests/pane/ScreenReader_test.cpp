@@ -300,6 +300,28 @@ private Q_SLOTS:
         QCOMPARE(mReader.said, QStringList{QStringLiteral("New cameras: Attic, Hall")});
     }
 
+    void aRemovalAndTheNextChoiceAreSaidOnceWhereverTheKeyboardIs_data()
+    {
+        QTest::addColumn<bool>("isInList");
+        QTest::newRow("in the list") << true;
+        QTest::newRow("elsewhere") << false;
+    }
+    void aRemovalAndTheNextChoiceAreSaidOnceWhereverTheKeyboardIs()
+    {
+        QFETCH(bool, isInList);
+        addCamera();
+        mFixture->agent.addCamera(QStringLiteral("b"), QStringLiteral("Desk"), 0);
+        showPane();
+        focus(isInList ? static_cast<QWidget *>(outlets().cameraListTable) : outlets().removeButton);
+        mFixture->agent.cameraDict.remove(QStringLiteral("a"));
+        mFixture->agent.sorted.removeOne(QStringLiteral("a"));
+        mFixture->agent.prefer(QStringLiteral("b"));
+        agentPosts(Names::CameraListChanged);
+        const auto said = mReader.said.join(QLatin1Char('|'));
+        QVERIFY2(said.count(QStringLiteral("Removed from the list: Kitchen")) == 1, qPrintable(said));
+        QVERIFY2(said.count(QStringLiteral("Desk, Not Found")) == 1, qPrintable(said));
+    }
+
     void theNoticeIsReportedWhenItChanges()
     {
         showPane();
