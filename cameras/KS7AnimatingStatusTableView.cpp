@@ -27,6 +27,8 @@ namespace {
 // The height of a row in pixels. The dot ends 30 pixels below the row's top; the rest is a margin.
 constexpr int RowHeight = 36;
 constexpr int PlaceholderMargin = 12;
+// The theme's colour of a disabled text has too little contrast for a text that has to be read.
+constexpr QColor PlaceholderColor{85, 85, 85};
 constexpr int FocusWidth = 2;
 
 constexpr double LeastContrast = 4.5;
@@ -338,7 +340,7 @@ void KS7AnimatingStatusTableView::paintEvent(QPaintEvent *event)
         paintFocus(painter);
     if (numberOfRows() > 0)
         return;
-    painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
+    painter.setPen(PlaceholderColor);
     const QRect room = viewport()->rect().adjusted(PlaceholderMargin, 0, -PlaceholderMargin, 0);
     painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap, mPlaceholderText);
 }

@@ -449,6 +449,20 @@ private Q_SLOTS:
         QVERIFY(isAbout(inkOfRow(1).status, White));
     }
 
+    void theReasonInADisabledTableIsDark()
+    {
+        showCameras(0);
+        mFixture->defaults->agentWrites(QStringLiteral("KS7On"), false);
+        mFixture->agentPosts(Names::OnOffChanged);
+        QVERIFY(!table().isEnabled());
+        constexpr int Scale = 2;
+        QImage image(table().viewport()->size() * Scale, QImage::Format_RGB32);
+        image.setDevicePixelRatio(Scale);
+        table().viewport()->render(&image);
+        const QRect middle = image.rect().adjusted(8, 8, -8, -8);
+        QVERIFY(isAbout(inkWithin(image, middle, image.pixelColor(8, 8)), DarkGray));
+    }
+
     void aDisabledTablesRowsAreGray()
     {
         showCameras(2);
