@@ -67,7 +67,7 @@ std::shared_ptr<platform::RootProxy> KS7SettingsWindowController::reachAgent()
         mAgentConnection = mServices.connections->connectionWithRegisteredName(RemoteNames::AgentServer);
         auto root = rootOf(mAgentConnection);
         if (!root && attempt == 1)
-            mServices.launcher->launch(agentProgram());
+            launchAgent();
         mServices.runLoop->pause(PauseAfterAttempt);
         if (root)
             return root;
@@ -77,6 +77,13 @@ std::shared_ptr<platform::RootProxy> KS7SettingsWindowController::reachAgent()
             return nullptr;
         }
     }
+}
+
+void KS7SettingsWindowController::launchAgent()
+{
+    // The agent may have ended during a search while the pane was hidden.
+    mIsSearching = false;
+    mServices.launcher->launch(agentProgram());
 }
 
 void KS7SettingsWindowController::closeConnections()
@@ -101,6 +108,9 @@ void KS7SettingsWindowController::connectionDidDie(const Notification &notificat
         return;
     mAgentConnection.reset();
     mAgentConnectionUSB.reset();
+    // When the pane is left, it closes its connections itself, and the agent goes on with its search.
+    if (mIsShown && !mSwitchedOut)
+        mIsSearching = false;
     closeConnections();
     outlets.cameraListTable->reloadData();
     cameraStatusChanged();

@@ -203,6 +203,7 @@ void KS7SettingsWindowController::startedDiscovering(const Notification &)
 {
     outlets.searchingIndicator->startAnimation();
     outlets.discoveringMessage->show();
+    mIsSearching = true;
     showWords();
 }
 
@@ -210,6 +211,7 @@ void KS7SettingsWindowController::stoppedDiscovering(const Notification &)
 {
     outlets.searchingIndicator->stopAnimation();
     outlets.discoveringMessage->hide();
+    mIsSearching = false;
     showWords();
 }
 

@@ -4,7 +4,6 @@
 #include "pane/PaneWords.h"
 #include "preview/KS7PreviewController.h"
 
-#include <QLabel>
 #include <QPushButton>
 
 namespace {
@@ -27,7 +26,7 @@ void KS7SettingsWindowController::showWords()
     facts.isListRead = mListWasRead;
     facts.isOn = mWasOn;
     facts.isBluetoothOff = mBluetoothOff;
-    facts.isSearching = !outlets.discoveringMessage->isHidden();
+    facts.isSearching = mIsSearching;
     facts.isPreviewing = mStreaming;
     facts.hasPicture = outlets.previewView->hasCamera();
     facts.isPreferredStreaming = !outlets.addButton->isEnabled();

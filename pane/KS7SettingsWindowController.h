@@ -186,6 +186,7 @@ private:
     void registerLocalObservers();
     /// Tries to connect and returns the agent's root object. Returns null after the last failed attempt.
     std::shared_ptr<platform::RootProxy> reachAgent();
+    void launchAgent();
     void beginSheet(platform::Sheet *sheet);
     /// Writes the selected camera's name into the label and into the sheet's accessible description.
     void nameSelectedCam(platform::Sheet *sheet, QLabel *label);
@@ -220,6 +221,9 @@ private:
     bool mBluetoothOff = false;
     /// Whether the camera service was switched on in the preferences at the last refresh.
     bool mWasOn = true;
+    /// Whether the agent searches for cameras. The label of the search only follows the agent's posts, so it
+    /// stays when the agent ends.
+    bool mIsSearching = false;
     /// Whether the last refresh read the camera list from the agent. Without an agent it could not.
     bool mListWasRead = false;
 

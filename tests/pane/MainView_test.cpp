@@ -602,6 +602,39 @@ private Q_SLOTS:
         QCOMPARE(table().accessibleDescription(), table().placeholderText());
     }
 
+    void aSearchEndsWithItsAgent()
+    {
+        showPane();
+        mFixture->agentPosts(Names::StartedDiscovering);
+        mFixture->connections->killAgent();
+        mFixture->agent.running = true;
+        mFixture->agentPosts(Names::AgentStarted);
+        QCOMPARE(table().placeholderText(), QStringLiteral("No cameras found. Choose + to search."));
+        mFixture->agentPosts(Names::StartedDiscovering);
+        QCOMPARE(table().placeholderText(), QStringLiteral("Searching for cameras…"));
+    }
+
+    void aSearchGoesOnWhileThePaneIsHidden()
+    {
+        showPane();
+        mFixture->agentPosts(Names::StartedDiscovering);
+        mFixture->hide();
+        mFixture->show();
+        QCOMPARE(table().placeholderText(), QStringLiteral("Searching for cameras…"));
+    }
+
+    void anAgentThatIsLaunchedDoesNotSearchYet()
+    {
+        showPane();
+        mFixture->agentPosts(Names::StartedDiscovering);
+        mFixture->hide();
+        mFixture->agent.running = false;
+        mFixture->agent.appearsAtAttempt = mFixture->agent.attempts + 2;
+        mFixture->show();
+        QVERIFY(mFixture->controller().isConnected());
+        QCOMPARE(table().placeholderText(), QStringLiteral("No cameras found. Choose + to search."));
+    }
+
     void disabledControlsShowTheReason()
     {
         mFixture->agent.addCamera(QStringLiteral("a"), QStringLiteral("Kitchen"), 4);

@@ -255,6 +255,19 @@ private Q_SLOTS:
         QCOMPARE(timesSaid(NoAgent), 1);
     }
 
+    void aSearchOfTheNextAgentIsSaidOnce()
+    {
+        showPane();
+        focus(outlets().enableKS7Checkbox);
+        agentPosts(Names::StartedDiscovering);
+        mFixture->connections->killAgent();
+        mFixture->agent.running = true;
+        agentPosts(Names::AgentStarted);
+        mReader.said.clear();
+        agentPosts(Names::StartedDiscovering);
+        QCOMPARE(timesSaid(QStringLiteral("Searching for cameras…")), 1);
+    }
+
     void aHiddenPaneSaysNothing()
     {
         addCamera();
