@@ -18,6 +18,7 @@
 #include "ui_pane.h"
 #include "ui_passkey.h"
 #include "ui_properties.h"
+#include "widgets/Announcement.h"
 #include "widgets/Indicators.h"
 #include "widgets/NoticeStrip.h"
 
@@ -96,6 +97,17 @@ void dress(QPushButton *button, const char *name, const QString &text)
 {
     button->setObjectName(QLatin1String(name));
     button->setText(text);
+}
+
+/// Replaces the strip's message until the next refresh of the pane.
+void sayNoBluetoothSettings(NoticeStrip *strip)
+{
+    const QString text = KS7SettingsWindowController::tr(
+        "No program for Bluetooth settings was found. Turn Bluetooth on in your desktop's settings.");
+    const bool isRead = isDescriptionRead(strip->button()) && strip->message() != text;
+    strip->setMessage(text);
+    if (!isRead)
+        announce(strip, text);
 }
 
 /// Makes a sheet wide enough for its longest text. Otherwise the sheet would change its size whenever a text
@@ -189,10 +201,13 @@ void PaneNib::loadMainView()
 
 void PaneNib::connectNoticeStrip()
 {
-    QPushButton *button = mController->outlets.noticeStrip->button();
-    button->setText(KS7SettingsWindowController::tr("&Bluetooth Settings…"));
-    QObject::connect(button, &QPushButton::clicked, mController.get(),
-                     [workspace = mServices.workspace] { workspace->openBluetoothSettings(); });
+    NoticeStrip *strip = mController->outlets.noticeStrip;
+    strip->button()->setText(KS7SettingsWindowController::tr("&Bluetooth Settings…"));
+    QObject::connect(strip->button(), &QPushButton::clicked, mController.get(),
+                     [strip, workspace = mServices.workspace] {
+                         if (!workspace->openBluetoothSettings())
+                             sayNoBluetoothSettings(strip);
+                     });
 }
 
 void PaneNib::dressListButtons()
@@ -316,12 +331,16 @@ void PaneNib::fillPulldownMenu()
         QAction *item = menu->addAction(title);
         item->setData(tag);
         connectAction(item, &QAction::triggered, controller, action);
+        return item;
     };
     add(KS7SettingsWindowController::tr("Use This Camera"), &Controller::setActiveCamera);
     menu->addMenu(new ChooseCameraMenu(controller->outlets.cameraListTable, menu));
     add(KS7SettingsWindowController::tr("Properties…"), &Controller::showCameraProperties);
     add(KS7SettingsWindowController::tr("Change Passkey…"), &Controller::changePIN, ChangePasskeyTag);
-    add(KS7SettingsWindowController::tr("Update Firmware…"), &Controller::installFirmware, UpdateFirmwareTag);
+    add(KS7SettingsWindowController::tr("Update Firmware…"), &Controller::installFirmware, UpdateFirmwareTag)
+        ->setToolTip(KS7SettingsWindowController::tr(
+            "Available while the selected camera is connected by USB and has new firmware"));
+    menu->setToolTipsVisible(true);
     menu->addSeparator();
     QObject::connect(menu->addAction(KS7SettingsWindowController::tr("About KS-7…")), &QAction::triggered,
                      controller, [this] { showAboutBox(); });

@@ -262,6 +262,14 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
+        <source>No program for Bluetooth settings was found. Turn Bluetooth on in your desktop&apos;s settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Available while the selected camera is connected by USB and has new firmware</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>Cancel</source>
         <translation type="unfinished"></translation>
     </message>

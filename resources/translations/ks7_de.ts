@@ -265,6 +265,14 @@ Fehler: %1</translation>
         <translation>&amp;Bluetooth-Einstellungen …</translation>
     </message>
     <message>
+        <source>No program for Bluetooth settings was found. Turn Bluetooth on in your desktop&apos;s settings.</source>
+        <translation>Es wurde kein Programm für Bluetooth-Einstellungen gefunden. Schalten Sie Bluetooth in den Einstellungen Ihrer Arbeitsumgebung ein.</translation>
+    </message>
+    <message>
+        <source>Available while the selected camera is connected by USB and has new firmware</source>
+        <translation>Verfügbar, solange die gewählte Kamera per USB verbunden ist und es neue Firmware für sie gibt</translation>
+    </message>
+    <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
@@ -439,7 +447,7 @@ Fehler: %1</translation>
     </message>
     <message>
         <source>Live picture</source>
-        <translation>Live-Bild</translation>
+        <translation>Livebild</translation>
     </message>
     <message>
         <source>+</source>

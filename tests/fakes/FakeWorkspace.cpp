@@ -21,5 +21,5 @@ bool FakeWorkspace::selectFile(const QString &path)
 bool FakeWorkspace::openBluetoothSettings()
 {
     opened.append(QStringLiteral("bluetooth settings"));
-    return true;
+    return hasBluetoothSettings;
 }

@@ -13,4 +13,6 @@ public:
     bool selectFile(const QString &path) override;
     bool openBluetoothSettings() override;
     QStringList opened;
+    /// Whether a program with Bluetooth settings is installed.
+    bool hasBluetoothSettings = true;
 };

@@ -598,7 +598,8 @@ private Q_SLOTS:
         showPane();
         mFixture->agentPosts(Names::StartedDiscovering);
         mFixture->connections->killAgent();
-        QVERIFY(table().placeholderText().startsWith(QStringLiteral("The camera agent is not running.")));
+        QVERIFY(table().placeholderText().startsWith(
+            QStringLiteral("The camera agent is not running.")));
         QCOMPARE(table().accessibleDescription(), table().placeholderText());
     }
 
@@ -633,6 +634,35 @@ private Q_SLOTS:
         mFixture->show();
         QVERIFY(mFixture->controller().isConnected());
         QCOMPARE(table().placeholderText(), QStringLiteral("No cameras found. Choose + to search."));
+    }
+
+    void anUpdateThatIsOffSaysWhenItIsPossible()
+    {
+        showPane();
+        auto *menu = outlets().pulldownMenu->menu();
+        QVERIFY(menu->toolTipsVisible());
+        for (const auto *item : menu->actions()) {
+            if (item->text() == QStringLiteral("Update Firmware…"))
+                QCOMPARE(item->toolTip(),
+                         QStringLiteral(
+                             "Available while the selected camera is connected by USB and has new firmware"));
+        }
+    }
+
+    void bluetoothSettingsThatAreMissingAreSaid()
+    {
+        addTwoCameras();
+        showPane();
+        mFixture->agentPosts(Names::NoBluetooth);
+        mFixture->workspace->hasBluetoothSettings = false;
+        auto *strip = named<NoticeStrip>("noticeStrip");
+        strip->button()->click();
+        const auto missing = QStringLiteral(
+            "No program for Bluetooth settings was found. Turn Bluetooth on in your desktop's settings.");
+        QCOMPARE(strip->message(), missing);
+        QCOMPARE(strip->button()->accessibleDescription(), missing);
+        mFixture->agentPosts(Names::FoundBluetooth);
+        QVERIFY(!strip->isVisible());
     }
 
     void disabledControlsShowTheReason()

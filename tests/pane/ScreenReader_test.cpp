@@ -1,12 +1,14 @@
 #include "agent/NotificationNames.h"
 #include "cameras/KS7AnimatingStatusTableView.h"
 #include "platform/QtCompat.h"
+#include "platform/capture/Capture.h"
 #include "platform/desktop/Workspace.h"
 #include "platform/sheets/Sheets.h"
 #include "tests/support/ActiveWindow.h"
 #include "tests/support/AssistivePrograms.h"
 #include "tests/support/PaneFixture.h"
 #include "widgets/Indicators.h"
+#include "widgets/NoticeStrip.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -96,8 +98,7 @@ private:
 
 Reader *reader = nullptr;
 
-const auto NoAgent =
-    QStringLiteral("The camera agent is not running. Leave this page and open it again to start the agent.");
+const auto NoAgent = QStringLiteral("The camera agent is not running. Leave this page and open it again to start the agent.");
 
 } // namespace
 
@@ -268,6 +269,25 @@ private Q_SLOTS:
         QCOMPARE(timesSaid(QStringLiteral("Searching for cameras…")), 1);
     }
 
+    void missingBluetoothSettingsAreSaidOnceWhereverTheKeyboardIs_data()
+    {
+        QTest::addColumn<bool>("isOnButton");
+        QTest::newRow("on the button") << true;
+        QTest::newRow("elsewhere") << false;
+    }
+    void missingBluetoothSettingsAreSaidOnceWhereverTheKeyboardIs()
+    {
+        QFETCH(bool, isOnButton);
+        showPane();
+        agentPosts(Names::NoBluetooth);
+        mFixture->workspace->hasBluetoothSettings = false;
+        auto *button = outlets().noticeStrip->button();
+        focus(isOnButton ? static_cast<QWidget *>(button) : outlets().enableKS7Checkbox);
+        button->click();
+        settle();
+        QCOMPARE(timesSaid(QStringLiteral("No program for Bluetooth settings was found.")), 1);
+    }
+
     void aHiddenPaneSaysNothing()
     {
         addCamera();
@@ -345,11 +365,12 @@ private Q_SLOTS:
         QCOMPARE(mReader.changed.filter(QStringLiteral("noticeButton")).size(), 1);
     }
 
-    void aNewPercentageDoesNotChangeTheName()
+    void anOfferIsAnnouncedOnceAndItsPercentageIsNot()
     {
         showPane();
         auto &offer = mFixture->updates->offer();
         offer.offer(QStringLiteral("2.0"));
+        QCOMPARE(timesSaid(QStringLiteral("Version 2.0 of the KS-7 settings is available.")), 1);
         for (int percentage = 0; percentage < 5; ++percentage)
             offer.progress(percentage);
         QCOMPARE(mReader.changed.filter(QStringLiteral("updateStrip")).size(), 2);
@@ -366,6 +387,21 @@ private Q_SLOTS:
             settle();
             QCOMPARE(timesSaid(QStringLiteral("Copied")), 1);
         }
+    }
+
+    void aPreviewThatEndsByAnErrorIsSaidOnce()
+    {
+        addCamera(4);
+        mFixture->capture->addDevice(QStringLiteral("KS-7 Wireless Webcam"));
+        showPane();
+        focus(outlets().startButton);
+        outlets().startButton->click();
+        settle();
+        mReader.said.clear();
+        mFixture->localCenter->deliver(platform::QuickTimeErrorNotification,
+                                       {{platform::QuickTimeErrorCodeKey, -1}});
+        settle();
+        QCOMPARE(timesSaid(QStringLiteral("Preview is off")), 1);
     }
 
     void aSheetSaysItsCameraAndThePasskeysRuleOnce()
