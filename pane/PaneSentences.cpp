@@ -55,7 +55,8 @@ bool hasReadCameras(const PaneFacts &facts)
 QString PaneSentences::reason(const PaneFacts &facts)
 {
     if (!facts.isConnected)
-        return tr("The camera agent is not running. Leave this page and open it again to start the agent.");
+        return tr("The camera agent is not running or does not answer. Leave this page or close this window, "
+                  "and open it again.");
     if (!facts.isOn)
         return tr("KS-7 is switched off.");
     return facts.isBluetoothOff ? tr("Bluetooth is off.") : QString();
@@ -69,7 +70,7 @@ QString PaneSentences::emptyList(const PaneFacts &facts)
         return tr("Searching for cameras…");
     return facts.isListRead
         ? tr("No cameras found. Choose + to search.")
-        : tr("The list of cameras is out of date. Leave this page and open it again to update the list.");
+        : tr("The list of cameras is out of date. Leave this page or close this window, and open it again.");
 }
 
 QString PaneSentences::hint(const PaneFacts &facts)
@@ -103,8 +104,8 @@ QString PaneSentences::caption(const PaneFacts &facts)
 
 QString PaneSentences::addButton(const PaneFacts &facts)
 {
-    if (!facts.isConnected)
-        return reason(facts);
+    if (QString why = reason(facts); !why.isEmpty())
+        return why;
     return facts.isPreferredStreaming ? tr("Cameras can be added only while no camera is in use")
                                       : tr("Search for cameras to add");
 }

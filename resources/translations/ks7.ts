@@ -289,7 +289,7 @@ Error: %1</source>
 <context>
     <name>PaneSentences</name>
     <message>
-        <source>The camera agent is not running. Leave this page and open it again to start the agent.</source>
+        <source>The camera agent is not running or does not answer. Leave this page or close this window, and open it again.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -412,7 +412,7 @@ Error: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>The list of cameras is out of date. Leave this page and open it again to update the list.</source>
+        <source>The list of cameras is out of date. Leave this page or close this window, and open it again.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -292,8 +292,8 @@ Fehler: %1</translation>
 <context>
     <name>PaneSentences</name>
     <message>
-        <source>The camera agent is not running. Leave this page and open it again to start the agent.</source>
-        <translation>Der Kamera-Agent läuft nicht. Verlassen Sie diese Seite und öffnen Sie sie wieder, um ihn zu starten.</translation>
+        <source>The camera agent is not running or does not answer. Leave this page or close this window, and open it again.</source>
+        <translation>Der Kamera-Agent läuft nicht oder antwortet nicht. Öffnen Sie diese Seite oder dieses Fenster neu.</translation>
     </message>
     <message>
         <source>KS-7 is switched off.</source>
@@ -415,8 +415,8 @@ Fehler: %1</translation>
         <translation>(ohne Namen)</translation>
     </message>
     <message>
-        <source>The list of cameras is out of date. Leave this page and open it again to update the list.</source>
-        <translation>Die Liste der Kameras ist veraltet. Verlassen Sie diese Seite und öffnen Sie sie erneut, um die Liste zu aktualisieren.</translation>
+        <source>The list of cameras is out of date. Leave this page or close this window, and open it again.</source>
+        <translation>Die Liste der Kameras ist veraltet. Öffnen Sie diese Seite oder dieses Fenster neu.</translation>
     </message>
 </context>
 <context>

@@ -104,11 +104,11 @@ private Q_SLOTS:
         agentPosts(Names::CameraListChanged);
         mFixture->connections->killAgent();
         QCOMPARE(told.filter(QStringLiteral("news ")),
-                 QStringList(
-                     {QStringLiteral("news Searching for cameras…"), QStringLiteral("news New camera: Hall"),
-                      QStringLiteral("news The search has ended."),
-                      QStringLiteral("news The camera agent is not running. Leave this page and open it "
-                                     "again to start the agent.")}));
+                 QStringList({QStringLiteral("news Searching for cameras…"),
+                              QStringLiteral("news New camera: Hall"),
+                              QStringLiteral("news The search has ended."),
+                              QStringLiteral("news The camera agent is not running or does not answer. Leave "
+                                             "this page or close this window, and open it again.")}));
     }
 
     void theTableIsNamedAndItsChildrenAreTheRows()

@@ -205,7 +205,7 @@ class AccessibilityTest(ScriptedPaneTest):
         self.wait_described(table, "KS-7 is switched off.")
         self.assert_all_can_be_read()
         self.agent.die()
-        self.wait_described(table, "The camera agent is not running. Leave this page and open it again to start the agent.")
+        self.wait_described(table, "The camera agent is not running or does not answer. Leave this page or close this window, and open it again.")
 
     def test_changes_are_announced(self):
         self.open_pane()
@@ -223,7 +223,7 @@ class AccessibilityTest(ScriptedPaneTest):
             self.agent.setStatus(KITCHEN, 4)
             heard.wait_for("Kitchen, Streaming")
             self.agent.die()
-            heard.wait_for("The camera agent is not running. Leave this page and open it again to start the agent.")
+            heard.wait_for("The camera agent is not running or does not answer. Leave this page or close this window, and open it again.")
 
     def test_a_removal_and_the_next_choice_are_announced(self):
         self.open_pane()

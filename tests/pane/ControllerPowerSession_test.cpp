@@ -121,10 +121,9 @@ private Q_SLOTS:
         const auto *table = mPane->outlets().cameraListTable;
         switchAway();
         comeBack();
-        QCOMPARE(
-            table->placeholderText(),
-            QStringLiteral("The list of cameras is out of date. Leave this page and open it again to update "
-                           "the list."));
+        QCOMPARE(table->placeholderText(),
+                 QStringLiteral("The list of cameras is out of date. Leave this page or close this window, "
+                                "and open it again."));
         QCOMPARE(mPane->outlets().addButton->toolTip(), QStringLiteral("Search for cameras to add"));
         mPane->hide();
         mPane->show();

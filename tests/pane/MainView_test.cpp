@@ -599,7 +599,7 @@ private Q_SLOTS:
         mFixture->agentPosts(Names::StartedDiscovering);
         mFixture->connections->killAgent();
         QVERIFY(table().placeholderText().startsWith(
-            QStringLiteral("The camera agent is not running.")));
+            QStringLiteral("The camera agent is not running or does not answer.")));
         QCOMPARE(table().accessibleDescription(), table().placeholderText());
     }
 

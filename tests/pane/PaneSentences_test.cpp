@@ -47,8 +47,8 @@ void removeKitchen(PaneFacts &facts)
     facts.selectedStatus = QStringLiteral("Not Found");
 }
 
-const char *const NoAgent =
-    "The camera agent is not running. Leave this page and open it again to start the agent.";
+const char *const NoAgent = "The camera agent is not running or does not answer. Leave this page or close "
+                            "this window, and open it again.";
 const char *const HowToChoose =
     "To choose a camera with the keyboard, open Camera Actions, then Choose Camera.";
 
@@ -70,7 +70,7 @@ const Row Rows[] = {
     {"searching", &S::emptyList, [](auto &f) { empty(f), f.isSearching = true; }, "Searching for cameras…"},
     {"none found", &S::emptyList, empty, "No cameras found. Choose + to search."},
     {"connected, but not read", &S::emptyList, [](auto &f) { empty(f), f.isListRead = false; },
-     "The list of cameras is out of date. Leave this page and open it again to update the list."},
+     "The list of cameras is out of date. Leave this page or close this window, and open it again."},
 
     {"chosen", &S::hint, [](auto &) {}, ""},
     {"none chosen", &S::hint, [](auto &f) { f.hasSelection = false; },
@@ -113,6 +113,8 @@ const Row Rows[] = {
     {"+ in use", &S::addButton, [](auto &f) { f.isPreferredStreaming = true; },
      "Cameras can be added only while no camera is in use"},
     {"+ without agent", &S::addButton, [](auto &f) { f.isConnected = false; }, NoAgent},
+    {"+ off", &S::addButton, [](auto &f) { f.isOn = false; }, "KS-7 is switched off."},
+    {"+ without Bluetooth", &S::addButton, [](auto &f) { f.isBluetoothOff = true; }, "Bluetooth is off."},
     {"−", &S::removeButton, [](auto &) {}, "Remove the selected camera"},
     {"− in use", &S::removeButton, [](auto &f) { f.isSelectionRemovable = false; },
      "A camera can be removed only while it is not in use"},

@@ -98,7 +98,8 @@ private:
 
 Reader *reader = nullptr;
 
-const auto NoAgent = QStringLiteral("The camera agent is not running. Leave this page and open it again to start the agent.");
+const auto NoAgent = QStringLiteral("The camera agent is not running or does not answer. Leave this page or "
+                                    "close this window, and open it again.");
 
 } // namespace
 
