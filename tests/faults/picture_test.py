@@ -72,7 +72,10 @@ class Picture(PictureCase):
 
     def test_pipewire_is_killed_during_the_preview(self):
         self.expect_a_preview()
-        self.pipewire.kill()
+        with accessible.listen(accessible.ANNOUNCEMENTS) as heard:
+            heard.wait_ready(self.agent.script)
+            self.pipewire.kill()
+            heard.wait_for("Preview is off")
         self.pane.wait_for("Couldn't Start Preview")
         self.pane.press(self.pane.wait_for("OK", role="push button"))
         self.pane.wait_gone("Couldn't Start Preview")

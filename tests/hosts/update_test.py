@@ -4,6 +4,7 @@
 import json
 import os
 import pathlib
+import signal
 import subprocess
 import sys
 import unittest
@@ -56,6 +57,15 @@ class UpdateTest(ScriptedPaneTest):
         self.pane.wait_focused(button)
         key("space")
 
+    def test_the_offer_is_announced(self):
+        # The service must not reply before the listener receives announcements.
+        self.service.send_signal(signal.SIGSTOP)
+        self.open_pane()
+        with listen(ANNOUNCEMENTS) as heard:
+            heard.wait_ready(self.agent)
+            self.service.send_signal(signal.SIGCONT)
+            heard.wait_for(OFFER)
+
     def test_the_offer_is_accepted_with_the_keyboard(self):
         self.open_offer()
         self.press_key_on("Install")
@@ -74,21 +84,12 @@ class UpdateTest(ScriptedPaneTest):
     def test_the_offer_is_accepted_through_the_accessibility_tree(self):
         self.open_offer()
         with listen(ANNOUNCEMENTS) as heard:
-            self.be_heard(heard)
+            heard.wait_ready(self.agent)
             self.pane.press("Install")
             heard.wait_for(INSTALLED)
         self.assertTrue(self.is_installing())
         self.pane.press(self.pane.wait_for("OK", role="push button"))
         self.pane.wait_gone(INSTALLED)
-
-    def be_heard(self, heard):
-        """Starts and ends searches until the first news comes through: a program sends events some time after a
-        listener has come."""
-        def told():
-            self.agent.post("KS7StartedDiscovering", {})
-            self.agent.post("KS7StoppedDiscovering", {})
-            return heard.names()
-        wait_until(told, "the first news", details=self.pane.dump)
 
     def test_the_offer_is_skipped_through_the_accessibility_tree(self):
         self.open_offer()

@@ -189,6 +189,15 @@ class Heard:
     def forget(self):
         self._names.clear()
 
+    def wait_ready(self, agent):
+        """Has the agent start and end searches until the first announcement is received. A program starts to send
+        events only some time after a listener has registered."""
+        def told():
+            agent.post("KS7StartedDiscovering", {})
+            agent.post("KS7StoppedDiscovering", {})
+            return self.names()
+        wait_until(told, "the first announcement")
+
     def wait_for(self, name):
         wait_until(lambda: name in self.names(), f"word of {name!r}", details=lambda: str(self._names))
 
