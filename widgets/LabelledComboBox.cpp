@@ -3,6 +3,7 @@
 #include "widgets/Accessible.h"
 
 #include <QAbstractItemView>
+#include <QWheelEvent>
 
 namespace {
 
@@ -113,4 +114,14 @@ LabelledComboBox::LabelledComboBox(QWidget *parent)
     : QComboBox(parent)
 {
     platform::installAccessible<LabelledComboBox, ComboBoxAccessible>();
+    // QComboBox has Qt::WheelFocus: the wheel would first give it the focus and then change the choice.
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void LabelledComboBox::wheelEvent(QWheelEvent *event)
+{
+    if (hasFocus())
+        QComboBox::wheelEvent(event);
+    else
+        event->ignore();
 }
