@@ -76,6 +76,10 @@ class KcmshellTest(unittest.TestCase):
             module.wait_active("KS-7")
             self.assertIsNone(module.find(role="alert"))
 
+    def test_option_held_at_opening_shows_debug_logging(self):
+        with accessible.held("Alt_L"), self.open_module() as module:
+            module.wait_for("Debug logging", role="check box")
+
     def test_the_module_names_its_authors_and_its_web_site(self):
         module = (BUILD / "plugins/plasma/kcms/systemsettings/kcm_ks7.so").read_bytes()
         for entry in (b"BugReportUrl", b"Authors", b"Orvex Network", b"License", b"Website"):

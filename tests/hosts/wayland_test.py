@@ -87,7 +87,6 @@ class WaylandTest(ScriptedPaneTest):
         self.assertLess(abs(2 * box[0] + box[2] - 2 * behind[0] - behind[2]), 8, (box, behind))
         self.assertGreaterEqual(box[1], behind[1])
         self.assertTrue(sheet.transient, sheet)
-        self.assertTrue(sheet.modal, sheet)
 
     def assert_leaves_behind_as_before(self, before, sheet):
         """Checks that the main window's pixels have not changed, except under the sheet and its shadow."""
@@ -106,6 +105,12 @@ class WaylandTest(ScriptedPaneTest):
     # Sheets and alerts
 
     def sheet_is_well_placed(self, before, title, focused):
+        sheet = self.window(title)
+        self.assertTrue(sheet.modal, sheet)
+        self.assertEqual(sheet.frame, sheet.box, "a title bar, which has buttons to minimise and maximise")
+        self.dialog_is_well_placed(before, title, focused)
+
+    def dialog_is_well_placed(self, before, title, focused):
         sheet = self.window(title)
         self.pane.wait_active(title)
         self.pane.wait_focused(focused)
@@ -143,13 +148,11 @@ class WaylandTest(ScriptedPaneTest):
         self.agent.post("KS7PassKeySet", {"Result": 9})
         self.sheet_is_well_placed(before, "Passkey Not Changed", "OK")
 
-    def test_the_about_box_has_the_keyboard(self):
-        self.open_pane()
+    def test_the_about_box(self):
+        before = self.open_and_look()
         self.choose_action("About KS-7…")
-        self.pane.wait_active("About KS-7")
-        key("Escape")
-        self.pane.wait_gone("v1.0")
-        self.pane.wait_active("KS-7")
+        self.assertFalse(self.window("About KS-7").maximizable)
+        self.dialog_is_well_placed(before, "About KS-7", "OK")
 
     def test_a_window_closes_when_its_sheet_has_been_left(self):
         self.open_pane()
@@ -217,13 +220,35 @@ class WaylandTest(ScriptedPaneTest):
     def test_nothing_is_clipped_and_edges_are_sharp(self):
         """Tests the layout at the session's scale, which may be fractional."""
         self.open_pane()
-        left, top, width, height = self.main_window().box
-        for node in self.pane.nodes(self.pane.wait_for("KS-7", role="frame")):
-            if self.pane.has(node, "showing") and accessible.name_of(node):
-                x, y, node_width, node_height = self.pane.rectangle(node)
-                self.assertTrue(left - 2 <= x and x + node_width <= left + width + 2 and
-                                top - 2 <= y and y + node_height <= top + height + 2, accessible.name_of(node))
+        self.assert_nothing_is_clipped("KS-7", "frame")
         self.assert_frame_is_sharp(self.look_inactive())
+
+    def test_nothing_is_clipped_in_dialogs(self):
+        self.agent.plugUSB(KITCHEN, True)
+        self.open_pane()
+        for action, title in (("Properties…", "Camera Properties"), ("Change Passkey…", "Change Passkey"),
+                              ("Update Firmware…", "Update Firmware"), ("About KS-7…", "About KS-7")):
+            self.choose_action(action)
+            self.assert_nothing_is_clipped_until_left(title, "dialog")
+        self.agent.post("KS7PassKeySet", {"Result": 9})
+        self.assert_nothing_is_clipped_until_left("Passkey Not Changed", "alert")
+
+    def assert_nothing_is_clipped_until_left(self, title, role):
+        self.pane.wait_active(title)
+        self.assert_nothing_is_clipped(title, role)
+        key("Escape")
+        wait_until(lambda: len(self.pane.windows()) == 1, f"the closing of {title!r}", details=self.pane.dump)
+        self.pane.wait_active("KS-7")
+
+    def assert_nothing_is_clipped(self, title, role):
+        left, top, width, height = self.window(title).box
+        nodes = [node for node in self.pane.nodes(self.pane.wait_for(title, role=role))
+                 if self.pane.has(node, "showing") and accessible.name_of(node)]
+        self.assertGreater(len(nodes), 2, title)
+        for node in nodes:
+            x, y, node_width, node_height = self.pane.rectangle(node)
+            self.assertTrue(left - 2 <= x and x + node_width <= left + width + 2 and
+                            top - 2 <= y and y + node_height <= top + height + 2, (title, accessible.name_of(node)))
 
     def assert_frame_is_sharp(self, picture):
         """Checks that the black picture borders directly on the background at all four sides, without blended

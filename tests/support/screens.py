@@ -26,8 +26,6 @@ class Window:
     active: bool = False
     modal: bool = False
     transient: bool = False
-    popup: bool = False
-    minimizable: bool = True
     maximizable: bool = True
     desktop_file: str = ""
 
@@ -70,8 +68,8 @@ class KWinScreen:
     scale = float(os.environ.get("KS7_WAYLAND_SCALE", 1))
     all_windows = """workspace.stackingOrder.filter(window => window.pid == %d).map(window => ({
         id: String(window.internalId), title: window.caption, box: window.clientGeometry, frame: window.frameGeometry,
-        active: window.active, modal: window.modal, transient: window.transient, popup: window.popupWindow,
-        minimizable: window.minimizable, maximizable: window.maximizable, desktop_file: window.desktopFileName}))"""
+        active: window.active, modal: window.modal, transient: window.transient,
+        maximizable: window.maximizable, desktop_file: window.desktopFileName}))"""
     of_id = "workspace.stackingOrder.find(window => String(window.internalId) == %s)"
 
     def ids(self, pid):
