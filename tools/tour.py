@@ -275,10 +275,12 @@ def dark(is_dark=True):
     before = settings.read_text() if settings.exists() else ""
     if is_dark:
         settings.write_text(f"{before}[Icons]\nTheme=breeze-dark\n\n{DARK_SCHEME.read_text()}")
+        SCREEN.read_colours()
     try:
         yield
     finally:
         settings.write_text(before)
+        SCREEN.read_colours()
 
 
 def scales_and_themes(tour):

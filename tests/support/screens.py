@@ -56,6 +56,9 @@ class XScreen:
     def restore(self, window):
         xdotool("windowmap", "--sync", window.id)
 
+    def read_colours(self):
+        """Does nothing: a window manager on X has colours of its own."""
+
     def close(self, window):
         """Closes the window as the button in its title bar does."""
         xdotool("windowquit", window.id)
@@ -98,6 +101,15 @@ class KWinScreen:
 
     def activate_nothing(self):
         self.evaluate("(workspace.activeWindow = null, 1)")
+
+    def read_colours(self):
+        """Tells KWin that kdeglobals has changed, as System Settings does. KWin then paints title bars in the new
+        colours."""
+        from gi.repository import Gio, GLib
+        bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+        changes = GLib.Variant("(a{saay})", ({"General": [b"ColorScheme"]},))
+        bus.emit_signal(None, "/kdeglobals", "org.kde.kconfig.notify", "ConfigChanged", changes)
+        bus.flush_sync(None)
 
     def _change(self, window, change):
         self.evaluate(f"({self.of_id % json.dumps(window.id)}.{change}, 1)")
