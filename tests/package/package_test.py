@@ -1,5 +1,5 @@
-"""Builds the Debian packages, checks them and installs them into an empty root folder. Opens the installed pane in
-System Settings and removes the packages again."""
+"""Builds the Debian packages, checks them and installs them into an empty root folder. Opens the installed pane in both
+hosts and removes the packages again."""
 
 import gzip
 import os
@@ -13,6 +13,7 @@ SOURCE = pathlib.Path(__file__).resolve().parents[2]
 BUILD = pathlib.Path(os.environ["KS7_BUILD"]) / "package"
 sys.path.insert(0, str(SOURCE / "tests/support"))
 import accessible  # noqa: E402
+import stand_in  # noqa: E402
 from packages import DEVELOPMENT, PREFERENCES, QT, SIMULATOR, Packages, field, run  # noqa: E402
 
 MAINTAINER = "Some Body <somebody@vendor.example>"
@@ -83,12 +84,22 @@ class PackageTest(Packages, unittest.TestCase):
             self.assertIn("KS-7", run(f"{prefix}/bin/ks7-preferences", "--diagnose"))
             self.assertTrue(list(pathlib.Path(prefix).glob("lib/**/kcms/systemsettings/kcm_ks7.so")))
 
-    # System Settings
+    # The hosts
 
     def environment(self):
         plugins = next(self.unpacked.glob(f"usr/lib/*/qt{QT}/plugins"))
         return {"QT_PLUGIN_PATH": str(plugins), "QT_QUICK_BACKEND": "software",
-                "XDG_DATA_DIRS": f"{self.unpacked}/usr/share:/usr/share"}
+                "XDG_DATA_DIRS": f"{self.unpacked}/usr/share:/usr/share",
+                "KS7_AGENT": str(self.unpacked / "usr/bin/ks7-agent-simulator")}
+
+    def test_both_hosts_show_the_cameras_of_the_installed_agent(self):
+        for command in ([self.unpacked / "usr/bin/ks7-preferences"], ["systemsettings", "kcm_ks7"]):
+            agent = stand_in.Agent()
+            self.addCleanup(agent.quit_if_up)
+            with self.subTest(command[0]), accessible.launch(command, env=self.environment()) as host:
+                host.wait_for("Desk, Not Found", role="table cell")
+                self.assertTrue(agent.is_up())
+            agent.quit_if_up()
 
     def test_the_module_is_listed(self):
         self.assertIn("kcm_ks7", run(f"kcmshell{QT}", "--list", env=dict(os.environ, **self.environment())))
