@@ -10,6 +10,7 @@ import subprocess
 import time
 import uuid
 
+from close_requests import request_close
 from timeout import TIMEOUT
 
 IS_WAYLAND = "KS7_WAYLAND_SCALE" in os.environ
@@ -61,7 +62,7 @@ class XScreen:
 
     def close(self, window):
         """Closes the window as the button in its title bar does."""
-        xdotool("windowquit", window.id)
+        request_close(window.id)
 
 
 class KWinScreen:
