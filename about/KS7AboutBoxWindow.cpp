@@ -12,6 +12,7 @@
 #include <QGuiApplication>
 #include <QLayout>
 #include <QPushButton>
+#include <QShowEvent>
 #include <QUrl>
 
 namespace {
