@@ -8,6 +8,8 @@
 
 #include <QDeadlineTimer>
 
+#include <utility>
+
 using namespace std::chrono_literals;
 
 namespace agent_check {
@@ -20,6 +22,7 @@ constexpr auto SearchTime = 60000ms;
 /// this time.
 constexpr auto Afterwards = 1000ms;
 constexpr auto ReadingInterval = 250ms;
+constexpr int MostReadings = 5;
 /// After the list has shown a change, the agent must post it within this time.
 constexpr auto PostTime = 1000ms;
 
@@ -66,12 +69,26 @@ private:
 
     [[nodiscard]] int posts() const { return mContext.posts(NotificationNames::CameraListChanged, mFrom); }
 
+    /// Reads the rows. A change between the two calls of a reading would look like two changes with one post,
+    /// so reads changed rows again until two readings agree.
+    [[nodiscard]] ListReading settledRows() const
+    {
+        ListReading rows = ListReading::takeRows(mContext.agent);
+        ListReading previous = mLast;
+        for (int reading = 1; reading < MostReadings; ++reading) {
+            if (!rows.problem.isEmpty() || rows.hasSameRows(previous))
+                break;
+            previous = std::exchange(rows, ListReading::takeRows(mContext.agent));
+        }
+        return rows;
+    }
+
     void look()
     {
         int posted = posts();
         // Reading the list takes time. Posts that arrive meanwhile are counted by the next look().
         int from = mContext.recorder.nextIndex();
-        const ListReading now = ListReading::takeRows(mContext.agent);
+        const ListReading now = settledRows();
         const bool hasChanged = now.problem.isEmpty() && !now.hasSameRows(mLast);
         mLast = now;
         if (hasChanged && posted == 0
