@@ -27,7 +27,7 @@ MOCK = "org.freedesktop.DBus.Mock"
 KITCHEN = "00-1b-dc-0f-2a-9c"
 # A process without a wake-up for this many seconds is idle, because all timers of the preview are faster.
 CALM = 3
-OUT_OF_DATE = "The list of cameras is out of date. Leave this page and open it again to update the list."
+OUT_OF_DATE = "The list of cameras is out of date. Leave this page or close this window, and open it again."
 
 
 class Logind:
