@@ -1,6 +1,7 @@
 #include "widgets/LabelledComboBox.h"
 
 #include "widgets/Accessible.h"
+#include "widgets/Announcement.h"
 
 #include <QAbstractItemView>
 #include <QWheelEvent>
@@ -116,6 +117,15 @@ LabelledComboBox::LabelledComboBox(QWidget *parent)
     platform::installAccessible<LabelledComboBox, ComboBoxAccessible>();
     // QComboBox has Qt::WheelFocus: the wheel would first give it the focus and then change the choice.
     setFocusPolicy(Qt::StrongFocus);
+}
+
+void LabelledComboBox::keyPressEvent(QKeyEvent *event)
+{
+    const int before = currentIndex();
+    QComboBox::keyPressEvent(event);
+    // Qt reports a new choice as a new name, but the name here is the label.
+    if (currentIndex() != before)
+        announce(this, currentText());
 }
 
 void LabelledComboBox::wheelEvent(QWheelEvent *event)

@@ -27,8 +27,9 @@ OTHER_MODULE = OTHER_MODULES["en"]
 LENS = (0x2e, 0x6f, 0xb0)
 # Messages of Qt, GLib, GStreamer, PipeWire and the pane on standard error.
 ABOUT_US = re.compile(r"\bQ[A-Z][a-z]\w+|\bqt\.|GLib|GStreamer|Gst|pipewire|[Kk][Ss]7|(WARNING|CRITICAL) \*\*")
-# QML's messages name files of the host. The session has no system bus, so the search for updates fails.
-OF_THE_HOST = re.compile(r"\bkf\.|/qml/|\.qml:|The search for updates failed")
+# QML's messages name files of the host. The session has no system bus, so the search for updates fails. On X, System
+# Settings of Plasma 6 writes the line of QThreadStorage at its end with any module.
+OF_THE_HOST = re.compile(r"\bkf\.|/qml/|\.qml:|The search for updates failed|QThreadStorage: Thread \w+ exited")
 # Without a system bus, the host's two messages about Polkit come in this order.
 POLKIT = re.compile(r"[^\n]*polkit_system_bus_name_new[^\n]*\n\s*[^\n]*g_object_unref[^\n]*\n")
 SHOWING = "KS7SystemPrefsShowing"

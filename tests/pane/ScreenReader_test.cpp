@@ -11,6 +11,7 @@
 #include "widgets/NoticeStrip.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPointer>
@@ -376,6 +377,25 @@ private Q_SLOTS:
             offer.progress(percentage);
         QCOMPARE(mReader.changed.filter(QStringLiteral("updateStrip")).size(), 2);
         QCOMPARE(timesSaid(QStringLiteral("Installing version 2.0…")), 1);
+    }
+
+    void aChoiceByAKeyIsAnnouncedOnce()
+    {
+        mFixture->defaults->agentWrites(QStringLiteral("VideoSize2"), 1);
+        showPane();
+        auto *popUp = outlets().optimizeForPopUp;
+        focus(popUp);
+        for (const auto key : {Qt::Key_Up, Qt::Key_Down}) {
+            mReader.said.clear();
+            QTest::keyClick(popUp, key);
+            settle();
+            const bool isUp = key == Qt::Key_Up;
+            QCOMPARE(timesSaid(isUp ? QStringLiteral("Smooth motion") : QStringLiteral("Picture quality")),
+                     1);
+        }
+        QTest::keyClick(popUp, Qt::Key_Down);
+        settle();
+        QVERIFY2(mReader.said.isEmpty(), "the last choice stays");
     }
 
     void aCopiedDiagnosisIsSaidAtEachPress()
